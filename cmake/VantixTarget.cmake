@@ -1,0 +1,28 @@
+# SPDX-FileCopyrightText: The vantix authors
+# SPDX-License-Identifier: MIT
+
+# What every target of this project is compiled with: C++20, warnings, and the
+# sanitizers or the coverage instrumentation of the chosen preset.
+function(vantix_configure_target target)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    AUTOMOC ON)
+  target_compile_options(${target} PRIVATE
+    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic -Wconversion>)
+  if(VANTIX_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE
+      $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Werror>)
+  endif()
+  if(VANTIX_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${VANTIX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${VANTIX_SANITIZE})
+  endif()
+  if(VANTIX_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
+    target_link_options(${target} PRIVATE --coverage)
+  endif()
+endfunction()

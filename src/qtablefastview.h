@@ -1,0 +1,318 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef QTABLEFASTVIEW_H
+#define QTABLEFASTVIEW_H
+
+#include "pixmapcacheindexed.h"
+#include "vantixglobal.h"
+
+#include <QAbstractItemModel>
+#include <QAbstractItemView>
+#include <QMargins>
+#include <QPair>
+#include <QPersistentModelIndex>
+#include <QRect>
+#include <QScrollBar>
+
+class QHeaderView;
+class QStyleOptionViewItem;
+class QTableFastViewPrivate;
+
+//! The vertical scroll bar of a QTableFastView. It repaints once per frame
+//! whatever happens to it, and knows whether it was left at its end.
+class VANTIX_EXPORT QTableFastScrollBar : public QScrollBar
+{
+    Q_OBJECT
+
+public:
+    //! A vertical bar; \a parent as in QScrollBar.
+    explicit QTableFastScrollBar(QWidget *parent = nullptr);
+
+    //! True when the last change of the value left the slider at its maximum;
+    //! false before the first change.
+    bool isMax() const { return m_isMax; }
+
+protected:
+    void sliderChange(SliderChange change) override;
+
+private:
+    bool m_isMax = false; //!< the last value change ended at the maximum
+};
+
+/*!
+ * \brief A table view for flat models of any size whose rows change all the time.
+ *
+ * Every row has one and the same height, so that the row under a pixel, the
+ * pixel of a row and the ranges of the scroll bars are arithmetic: nothing in the
+ * view visits, counts or stores rows. Columns belong to header(), a horizontal
+ * QHeaderView with movable sections.
+ *
+ * While rows arrive and leave, a view scrolled to its top or its end stays there,
+ * and any other view keeps showing the same rows. Whether a short table that shows
+ * all of its rows counts as "at the top" or "at the end" follows the header's sort
+ * order: ascending means top, descending end. A current index on the first or last
+ * row follows new rows at that edge.
+ *
+ * The row height is the largest of the font's height and the size hints that the
+ * view's and the columns' delegates give for an invalid index. It is taken when the
+ * view is polished and when its style changes, and at no other time: call
+ * updateItemHeight() after setFont() or a change of delegates.
+ *
+ * With setPaintBufferEnabled(true) every painted cell is kept as a pixmap and
+ * follows its row; only what changed is painted again. The view drops pixmaps by
+ * itself for everything that the model, the selection, the header, the style or the
+ * view's own properties announce. A delegate whose look depends on anything else
+ * must be followed by viewport()->update() after switching the buffer off and on.
+ * At a device pixel ratio other than 1 cells are painted anew each time.
+ *
+ * In ScrollPerItem (the default) the vertical bar counts rows: 2,000,000,000 rows
+ * work. In ScrollPerPixel it counts pixels and its range ends at the largest int;
+ * rows beyond are not reachable. Pixel positions of rows further than 2^30 pixels
+ * away are reported as ±2^30.
+ *
+ * The view shows the children of the invalid root index. Models, selection models
+ * and headers given to it may be destroyed at any time. GUI thread only.
+ */
+class VANTIX_EXPORT QTableFastView : public QAbstractItemView
+{
+    Q_OBJECT
+
+public:
+    //! An empty view with a header of its own; \a parent as in QWidget. Selects
+    //! single rows, scrolls per row vertically and per pixel horizontally.
+    explicit QTableFastView(QWidget *parent = nullptr);
+    ~QTableFastView() override;
+
+    //! The horizontal header that holds the columns; null only after it was
+    //! destroyed by someone else.
+    QHeaderView *header() const;
+
+    //! Shows \a header instead and becomes its parent. The old header is deleted if
+    //! the view is its parent. A header without a model gets the view's. Null and
+    //! the present header are ignored.
+    void setHeader(QHeaderView *header);
+
+    //! Shows \a model with a new selection model. Neither the old nor the new
+    //! model is owned; null shows nothing. The same model again is ignored.
+    void setModel(QAbstractItemModel *model) override;
+
+    //! Uses \a sm, which must work on the view's model, for view and header. It is
+    //! not owned. Null is ignored.
+    void setSelectionModel(QItemSelectionModel *sm) override;
+
+    //! Hides the section \a column (logical index) of the header.
+    void hideColumn(int column);
+    //! Whether the section \a column (logical index) is hidden; false without it.
+    bool isColumnHidden(int column) const;
+    //! Width of a column in logical pixels, 0 if hidden or out of range.
+    int columnWidth(int column) const;
+    //! Left edge of a column in viewport pixels, or −1 if hidden or out of range.
+    int columnViewportPosition(int column) const;
+    //! Repaints what is visible of a column.
+    void updateColumn(int column);
+
+    //! True when a click on the header sorts.
+    bool isSortingEnabled() const;
+
+    //! Cell rectangle in viewport pixels, outside of the viewport too; null for an
+    //! index that is invalid, of another model, or in a hidden column. O(1) in rows.
+    QRect visualRect(const QModelIndex &index) const override;
+
+    //! Scrolls so that \a index is seen where \a hint says; EnsureVisible
+    //! moves as little as it can. Invalid indexes are ignored. O(1) in rows.
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+
+    //! As scrollTo(), but never moves horizontally.
+    void scrollToRow(const QModelIndex &index, ScrollHint hint = EnsureVisible);
+
+    //! The cell under \a p (viewport pixels), or an invalid index. O(1) in rows.
+    QModelIndex indexAt(const QPoint &p) const override;
+
+    //! The rows that \a region (viewport pixels) touches, in the order of its
+    //! rectangles; a row under two rectangles is listed twice.
+    QList<int> rowsAt(const QRegion &region) const;
+
+    //! Drops the buffered cells of the rows that \a region (viewport pixels)
+    //! touches, and repaints the region.
+    void invalidateRegion(const QRegion &region);
+
+    //! The current index is valid and on row 0.
+    bool isCurrentFirst() const;
+    //! The current index is valid and on the last row.
+    bool isCurrentLast() const;
+    //! Makes the first row current and lets the current index follow rows that
+    //! arrive at the top.
+    void setCurrentFirst();
+    //! Makes the last row current and lets the current index follow rows that
+    //! arrive at the end.
+    void setCurrentLast();
+    //! Makes the first visible cell of \a row current, which selects as the
+    //! selection behaviour and mode say. Rows out of range are ignored.
+    void selectRow(int row);
+    //! Makes \a index current and moves on by one arrow key (Qt::Key_Left,
+    //! Key_Up, Key_Right or Key_Down). Invalid indexes are ignored; other keys
+    //! are reported as a debug message.
+    void moveCurrentIndex(const QModelIndex &index, int key);
+
+    //! Keeps painted cells as pixmaps and reuses them. Off at the start.
+    //! Costs about width × height × 4 bytes of what is visible.
+    void setPaintBufferEnabled(bool on);
+    bool isPaintBufferEnabled() const;
+
+    //! Sets the margins around the viewport, in logical pixels. The header fills
+    //! the top margin.
+    //! @{
+    void setViewportMargins(int left, int top, int right, int bottom);
+    void setViewportMargins(const QMargins &margins);
+    //! @}
+
+    //! Sets ranges and steps of both scroll bars from the model, the header and the
+    //! viewport, and in ScrollPerItem moves the top row by \a delta rows.
+    void updateScrollBars(int delta);
+
+    //! Width of the widest cell of a column among the rows on screen, in logical
+    //! pixels plus 1; −1 without a model.
+    int sizeHintForColumn(int column) const override;
+
+public Q_SLOTS:
+    //! Makes a column as wide as its header and its cells on screen need.
+    void resizeColumnToContents(int column);
+    //! resizeColumnToContents() for every column.
+    void resizeColumnsToContents();
+    //! Shows the sort indicator, sorts by it now and whenever it changes, or stops.
+    void setSortingEnabled(bool enable);
+    //! Sorts the model by \a column and shows the indicator there.
+    void sortByColumn(int column, Qt::SortOrder order);
+    //! The same in the header's present order.
+    void sortByColumn(int column);
+    //! Closes editors, forgets painted cells and shows the model anew. The current
+    //! index stays on the first or last row if it was there before a model's reset.
+    void reset() override;
+    virtual void modelAboutToBeReset();
+    virtual void modelReset();
+    virtual void layoutChanged(const QList<QPersistentModelIndex> &parents,
+                               QAbstractItemModel::LayoutChangeHint hint);
+    //! Sorts the model.
+    virtual void sortIndicatorChanged(int column, Qt::SortOrder order);
+    //! Remembers where the view and the current index stand.
+    virtual void rowsAboutToBeInserted(const QModelIndex &parent, int start, int end);
+    //! Keeps the view pinned or on the same rows, and repaints as little as it can.
+    void rowsInserted(const QModelIndex &parent, int start, int end) override;
+    void rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end) override;
+    //! Keeps the same rows in view when the rows removed were all above it.
+    virtual void rowsRemoved(const QModelIndex &parent, int first, int last);
+    virtual void rowsAboutToBeMoved(const QModelIndex &sourceParent, int sourceStart, int sourceEnd,
+                                    const QModelIndex &destinationParent, int destinationRow);
+    virtual void rowsMoved(const QModelIndex &sourceParent, int sourceStart, int sourceEnd,
+                           const QModelIndex &destinationParent, int destinationRow);
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    //! Repaints the changed cells. An invalid corner means everything.
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                     const QList<int> &roles) override;
+    virtual void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight);
+    //! Does nothing: rows need no layout.
+    void doItemsLayout() override;
+    virtual void columnResized(int column, int oldSize, int newSize);
+    virtual void columnCountChanged(int oldCount, int newCount);
+    virtual void columnMoved(int logicalIndex, int oldVisualIndex, int newVisualIndex);
+    void verScrollbarValueChanged(int value);
+    void horScrollbarValueChanged(int value);
+    //! Gives the header the top margin that its size hint asks for, or none
+    //! while it is hidden.
+    virtual void adjustViewportMargins();
+    //! Takes the row height anew from font, style and delegates; the rows on
+    //! screen stay.
+    void updateItemHeight();
+
+Q_SIGNALS:
+    //! The row height changed: every row is elsewhere.
+    void rowHeightChanged();
+    //! \a header is the view's header from now on.
+    void headerChanged(QHeaderView *header);
+
+protected:
+    //! Paints one row. \a option holds its rectangle (viewport pixels) and its
+    //! state, \a index is the row's cell in column 0; the columns are those of
+    //! leftAndRight.
+    virtual void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const;
+
+    //! Width in logical pixels of columns that a derived view keeps at the left edge;
+    //! scrollTo() leaves that much room. 0 here.
+    virtual int frozenColumnWidth() const;
+
+    //! Row at a y coordinate (viewport pixels, may be negative), or −1 where
+    //! there is none.
+    int itemAtCoordinate(int y) const;
+    //! The inverse of itemAtCoordinate(): top of \a row in viewport pixels.
+    //! Rows are not checked; more than 2^30 pixels away gives ±2^30.
+    int coordinateForItem(int row) const;
+    //! First row seen, or −1 without one. \a offset, if given, receives the y
+    //! coordinate (0 or negative) of its top.
+    int getFirstVisibleItem(int *offset = nullptr) const;
+    //! The row one viewport height above \a row, at least 0.
+    int pageUp(int row) const;
+    //! The row one viewport height below \a row, at most the last.
+    int pageDown(int row) const;
+    //! First and last visual column across \a rect (viewport pixels).
+    QPair<int, int> startAndEndColumns(const QRect &rect) const;
+    //! Row height in logical pixels that font and delegates ask for.
+    int updatedItemHeight(const QStyleOptionViewItem &option) const;
+    void updateVScrollBar(int delta);
+    void updateHScrollBar();
+    void setPixmapCacheIndexedVisibleBounds();
+
+    //! Paints the rows that \a region (viewport pixels) touches, each once.
+    void draw(QPainter *painter, const QRegion &region) const;
+    void paintDropIndicator(QPainter *painter);
+    //! Replaces \a rows by what rowsAt() returns.
+    void atRegion(const QRegion &region, QList<int> *rows) const;
+
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void updateGeometries() override;
+    QModelIndex moveCursor(CursorAction cursorAction, Qt::KeyboardModifiers modifiers) override;
+    int horizontalOffset() const override;
+    int verticalOffset() const override;
+    bool isIndexHidden(const QModelIndex &index) const override;
+    void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
+    QRegion visualRegionForSelection(const QItemSelection &selection) const override;
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
+
+    QAbstractItemModel *m_model = nullptr; //!< the model shown, not owned
+    QItemSelectionModel *m_selectionModel = nullptr; //!< in use, not owned
+    QHeaderView *m_header = nullptr; //!< the columns; usually a child
+    bool m_sortingEnabled = false; //!< a click on the header sorts
+    bool m_geometryRecursionBlock = false; //!< updateGeometries() runs
+    int m_itemHeight = 0; //!< height of every row, logical pixels
+    QPersistentModelIndex hover; //!< hovered index
+    QTableFastViewPrivate *d_ptr; //!< private data, owned
+    mutable QPair<int, int> leftAndRight {0, 0}; //!< visual columns being painted
+    bool currentFirst = false; //!< the current index keeps to the first row
+    bool currentLast = false; //!< the current index keeps to the last row
+    bool stayAtTop = false; //!< the bar was at its minimum when an insertion began
+    bool stayAtEnd = false; //!< the bar was at its maximum when an insertion began
+    int currentPos = 0; //!< rows from the top row to the current one, then
+    int currentColumn = 0; //!< the current column when an insertion or reset began
+    bool blockScroll = false; //!< scrollContentsBy() does nothing
+    QRect m_dropIndicatorRect; //!< viewport pixels
+    QMargins m_viewportMargins; //!< as last set
+    bool m_usePixmapCacheIndexed = false; //!< the paint buffer is on
+    mutable PixmapCacheIndexed m_pixmapCacheIndexed {nullptr}; //!< the paint buffer
+    int m_modelRowCountBefore = 0; //!< row count last seen
+
+private:
+    friend class QTableFastViewPrivate;
+    Q_DISABLE_COPY_MOVE(QTableFastView)
+};
+
+#endif // QTABLEFASTVIEW_H
