@@ -473,6 +473,23 @@ QPair<int, int> QTableFastView::startAndEndColumns(const QRect &rect) const
     return {std::min(start, end), std::max(start, end)};
 }
 
+//! Lowest and highest column (logical) on screen. The cache knows columns by their
+//! logical index, which is the visual one until sections are moved.
+QPair<int, int> QTableFastViewPrivate::seenColumns() const
+{
+    const auto [start, end] = q_ptr->startAndEndColumns(q_ptr->viewport()->rect());
+    const QHeaderView *header = q_ptr->m_header;
+    if (!header || !header->sectionsMoved() || start > end)
+        return {start, end};
+    int lowest = header->logicalIndex(start);
+    int highest = lowest;
+    for (int visual = start + 1; visual <= end; ++visual) {
+        lowest = std::min(lowest, header->logicalIndex(visual));
+        highest = std::max(highest, header->logicalIndex(visual));
+    }
+    return {lowest, highest};
+}
+
 //! Viewport rectangle of the visible ones of the columns \a left to \a right
 //! (logical), full height; null if all of them are hidden.
 QRect QTableFastViewPrivate::columnSpan(int left, int right) const
@@ -563,13 +580,17 @@ void QTableFastView::updateVScrollBar(int delta)
     const qint64 value = qint64(bar->value()) + (d_ptr->isPerPixel() ? 0 : delta);
     bar->setRange(0, d_ptr->verticalMaximum());
     bar->setValue(keepsEnd ? bar->maximum() : saturated(value));
+    if (d_ptr->shownScrollMode == verticalScrollMode())
+        return;
+    d_ptr->shownScrollMode = verticalScrollMode(); // the value counts something else now
+    viewport()->update();
+    d_ptr->placeEditors();
 }
 
 void QTableFastView::updateHScrollBar()
 {
     if (!m_model || !m_header)
         return;
-    QScrollBar *bar = horizontalScrollBar();
     const int width = viewport()->width();
     const int count = m_header->count();
     int fit = 0;
@@ -582,14 +603,29 @@ void QTableFastView::updateHScrollBar()
     if (count > 0)
         fit = std::max(fit, 1);
 
-    if (horizontalScrollMode() == ScrollPerItem) {
-        bar->setRange(0, count - fit - d_ptr->hiddenSectionsBefore(count - fit));
+    d_ptr->setHorizontalRange(width, fit);
+    // A value that stayed may stand for another offset now.
+    if (d_ptr->applyHorizontalValue() != 0) {
+        viewport()->update();
+        d_ptr->placeEditors();
+    }
+}
+
+//! Sets range and steps of the horizontal bar; \a fit sections at the end fit into
+//! \a width pixels.
+void QTableFastViewPrivate::setHorizontalRange(int width, int fit)
+{
+    QScrollBar *bar = q_ptr->horizontalScrollBar();
+    const QHeaderView *header = q_ptr->m_header;
+    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerItem) {
+        const int first = header->count() - fit;
+        bar->setRange(0, first - hiddenSectionsBefore(first));
         bar->setPageStep(fit);
         bar->setSingleStep(1);
         return;
     }
-    const int length = m_header->length();
-    const int widest = maximumViewportSize().width();
+    const int length = header->length();
+    const int widest = q_ptr->maximumViewportSize().width();
     const int page = length <= widest && bar->maximum() < 1 ? widest : width;
     bar->setPageStep(page);
     bar->setRange(0, std::max(length - page, 0));
@@ -758,7 +794,7 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
 {
     if (blockScroll || !m_model || !m_header)
         return;
-    const int columnPixels = d_ptr->scrolledColumnPixels(isRightToLeft() ? -dx : dx);
+    const int columnPixels = dx == 0 ? 0 : d_ptr->applyHorizontalValue();
     const int rows = d_ptr->rowCount();
     if (rows == 0)
         return;
@@ -774,19 +810,16 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
     viewport()->scroll(columnPixels, d_ptr->scrolledRowPixels(dy));
 }
 
-//! Gives the header its offset; returns by how many pixels the columns move.
-int QTableFastViewPrivate::scrolledColumnPixels(int dx)
+//! Gives the header the offset that the horizontal bar stands for; returns by how
+//! many pixels the columns move.
+int QTableFastViewPrivate::applyHorizontalValue()
 {
-    if (dx == 0)
-        return 0;
     QHeaderView *header = q_ptr->m_header;
     const QScrollBar *bar = q_ptr->horizontalScrollBar();
-    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerPixel) {
-        header->setOffset(bar->value());
-        return dx;
-    }
     const int oldOffset = header->offset();
-    if (bar->value() == bar->maximum())
+    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerPixel)
+        header->setOffset(bar->value());
+    else if (bar->value() == bar->maximum())
         header->setOffsetToLastSection();
     else
         header->setOffsetToSectionPosition(bar->value());
@@ -974,7 +1007,7 @@ void QTableFastView::setPixmapCacheIndexedVisibleBounds()
 {
     int offset = 0;
     const int first = std::max(getFirstVisibleItem(&offset), 0);
-    const auto [start, end] = startAndEndColumns(viewport()->rect());
+    const auto [start, end] = d_ptr->seenColumns();
     const qint64 last = qint64(first) + viewport()->height() / m_itemHeight + 1;
     d_ptr->setBounds({first, saturated(last), start, end});
 }
@@ -1108,10 +1141,22 @@ void QTableFastViewPrivate::dropParity(int fromRow, int toRow, int count)
 //! Delegates of rows stay with their row number, not with their row's content.
 void QTableFastViewPrivate::dropLookOfRowDelegates()
 {
-    if (rowDelegates.isEmpty())
+    if (rowDelegates.isEmpty() && seenRowDelegates().isEmpty())
         return;
     clearCache();
     q_ptr->viewport()->update();
+}
+
+//! The delegates that rows on screen have for themselves, by row.
+QHash<int, QTableFastViewPrivate::DelegateMark> QTableFastViewPrivate::seenRowDelegates() const
+{
+    QHash<int, DelegateMark> delegates;
+    const int last = std::min(lastSeenRow(), rowCount() - 1);
+    for (int row = std::max(topRow(), 0); row <= last; ++row) {
+        if (QAbstractItemDelegate *delegate = q_ptr->itemDelegateForRow(row))
+            delegates.insert(row, delegate);
+    }
+    return delegates;
 }
 
 void QTableFastView::invalidateRegion(const QRegion &region)
@@ -1394,16 +1439,11 @@ void QTableFastViewPrivate::noticeDelegates(const PaintPass &pass)
     if (!replaced.isEmpty())
         cache().clearColumns(replaced);
 
-    QHash<int, DelegateMark> now;
-    const int last = std::min(lastSeenRow(), rowCount() - 1);
-    for (int row = std::max(topRow(), 0); row <= last; ++row) {
-        if (QAbstractItemDelegate *delegate = q_ptr->itemDelegateForRow(row))
-            now.insert(row, delegate);
-    }
-    if (now != rowDelegates) {
-        rowDelegates = now;
-        clearCache();
-    }
+    QHash<int, DelegateMark> now = seenRowDelegates();
+    if (now == rowDelegates)
+        return;
+    rowDelegates = std::move(now);
+    clearCache();
 }
 
 //! Drops the rows that were cached with the look of the current row and are not

@@ -10,6 +10,7 @@
 #include <QItemSelection>
 #include <QLocale>
 #include <QObject>
+#include <QPair>
 #include <QPersistentModelIndex>
 #include <QPoint>
 #include <QPointer>
@@ -118,6 +119,7 @@ public:
     int lastSeenRow() const;
     QRect rowStrip(int row) const;
     QRect columnSpan(int left, int right) const;
+    QPair<int, int> seenColumns() const;
     void updateRowStrip(int row);
     bool isPerPixel() const;
     int verticalMaximum() const;
@@ -128,7 +130,8 @@ public:
     void moveRowsQuietly(qint64 count);
     void scrollToHorizontalOffset(int offset);
     int hiddenSectionsBefore(int visualIndex) const;
-    int scrolledColumnPixels(int dx);
+    int applyHorizontalValue();
+    void setHorizontalRange(int width, int fit);
     int scrolledRowPixels(int dy) const;
     qint64 verticalValueFor(int row, int hint);
     qint64 topRowAbove(int row, int budget) const;
@@ -155,6 +158,7 @@ public:
     void evictOutside();
     void dropParity(int fromRow, int toRow, int count);
     void dropLookOfRowDelegates();
+    QHash<int, DelegateMark> seenRowDelegates() const;
 
     // Painting
     QStyleOptionViewItem baseOption() const;
@@ -211,6 +215,7 @@ public:
     int autoScrollHolds = 0;                         //!< notifications between which it is off
     quint64 changeSerial = 0; //!< counts changes of rows, to notice nested ones
 
+    int shownScrollMode = 0; //!< the vertical one that the picture was made in
     int pixelMoves = 0;            //!< since the last paint event
     bool isRepaintPending = false; //!< the whole viewport will be painted next
 
