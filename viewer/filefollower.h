@@ -99,7 +99,7 @@ private:
 
     void follow(std::shared_ptr<TextFile> file, Restart reason);
     void watchFile();
-    void watchStream();
+    void watchStream(int descriptor);
     void checkPath();
     void checkContents();
     void continueIndexing();

@@ -47,6 +47,7 @@ void ViewerTable::paintEvent(QPaintEvent *event)
     timer.start();
     QTableFastView::paintEvent(event);
     m_statistics->add(timer.nsecsElapsed());
+    m_hasPaintedRows = m_hasPaintedRows || (model() && model()->rowCount() > 0);
 }
 
 void ViewerTable::resizeEvent(QResizeEvent *event)
@@ -76,9 +77,8 @@ int ViewerTable::textWidth(int column) const
     const int first = getFirstVisibleItem();
     if (first < 0)
         return 0;
-    int last = itemAtCoordinate(viewport()->height() - 1);
-    if (last < 0)
-        last = model()->rowCount() - 1;
+    const int visible = viewport()->height() / qMax(m_itemHeight, 1);
+    const int last = qMin(first + visible, model()->rowCount() - 1);
     const QFontMetrics metrics = fontMetrics();
     int widest = 0;
     for (int row = first; row <= last; ++row) {

@@ -40,6 +40,9 @@ public:
     //! the user gave to the last column stays unless it is too small.
     void growColumns();
 
+    //! Whether rows have been painted at least once.
+    bool hasPaintedRows() const { return m_hasPaintedRows; }
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -48,6 +51,7 @@ private:
     int textWidth(int column) const;
 
     FrameStatistics *m_statistics; //!< not owned
+    bool m_hasPaintedRows = false; //!< see hasPaintedRows()
     int m_widestText = 0;          //!< of the last column, seen so far; logical pixels
     int m_filledWidth = 0;         //!< last width given to the last column; logical pixels
 };
