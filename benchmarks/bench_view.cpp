@@ -138,8 +138,8 @@ struct Operation
     const char *name;
     std::function<void(Stage &)> prepare;
     std::function<void(Stage &, int)> run; //!< the turn's number counts from 0
-    int perTurn = 1; //!< what the time is divided by
-    bool isPainted = true; //!< the event loop gets quiet after each turn
+    int perTurn = 1;                       //!< what the time is divided by
+    bool isPainted = true;                 //!< the event loop gets quiet after each turn
 };
 
 const auto nothing = [](Stage &) {};
@@ -220,7 +220,9 @@ QList<Operation> operations()
         {"repaint, 300 ranges selected", selectRanges,
          [](Stage &s, int) { s.view->viewport()->update(); }},
         {"scroll one row", middle,
-         [](Stage &s, int turn) { s.bar()->setValue(s.bar()->value() + (turn / 50 % 2 ? -1 : 1)); }},
+         [](Stage &s, int turn) {
+             s.bar()->setValue(s.bar()->value() + (turn / 50 % 2 ? -1 : 1));
+         }},
         {"scroll a page", middle,
          [](Stage &s, int turn) {
              s.bar()->setValue(s.bar()->value() + (turn % 2 ? -1 : 1) * s.bar()->pageStep());

@@ -83,9 +83,10 @@ const Connection modelConnections[] = {
 // From the model to the view's private object.
 const Connection privateModelConnections[] = {
     {SIGNAL(destroyed()), SLOT(modelDestroyed())},
-    {SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(columnsChanged())},
-    {SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(columnsChanged())},
-    {SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)), SLOT(columnsChanged())},
+    {SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
+    {SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
+    {SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(modelColumnsChanged(QModelIndex))},
 };
 
 // What a style draws a cell as, from the painted columns (logical, −1 for none)
@@ -2252,6 +2253,12 @@ void QTableFastViewPrivate::columnsChanged()
     columnDelegates.clear();
     q_ptr->columnCountChanged(0, 0);
     q_ptr->updateGeometries();
+}
+
+void QTableFastViewPrivate::modelColumnsChanged(const QModelIndex &parent)
+{
+    if (!parent.isValid())
+        columnsChanged();
 }
 
 void QTableFastView::updateColumn(int column)

@@ -77,6 +77,7 @@ private:
 class VANTIX_EXPORT QTableFastView : public QAbstractItemView
 {
     Q_OBJECT
+    Q_MOC_INCLUDE(<QHeaderView>)
 
 public:
     //! An empty view with a header of its own; \a parent as in QWidget. Selects
