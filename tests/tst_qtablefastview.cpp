@@ -393,6 +393,9 @@ private slots:
     void setModelLeavesNoSelectionModelBehind();
     void columnCountChanges();
     void burstCostsOnePaint();
+    void pushedOutRowsAreEvicted();
+    void focusLeavesAnIndexWidget();
+    void replacedDelegateRepaints();
 };
 
 // Core
@@ -2310,6 +2313,76 @@ void TestQTableFastView::burstCostsOnePaint()
     QCOMPARE(view.paintEvents, 1);
     QCOMPARE(view.recorder.painted.size(), 10 * 4);
     QCOMPARE(view.bar()->value(), view.bar()->maximum());
+}
+
+// A row that leaves the view downwards must not come back with an old picture.
+void TestQTableFastView::pushedOutRowsAreEvicted()
+{
+    BigModel model(1000);
+    View view(&model);
+    view.setPaintBufferEnabled(true);
+    view.showWith(200, 200);
+    view.bar()->setValue(100);
+    View::settle();
+    model.insert(105, 10); // rows 105 to 109 are now 115 to 119, below the view
+    model.insert(113, 1);  // below the view: the cache is not told
+    View::settle();
+    view.recorder.forget();
+    view.bar()->setValue(107);
+    View::settle();
+    for (int row = 112; row < 117; ++row)
+        QCOMPARE(view.recorder.timesPainted(row, 0), 1);
+}
+
+void TestQTableFastView::focusLeavesAnIndexWidget()
+{
+    BigModel model(50);
+    QWidget window;
+    QLineEdit other(&window);
+    View view(&model);
+    view.setParent(&window);
+    view.setGeometry(0, 40, 300, 200);
+    view.setPaintBufferEnabled(true);
+    window.resize(300, 240);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    auto *editor = new QLineEdit;
+    view.setIndexWidget(model.index(2, 1), editor);
+    view.selectionModel()->setCurrentIndex(model.index(2, 1), QItemSelectionModel::NoUpdate);
+    const auto cellBeside = [&] {
+        return maintained(view).copy(view.visualRect(model.index(2, 0)));
+    };
+    other.setFocus();
+    View::settle();
+    const QImage before = cellBeside();
+    editor->setFocus();
+    View::settle();
+    QVERIFY(cellBeside() != before);
+    other.setFocus();
+    View::settle();
+    QCOMPARE(cellBeside(), before);
+    view.setParent(nullptr);
+}
+
+void TestQTableFastView::replacedDelegateRepaints()
+{
+    BigModel model(50);
+    View view(&model);
+    view.setPaintBufferEnabled(true);
+    view.showWith(200, 200);
+    for (int i = 0; i < 3; ++i) { // likely at the same address each time
+        auto next = std::make_unique<Recorder>();
+        view.setItemDelegate(next.get());
+        View::settle();
+        QCOMPARE(next->timesPainted(2, 1), 1);
+        auto ofColumn = std::make_unique<Recorder>();
+        view.setItemDelegateForColumn(2, ofColumn.get());
+        View::settle();
+        QCOMPARE(ofColumn->timesPainted(2, 2), 1);
+        view.setItemDelegate(&view.recorder);
+        view.setItemDelegateForColumn(2, nullptr);
+    }
 }
 
 QTEST_MAIN(TestQTableFastView)
