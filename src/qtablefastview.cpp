@@ -2245,6 +2245,7 @@ void QTableFastView::columnCountChanged(int /*oldCount*/, int /*newCount*/)
     updateScrollBars(0);
     d_ptr->clearCache();
     invalidateRegion(viewport()->rect());
+    d_ptr->placeEditors();
 }
 
 //! Columns came, went or moved, or the header is another one.

@@ -150,7 +150,7 @@ public:
     void clearCache();
     void applyShift();
     void shiftCache(int count);
-    void setBounds(const Bounds &bounds);
+    void setBounds(const Bounds &wanted);
     bool isBuffered(int rowFirst, int rowLast) const;
     void insertCachedRows(int start, int end);
     void removeCachedRows(int first, int last);
