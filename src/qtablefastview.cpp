@@ -952,6 +952,7 @@ void QTableFastView::resizeEvent(QResizeEvent *event)
     if (m_usePixmapCacheIndexed)
         setPixmapCacheIndexedVisibleBounds();
     viewport()->update();
+    d_ptr->placeEditors();
 }
 
 bool QTableFastView::event(QEvent *event)
@@ -1108,7 +1109,8 @@ void QTableFastViewPrivate::moveCachedRows(int start, int end, int row)
     if (!q_ptr->m_usePixmapCacheIndexed)
         return;
     const int count = end - start + 1;
-    shiftedCache().indexMove(start, end, row > end ? row - count : row);
+    // Without an offset: a move may put rows above it, which later removals would miss.
+    cache().indexMove(start, end, row > end ? row - count : row);
     dropParity(std::min(start, row), std::max(end, row - 1),
                (row > end ? row - end - 1 : start - row));
     dropParity(std::min(start, row), std::max(end, row - 1), count);
@@ -1471,7 +1473,7 @@ bool QTableFastViewPrivate::drawBuffered(QPainter *painter, const QRect &rect, i
     if (!pixmap || pixmap->size() != rect.size())
         return false;
     if (!pass.region || pass.region->intersects(rect))
-        painter->drawPixmap(rect, *pixmap, QRect());
+        painter->drawPixmap(rect.topLeft(), *pixmap);
     return true;
 }
 

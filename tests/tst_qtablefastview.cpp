@@ -14,6 +14,7 @@
 #include <QProxyStyle>
 #include <QSignalSpy>
 #include <QStandardItemModel>
+#include <QStringListModel>
 #include <QStyleFactory>
 #include <QStyledItemDelegate>
 #include <QTest>
@@ -394,6 +395,7 @@ private slots:
     void columnCountChanges();
     void burstCostsOnePaint();
     void pushedOutRowsAreEvicted();
+    void rowsMovedAboveCachedOnes();
     void focusLeavesAnIndexWidget();
     void replacedDelegateRepaints();
 };
@@ -2332,6 +2334,32 @@ void TestQTableFastView::pushedOutRowsAreEvicted()
     View::settle();
     for (int row = 112; row < 117; ++row)
         QCOMPARE(view.recorder.timesPainted(row, 0), 1);
+}
+
+// Rows moved above others that had been shifted, then removed, in one turn.
+void TestQTableFastView::rowsMovedAboveCachedOnes()
+{
+    QStringList texts;
+    for (int row = 0; row < 17; ++row)
+        texts.append(QString::number(row));
+    QStringListModel model(texts);
+    View view(&model);
+    view.setItemDelegate(new QStyledItemDelegate(&view));
+    view.setPaintBufferEnabled(true);
+    view.header()->setSortIndicator(0, Qt::AscendingOrder);
+    view.showWith(200, 200);
+    view.setCurrentIndex(QModelIndex());
+    model.removeRows(0, 11);
+    model.insertRows(0, 2);
+    model.moveRows({}, 0, 2, {}, 4);
+    model.insertRows(0, 4);
+    model.removeRows(4, 2);
+    View::settle();
+    const QImage now = maintained(view);
+    view.setPaintBufferEnabled(false);
+    view.viewport()->update();
+    View::settle();
+    QCOMPARE(maintained(view), now);
 }
 
 void TestQTableFastView::focusLeavesAnIndexWidget()
