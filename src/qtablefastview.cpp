@@ -248,6 +248,7 @@ void QTableFastView::setModel(QAbstractItemModel *model)
     m_model = model;
     if (m_header)
         m_header->setModel(model);
+    const QPointer<QItemSelectionModel> ofHeader = m_header ? m_header->selectionModel() : nullptr;
     QAbstractItemView::setModel(model);
     QItemSelectionModel *interim = selectionModel(); // made by the base class
     m_modelRowCountBefore = d_ptr->rowCount();
@@ -266,6 +267,9 @@ void QTableFastView::setModel(QAbstractItemModel *model)
     }
     if (outdated)
         outdated->deleteLater();
+    // The header made one, too, and would keep it listening to the model.
+    if (ofHeader && ofHeader->parent() == m_header && m_header->selectionModel() != ofHeader)
+        delete ofHeader;
     adjustViewportMargins();
     updateGeometries();
 }
@@ -372,7 +376,9 @@ int QTableFastView::itemAtCoordinate(int y) const
     const int rows = d_ptr->rowCount();
     if (rows == 0 || m_itemHeight < 1)
         return -1;
-    const qint64 row = floorDiv(y - d_ptr->contentTop(), m_itemHeight);
+    const qint64 inContent = y - d_ptr->contentTop();
+    const qint64 row =
+        d_ptr->isPerPixel() ? inContent / m_itemHeight : floorDiv(inContent, m_itemHeight);
     return row < 0 || row >= rows ? -1 : int(row);
 }
 
@@ -698,7 +704,8 @@ void QTableFastView::scrollTo(const QModelIndex &index, ScrollHint hint)
 {
     if (!index.isValid() || index.model() != m_model || !m_header)
         return;
-    verticalScrollBar()->setValue(saturated(d_ptr->verticalValueFor(index.row(), hint)));
+    if (!d_ptr->isPerPixel() || columnWidth(index.column()) > 0)
+        verticalScrollBar()->setValue(saturated(d_ptr->verticalValueFor(index.row(), hint)));
 
     const int width = viewport()->width();
     const int position = m_header->sectionPosition(index.column());
@@ -756,7 +763,9 @@ qint64 QTableFastViewPrivate::verticalValueFor(int row, int hint)
         updateRowStrip(row);
         return value;
     }
-    return value + (height < viewportHeight ? bottom - viewportHeight : top);
+    if (height < viewportHeight)
+        return value + bottom - viewportHeight;
+    return height > viewportHeight ? value + top : value;
 }
 
 //! The lowest top row that shows all of \a row within \a budget pixels; −1 when
