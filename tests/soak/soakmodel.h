@@ -48,9 +48,9 @@ private:
     template<typename Change> void relayout(LayoutChangeHint hint, Change change);
     QList<Row> fresh(int count);
 
+    qint64 m_next = 0; // before m_rows, which takes from it
     QList<Row> m_rows;
     QList<int> m_columns {0, 1, 2, 3, 4};
-    qint64 m_next = 0;
     int m_nextColumn = 5;
     int m_version = 0;
 };
