@@ -143,6 +143,16 @@ void FileFollower::resume()
     continueIndexing();
 }
 
+void FileFollower::finish()
+{
+    for (QTimer *timer : {&m_checkTimer, &m_soonTimer, &m_sliceTimer})
+        timer->stop();
+    m_watcher.reset();
+    m_notifier.reset();
+    const std::lock_guard lock(m_mutex);
+    m_announced = true;
+}
+
 //! Adds text that follows what was scanned before.
 void FileFollower::scan(const char *bytes, qint64 size)
 {

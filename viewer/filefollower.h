@@ -82,6 +82,9 @@ public Q_SLOTS:
     void stop();
     //! Goes on after stop().
     void resume();
+    //! Stops for good. To be called in the follower's thread before that ends; after
+    //! another takeNews() any thread may delete the follower.
+    void finish();
 
 Q_SIGNALS:
     //! takeNews() has something. Not repeated before it was called.
