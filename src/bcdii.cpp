@@ -1,0 +1,1436 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "bcdii.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+// Two ways lead to every result of copying, adding and multiplying.
+//
+// The short way takes values that meet in a window of 32 bytes around the point,
+// which is nearly all of them: up to four machine words, read so that the first
+// pair is the most significant byte on every machine. Carries between pairs are
+// made to be carries between bytes, and rounding is a shift by whole bytes.
+//
+// The plain way works pair by pair in arrays, follows the rules word for word and
+// takes whatever is left: far-apart scales, and types that are not valid.
+
+namespace {
+
+// ---------------------------------------------------------------- value format
+
+enum StatusBit : UINT32 {
+    Overflow = 0x01,
+    IsZero = 0x02,
+    IsNegative = 0x04,
+    NoResult = 0x10,
+    Invalid = 0x20,
+    Rounded = 0x40,
+    NanOperand = 0x80
+};
+
+constexpr BYTE nanByte = 101;
+constexpr BYTE signBit = 0x80;
+constexpr BYTE pairMask = 0x7F;
+constexpr int headerSize = sizeof(BCDIIStoreType);
+constexpr int lowestPosition = -62; // of a digit; a value that begins lower is 0
+
+// What a type says about its bytes. Counts are ints: an exact product has up to
+// 128 digits, more than a type word can say.
+struct Layout
+{
+    constexpr Layout(int digits, int fractionDigits)
+        : nfrac(fractionDigits)
+        , nint(digits - fractionDigits)
+        , bint((nint + 1) >> 1)
+        , bfrac((nfrac + 1) >> 1)
+        , ball(bint + bfrac)
+    {
+    }
+
+    constexpr explicit Layout(BCDIIType type)
+        : Layout(static_cast<std::int8_t>(type >> 8), static_cast<std::int8_t>(type))
+    {
+        if (nint + nfrac <= 0) // such types have no bytes
+            ball = 0;
+    }
+
+    int nfrac;
+    int nint;
+    int bint;
+    int bfrac;
+    int ball;
+};
+
+BYTE *bytes(void *p)
+{
+    return static_cast<BYTE *>(p);
+}
+
+const BYTE *bytes(const void *p)
+{
+    return static_cast<const BYTE *>(p);
+}
+
+BYTE *dataOf(void *bcd)
+{
+    return bytes(bcd) + headerSize;
+}
+
+const BYTE *dataOf(const void *bcd)
+{
+    return bytes(bcd) + headerSize;
+}
+
+void storeHeader(void *bcd, BCDIIType type)
+{
+    const auto word = static_cast<BCDIIStoreType>(type);
+    std::memcpy(bcd, &word, sizeof word);
+}
+
+bool isSameType(BCDIIType a, BCDIIType b)
+{
+    return static_cast<BCDIIStoreType>(a) == static_cast<BCDIIStoreType>(b);
+}
+
+bool isNan(const BYTE *bcd)
+{
+    return (bcd[0] & pairMask) > 99;
+}
+
+bool isNegative(const BYTE *bcd)
+{
+    return (bcd[0] & signBit) != 0;
+}
+
+UINT32 signStatus(bool negative)
+{
+    return negative ? UINT32 {IsNegative} : 0;
+}
+
+UINT32 putZero(BYTE *bcd, const Layout &t)
+{
+    std::fill_n(bcd, t.ball, BYTE {0});
+    return IsZero;
+}
+
+UINT32 putNan(BYTE *bcd, const Layout &t, UINT32 status)
+{
+    if (t.ball > 0)
+        bcd[0] = nanByte;
+    return status;
+}
+
+// First pair that is not zero, or ball.
+int firstPair(const BYTE *bcd, int ball)
+{
+    int i = 0;
+    while (i < ball && (bcd[i] & pairMask) == 0)
+        ++i;
+    return i;
+}
+
+bool isAllZero(const BYTE *first, const BYTE *last)
+{
+    return std::all_of(first, last, [](BYTE b) { return b == 0; });
+}
+
+// -------------------------------------------------------- the plain way: rounding
+
+// Room for the widest temporary: 160 pairs before the point (a 19-digit integer
+// scaled by 10^300) and 128 after it (a product).
+using Pairs = std::array<BYTE, 320>;
+
+// Digit of weight 10^n, 0 outside the value. n >> 1 is the pair counted from the
+// point on both sides of it, and the odd n are the tens digits.
+int digitAt(const BYTE *bcd, const Layout &t, int n)
+{
+    if (n < -t.nfrac || n >= t.nint)
+        return 0;
+    const int i = t.bint - 1 - (n >> 1);
+    const int pair = i == 0 ? bcd[i] & pairMask : bcd[i];
+    return (n & 1) != 0 ? pair / 10 : pair % 10;
+}
+
+bool roundsUp(BCDIIroundstyle rs, bool negative, bool atLeastHalf)
+{
+    switch (rs) {
+    case BCDII_ROUND_UP:
+        return !negative;
+    case BCDII_ROUND_DOWN:
+        return negative;
+    case BCDII_ROUND_FROMZERO:
+        return true;
+    case BCDII_ROUND_TRUNC:
+        return false;
+    default:
+        return atLeastHalf;
+    }
+}
+
+// The rounding unit is above every digit of the type: what would be rounded up
+// does not fit. Deliberate: directed rounding reports 21, the others 17.
+UINT32 roundAllAway(BYTE *bcd, const Layout &t, bool negative, int firstLost, BCDIIroundstyle rs)
+{
+    if (roundsUp(rs, negative, firstLost >= 5)) {
+        const bool directed = rs == BCDII_ROUND_UP || rs == BCDII_ROUND_DOWN;
+        return putNan(bcd, t, NoResult | Overflow | signStatus(directed));
+    }
+    putZero(bcd, t);
+    return Rounded | IsZero;
+}
+
+// Adds a unit to the digit of weight 10^-fd.
+UINT32 incrementPlain(BYTE *bcd, const Layout &t, int fd)
+{
+    const int q = t.nint + fd - 1 + (t.nint & 1); // digit in whole pairs
+    int i = q >> 1;
+    int carry = (q & 1) != 0 ? 1 : 10;
+    for (; i > 0; --i) {
+        const int pair = bcd[i] + carry;
+        if (pair <= 99) {
+            bcd[i] = static_cast<BYTE>(pair);
+            return Rounded | signStatus(isNegative(bcd));
+        }
+        bcd[i] = static_cast<BYTE>(pair - 100);
+        carry = 1;
+    }
+    const int top = (bcd[0] & pairMask) + carry;
+    if (top > ((t.nint & 1) != 0 ? 9 : 99))
+        return putNan(bcd, t, Rounded | NoResult | Overflow);
+    bcd[0] = static_cast<BYTE>(top | (bcd[0] & signBit));
+    return Rounded | signStatus(isNegative(bcd));
+}
+
+// Rounds a value of type t in place so that no digit stands behind the fd-th
+// fraction digit.
+UINT32 roundPlain(BYTE *bcd, const Layout &t, int fd, BCDIIroundstyle rs)
+{
+    const bool negative = isNegative(bcd);
+    if (isAllZero(bcd, bcd + t.ball))
+        return IsZero;
+    if (t.nfrac <= fd)
+        return signStatus(negative);
+    const int firstLost = digitAt(bcd, t, -fd - 1);
+    if (-fd >= t.nint)
+        return roundAllAway(bcd, t, negative, firstLost, rs);
+    BYTE *const cut = bcd + t.bint + ((fd + 1) >> 1);
+    BYTE *const end = bcd + t.ball;
+    if (firstLost == 0 && isAllZero(cut, end))
+        return signStatus(negative);
+
+    std::fill(cut, end, BYTE {0});
+    if ((fd & 1) != 0) { // the pair before the cut keeps its tens digit
+        BYTE &last = bcd[t.bint + ((fd - 1) >> 1)];
+        last = static_cast<BYTE>((last & signBit) | ((last & pairMask) / 10 * 10));
+    }
+    if (roundsUp(rs, negative, firstLost >= 5))
+        return incrementPlain(bcd, t, fd);
+    if (firstPair(bcd, t.ball) < t.ball)
+        return Rounded | signStatus(negative);
+    bcd[0] = 0;
+    return Rounded | IsZero;
+}
+
+// Copies src to dst with rounding. The buffers may overlap.
+UINT32 copyPlain(BYTE *dst, const Layout &d, const BYTE *src, const Layout &s, BCDIIroundstyle rs)
+{
+    const int first = firstPair(src, s.ball);
+    if (first >= s.ball)
+        return putZero(dst, d);
+    const int pairs = s.bint - first; // from the first one to the point
+    const int position = 2 * pairs - ((src[first] & pairMask) > 9 ? 1 : 2);
+    if (position < lowestPosition)
+        return putZero(dst, d);
+    if (position >= d.nint)
+        return putNan(dst, d, NoResult | Overflow);
+
+    // position < nint: the first pair is not in front of the destination's first.
+    Pairs temporary {};
+    BYTE *const t = temporary.data();
+    const bool negative = isNegative(src);
+    std::copy_n(src + first, pairs + s.bfrac, t + d.bint - pairs);
+    t[d.bint - pairs] &= pairMask;
+    t[0] = static_cast<BYTE>(t[0] | (negative ? signBit : 0));
+    UINT32 status = signStatus(negative);
+    if (d.nfrac < s.nfrac)
+        status = roundPlain(t, Layout(d.nint + s.nfrac, s.nfrac), d.nfrac, rs);
+    if ((status & NoResult) != 0)
+        return putNan(dst, d, status);
+    std::copy_n(t, d.ball, dst);
+    return status;
+}
+
+// --------------------------------------------------- the short way: words of pairs
+
+using Word = UINT64;
+__extension__ using UInt128 = unsigned __int128;
+
+constexpr int wordPairs = 8;
+constexpr int windowWords = 4;
+constexpr int windowFraction = 31; // bytes: with more, a value may begin below position -62
+constexpr Word eachByte = 0x0101010101010101;
+constexpr Word bias = eachByte * 156; // what a pair lacks to carry at 100
+
+template<int N>
+using Words = std::array<Word, N>; // least significant first
+
+// Compilers make one load or store, and a byte swap where needed, of these.
+Word loadWord(const BYTE *p)
+{
+    return Word {p[0]} << 56 | Word {p[1]} << 48 | Word {p[2]} << 40 | Word {p[3]} << 32
+        | Word {p[4]} << 24 | Word {p[5]} << 16 | Word {p[6]} << 8 | Word {p[7]};
+}
+
+Word loadHalf(const BYTE *p)
+{
+    return Word {p[0]} << 24 | Word {p[1]} << 16 | Word {p[2]} << 8 | Word {p[3]};
+}
+
+void storeWord(BYTE *p, Word w)
+{
+    p[0] = static_cast<BYTE>(w >> 56);
+    p[1] = static_cast<BYTE>(w >> 48);
+    p[2] = static_cast<BYTE>(w >> 40);
+    p[3] = static_cast<BYTE>(w >> 32);
+    p[4] = static_cast<BYTE>(w >> 24);
+    p[5] = static_cast<BYTE>(w >> 16);
+    p[6] = static_cast<BYTE>(w >> 8);
+    p[7] = static_cast<BYTE>(w);
+}
+
+void storeHalf(BYTE *p, Word w)
+{
+    p[0] = static_cast<BYTE>(w >> 24);
+    p[1] = static_cast<BYTE>(w >> 16);
+    p[2] = static_cast<BYTE>(w >> 8);
+    p[3] = static_cast<BYTE>(w);
+}
+
+// 1 to 7 bytes as a number. The pieces overlap, so that none lies outside the
+// bytes and no loop is needed: with 3, bytes 0, 1 and 2; with 1, byte 0 three times.
+Word loadShort(const BYTE *p, int n)
+{
+    if (n >= 4)
+        return loadHalf(p) << (8 * (n - 4)) | loadHalf(p + n - 4);
+    const int middle = n >> 1;
+    return Word {p[0]} << (8 * (n - 1)) | Word {p[middle]} << (8 * (n - 1 - middle))
+        | Word {p[n - 1]};
+}
+
+void storeShort(BYTE *p, int n, Word w)
+{
+    if (n >= 4) {
+        storeHalf(p, w >> (8 * (n - 4)));
+        storeHalf(p + n - 4, w);
+        return;
+    }
+    const int middle = n >> 1;
+    p[0] = static_cast<BYTE>(w >> (8 * (n - 1)));
+    p[middle] = static_cast<BYTE>(w >> (8 * (n - 1 - middle)));
+    p[n - 1] = static_cast<BYTE>(w);
+}
+
+// n bytes (1 to 8 N) as a number without the sign bit of the first.
+template<int N>
+Words<N> loadWords(const BYTE *p, int n)
+{
+    Words<N> w {};
+    for (int j = 0; j < N; ++j) {
+        const int rest = n - wordPairs * j;
+        if (rest >= wordPairs)
+            w[j] = loadWord(p + rest - wordPairs);
+        else if (rest > 0)
+            w[j] = loadShort(p, rest);
+        if (rest > 0 && rest <= wordPairs)
+            w[j] &= ~Word {0} >> (65 - 8 * rest);
+    }
+    return w;
+}
+
+template<int N>
+void storeWords(BYTE *p, int n, const Words<N> &w, bool negative)
+{
+    for (int j = 0; j < N; ++j) {
+        const int rest = n - wordPairs * j;
+        if (rest <= 0)
+            break;
+        const Word top = rest <= wordPairs ? Word {negative} << (8 * rest - 1) : 0;
+        if (rest >= wordPairs)
+            storeWord(p + rest - wordPairs, w[j] | top);
+        else
+            storeShort(p, rest, w[j] | top);
+    }
+}
+
+template<int N>
+void shiftUp(Words<N> &w, int pairs)
+{
+    for (; pairs >= wordPairs; pairs -= wordPairs) {
+        for (int j = N - 1; j > 0; --j)
+            w[j] = w[j - 1];
+        w[0] = 0;
+    }
+    if (pairs == 0)
+        return;
+    const int shift = 8 * pairs;
+    for (int j = N - 1; j > 0; --j)
+        w[j] = w[j] << shift | w[j - 1] >> (64 - shift);
+    w[0] <<= shift;
+}
+
+// A value in a window that ends fraction bytes behind the point.
+template<int N>
+Words<N> loadAligned(const BYTE *bcd, const Layout &t, int fraction)
+{
+    Words<N> w = loadWords<N>(bcd, t.ball);
+    if (t.bfrac != fraction)
+        shiftUp<N>(w, fraction - t.bfrac);
+    return w;
+}
+
+// Words of the window that both byte ranges fit in, or 0 when there is none.
+int windowOf(int integerBytes, int fractionBytes, int shortest)
+{
+    const int words = (integerBytes + fractionBytes + wordPairs - 1) / wordPairs;
+    return shortest > 0 && words <= windowWords && fractionBytes <= windowFraction ? words : 0;
+}
+
+// Calls f with the number of words as a constant.
+template<typename F>
+auto withWords(int words, F f)
+{
+    switch (words) {
+    case 1:
+        return f(std::integral_constant<int, 1> {});
+    case 2:
+        return f(std::integral_constant<int, 2> {});
+    case 3:
+        return f(std::integral_constant<int, 3> {});
+    default:
+        return f(std::integral_constant<int, 4> {});
+    }
+}
+
+// ------------------------------------------------ the short way: rounding and storing
+
+// An exact magnitude, cut behind the destination's last byte.
+template<int N>
+struct Cut
+{
+    Words<N> kept; //!< ends with the destination's last byte
+    Word lost = 0; //!< the pairs behind, the first in the highest byte; others may be merged
+    bool tooWide = false; //!< more pairs stand in front of kept
+};
+
+// Whether the kept pairs fit nint digits: nothing in front of the first byte, and
+// no tens digit in it when nint is odd.
+template<int N>
+bool fits(const Words<N> &w, const Layout &d)
+{
+    bool ok = true;
+    for (int j = 0; j < N; ++j) {
+        const int rest = d.ball - wordPairs * j;
+        Word most = ~Word {0};
+        if (rest <= 0)
+            most = 0;
+        else if (rest <= wordPairs)
+            most = (Word {(d.nint & 1) != 0 ? 10U : 100U} << (8 * (rest - 1))) - 1;
+        ok &= w[j] <= most;
+    }
+    return ok;
+}
+
+// Adds unit to the last pair, carrying at 100.
+template<int N>
+bool increment(Words<N> &w, Word unit)
+{
+    w[0] += unit;
+    if ((w[0] & 0xFF) < 100)
+        return false;
+    w[0] -= 100;
+    for (int j = 0; j < N; ++j) {
+        for (int shift = j == 0 ? 8 : 0; shift < 64; shift += 8) {
+            if ((w[j] >> shift & 0xFF) != 99) {
+                w[j] += Word {1} << shift;
+                return true;
+            }
+            w[j] -= Word {99} << shift;
+        }
+    }
+    w[N - 1] = Word {100} << 56; // fits nowhere
+    return true;
+}
+
+// Rounds a cut magnitude to the destination; on success kept is the result.
+// sourceFraction is the number of digits after the point that the source's type has.
+template<int N>
+UINT32 roundCut(Cut<N> &cut, const Layout &d, int sourceFraction, bool negative, BCDIIroundstyle rs)
+{
+    Word any = cut.lost;
+    for (Word w : cut.kept)
+        any |= w;
+    if (cut.tooWide || !fits<N>(cut.kept, d))
+        return NoResult | Overflow;
+    if (any == 0)
+        return IsZero;
+
+    // The first lost digit is the tens digit of a whole pair, or with an odd nfrac
+    // the units digit of the last pair kept.
+    bool atLeastHalf = cut.lost >= Word {50} << 56;
+    Word unit = 1;
+    if ((d.nfrac & 1) != 0 && d.nfrac < sourceFraction) {
+        const Word units = (cut.kept[0] & 0xFF) % 10;
+        cut.kept[0] -= units;
+        cut.lost |= units;
+        atLeastHalf = units >= 5;
+        unit = 10;
+    }
+    if (cut.lost == 0)
+        return signStatus(negative);
+    if (roundsUp(rs, negative, atLeastHalf)) {
+        if ((increment<N>(cut.kept, unit) || d.ball == 1) && !fits<N>(cut.kept, d))
+            return Rounded | NoResult | Overflow;
+        return Rounded | signStatus(negative);
+    }
+    any = 0;
+    for (Word w : cut.kept)
+        any |= w;
+    return any == 0 ? Rounded | IsZero : Rounded | signStatus(negative);
+}
+
+template<int N>
+UINT32 deliver(BYTE *dst, const Layout &d, Cut<N> &cut, int sourceFraction, bool negative,
+               BCDIIroundstyle rs)
+{
+    const UINT32 status = roundCut<N>(cut, d, sourceFraction, negative, rs);
+    if ((status & NoResult) != 0)
+        return putNan(dst, d, status);
+    storeWords<N>(dst, d.ball, cut.kept, (status & IsNegative) != 0);
+    return status;
+}
+
+// Drops pairs from the end of the window.
+template<int N>
+Cut<N> cutWindow(const Words<N> &w, int pairs)
+{
+    Cut<N> cut {w};
+    Words<N> &kept = cut.kept;
+    for (; pairs >= wordPairs; pairs -= wordPairs) {
+        cut.lost = kept[0] | (cut.lost != 0 ? 1 : 0);
+        for (int j = 0; j + 1 < N; ++j)
+            kept[j] = kept[j + 1];
+        kept[N - 1] = 0;
+    }
+    if (pairs == 0)
+        return cut;
+    const int shift = 8 * pairs;
+    cut.lost = kept[0] << (64 - shift) | (cut.lost != 0 ? 1 : 0);
+    for (int j = 0; j + 1 < N; ++j)
+        kept[j] = kept[j] >> shift | kept[j + 1] << (64 - shift);
+    kept[N - 1] >>= shift;
+    return cut;
+}
+
+UINT32 copyInternal(BYTE *dst, const Layout &d, const BYTE *src, const Layout &s,
+                    BCDIIroundstyle rs)
+{
+    const int fraction = std::max(d.bfrac, s.bfrac);
+    const int words = windowOf(std::max(d.bint, s.bint), fraction, std::min(d.ball, s.ball));
+    if (words == 0)
+        return copyPlain(dst, d, src, s, rs);
+    return withWords(words, [&](auto count) {
+        constexpr int N = count;
+        const bool negative = isNegative(src);
+        Cut<N> cut = cutWindow<N>(loadAligned<N>(src, s, fraction), fraction - d.bfrac);
+        return deliver<N>(dst, d, cut, s.nfrac, negative, rs);
+    });
+}
+
+// ------------------------------------------------------------------ comparison
+
+template<int N>
+bool isLess(const Words<N> &a, const Words<N> &b)
+{
+    bool less = false;
+    for (int j = 0; j < N; ++j)
+        less = (a[j] < b[j]) | ((a[j] == b[j]) & less);
+    return less;
+}
+
+int pairOrZero(const BYTE *bcd, const Layout &t, int i)
+{
+    return i >= 0 && i < t.ball ? bcd[i] & pairMask : 0;
+}
+
+int compareMagnitudesPlain(const BYTE *a, const Layout &at, const BYTE *b, const Layout &bt)
+{
+    const int fraction = std::max(at.bfrac, bt.bfrac);
+    for (int place = std::max(at.bint, bt.bint); place > -fraction; --place) {
+        const int x = pairOrZero(a, at, at.bint - place);
+        const int y = pairOrZero(b, bt, bt.bint - place);
+        if (x != y)
+            return x < y ? -1 : 1;
+    }
+    return 0;
+}
+
+int compareMagnitudes(const BYTE *a, const Layout &at, const BYTE *b, const Layout &bt)
+{
+    const int fraction = std::max(at.bfrac, bt.bfrac);
+    const int words = windowOf(std::max(at.bint, bt.bint), fraction, std::min(at.ball, bt.ball));
+    if (words == 0)
+        return compareMagnitudesPlain(a, at, b, bt);
+    return withWords(words, [&](auto count) {
+        constexpr int N = count;
+        const Words<N> x = loadAligned<N>(a, at, fraction);
+        const Words<N> y = loadAligned<N>(b, bt, fraction);
+        return int {isLess<N>(y, x)} - int {isLess<N>(x, y)};
+    });
+}
+
+// Raw bytes of one layout. The last word overlaps the one before it, which is
+// known to be equal there.
+int compareBytes(const BYTE *a, const BYTE *b, int n)
+{
+    if (n < wordPairs) {
+        if (n <= 0)
+            return 0;
+        const Word x = loadShort(a, n);
+        const Word y = loadShort(b, n);
+        return int {x > y} - int {x < y};
+    }
+    for (int i = 0; i < n; i += wordPairs) {
+        const int at = std::min(i, n - wordPairs);
+        const Word x = loadWord(a + at);
+        const Word y = loadWord(b + at);
+        if (x != y)
+            return x < y ? -1 : 1;
+    }
+    return 0;
+}
+
+// -------------------------------------------------------------------- addition
+
+// Where a value's pairs begin in an array whose point is at byte point.
+void placePairs(Pairs &pairs, int point, const BYTE *bcd, const Layout &t)
+{
+    if (t.ball == 0)
+        return;
+    std::copy_n(bcd, t.ball, pairs.begin() + point - t.bint);
+    pairs[point - t.bint] &= pairMask;
+}
+
+void addPairs(Pairs &sum, const Pairs &b, int size)
+{
+    int carry = 0;
+    for (int i = size - 1; i >= 0; --i) {
+        const int pair = sum[i] + b[i] + carry;
+        carry = pair > 99 ? 1 : 0;
+        sum[i] = static_cast<BYTE>(pair - 100 * carry);
+    }
+}
+
+// The first is not the smaller, so that no borrow is left at the end.
+void subtractPairs(Pairs &difference, const Pairs &b, int size)
+{
+    int borrow = 0;
+    for (int i = size - 1; i >= 0; --i) {
+        const int pair = difference[i] - b[i] - borrow;
+        borrow = pair < 0 ? 1 : 0;
+        difference[i] = static_cast<BYTE>(pair + 100 * borrow);
+    }
+}
+
+UINT32 addPlain(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, const BYTE *b,
+                const Layout &bt, BCDIIroundstyle rs)
+{
+    const int point = std::max({at.bint, bt.bint, 0}) + 1; // a byte for the carry
+    const int fraction = std::max({at.bfrac, bt.bfrac, 0});
+    bool negative = isNegative(a);
+    Pairs x {};
+    Pairs y {};
+    placePairs(x, point, a, at);
+    placePairs(y, point, b, bt);
+    if (negative == isNegative(b)) {
+        addPairs(x, y, point + fraction);
+    } else {
+        if (x < y) {
+            std::swap(x, y);
+            negative = !negative;
+        }
+        subtractPairs(x, y, point + fraction);
+    }
+    x[0] = static_cast<BYTE>(x[0] | (negative ? signBit : 0));
+    return copyPlain(ret, d, x.data(), Layout(2 * (point + fraction), 2 * fraction), rs);
+}
+
+// Adds b to a, or with subtract (all ones, else 0) takes it away, and returns the
+// carry. Pairs add like bytes when every byte of one operand is raised by 156: it
+// overflows exactly when the pair reaches 100. To subtract is to add the hundred's
+// complement, 99 - pair, raised by 156: that is the byte's own complement. In the
+// sum, a byte without a carry out of it still holds the 156 and gets rid of it.
+template<int N>
+bool addWords(Words<N> &a, const Words<N> &b, Word subtract)
+{
+    bool carry = subtract != 0;
+    for (int j = 0; j < N; ++j) {
+        const Word y = (b[j] + (bias & ~subtract)) ^ subtract;
+        const Word partial = a[j] + y;
+        const Word sum = partial + Word {carry};
+        const Word into = a[j] ^ y ^ sum; // bit 0 of a byte: a carry came in
+        carry = (partial < y) | (sum < partial);
+        const Word out = (into >> 8 & (eachByte >> 8)) | Word {carry} << 56;
+        a[j] = sum - (out ^ eachByte) * 156;
+    }
+    return carry && subtract == 0;
+}
+
+UINT32 addInternal(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, const BYTE *b,
+                   const Layout &bt, BCDIIroundstyle rs)
+{
+    const int fraction = std::max({at.bfrac, bt.bfrac, d.bfrac});
+    const int words = windowOf(std::max({at.bint, bt.bint, d.bint}), fraction,
+                               std::min({at.ball, bt.ball, d.ball}));
+    if (words == 0)
+        return addPlain(ret, d, a, at, b, bt, rs);
+    return withWords(words, [&](auto count) {
+        constexpr int N = count;
+        Words<N> x = loadAligned<N>(a, at, fraction);
+        Words<N> y = loadAligned<N>(b, bt, fraction);
+        bool negative = isNegative(a);
+        const Word subtract = negative != isNegative(b) ? ~Word {0} : 0;
+        const Word swap = isLess<N>(x, y) ? subtract : 0;
+        for (int j = 0; j < N; ++j) {
+            const Word change = (x[j] ^ y[j]) & swap;
+            x[j] ^= change;
+            y[j] ^= change;
+        }
+        negative ^= swap != 0;
+        // A carry out of the window is beyond every integer digit of the result.
+        const bool tooWide = addWords<N>(x, y, subtract);
+        Cut<N> cut = cutWindow<N>(x, fraction - d.bfrac);
+        cut.tooWide = tooWide;
+        return deliver<N>(ret, d, cut, 2 * std::max(at.bfrac, bt.bfrac), negative, rs);
+    });
+}
+
+// ---------------------------------------------------------------- binary limbs
+
+// A limb is the number that a word of pairs stands for, below 10^16.
+constexpr Word limbBase = 10'000'000'000'000'000;
+
+// Folds neighbours three times: pairs to fours, fours to eights, eights to one.
+// Of high * 2^k + low, taking high * (2^k - 10^m) leaves high * 10^m + low.
+Word toLimb(Word pairs)
+{
+    Word x = pairs - (pairs >> 8 & 0x00FF00FF00FF00FF) * (0x100 - 100);
+    x -= (x >> 16 & 0x0000FFFF0000FFFF) * (0x10000 - 10'000);
+    return x - (x >> 32) * (0x100000000 - 100'000'000);
+}
+
+// The inverse of toLimb(): splits eights, fours and pairs. The reciprocals are exact
+// for their ranges: 109951163 / 2^40 for 1 / 10^4 below 10^8, 10486 / 2^20 for 1 / 100
+// below 10^4.
+Word toPairs(Word limb)
+{
+    constexpr Word lanes = 0x0000007F0000007F;
+    const Word high = limb / 100'000'000;
+    const Word low = limb - high * 100'000'000;
+    const Word fours = (high * 109951163 >> 40) << 32 | low * 109951163 >> 40;
+    const Word otherFours = (high << 32 | low) - fours * 10'000;
+    const Word hundreds = fours * 10486 >> 20 & lanes;
+    const Word otherHundreds = otherFours * 10486 >> 20 & lanes;
+    return (fours + hundreds * (0x100 - 100)) << 16 | (otherFours + otherHundreds * (0x100 - 100));
+}
+
+// Divides by limbBase. Let x' = floor(x / 2^46), below 2^63 for x < 2^109, and r =
+// floor(2^110 / limbBase). Then x / limbBase exceeds x' r / 2^64 by less than
+// 2^46 / limbBase + x' / 2^64 < 0.51, so the estimate is right or one too small.
+Word splitLimb(UInt128 x, Word *remainder)
+{
+    constexpr Word reciprocal = static_cast<Word>((UInt128 {1} << 110) / limbBase);
+    Word quotient = static_cast<Word>(UInt128 {static_cast<Word>(x >> 46)} * reciprocal >> 64);
+    Word rest = static_cast<Word>(x) - quotient * limbBase;
+    const bool more = rest >= limbBase;
+    *remainder = rest - (more ? limbBase : 0);
+    return quotient + Word {more};
+}
+
+// A magnitude in limbs, least significant first, the last of which ends fraction
+// bytes behind the point.
+struct Limbs
+{
+    const Word *limb;
+    int count;
+    int fraction;
+};
+
+Word limbAt(const Limbs &x, int i)
+{
+    return i >= 0 && i < x.count ? x.limb[i] : 0;
+}
+
+bool anyLimb(const Limbs &x, int first, int last)
+{
+    Word any = 0;
+    for (int i = std::max(first, 0); i < std::min(last, x.count); ++i)
+        any |= x.limb[i];
+    return any != 0;
+}
+
+// Cuts behind the last byte of the destination and turns only those limbs into
+// pairs that it needs; of the others it matters whether they are zero.
+template<int N>
+Cut<N> cutLimbs(const Limbs &x, const Layout &d)
+{
+    const int drop = x.fraction - d.bfrac; // negative: zeros follow
+    const int first = drop >> 3;
+    const int shift = 8 * (drop & 7);
+    Cut<N> cut;
+    if (shift == 0) {
+        for (int j = 0; j < N; ++j)
+            cut.kept[j] = toPairs(limbAt(x, first + j));
+        cut.lost = toPairs(limbAt(x, first - 1)) | Word {anyLimb(x, 0, first - 1)};
+        cut.tooWide = anyLimb(x, first + N, x.count);
+        return cut;
+    }
+    Word next = toPairs(limbAt(x, first));
+    cut.lost = next << (64 - shift) | Word {anyLimb(x, 0, first)};
+    for (int j = 0; j < N; ++j) {
+        const Word low = next >> shift;
+        next = toPairs(limbAt(x, first + j + 1));
+        cut.kept[j] = low | next << (64 - shift);
+    }
+    cut.tooWide = next >> shift != 0 || anyLimb(x, first + N + 1, x.count);
+    return cut;
+}
+
+// Writes a magnitude in limbs. Falls back to the plain way where a value may begin
+// below the lowest position.
+UINT32 deliverLimbs(BYTE *dst, const Layout &d, const Limbs &x, bool negative, BCDIIroundstyle rs)
+{
+    const int words = windowOf(d.ball - d.bfrac, d.bfrac, d.ball);
+    if (words != 0 && x.fraction <= windowFraction) {
+        return withWords(words, [&](auto count) {
+            Cut<count> cut = cutLimbs<count>(x, d);
+            return deliver<count>(dst, d, cut, 2 * x.fraction, negative, rs);
+        });
+    }
+    std::array<BYTE, wordPairs * 2 * windowWords> pairs {};
+    const int size = wordPairs * x.count;
+    for (int i = 0; i < x.count; ++i)
+        storeWord(pairs.data() + size - wordPairs * (i + 1), toPairs(x.limb[i]));
+    pairs[0] = static_cast<BYTE>(pairs[0] | (negative ? signBit : 0));
+    return copyPlain(dst, d, pairs.data(), Layout(2 * size, 2 * x.fraction), rs);
+}
+
+// -------------------------------------------------------------- multiplication
+
+UINT32 mulPlain(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, const BYTE *b,
+                const Layout &bt, BCDIIroundstyle rs)
+{
+    const int size = at.ball + bt.ball; // at most 128
+    Pairs product {};
+    for (int i = at.ball - 1; i >= 0; --i) {
+        const int factor = i == 0 ? a[i] & pairMask : a[i];
+        int carry = 0;
+        for (int j = bt.ball - 1; j >= 0; --j) {
+            const int pair = (j == 0 ? b[j] & pairMask : b[j]) * factor + product[i + j + 1] + carry;
+            product[i + j + 1] = static_cast<BYTE>(pair % 100);
+            carry = pair / 100;
+        }
+        product[i] = static_cast<BYTE>(carry);
+    }
+    product[0] = static_cast<BYTE>(product[0] | ((a[0] ^ b[0]) & signBit));
+    return copyPlain(ret, d, product.data(), Layout(2 * size, 2 * (at.bfrac + bt.bfrac)), rs);
+}
+
+// Column by column. A column sums at most 4 products below 10^32 and a carry, which
+// splitLimb() takes.
+template<int NA, int NB>
+void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *product)
+{
+    Words<NA> x = loadWords<NA>(a, aBall);
+    Words<NB> y = loadWords<NB>(b, bBall);
+    for (Word &w : x)
+        w = toLimb(w);
+    for (Word &w : y)
+        w = toLimb(w);
+    Word carry = 0;
+    for (int k = 0; k < NA + NB - 1; ++k) {
+        UInt128 column = carry;
+        for (int i = std::max(0, k - NB + 1); i <= std::min(k, NA - 1); ++i)
+            column += UInt128 {x[i]} * y[k - i];
+        carry = splitLimb(column, &product[k]);
+    }
+    product[NA + NB - 1] = carry;
+}
+
+UINT32 mulInternal(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, const BYTE *b,
+                   const Layout &bt, BCDIIroundstyle rs)
+{
+    constexpr int most = wordPairs * windowWords;
+    if (at.ball < bt.ball)
+        return mulInternal(ret, d, b, bt, a, at, rs);
+    if (at.ball > most || bt.ball < 1)
+        return mulPlain(ret, d, a, at, b, bt, rs);
+    const bool negative = isNegative(a) != isNegative(b);
+    const int aWords = (at.ball + wordPairs - 1) / wordPairs;
+    const int bWords = (bt.ball + wordPairs - 1) / wordPairs;
+    std::array<Word, 2 * windowWords> product;
+    withWords(aWords, [&](auto aCount) {
+        withWords(bWords, [&](auto bCount) {
+            if constexpr (bCount <= aCount)
+                multiplyLimbs<aCount, bCount>(a, at.ball, b, bt.ball, product.data());
+        });
+    });
+    const Limbs limbs {product.data(), aWords + bWords, at.bfrac + bt.bfrac};
+    return deliverLimbs(ret, d, limbs, negative, rs);
+}
+
+// ------------------------------------------------------------------- conversion
+
+// Beyond this a count of fraction digits makes no more difference: all digits of
+// every type are on one side of the point. Even, so that parity is kept.
+constexpr int farAway = 300;
+
+int nearFractionDigits(int fd)
+{
+    return fd > farAway ? farAway : fd < -farAway ? -farAway : fd;
+}
+
+// 10.0^i for i = -128 to 128, by repeated multiplication or division, whose
+// roundings are part of the conversions.
+constexpr auto powersOfTen = [] {
+    std::array<double, 257> powers {};
+    powers[128] = 1.0;
+    for (int i = 1; i <= 128; ++i) {
+        powers[128 + i] = powers[128 + i - 1] * 10.0;
+        powers[128 - i] = powers[128 - i + 1] / 10.0;
+    }
+    return powers;
+}();
+
+double power10(int i)
+{
+    return powersOfTen[128 + i];
+}
+
+UINT32 putInteger(BYTE *dst, const Layout &d, UINT64 i64, int fd)
+{
+    fd = nearFractionDigits(fd);
+    const Word part = (fd & 1) != 0 ? limbBase / 10 : limbBase; // times 10 to fill a pair
+    const Word scale = limbBase / part;
+    const Word limb[] = {i64 % part * scale, i64 / part};
+    return deliverLimbs(dst, d, {limb, 2, (fd + 1) >> 1}, false, BCDII_ROUND_TRUNC);
+}
+
+// The 19 digits of a value rounded to fd fraction digits, as the bytes that a type
+// of 19 digits and fd after the point would hold.
+UINT32 roundTo19Digits(UINT64 *magnitude, const BYTE *bcd, const Layout &t, int fd,
+                       BCDIIroundstyle rs)
+{
+    const Layout d(19, nearFractionDigits(fd));
+    std::array<BYTE, 10> digits {};
+    const UINT32 status = copyInternal(digits.data(), d, bcd, t, rs);
+    if ((status & (NoResult | IsZero)) != 0)
+        return status;
+    const Word high = loadShort(digits.data(), 2) & 0x7FFF;
+    const Word low = toLimb(loadWord(digits.data() + 2));
+    const Word units = (d.nfrac & 1) != 0 ? 10 : 1;
+    // An odd fd has a digit of padding: 20 digits, more than a word holds.
+    *magnitude = toLimb(high) * (limbBase / units) + low / units;
+    return status;
+}
+
+constexpr double doubleExact = 9007199254740992.0; // 2^53: integers below are exact
+constexpr double tolerance = 0.125;
+
+// Writes the lowest pairs of an integer to the first ball bytes and tells whether
+// that was all of it.
+bool putLowPairs(BYTE *bcd, int ball, Word high, Word low, int nint)
+{
+    int i = ball;
+    for (; i > 0 && (high | low) != 0; --i) {
+        bcd[i - 1] = static_cast<BYTE>(low & 0xFF);
+        low = low >> 8 | high << 56;
+        high >>= 8;
+    }
+    return (high | low) == 0 && (ball == 0 || (nint & 1) == 0 || bcd[0] < 10);
+}
+
+// The places below 2^53 in integers; x holds none but pairs of bytes from ball on.
+bool putExact(BYTE *bcd, int ball, double x, bool oddFraction, int nint)
+{
+    const Word integer = static_cast<Word>(x) * (oddFraction ? 10 : 1);
+    return putLowPairs(bcd, ball, toPairs(integer / limbBase), toPairs(integer % limbBase), nint);
+}
+
+// Takes the lowest digits (base 10 or 100) off x in double arithmetic.
+double takeDigits(double *x, double base)
+{
+    const double digits = std::fmod(*x, base);
+    *x = std::floor((*x - digits) / base + tolerance);
+    return digits;
+}
+
+// Places the integer x; false when it does not fit.
+bool putDouble(BYTE *bcd, const Layout &t, double x)
+{
+    int ball = t.ball;
+    bool oddFraction = (t.nfrac & 1) != 0;
+    while (x >= doubleExact && ball > 0) {
+        const bool single = ball == 1 && (t.nint & 1) != 0;
+        if (oddFraction)
+            bcd[ball - 1] = static_cast<BYTE>(takeDigits(&x, 10.0) * 10.0 + tolerance);
+        else
+            bcd[ball - 1] = static_cast<BYTE>(takeDigits(&x, single ? 10.0 : 100.0) + tolerance);
+        oddFraction = false;
+        --ball;
+    }
+    if (x >= doubleExact || ball == 0)
+        return x <= tolerance;
+    return putExact(bcd, ball, x, oddFraction, t.nint);
+}
+
+// ------------------------------------------------------------------------- text
+
+constexpr int parseBuffer = 63; // bytes
+constexpr int mostFractionDigits = 127;
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+const char *skipZeros(const char *p)
+{
+    while (*p == '0')
+        ++p;
+    return p;
+}
+
+const char *skipDigits(const char *p)
+{
+    while (isDigit(*p))
+        ++p;
+    return p;
+}
+
+// A number found in a text.
+struct Found
+{
+    const char *integer = nullptr; //!< first integer digit that is not a leading zero
+    const char *fraction = nullptr; //!< first digit after the point that is not one
+    std::ptrdiff_t nint = 0; //!< digits before the point; negative: zeros after it
+    std::ptrdiff_t nfrac = 0; //!< digits after the point, with those zeros
+    bool negative = false;
+    bool anyDigit = false;
+    bool anySignificant = false;
+};
+
+Found findNumber(const char *p)
+{
+    Found found;
+    while (*p == '\t' || *p == '\n' || *p == '\r' || *p == ' ')
+        ++p;
+    found.negative = *p == '-';
+    if (*p == '-' || *p == '+')
+        ++p;
+    found.integer = skipZeros(p);
+    const char *last = skipDigits(found.integer);
+    found.nint = last - found.integer;
+    found.anyDigit = last != p;
+    found.anySignificant = found.nint > 0;
+    found.fraction = last;
+    if ((*last != '.' && *last != ',') || !isDigit(last[1]))
+        return found;
+
+    const char *const point = last + 1;
+    found.anyDigit = true;
+    found.fraction = found.nint > 0 ? point : skipZeros(point);
+    last = skipDigits(found.fraction);
+    found.nfrac = last - point;
+    if (found.nint == 0) {
+        found.nint = point - found.fraction;
+        found.anySignificant = last != found.fraction;
+    }
+    return found;
+}
+
+// Packs count digits, the first into the tens place unless it stands alone; a digit
+// left over is followed by padding.
+BYTE *packDigits(BYTE *out, const char *digit, std::ptrdiff_t count, bool firstAlone)
+{
+    if (firstAlone && count > 0) {
+        *out++ = static_cast<BYTE>(*digit++ - '0');
+        --count;
+    }
+    for (; count > 1; count -= 2, digit += 2)
+        *out++ = static_cast<BYTE>(10 * (digit[0] - '0') + (digit[1] - '0'));
+    if (count > 0)
+        *out++ = static_cast<BYTE>(10 * (digit[0] - '0'));
+    return out;
+}
+
+constexpr auto pairTexts = [] {
+    std::array<char, 256> texts {};
+    for (int pair = 0; pair < 128; ++pair) {
+        texts[2 * pair] = static_cast<char>('0' + pair / 10 % 10);
+        texts[2 * pair + 1] = static_cast<char>('0' + pair % 10);
+    }
+    return texts;
+}();
+
+} // namespace
+
+// ----------------------------------------------------------------- value format
+
+void BCDIIInit(void *bcd_dst, BCDIIType type)
+{
+    storeHeader(bcd_dst, type);
+    dataOf(bcd_dst)[0] = nanByte;
+}
+
+BCDIIType BCDIIGetType(const void *bcd_)
+{
+    BCDIIStoreType word;
+    std::memcpy(&word, bcd_, sizeof word);
+    return word;
+}
+
+BOOL BCDIICheckType(BCDIIType type)
+{
+    const int nfrac = static_cast<std::int8_t>(type);
+    const int nall = static_cast<std::int8_t>(type >> 8);
+    return nall >= 1 && nall <= 63 && nfrac >= -62 && nfrac <= 62 ? 1 : 0;
+}
+
+UINT32 BCDIICheck(const void *bcd_, BCDIIType type)
+{
+    if (BCDIICheckType(type) == 0)
+        return Invalid;
+    const BYTE *const bcd = bytes(bcd_);
+    const Layout t(type);
+    if (bcd[0] == nanByte)
+        return NanOperand | Invalid;
+    const int last = bcd[t.ball - 1] & pairMask;
+    if ((t.nfrac & 1) != 0 && (last > 90 || last % 10 != 0))
+        return Invalid;
+    if ((bcd[0] & pairMask) > ((t.nint & 1) != 0 ? 9 : 99))
+        return Invalid;
+    if (std::any_of(bcd + 1, bcd + t.ball, [](BYTE b) { return b > 99; }))
+        return Invalid;
+    if (firstPair(bcd, t.ball) < t.ball)
+        return signStatus(isNegative(bcd));
+    return isNegative(bcd) ? Invalid : IsZero;
+}
+
+UINT32 BCDIICheck(const void *bcd_)
+{
+    return BCDIICheck(dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+void BCDIISetZero(void *bcd_dst)
+{
+    putZero(dataOf(bcd_dst), Layout(BCDIIGetType(bcd_dst)));
+}
+
+void BCDIISetMax(void *bcd_, BCDIIType type)
+{
+    const Layout t(type);
+    if (t.ball <= 0)
+        return;
+    BYTE *const bcd = bytes(bcd_);
+    std::fill_n(bcd, t.ball, BYTE {99});
+    if ((t.nfrac & 1) != 0)
+        bcd[t.ball - 1] = 90;
+    if ((t.nint & 1) != 0)
+        bcd[0] = 9;
+}
+
+void BCDIISetMax(void *bcd_)
+{
+    BCDIISetMax(dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+void BCDIISetMin(void *bcd, BCDIIType type)
+{
+    BCDIISetMax(bcd, type);
+    if (Layout(type).ball > 0)
+        bytes(bcd)[0] |= signBit;
+}
+
+void BCDIISetMin(void *bcd_)
+{
+    BCDIISetMin(dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+UINT32 BCDIINeg(void *bcd, BCDIIType type)
+{
+    BYTE *const b = bytes(bcd);
+    if (isNan(b))
+        return NanOperand | Invalid | NoResult;
+    const Layout t(type);
+    if (isAllZero(b, b + std::max(t.ball, 0)))
+        return IsZero;
+    b[0] ^= signBit;
+    return signStatus(isNegative(b));
+}
+
+UINT32 BCDIINeg(void *bcd_)
+{
+    return BCDIINeg(dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+UINT32 BCDIICopy(void *dst_, BCDIIType dstType, const void *src_, BCDIIType srcType,
+                 BCDIIroundstyle rs)
+{
+    const Layout d(dstType);
+    if (isNan(bytes(src_)))
+        return putNan(bytes(dst_), d, NanOperand | Invalid | NoResult);
+    return copyInternal(bytes(dst_), d, bytes(src_), Layout(srcType), rs);
+}
+
+UINT32 BCDIICopy(void *dst_, const void *src_)
+{
+    return BCDIICopy(dataOf(dst_), BCDIIGetType(dst_), dataOf(src_), BCDIIGetType(src_),
+                     BCDII_ROUND_NEAREST);
+}
+
+int BCDIICmp(const void *a, BCDIIType aType, const void *b, BCDIIType bType)
+{
+    const BYTE *const x = bytes(a);
+    const BYTE *const y = bytes(b);
+    if (isNegative(x) != isNegative(y))
+        return isNegative(x) ? -1 : 1;
+    const int order = isSameType(aType, bType)
+        ? compareBytes(x, y, Layout(aType).ball)
+        : compareMagnitudes(x, Layout(aType), y, Layout(bType));
+    return isNegative(x) ? -order : order;
+}
+
+int BCDIICmp(const void *a_, const void *b_)
+{
+    return BCDIICmp(dataOf(a_), BCDIIGetType(a_), dataOf(b_), BCDIIGetType(b_));
+}
+
+// ------------------------------------------------------------------- arithmetic
+
+UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
+                BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout d(retType);
+    if (isNan(bytes(a_)) || isNan(bytes(b_)))
+        return putNan(bytes(ret), d, NanOperand | Invalid | NoResult);
+    return addInternal(bytes(ret), d, bytes(a_), Layout(aType), bytes(b_), Layout(bType), rs);
+}
+
+UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
+{
+    return BCDIIAdd(dataOf(ret_), BCDIIGetType(ret_), dataOf(a_), BCDIIGetType(a_), dataOf(b_),
+                    BCDIIGetType(b_), BCDII_ROUND_NEAREST);
+}
+
+UINT32 BCDIIMul(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
+                BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout d(retType);
+    if (isNan(bytes(a_)) || isNan(bytes(b_)))
+        return putNan(bytes(ret), d, NanOperand | Invalid | NoResult);
+    return mulInternal(bytes(ret), d, bytes(a_), Layout(aType), bytes(b_), Layout(bType), rs);
+}
+
+UINT32 BCDIIMul(void *ret_, const void *a_, const void *b_)
+{
+    return BCDIIMul(dataOf(ret_), BCDIIGetType(ret_), dataOf(a_), BCDIIGetType(a_), dataOf(b_),
+                    BCDIIGetType(b_), BCDII_ROUND_NEAREST);
+}
+
+// ------------------------------------------------------------------- conversion
+
+UINT32 BCDIIGetFromUInt64(void *bcd, BCDIIType type, UINT64 i64, int fd)
+{
+    return putInteger(bytes(bcd), Layout(type), i64, fd);
+}
+
+UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd)
+{
+    return BCDIIGetFromUInt64(dataOf(bcd_dst), BCDIIGetType(bcd_dst), i64, fd);
+}
+
+UINT32 BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, INT64 i64, int fd)
+{
+    const Layout t(type);
+    BYTE *const bcd = bytes(bcd_dst);
+    if (i64 >= 0)
+        return putInteger(bcd, t, static_cast<UINT64>(i64), fd);
+    const UINT32 status = putInteger(bcd, t, 0 - static_cast<UINT64>(i64), fd);
+    // Deliberate: zero and NaN get the sign as well.
+    if (t.ball > 0)
+        bcd[0] |= signBit;
+    return status | IsNegative;
+}
+
+UINT32 BCDIIGetFromInt64(void *bcd_dst, INT64 i64, int fd)
+{
+    return BCDIIGetFromInt64(dataOf(bcd_dst), BCDIIGetType(bcd_dst), i64, fd);
+}
+
+UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
+{
+    if (isNan(bytes(bcd)))
+        return NanOperand | Invalid | NoResult;
+    UINT64 magnitude = 0;
+    const UINT32 status = roundTo19Digits(&magnitude, bytes(bcd), Layout(type), fd, rs);
+    if ((status & Overflow) != 0)
+        return NoResult | Overflow; // also where a rounding carry overflowed
+    const bool negative = (status & IsNegative) != 0;
+    const auto most = static_cast<UINT64>(std::numeric_limits<INT64>::max());
+    if (magnitude > most + (negative ? 1 : 0))
+        return NoResult | Overflow;
+    *pi64 = static_cast<INT64>(negative ? 0 - magnitude : magnitude);
+    return status;
+}
+
+UINT32 BCDII2Int64(INT64 *pi64, const void *bcd_, int fd)
+{
+    return BCDII2Int64(pi64, dataOf(bcd_), BCDIIGetType(bcd_), fd, BCDII_ROUND_NEAREST);
+}
+
+UINT32 BCDII2Double(double *dbl, const void *bcd, BCDIIType type)
+{
+    const BYTE *const b = bytes(bcd);
+    if (isNan(b))
+        return NanOperand | Invalid | NoResult;
+    const Layout t(type);
+    int i = firstPair(b, t.ball);
+    if (i >= t.ball) {
+        *dbl = 0.0;
+        return IsZero;
+    }
+    // Seven pairs are below 2^53, where integers and doubles agree.
+    const int exact = std::min(i + 7, t.ball);
+    INT64 leading = b[i] & pairMask;
+    for (++i; i < exact; ++i)
+        leading = leading * 100 + b[i];
+    auto value = static_cast<double>(leading);
+    for (; i < t.ball; ++i)
+        value = value * 100.0 + b[i];
+    value /= power10(2 * t.bfrac);
+    *dbl = isNegative(b) ? -value : value;
+    return signStatus(isNegative(b));
+}
+
+UINT32 BCDII2Double(double *dbl, const void *bcd_)
+{
+    return BCDII2Double(dbl, dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+UINT32 BCDIIGetFromDouble(void *bcd_, double src, BCDIIType type)
+{
+    constexpr double integral = 4503599627370496.0; // 2^52: no fraction from here on
+    const Layout t(type);
+    BYTE *const bcd = bytes(bcd_);
+    putZero(bcd, t);
+    double x = std::fabs(src) * power10(t.nfrac) + 0.5;
+    if (x < integral)
+        x = static_cast<double>(static_cast<INT64>(x));
+    if (x < tolerance)
+        return IsZero;
+    if (std::isnan(x))
+        return 0; // nothing compares with it: no digit is placed, no sign seen
+    if (std::isinf(x) || !putDouble(bcd, t, x))
+        return putNan(bcd, t, NoResult | Overflow);
+    if (src < 0 && t.ball > 0)
+        bcd[0] |= signBit;
+    return signStatus(src < 0);
+}
+
+UINT32 BCDIIGetFromDouble(void *bcd_, double dbl)
+{
+    return BCDIIGetFromDouble(dataOf(bcd_), dbl, BCDIIGetType(bcd_));
+}
+
+// ------------------------------------------------------------------------- text
+
+UINT32 BCDIIFromString(void *bcd, BCDIIType &type, const char *str)
+{
+    const Layout given(type);
+    BYTE *const dst = bytes(bcd);
+    const Found found = findNumber(str);
+    if (!found.anyDigit)
+        return putNan(dst, given, Invalid | NoResult);
+    if (!found.anySignificant)
+        return putZero(dst, given);
+    if (((found.nint + 1) >> 1) + ((found.nfrac + 1) >> 1) > parseBuffer
+        || found.nfrac > mostFractionDigits)
+        return putNan(dst, given, Invalid | NoResult);
+    if (found.nint > given.nint)
+        return putNan(dst, given, NoResult | Overflow);
+
+    const int nint = static_cast<int>(found.nint);
+    const int nfrac = static_cast<int>(found.nfrac);
+    std::array<BYTE, parseBuffer> pairs;
+    BYTE *next = packDigits(pairs.data(), found.integer, std::max(nint, 0), (nint & 1) != 0);
+    packDigits(next, found.fraction, nfrac + std::min(nint, 0), nint < 0 && (nint & 1) != 0);
+    pairs[0] = static_cast<BYTE>(pairs[0] | (found.negative ? signBit : 0));
+    type = (type & 0xFF00) | static_cast<BYTE>(nfrac);
+    return copyInternal(dst, Layout(type), pairs.data(), Layout(nint + nfrac, nfrac),
+                        BCDII_ROUND_NEAREST);
+}
+
+UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok)
+{
+    BCDIIType type = BCDIIGetType(bcd_);
+    BCDIIFromString(dataOf(bcd_), type, str);
+    storeHeader(bcd_, type);
+    const UINT32 status = BCDIICheck(bcd_);
+    if (ok != nullptr)
+        *ok = (status & ~UINT32 {IsZero | IsNegative}) == 0;
+    return status;
+}
+
+std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
+{
+    const Layout t(type);
+    const BYTE *const b = bytes(bcd);
+    const int fractionDigits = std::max(t.nfrac, 0);
+    const int integerDigits = std::max(t.nint, 0);
+    // All digits of the pairs from the first integer or fraction digit to the end.
+    std::array<char, 640> digits;
+    const int integerChars = 2 * std::max(t.bint, 0);
+    digits.fill('0');
+    char *out = digits.data() + integerChars - 2 * t.bint;
+    for (int i = 0; i < t.ball; ++i, out += 2)
+        std::memcpy(out, &pairTexts[2 * (b[i] & pairMask)], 2);
+
+    std::string text(static_cast<std::size_t>(integerDigits)
+                         + (fractionDigits > 0 ? fractionDigits + 1U : 0U) + 2U,
+                     '\0');
+    char *to = text.data();
+    if (isNegative(b))
+        *to++ = '-';
+    const char *const point = digits.data() + integerChars;
+    const char *first = point - integerDigits;
+    while (first < point && *first == '0')
+        ++first;
+    to = std::copy(first, point, to);
+    if (fractionDigits > 0) {
+        *to++ = '.';
+        std::copy_n(point, fractionDigits, to);
+    }
+    return text;
+}
+
+std::string BCDII2StringSequence(const void *bcd_)
+{
+    return BCDII2StringSequence(dataOf(bcd_), BCDIIGetType(bcd_));
+}
