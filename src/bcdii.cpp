@@ -48,24 +48,23 @@ struct Layout
     constexpr Layout(int digits, int fractionDigits)
         : nfrac(fractionDigits)
         , nint(digits - fractionDigits)
-        , bint((nint + 1) >> 1)
-        , bfrac((nfrac + 1) >> 1)
-        , ball(bint + bfrac)
+        , ball(bint() + bfrac())
     {
     }
 
     constexpr explicit Layout(BCDIIType type)
-        : Layout(static_cast<std::int8_t>(type >> 8), static_cast<std::int8_t>(type))
+        : nfrac(static_cast<std::int8_t>(type))
+        , nint(static_cast<std::int8_t>(type >> 8) - nfrac)
+        , ball(nint + nfrac > 0 ? bint() + bfrac() : 0)
     {
-        if (nint + nfrac <= 0) // such types have no bytes
-            ball = 0;
     }
+
+    constexpr int bint() const { return (nint + 1) >> 1; }
+    constexpr int bfrac() const { return (nfrac + 1) >> 1; }
 
     int nfrac;
     int nint;
-    int bint;
-    int bfrac;
-    int ball;
+    int ball; // a type of no digits, or fewer, has no bytes
 };
 
 BYTE *bytes(void *p)
@@ -114,13 +113,13 @@ UINT32 signStatus(bool negative)
     return negative ? UINT32 {IsNegative} : 0;
 }
 
-UINT32 putZero(BYTE *bcd, const Layout &t)
+UINT32 putZero(BYTE *bcd, Layout t)
 {
     std::fill_n(bcd, t.ball, BYTE {0});
     return IsZero;
 }
 
-UINT32 putNan(BYTE *bcd, const Layout &t, UINT32 status)
+UINT32 putNan(BYTE *bcd, Layout t, UINT32 status)
 {
     if (t.ball > 0)
         bcd[0] = nanByte;
@@ -149,11 +148,11 @@ using Pairs = std::array<BYTE, 320>;
 
 // Digit of weight 10^n, 0 outside the value. n >> 1 is the pair counted from the
 // point on both sides of it, and the odd n are the tens digits.
-int digitAt(const BYTE *bcd, const Layout &t, int n)
+int digitAt(const BYTE *bcd, Layout t, int n)
 {
     if (n < -t.nfrac || n >= t.nint)
         return 0;
-    const int i = t.bint - 1 - (n >> 1);
+    const int i = t.bint() - 1 - (n >> 1);
     const int pair = i == 0 ? bcd[i] & pairMask : bcd[i];
     return (n & 1) != 0 ? pair / 10 : pair % 10;
 }
@@ -176,7 +175,7 @@ bool roundsUp(BCDIIroundstyle rs, bool negative, bool atLeastHalf)
 
 // The rounding unit is above every digit of the type: what would be rounded up
 // does not fit. Deliberate: directed rounding reports 21, the others 17.
-UINT32 roundAllAway(BYTE *bcd, const Layout &t, bool negative, int firstLost, BCDIIroundstyle rs)
+UINT32 roundAllAway(BYTE *bcd, Layout t, bool negative, int firstLost, BCDIIroundstyle rs)
 {
     if (roundsUp(rs, negative, firstLost >= 5)) {
         const bool directed = rs == BCDII_ROUND_UP || rs == BCDII_ROUND_DOWN;
@@ -187,7 +186,7 @@ UINT32 roundAllAway(BYTE *bcd, const Layout &t, bool negative, int firstLost, BC
 }
 
 // Adds a unit to the digit of weight 10^-fd.
-UINT32 incrementPlain(BYTE *bcd, const Layout &t, int fd)
+UINT32 incrementPlain(BYTE *bcd, Layout t, int fd)
 {
     const int q = t.nint + fd - 1 + (t.nint & 1); // digit in whole pairs
     int i = q >> 1;
@@ -210,7 +209,7 @@ UINT32 incrementPlain(BYTE *bcd, const Layout &t, int fd)
 
 // Rounds a value of type t in place so that no digit stands behind the fd-th
 // fraction digit.
-UINT32 roundPlain(BYTE *bcd, const Layout &t, int fd, BCDIIroundstyle rs)
+UINT32 roundPlain(BYTE *bcd, Layout t, int fd, BCDIIroundstyle rs)
 {
     const bool negative = isNegative(bcd);
     if (isAllZero(bcd, bcd + t.ball))
@@ -220,14 +219,14 @@ UINT32 roundPlain(BYTE *bcd, const Layout &t, int fd, BCDIIroundstyle rs)
     const int firstLost = digitAt(bcd, t, -fd - 1);
     if (-fd >= t.nint)
         return roundAllAway(bcd, t, negative, firstLost, rs);
-    BYTE *const cut = bcd + t.bint + ((fd + 1) >> 1);
+    BYTE *const cut = bcd + t.bint() + ((fd + 1) >> 1);
     BYTE *const end = bcd + t.ball;
     if (firstLost == 0 && isAllZero(cut, end))
         return signStatus(negative);
 
     std::fill(cut, end, BYTE {0});
     if ((fd & 1) != 0) { // the pair before the cut keeps its tens digit
-        BYTE &last = bcd[t.bint + ((fd - 1) >> 1)];
+        BYTE &last = bcd[t.bint() + ((fd - 1) >> 1)];
         last = static_cast<BYTE>((last & signBit) | ((last & pairMask) / 10 * 10));
     }
     if (roundsUp(rs, negative, firstLost >= 5))
@@ -239,12 +238,12 @@ UINT32 roundPlain(BYTE *bcd, const Layout &t, int fd, BCDIIroundstyle rs)
 }
 
 // Copies src to dst with rounding. The buffers may overlap.
-UINT32 copyPlain(BYTE *dst, const Layout &d, const BYTE *src, const Layout &s, BCDIIroundstyle rs)
+UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
 {
     const int first = firstPair(src, s.ball);
     if (first >= s.ball)
         return putZero(dst, d);
-    const int pairs = s.bint - first; // from the first one to the point
+    const int pairs = s.bint() - first; // from the first one to the point
     const int position = 2 * pairs - ((src[first] & pairMask) > 9 ? 1 : 2);
     if (position < lowestPosition)
         return putZero(dst, d);
@@ -255,8 +254,8 @@ UINT32 copyPlain(BYTE *dst, const Layout &d, const BYTE *src, const Layout &s, B
     Pairs temporary {};
     BYTE *const t = temporary.data();
     const bool negative = isNegative(src);
-    std::copy_n(src + first, pairs + s.bfrac, t + d.bint - pairs);
-    t[d.bint - pairs] &= pairMask;
+    std::copy_n(src + first, pairs + s.bfrac(), t + d.bint() - pairs);
+    t[d.bint() - pairs] &= pairMask;
     t[0] = static_cast<BYTE>(t[0] | (negative ? signBit : 0));
     UINT32 status = signStatus(negative);
     if (d.nfrac < s.nfrac)
@@ -276,7 +275,6 @@ constexpr int wordPairs = 8;
 constexpr int windowWords = 4;
 constexpr int windowFraction = 31; // bytes: with more, a value may begin below position -62
 constexpr Word eachByte = 0x0101010101010101;
-constexpr Word bias = eachByte * 156; // what a pair lacks to carry at 100
 
 template<int N>
 using Words = std::array<Word, N>; // least significant first
@@ -314,108 +312,132 @@ void storeHalf(BYTE *p, Word w)
 }
 
 // 1 to 7 bytes as a number. The pieces overlap, so that none lies outside the
-// bytes and no loop is needed: with 3, bytes 0, 1 and 2; with 1, byte 0 three times.
-Word loadShort(const BYTE *p, int n)
+// bytes and no loop is needed: with 3, bytes 0, 1 and 2; with 2, byte 1 twice.
+[[gnu::always_inline]] inline Word loadShort(const BYTE *p, int n)
 {
+    if (n == 1)
+        return p[0];
     if (n >= 4)
         return loadHalf(p) << (8 * (n - 4)) | loadHalf(p + n - 4);
-    const int middle = n >> 1;
-    return Word {p[0]} << (8 * (n - 1)) | Word {p[middle]} << (8 * (n - 1 - middle))
-        | Word {p[n - 1]};
+    return Word {p[0]} << (8 * (n - 1)) | Word {p[1]} << (8 * (n - 2)) | Word {p[n - 1]};
 }
 
-void storeShort(BYTE *p, int n, Word w)
+[[gnu::always_inline]] inline void storeShort(BYTE *p, int n, Word w)
 {
-    if (n >= 4) {
+    if (n == 1) {
+        p[0] = static_cast<BYTE>(w);
+    } else if (n >= 4) {
         storeHalf(p, w >> (8 * (n - 4)));
         storeHalf(p + n - 4, w);
-        return;
+    } else {
+        p[0] = static_cast<BYTE>(w >> (8 * (n - 1)));
+        p[1] = static_cast<BYTE>(w >> (8 * (n - 2)));
+        p[n - 1] = static_cast<BYTE>(w);
     }
-    const int middle = n >> 1;
-    p[0] = static_cast<BYTE>(w >> (8 * (n - 1)));
-    p[middle] = static_cast<BYTE>(w >> (8 * (n - 1 - middle)));
-    p[n - 1] = static_cast<BYTE>(w);
 }
 
-// n bytes (1 to 8 N) as a number without the sign bit of the first.
-template<int N>
-Words<N> loadWords(const BYTE *p, int n)
+int wordsOf(int bytes)
 {
-    Words<N> w {};
-    for (int j = 0; j < N; ++j) {
-        const int rest = n - wordPairs * j;
-        if (rest >= wordPairs)
-            w[j] = loadWord(p + rest - wordPairs);
-        else if (rest > 0)
-            w[j] = loadShort(p, rest);
-        if (rest > 0 && rest <= wordPairs)
-            w[j] &= ~Word {0} >> (65 - 8 * rest);
-    }
+    return (bytes + wordPairs - 1) / wordPairs;
+}
+
+// n bytes, 8 (N - 1) < n <= 8 N, as a number without the sign bit of the first.
+template<int N>
+[[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, int n)
+{
+    Words<N> w;
+    for (int j = 0; j + 1 < N; ++j)
+        w[j] = loadWord(p + n - wordPairs * (j + 1));
+    const int rest = n - wordPairs * (N - 1);
+    const Word top = rest == wordPairs ? loadWord(p) : loadShort(p, rest);
+    w[N - 1] = top & ~Word {0} >> (65 - 8 * rest);
     return w;
 }
 
 template<int N>
-void storeWords(BYTE *p, int n, const Words<N> &w, bool negative)
+[[gnu::always_inline]] inline void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
 {
-    for (int j = 0; j < N; ++j) {
-        const int rest = n - wordPairs * j;
-        if (rest <= 0)
-            break;
-        const Word top = rest <= wordPairs ? Word {negative} << (8 * rest - 1) : 0;
-        if (rest >= wordPairs)
-            storeWord(p + rest - wordPairs, w[j] | top);
-        else
-            storeShort(p, rest, w[j] | top);
+    for (int j = 0; j + 1 < N; ++j)
+        storeWord(p + n - wordPairs * (j + 1), w[j]);
+    const int rest = n - wordPairs * (N - 1);
+    const Word top = w[N - 1] | Word {negative} << (8 * rest - 1);
+    if (rest == wordPairs)
+        storeWord(p, top);
+    else
+        storeShort(p, rest, top);
+}
+
+// The same for 1 to 8 N bytes.
+template<int N>
+[[gnu::always_inline]] inline Words<N> loadWords(const BYTE *p, int n)
+{
+    if constexpr (N > 1) {
+        if (n <= wordPairs * (N - 1)) {
+            const Words<N - 1> low = loadWords<N - 1>(p, n);
+            Words<N> w {};
+            std::copy(low.begin(), low.end(), w.begin());
+            return w;
+        }
     }
+    return loadExact<N>(p, n);
 }
 
 template<int N>
-void shiftUp(Words<N> &w, int pairs)
+[[gnu::always_inline]] inline void storeWords(BYTE *p, int n, const Words<N> &w, bool negative)
+{
+    if constexpr (N > 1) {
+        if (n <= wordPairs * (N - 1)) {
+            Words<N - 1> low;
+            std::copy_n(w.begin(), N - 1, low.begin());
+            storeWords<N - 1>(p, n, low, negative);
+            return;
+        }
+    }
+    storeExact<N>(p, n, w, negative);
+}
+
+template<int N>
+[[gnu::always_inline]] inline void shiftUp(Words<N> &w, int pairs)
 {
     for (; pairs >= wordPairs; pairs -= wordPairs) {
         for (int j = N - 1; j > 0; --j)
             w[j] = w[j - 1];
         w[0] = 0;
     }
-    if (pairs == 0)
-        return;
     const int shift = 8 * pairs;
     for (int j = N - 1; j > 0; --j)
-        w[j] = w[j] << shift | w[j - 1] >> (64 - shift);
+        w[j] = w[j] << shift | w[j - 1] >> 1 >> (63 - shift);
     w[0] <<= shift;
 }
 
 // A value in a window that ends fraction bytes behind the point.
 template<int N>
-Words<N> loadAligned(const BYTE *bcd, const Layout &t, int fraction)
+[[gnu::always_inline]] inline Words<N> loadAligned(const BYTE *bcd, Layout t, int fraction)
 {
     Words<N> w = loadWords<N>(bcd, t.ball);
-    if (t.bfrac != fraction)
-        shiftUp<N>(w, fraction - t.bfrac);
+    if (t.bfrac() != fraction)
+        shiftUp<N>(w, fraction - t.bfrac());
     return w;
 }
 
 // Words of the window that both byte ranges fit in, or 0 when there is none.
 int windowOf(int integerBytes, int fractionBytes, int shortest)
 {
-    const int words = (integerBytes + fractionBytes + wordPairs - 1) / wordPairs;
+    const int words = wordsOf(integerBytes + fractionBytes);
     return shortest > 0 && words <= windowWords && fractionBytes <= windowFraction ? words : 0;
 }
 
 // Calls f with the number of words as a constant.
 template<typename F>
-auto withWords(int words, F f)
+[[gnu::always_inline]] inline auto withWords(int words, F f)
 {
-    switch (words) {
-    case 1:
-        return f(std::integral_constant<int, 1> {});
-    case 2:
+    if (words == 2)
         return f(std::integral_constant<int, 2> {});
-    case 3:
+    if (words == 1)
+        return f(std::integral_constant<int, 1> {});
+    if (words == 3)
         return f(std::integral_constant<int, 3> {});
-    default:
-        return f(std::integral_constant<int, 4> {});
-    }
+    return f(std::integral_constant<int, 4> {});
 }
 
 // ------------------------------------------------ the short way: rounding and storing
@@ -429,85 +451,95 @@ struct Cut
     bool tooWide = false; //!< more pairs stand in front of kept
 };
 
+template<int N>
+[[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
+{
+    Word any = w[0];
+    for (int j = 1; j < N; ++j)
+        any |= w[j];
+    return any;
+}
+
+// The largest word that begins with a type's first byte, which is byte rest - 1 of it.
+[[gnu::always_inline]] inline Word largestTop(Layout d, int rest)
+{
+    return (Word {(d.nint & 1) != 0 ? 10U : 100U} << (8 * (rest - 1))) - 1;
+}
+
 // Whether the kept pairs fit nint digits: nothing in front of the first byte, and
 // no tens digit in it when nint is odd.
 template<int N>
-bool fits(const Words<N> &w, const Layout &d)
+[[gnu::always_inline]] inline bool fits(const Words<N> &w, Layout d)
 {
-    bool ok = true;
-    for (int j = 0; j < N; ++j) {
-        const int rest = d.ball - wordPairs * j;
-        Word most = ~Word {0};
-        if (rest <= 0)
-            most = 0;
-        else if (rest <= wordPairs)
-            most = (Word {(d.nint & 1) != 0 ? 10U : 100U} << (8 * (rest - 1))) - 1;
-        ok &= w[j] <= most;
+    const int rest = d.ball - wordPairs * (N - 1);
+    if (rest > 0)
+        return w[N - 1] <= largestTop(d, rest);
+    if constexpr (N > 1) {
+        Words<N - 1> low;
+        std::copy_n(w.begin(), N - 1, low.begin());
+        return w[N - 1] == 0 && fits<N - 1>(low, d);
     }
-    return ok;
+    return false;
 }
 
-// Adds unit to the last pair, carrying at 100.
+// Carries 1 into the pair in front of the last one, which has become 0 or 100 less.
 template<int N>
-bool increment(Words<N> &w, Word unit)
+void carryOn(Words<N> &w)
 {
-    w[0] += unit;
-    if ((w[0] & 0xFF) < 100)
-        return false;
-    w[0] -= 100;
     for (int j = 0; j < N; ++j) {
         for (int shift = j == 0 ? 8 : 0; shift < 64; shift += 8) {
             if ((w[j] >> shift & 0xFF) != 99) {
                 w[j] += Word {1} << shift;
-                return true;
+                return;
             }
             w[j] -= Word {99} << shift;
         }
     }
     w[N - 1] = Word {100} << 56; // fits nowhere
-    return true;
 }
 
-// Rounds a cut magnitude to the destination; on success kept is the result.
+// Rounds what is kept when pairs or a digit are lost.
+template<int N>
+[[gnu::always_inline]] inline UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf, Word unit,
+                                               bool negative, BCDIIroundstyle rs)
+{
+    const bool up = roundsUp(rs, negative, atLeastHalf);
+    kept[0] += up ? unit : 0;
+    const bool carries = (kept[0] & 0xFF) >= 100;
+    if (carries) {
+        kept[0] -= 100;
+        carryOn<N>(kept);
+    }
+    if ((carries || d.ball == 1) && !fits<N>(kept, d))
+        return Rounded | NoResult | Overflow;
+    return anyOf<N>(kept) == 0 ? Rounded | IsZero : Rounded | signStatus(negative);
+}
+
+// Rounds a cut magnitude to the destination; without NoResult kept is the result.
 // sourceFraction is the number of digits after the point that the source's type has.
 template<int N>
-UINT32 roundCut(Cut<N> &cut, const Layout &d, int sourceFraction, bool negative, BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 roundCut(Cut<N> &cut, Layout d, int sourceFraction,
+                                              bool negative, BCDIIroundstyle rs)
 {
-    Word any = cut.lost;
-    for (Word w : cut.kept)
-        any |= w;
     if (cut.tooWide || !fits<N>(cut.kept, d))
         return NoResult | Overflow;
-    if (any == 0)
-        return IsZero;
-
     // The first lost digit is the tens digit of a whole pair, or with an odd nfrac
     // the units digit of the last pair kept.
-    bool atLeastHalf = cut.lost >= Word {50} << 56;
-    Word unit = 1;
     if ((d.nfrac & 1) != 0 && d.nfrac < sourceFraction) {
         const Word units = (cut.kept[0] & 0xFF) % 10;
-        cut.kept[0] -= units;
-        cut.lost |= units;
-        atLeastHalf = units >= 5;
-        unit = 10;
+        if ((units | cut.lost) != 0) {
+            cut.kept[0] -= units;
+            return roundKept<N>(cut.kept, d, units >= 5, 10, negative, rs);
+        }
+    } else if (cut.lost != 0) {
+        return roundKept<N>(cut.kept, d, cut.lost >= Word {50} << 56, 1, negative, rs);
     }
-    if (cut.lost == 0)
-        return signStatus(negative);
-    if (roundsUp(rs, negative, atLeastHalf)) {
-        if ((increment<N>(cut.kept, unit) || d.ball == 1) && !fits<N>(cut.kept, d))
-            return Rounded | NoResult | Overflow;
-        return Rounded | signStatus(negative);
-    }
-    any = 0;
-    for (Word w : cut.kept)
-        any |= w;
-    return any == 0 ? Rounded | IsZero : Rounded | signStatus(negative);
+    return anyOf<N>(cut.kept) == 0 ? UINT32 {IsZero} : signStatus(negative);
 }
 
 template<int N>
-UINT32 deliver(BYTE *dst, const Layout &d, Cut<N> &cut, int sourceFraction, bool negative,
-               BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 deliver(BYTE *dst, Layout d, Cut<N> &cut, int sourceFraction,
+                                             bool negative, BCDIIroundstyle rs)
 {
     const UINT32 status = roundCut<N>(cut, d, sourceFraction, negative, rs);
     if ((status & NoResult) != 0)
@@ -518,37 +550,37 @@ UINT32 deliver(BYTE *dst, const Layout &d, Cut<N> &cut, int sourceFraction, bool
 
 // Drops pairs from the end of the window.
 template<int N>
-Cut<N> cutWindow(const Words<N> &w, int pairs)
+[[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w, int pairs)
 {
     Cut<N> cut {w};
+    if (pairs == 0)
+        return cut;
     Words<N> &kept = cut.kept;
-    for (; pairs >= wordPairs; pairs -= wordPairs) {
-        cut.lost = kept[0] | (cut.lost != 0 ? 1 : 0);
+    Word merged = 0;
+    for (; pairs > wordPairs; pairs -= wordPairs) {
+        merged |= kept[0];
         for (int j = 0; j + 1 < N; ++j)
             kept[j] = kept[j + 1];
         kept[N - 1] = 0;
     }
-    if (pairs == 0)
-        return cut;
-    const int shift = 8 * pairs;
-    cut.lost = kept[0] << (64 - shift) | (cut.lost != 0 ? 1 : 0);
+    const int shift = 8 * pairs; // 8 to 64
+    cut.lost = kept[0] << (64 - shift) | Word {merged != 0};
     for (int j = 0; j + 1 < N; ++j)
-        kept[j] = kept[j] >> shift | kept[j + 1] << (64 - shift);
-    kept[N - 1] >>= shift;
+        kept[j] = kept[j] >> 1 >> (shift - 1) | kept[j + 1] << (64 - shift);
+    kept[N - 1] = kept[N - 1] >> 1 >> (shift - 1);
     return cut;
 }
 
-UINT32 copyInternal(BYTE *dst, const Layout &d, const BYTE *src, const Layout &s,
-                    BCDIIroundstyle rs)
+UINT32 copyInternal(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
 {
-    const int fraction = std::max(d.bfrac, s.bfrac);
-    const int words = windowOf(std::max(d.bint, s.bint), fraction, std::min(d.ball, s.ball));
+    const int fraction = std::max(d.bfrac(), s.bfrac());
+    const int words = windowOf(std::max(d.bint(), s.bint()), fraction, std::min(d.ball, s.ball));
     if (words == 0)
         return copyPlain(dst, d, src, s, rs);
     return withWords(words, [&](auto count) {
         constexpr int N = count;
         const bool negative = isNegative(src);
-        Cut<N> cut = cutWindow<N>(loadAligned<N>(src, s, fraction), fraction - d.bfrac);
+        Cut<N> cut = cutWindow<N>(loadAligned<N>(src, s, fraction), fraction - d.bfrac());
         return deliver<N>(dst, d, cut, s.nfrac, negative, rs);
     });
 }
@@ -556,35 +588,36 @@ UINT32 copyInternal(BYTE *dst, const Layout &d, const BYTE *src, const Layout &s
 // ------------------------------------------------------------------ comparison
 
 template<int N>
-bool isLess(const Words<N> &a, const Words<N> &b)
+[[gnu::always_inline]] inline bool isLess(const Words<N> &a, const Words<N> &b)
 {
-    bool less = false;
-    for (int j = 0; j < N; ++j)
+    bool less = a[0] < b[0];
+    for (int j = 1; j < N; ++j)
         less = (a[j] < b[j]) | ((a[j] == b[j]) & less);
     return less;
 }
 
-int pairOrZero(const BYTE *bcd, const Layout &t, int i)
+int pairOrZero(const BYTE *bcd, Layout t, int i)
 {
     return i >= 0 && i < t.ball ? bcd[i] & pairMask : 0;
 }
 
-int compareMagnitudesPlain(const BYTE *a, const Layout &at, const BYTE *b, const Layout &bt)
+int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt)
 {
-    const int fraction = std::max(at.bfrac, bt.bfrac);
-    for (int place = std::max(at.bint, bt.bint); place > -fraction; --place) {
-        const int x = pairOrZero(a, at, at.bint - place);
-        const int y = pairOrZero(b, bt, bt.bint - place);
+    const int fraction = std::max(at.bfrac(), bt.bfrac());
+    for (int place = std::max(at.bint(), bt.bint()); place > -fraction; --place) {
+        const int x = pairOrZero(a, at, at.bint() - place);
+        const int y = pairOrZero(b, bt, bt.bint() - place);
         if (x != y)
             return x < y ? -1 : 1;
     }
     return 0;
 }
 
-int compareMagnitudes(const BYTE *a, const Layout &at, const BYTE *b, const Layout &bt)
+int compareMagnitudes(const BYTE *a, Layout at, const BYTE *b, Layout bt)
 {
-    const int fraction = std::max(at.bfrac, bt.bfrac);
-    const int words = windowOf(std::max(at.bint, bt.bint), fraction, std::min(at.ball, bt.ball));
+    const int fraction = std::max(at.bfrac(), bt.bfrac());
+    const int words = windowOf(std::max(at.bint(), bt.bint()), fraction,
+                               std::min(at.ball, bt.ball));
     if (words == 0)
         return compareMagnitudesPlain(a, at, b, bt);
     return withWords(words, [&](auto count) {
@@ -606,25 +639,23 @@ int compareBytes(const BYTE *a, const BYTE *b, int n)
         const Word y = loadShort(b, n);
         return int {x > y} - int {x < y};
     }
-    for (int i = 0; i < n; i += wordPairs) {
-        const int at = std::min(i, n - wordPairs);
-        const Word x = loadWord(a + at);
-        const Word y = loadWord(b + at);
-        if (x != y)
-            return x < y ? -1 : 1;
+    for (int i = 0;; i = std::min(i + wordPairs, n - wordPairs)) {
+        const Word x = loadWord(a + i);
+        const Word y = loadWord(b + i);
+        if (x != y || i + wordPairs >= n)
+            return int {x > y} - int {x < y};
     }
-    return 0;
 }
 
 // -------------------------------------------------------------------- addition
 
 // Where a value's pairs begin in an array whose point is at byte point.
-void placePairs(Pairs &pairs, int point, const BYTE *bcd, const Layout &t)
+void placePairs(Pairs &pairs, int point, const BYTE *bcd, Layout t)
 {
     if (t.ball == 0)
         return;
-    std::copy_n(bcd, t.ball, pairs.begin() + point - t.bint);
-    pairs[point - t.bint] &= pairMask;
+    std::copy_n(bcd, t.ball, pairs.begin() + point - t.bint());
+    pairs[point - t.bint()] &= pairMask;
 }
 
 void addPairs(Pairs &sum, const Pairs &b, int size)
@@ -648,11 +679,11 @@ void subtractPairs(Pairs &difference, const Pairs &b, int size)
     }
 }
 
-UINT32 addPlain(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, const BYTE *b,
-                const Layout &bt, BCDIIroundstyle rs)
+UINT32 addPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                BCDIIroundstyle rs)
 {
-    const int point = std::max({at.bint, bt.bint, 0}) + 1; // a byte for the carry
-    const int fraction = std::max({at.bfrac, bt.bfrac, 0});
+    const int point = std::max({at.bint(), bt.bint(), 0}) + 1; // a byte for the carry
+    const int fraction = std::max({at.bfrac(), bt.bfrac(), 0});
     bool negative = isNegative(a);
     Pairs x {};
     Pairs y {};
@@ -672,52 +703,76 @@ UINT32 addPlain(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, con
 }
 
 // Adds b to a, or with subtract (all ones, else 0) takes it away, and returns the
-// carry. Pairs add like bytes when every byte of one operand is raised by 156: it
-// overflows exactly when the pair reaches 100. To subtract is to add the hundred's
-// complement, 99 - pair, raised by 156: that is the byte's own complement. In the
-// sum, a byte without a carry out of it still holds the 156 and gets rid of it.
+// carry of an addition. Pairs add like bytes when every byte of one operand is raised
+// by 156: it overflows exactly when the pair reaches 100. To subtract is to add the
+// hundred's complement, 99 - pair, raised by 156: that is the byte's own complement.
+// In the sum, a byte that overflowed is a pair, at most 99; one that did not still
+// holds the 156, which its bit 7 shows, and gets rid of it.
 template<int N>
-bool addWords(Words<N> &a, const Words<N> &b, Word subtract)
+[[gnu::always_inline]] inline bool addWords(Words<N> &a, const Words<N> &b, Word subtract)
 {
+    const Word raise = (eachByte * 156) & ~subtract;
     bool carry = subtract != 0;
     for (int j = 0; j < N; ++j) {
-        const Word y = (b[j] + (bias & ~subtract)) ^ subtract;
+        const Word y = (b[j] + raise) ^ subtract;
         const Word partial = a[j] + y;
         const Word sum = partial + Word {carry};
-        const Word into = a[j] ^ y ^ sum; // bit 0 of a byte: a carry came in
         carry = (partial < y) | (sum < partial);
-        const Word out = (into >> 8 & (eachByte >> 8)) | Word {carry} << 56;
-        a[j] = sum - (out ^ eachByte) * 156;
+        a[j] = sum - (sum >> 7 & eachByte) * 156;
     }
     return carry && subtract == 0;
 }
 
-UINT32 addInternal(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, const BYTE *b,
-                   const Layout &bt, BCDIIroundstyle rs)
+// The sum of two magnitudes with signs; *negative is its sign. With different signs
+// the smaller is taken from the larger.
+template<int N>
+[[gnu::always_inline]] inline Cut<N> addSigned(Words<N> x, Words<N> y, const BYTE *a, const BYTE *b,
+                                               bool *negative)
 {
-    const int fraction = std::max({at.bfrac, bt.bfrac, d.bfrac});
-    const int words = windowOf(std::max({at.bint, bt.bint, d.bint}), fraction,
+    const bool differ = ((a[0] ^ b[0]) & signBit) != 0;
+    const bool swap = differ & isLess<N>(x, y);
+    for (int j = 0; j < N; ++j) {
+        const Word larger = swap ? y[j] : x[j];
+        y[j] = swap ? x[j] : y[j];
+        x[j] = larger;
+    }
+    *negative = isNegative(a) != swap;
+    const bool tooWide = addWords<N>(x, y, Word {0} - Word {differ});
+    return {x, 0, tooWide};
+}
+
+UINT32 addAligned(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                  BCDIIroundstyle rs)
+{
+    const int fraction = std::max({at.bfrac(), bt.bfrac(), d.bfrac()});
+    const int words = windowOf(std::max({at.bint(), bt.bint(), d.bint()}), fraction,
                                std::min({at.ball, bt.ball, d.ball}));
     if (words == 0)
         return addPlain(ret, d, a, at, b, bt, rs);
     return withWords(words, [&](auto count) {
         constexpr int N = count;
-        Words<N> x = loadAligned<N>(a, at, fraction);
-        Words<N> y = loadAligned<N>(b, bt, fraction);
-        bool negative = isNegative(a);
-        const Word subtract = negative != isNegative(b) ? ~Word {0} : 0;
-        const Word swap = isLess<N>(x, y) ? subtract : 0;
-        for (int j = 0; j < N; ++j) {
-            const Word change = (x[j] ^ y[j]) & swap;
-            x[j] ^= change;
-            y[j] ^= change;
-        }
-        negative ^= swap != 0;
+        bool negative;
+        const Cut<N> sum = addSigned<N>(loadAligned<N>(a, at, fraction),
+                                        loadAligned<N>(b, bt, fraction), a, b, &negative);
         // A carry out of the window is beyond every integer digit of the result.
-        const bool tooWide = addWords<N>(x, y, subtract);
-        Cut<N> cut = cutWindow<N>(x, fraction - d.bfrac);
-        cut.tooWide = tooWide;
-        return deliver<N>(ret, d, cut, 2 * std::max(at.bfrac, bt.bfrac), negative, rs);
+        Cut<N> cut = cutWindow<N>(sum.kept, fraction - d.bfrac());
+        cut.tooWide = sum.tooWide;
+        return deliver<N>(ret, d, cut, 2 * std::max(at.bfrac(), bt.bfrac()), negative, rs);
+    });
+}
+
+// One type for all: nothing to align, and nothing to cut off.
+UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, Layout t, BCDIIroundstyle rs)
+{
+    return withWords(wordsOf(t.ball), [&](auto count) {
+        constexpr int N = count;
+        bool negative;
+        Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
+        const UINT32 status = roundCut<N>(cut, t, 2 * t.bfrac(), negative, rs);
+        if ((status & NoResult) != 0)
+            return putNan(ret, t, status);
+        storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
+        return status;
     });
 }
 
@@ -728,7 +783,7 @@ constexpr Word limbBase = 10'000'000'000'000'000;
 
 // Folds neighbours three times: pairs to fours, fours to eights, eights to one.
 // Of high * 2^k + low, taking high * (2^k - 10^m) leaves high * 10^m + low.
-Word toLimb(Word pairs)
+[[gnu::always_inline]] inline Word toLimb(Word pairs)
 {
     Word x = pairs - (pairs >> 8 & 0x00FF00FF00FF00FF) * (0x100 - 100);
     x -= (x >> 16 & 0x0000FFFF0000FFFF) * (0x10000 - 10'000);
@@ -738,7 +793,7 @@ Word toLimb(Word pairs)
 // The inverse of toLimb(): splits eights, fours and pairs. The reciprocals are exact
 // for their ranges: 109951163 / 2^40 for 1 / 10^4 below 10^8, 10486 / 2^20 for 1 / 100
 // below 10^4.
-Word toPairs(Word limb)
+[[gnu::always_inline]] inline Word toPairs(Word limb)
 {
     constexpr Word lanes = 0x0000007F0000007F;
     const Word high = limb / 100'000'000;
@@ -753,88 +808,107 @@ Word toPairs(Word limb)
 // Divides by limbBase. Let x' = floor(x / 2^46), below 2^63 for x < 2^109, and r =
 // floor(2^110 / limbBase). Then x / limbBase exceeds x' r / 2^64 by less than
 // 2^46 / limbBase + x' / 2^64 < 0.51, so the estimate is right or one too small.
-Word splitLimb(UInt128 x, Word *remainder)
+[[gnu::always_inline]] inline Word splitLimb(UInt128 x, Word *remainder)
 {
     constexpr Word reciprocal = static_cast<Word>((UInt128 {1} << 110) / limbBase);
-    Word quotient = static_cast<Word>(UInt128 {static_cast<Word>(x >> 46)} * reciprocal >> 64);
-    Word rest = static_cast<Word>(x) - quotient * limbBase;
+    const Word quotient = static_cast<Word>(UInt128 {static_cast<Word>(x >> 46)} * reciprocal >> 64);
+    const Word rest = static_cast<Word>(x) - quotient * limbBase;
     const bool more = rest >= limbBase;
-    *remainder = rest - (more ? limbBase : 0);
+    *remainder = more ? rest - limbBase : rest;
     return quotient + Word {more};
 }
 
-// A magnitude in limbs, least significant first, the last of which ends fraction
-// bytes behind the point.
+// A magnitude in limbs, least significant first, with limbs of 0 on both sides, so
+// that those around the destination's bytes need no test.
+constexpr int zeroLimbs = 5;
+constexpr int mostLimbs = 2 * windowWords;
+
 struct Limbs
 {
-    const Word *limb;
-    int count;
-    int fraction;
+    std::array<Word, zeroLimbs + mostLimbs + zeroLimbs> storage {};
+    int count = 0;
+    int fraction = 0; //!< bytes behind the point where the last limb ends
+
+    Word *limb() { return storage.data() + zeroLimbs; }
+    const Word *limb() const { return storage.data() + zeroLimbs; }
 };
-
-Word limbAt(const Limbs &x, int i)
-{
-    return i >= 0 && i < x.count ? x.limb[i] : 0;
-}
-
-bool anyLimb(const Limbs &x, int first, int last)
-{
-    Word any = 0;
-    for (int i = std::max(first, 0); i < std::min(last, x.count); ++i)
-        any |= x.limb[i];
-    return any != 0;
-}
 
 // Cuts behind the last byte of the destination and turns only those limbs into
 // pairs that it needs; of the others it matters whether they are zero.
 template<int N>
-Cut<N> cutLimbs(const Limbs &x, const Layout &d)
+[[gnu::always_inline]] inline Cut<N> cutLimbs(const Limbs &x, int first, int shift)
 {
-    const int drop = x.fraction - d.bfrac; // negative: zeros follow
-    const int first = drop >> 3;
-    const int shift = 8 * (drop & 7);
+    const Word *const limb = x.limb();
+    Word below = 0;
+    for (int i = 0; i < first; ++i)
+        below |= limb[i];
+    Word above = 0;
+    for (int i = first + N + 1; i < x.count; ++i)
+        above |= limb[i];
     Cut<N> cut;
-    if (shift == 0) {
-        for (int j = 0; j < N; ++j)
-            cut.kept[j] = toPairs(limbAt(x, first + j));
-        cut.lost = toPairs(limbAt(x, first - 1)) | Word {anyLimb(x, 0, first - 1)};
-        cut.tooWide = anyLimb(x, first + N, x.count);
-        return cut;
-    }
-    Word next = toPairs(limbAt(x, first));
-    cut.lost = next << (64 - shift) | Word {anyLimb(x, 0, first)};
+    Word next = toPairs(limb[first]);
+    // Lost is the first limb's end, or with shift 64 all of it.
+    cut.lost = next << (64 - shift) | Word {below != 0};
     for (int j = 0; j < N; ++j) {
-        const Word low = next >> shift;
-        next = toPairs(limbAt(x, first + j + 1));
+        const Word low = next >> 1 >> (shift - 1);
+        next = toPairs(limb[first + j + 1]);
         cut.kept[j] = low | next << (64 - shift);
     }
-    cut.tooWide = next >> shift != 0 || anyLimb(x, first + N + 1, x.count);
+    cut.tooWide = ((next >> 1 >> (shift - 1)) | above) != 0;
     return cut;
 }
 
-// Writes a magnitude in limbs. Falls back to the plain way where a value may begin
-// below the lowest position.
-UINT32 deliverLimbs(BYTE *dst, const Layout &d, const Limbs &x, bool negative, BCDIIroundstyle rs)
+// The destination begins with a limb: nothing to shift.
+template<int N>
+[[gnu::always_inline]] inline Cut<N> takeLimbs(const Limbs &x)
 {
-    const int words = windowOf(d.ball - d.bfrac, d.bfrac, d.ball);
-    if (words != 0 && x.fraction <= windowFraction) {
-        return withWords(words, [&](auto count) {
-            Cut<count> cut = cutLimbs<count>(x, d);
-            return deliver<count>(dst, d, cut, 2 * x.fraction, negative, rs);
-        });
-    }
-    std::array<BYTE, wordPairs * 2 * windowWords> pairs {};
+    Cut<N> cut;
+    for (int j = 0; j < N; ++j)
+        cut.kept[j] = toPairs(x.limb()[j]);
+    Word above = 0;
+    for (int i = N; i < x.count; ++i)
+        above |= x.limb()[i];
+    cut.tooWide = above != 0;
+    return cut;
+}
+
+UINT32 deliverLimbsPlain(BYTE *dst, Layout d, const Limbs &x, bool negative, BCDIIroundstyle rs)
+{
+    std::array<BYTE, wordPairs * mostLimbs> pairs {};
     const int size = wordPairs * x.count;
     for (int i = 0; i < x.count; ++i)
-        storeWord(pairs.data() + size - wordPairs * (i + 1), toPairs(x.limb[i]));
+        storeWord(pairs.data() + size - wordPairs * (i + 1), toPairs(x.limb()[i]));
     pairs[0] = static_cast<BYTE>(pairs[0] | (negative ? signBit : 0));
     return copyPlain(dst, d, pairs.data(), Layout(2 * size, 2 * x.fraction), rs);
 }
 
+// Writes a magnitude in limbs. The plain way is for values that may begin below the
+// lowest position, and for results that end far away from the limbs.
+UINT32 deliverLimbs(BYTE *dst, Layout d, const Limbs &x, bool negative, BCDIIroundstyle rs)
+{
+    const int drop = x.fraction - d.bfrac(); // negative: zeros follow
+    if (drop == 0 && x.fraction <= windowFraction && d.ball > 0
+        && d.ball <= wordPairs * windowWords) {
+        return withWords(wordsOf(d.ball), [&](auto count) {
+            Cut<count> cut = takeLimbs<count>(x);
+            return deliver<count>(dst, d, cut, 2 * x.fraction, negative, rs);
+        });
+    }
+    const int first = (drop - 1) >> 3;
+    if (x.fraction > windowFraction || d.ball < 1 || d.ball > wordPairs * windowWords
+        || first < -zeroLimbs || first >= x.count)
+        return deliverLimbsPlain(dst, d, x, negative, rs);
+    const int shift = 8 * (drop - 8 * first); // 8 to 64
+    return withWords(wordsOf(d.ball), [&](auto count) {
+        Cut<count> cut = cutLimbs<count>(x, first, shift);
+        return deliver<count>(dst, d, cut, 2 * x.fraction, negative, rs);
+    });
+}
+
 // -------------------------------------------------------------- multiplication
 
-UINT32 mulPlain(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, const BYTE *b,
-                const Layout &bt, BCDIIroundstyle rs)
+UINT32 mulPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                BCDIIroundstyle rs)
 {
     const int size = at.ball + bt.ball; // at most 128
     Pairs product {};
@@ -849,7 +923,7 @@ UINT32 mulPlain(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, con
         product[i] = static_cast<BYTE>(carry);
     }
     product[0] = static_cast<BYTE>(product[0] | ((a[0] ^ b[0]) & signBit));
-    return copyPlain(ret, d, product.data(), Layout(2 * size, 2 * (at.bfrac + bt.bfrac)), rs);
+    return copyPlain(ret, d, product.data(), Layout(2 * size, 2 * (at.bfrac() + bt.bfrac())), rs);
 }
 
 // Column by column. A column sums at most 4 products below 10^32 and a carry, which
@@ -857,8 +931,8 @@ UINT32 mulPlain(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, con
 template<int NA, int NB>
 void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *product)
 {
-    Words<NA> x = loadWords<NA>(a, aBall);
-    Words<NB> y = loadWords<NB>(b, bBall);
+    Words<NA> x = loadExact<NA>(a, aBall);
+    Words<NB> y = loadExact<NB>(b, bBall);
     for (Word &w : x)
         w = toLimb(w);
     for (Word &w : y)
@@ -873,26 +947,28 @@ void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *pro
     product[NA + NB - 1] = carry;
 }
 
-UINT32 mulInternal(BYTE *ret, const Layout &d, const BYTE *a, const Layout &at, const BYTE *b,
-                   const Layout &bt, BCDIIroundstyle rs)
+UINT32 mulInternal(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                   BCDIIroundstyle rs)
 {
-    constexpr int most = wordPairs * windowWords;
-    if (at.ball < bt.ball)
-        return mulInternal(ret, d, b, bt, a, at, rs);
-    if (at.ball > most || bt.ball < 1)
+    if (at.ball < bt.ball) {
+        std::swap(a, b);
+        std::swap(at, bt);
+    }
+    if (at.ball > wordPairs * windowWords || bt.ball < 1)
         return mulPlain(ret, d, a, at, b, bt, rs);
     const bool negative = isNegative(a) != isNegative(b);
-    const int aWords = (at.ball + wordPairs - 1) / wordPairs;
-    const int bWords = (bt.ball + wordPairs - 1) / wordPairs;
-    std::array<Word, 2 * windowWords> product;
+    const int aWords = wordsOf(at.ball);
+    const int bWords = wordsOf(bt.ball);
+    Limbs product;
+    product.count = aWords + bWords;
+    product.fraction = at.bfrac() + bt.bfrac();
     withWords(aWords, [&](auto aCount) {
         withWords(bWords, [&](auto bCount) {
             if constexpr (bCount <= aCount)
-                multiplyLimbs<aCount, bCount>(a, at.ball, b, bt.ball, product.data());
+                multiplyLimbs<aCount, bCount>(a, at.ball, b, bt.ball, product.limb());
         });
     });
-    const Limbs limbs {product.data(), aWords + bWords, at.bfrac + bt.bfrac};
-    return deliverLimbs(ret, d, limbs, negative, rs);
+    return deliverLimbs(ret, d, product, negative, rs);
 }
 
 // ------------------------------------------------------------------- conversion
@@ -923,18 +999,22 @@ double power10(int i)
     return powersOfTen[128 + i];
 }
 
-UINT32 putInteger(BYTE *dst, const Layout &d, UINT64 i64, int fd)
+UINT32 putInteger(BYTE *dst, Layout d, UINT64 i64, int fd)
 {
     fd = nearFractionDigits(fd);
     const Word part = (fd & 1) != 0 ? limbBase / 10 : limbBase; // times 10 to fill a pair
     const Word scale = limbBase / part;
-    const Word limb[] = {i64 % part * scale, i64 / part};
-    return deliverLimbs(dst, d, {limb, 2, (fd + 1) >> 1}, false, BCDII_ROUND_TRUNC);
+    Limbs integer;
+    integer.limb()[0] = i64 % part * scale;
+    integer.limb()[1] = i64 / part;
+    integer.count = 2;
+    integer.fraction = (fd + 1) >> 1;
+    return deliverLimbs(dst, d, integer, false, BCDII_ROUND_TRUNC);
 }
 
 // The 19 digits of a value rounded to fd fraction digits, as the bytes that a type
 // of 19 digits and fd after the point would hold.
-UINT32 roundTo19Digits(UINT64 *magnitude, const BYTE *bcd, const Layout &t, int fd,
+UINT32 roundTo19Digits(UINT64 *magnitude, const BYTE *bcd, Layout t, int fd,
                        BCDIIroundstyle rs)
 {
     const Layout d(19, nearFractionDigits(fd));
@@ -982,7 +1062,7 @@ double takeDigits(double *x, double base)
 }
 
 // Places the integer x; false when it does not fit.
-bool putDouble(BYTE *bcd, const Layout &t, double x)
+bool putDouble(BYTE *bcd, Layout t, double x)
 {
     int ball = t.ball;
     bool oddFraction = (t.nfrac & 1) != 0;
@@ -1230,7 +1310,10 @@ UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, c
     const Layout d(retType);
     if (isNan(bytes(a_)) || isNan(bytes(b_)))
         return putNan(bytes(ret), d, NanOperand | Invalid | NoResult);
-    return addInternal(bytes(ret), d, bytes(a_), Layout(aType), bytes(b_), Layout(bType), rs);
+    if (isSameType(aType, bType) && isSameType(aType, retType) && d.ball > 0
+        && d.ball <= wordPairs * windowWords)
+        return addSame(bytes(ret), bytes(a_), bytes(b_), d, rs);
+    return addAligned(bytes(ret), d, bytes(a_), Layout(aType), bytes(b_), Layout(bType), rs);
 }
 
 UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
@@ -1324,7 +1407,7 @@ UINT32 BCDII2Double(double *dbl, const void *bcd, BCDIIType type)
     auto value = static_cast<double>(leading);
     for (; i < t.ball; ++i)
         value = value * 100.0 + b[i];
-    value /= power10(2 * t.bfrac);
+    value /= power10(2 * t.bfrac());
     *dbl = isNegative(b) ? -value : value;
     return signStatus(isNegative(b));
 }
@@ -1406,9 +1489,9 @@ std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
     const int integerDigits = std::max(t.nint, 0);
     // All digits of the pairs from the first integer or fraction digit to the end.
     std::array<char, 640> digits;
-    const int integerChars = 2 * std::max(t.bint, 0);
+    const int integerChars = 2 * std::max(t.bint(), 0);
     digits.fill('0');
-    char *out = digits.data() + integerChars - 2 * t.bint;
+    char *out = digits.data() + integerChars - 2 * t.bint();
     for (int i = 0; i < t.ball; ++i, out += 2)
         std::memcpy(out, &pairTexts[2 * (b[i] & pairMask)], 2);
 
