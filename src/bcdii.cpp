@@ -336,6 +336,14 @@ void storeHalf(BYTE *p, Word w)
     }
 }
 
+// The bits of a word whose first byte is byte rest - 1, but for the sign.
+constexpr auto topMasks = [] {
+    std::array<Word, wordPairs + 1> masks {};
+    for (int rest = 1; rest <= wordPairs; ++rest)
+        masks[rest] = ~Word {0} >> (65 - 8 * rest);
+    return masks;
+}();
+
 int wordsOf(int bytes)
 {
     return (bytes + wordPairs - 1) / wordPairs;
@@ -350,7 +358,7 @@ template<int N>
         w[j] = loadWord(p + n - wordPairs * (j + 1));
     const int rest = n - wordPairs * (N - 1);
     const Word top = rest == wordPairs ? loadWord(p) : loadShort(p, rest);
-    w[N - 1] = top & ~Word {0} >> (65 - 8 * rest);
+    w[N - 1] = top & topMasks[rest];
     return w;
 }
 
@@ -360,7 +368,7 @@ template<int N>
     for (int j = 0; j + 1 < N; ++j)
         storeWord(p + n - wordPairs * (j + 1), w[j]);
     const int rest = n - wordPairs * (N - 1);
-    const Word top = w[N - 1] | Word {negative} << (8 * rest - 1);
+    const Word top = w[N - 1] | ((Word {0} - Word {negative}) & (topMasks[rest] + 1));
     if (rest == wordPairs)
         storeWord(p, top);
     else
@@ -463,7 +471,7 @@ template<int N>
 // The largest word that begins with a type's first byte, which is byte rest - 1 of it.
 [[gnu::always_inline]] inline Word largestTop(Layout d, int rest)
 {
-    return (Word {(d.nint & 1) != 0 ? 10U : 100U} << (8 * (rest - 1))) - 1;
+    return (topMasks[rest] / 128 + 1) * ((d.nint & 1) != 0 ? 10 : 100) - 1;
 }
 
 // Whether the kept pairs fit nint digits: nothing in front of the first byte, and
@@ -571,18 +579,36 @@ template<int N>
     return cut;
 }
 
+// Copies a value of type s, read into words that end with its last byte.
+template<int N>
+[[gnu::always_inline]] inline UINT32 copyWords(BYTE *dst, Layout d, Words<N> w, Layout s,
+                                               bool negative, BCDIIroundstyle rs)
+{
+    if (d.bfrac() > s.bfrac())
+        shiftUp<N>(w, d.bfrac() - s.bfrac());
+    Cut<N> cut = cutWindow<N>(w, std::max(0, s.bfrac() - d.bfrac()));
+    return deliver<N>(dst, d, cut, s.nfrac, negative, rs);
+}
+
+template<int N>
+[[gnu::noinline]] UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s,
+                                   BCDIIroundstyle rs)
+{
+    return copyWords<N>(dst, d, loadWords<N>(src, s.ball), s, isNegative(src), rs);
+}
+
+int copyWindow(Layout d, Layout s)
+{
+    return windowOf(std::max(d.bint(), s.bint()), std::max(d.bfrac(), s.bfrac()),
+                    std::min(d.ball, s.ball));
+}
+
 UINT32 copyInternal(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
 {
-    const int fraction = std::max(d.bfrac(), s.bfrac());
-    const int words = windowOf(std::max(d.bint(), s.bint()), fraction, std::min(d.ball, s.ball));
+    const int words = copyWindow(d, s);
     if (words == 0)
         return copyPlain(dst, d, src, s, rs);
-    return withWords(words, [&](auto count) {
-        constexpr int N = count;
-        const bool negative = isNegative(src);
-        Cut<N> cut = cutWindow<N>(loadAligned<N>(src, s, fraction), fraction - d.bfrac());
-        return deliver<N>(dst, d, cut, s.nfrac, negative, rs);
-    });
+    return withWords(words, [&](auto count) { return copyShort<count>(dst, d, src, s, rs); });
 }
 
 // ------------------------------------------------------------------ comparison
@@ -590,10 +616,15 @@ UINT32 copyInternal(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundst
 template<int N>
 [[gnu::always_inline]] inline bool isLess(const Words<N> &a, const Words<N> &b)
 {
-    bool less = a[0] < b[0];
-    for (int j = 1; j < N; ++j)
-        less = (a[j] < b[j]) | ((a[j] == b[j]) & less);
-    return less;
+    bool less = false;
+    for (int j = N % 2; j < N; j += 2) { // two words at a time
+        const UInt128 x = UInt128 {a[j + 1]} << 64 | a[j];
+        const UInt128 y = UInt128 {b[j + 1]} << 64 | b[j];
+        if (j == 1)
+            less = a[0] < b[0];
+        less = (x < y) | ((x == y) & less);
+    }
+    return N == 1 ? a[0] < b[0] : less;
 }
 
 int pairOrZero(const BYTE *bcd, Layout t, int i)
@@ -613,6 +644,15 @@ int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt)
     return 0;
 }
 
+template<int N>
+[[gnu::noinline]] int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt)
+{
+    const int fraction = std::max(at.bfrac(), bt.bfrac());
+    const Words<N> x = loadAligned<N>(a, at, fraction);
+    const Words<N> y = loadAligned<N>(b, bt, fraction);
+    return int {isLess<N>(y, x)} - int {isLess<N>(x, y)};
+}
+
 int compareMagnitudes(const BYTE *a, Layout at, const BYTE *b, Layout bt)
 {
     const int fraction = std::max(at.bfrac(), bt.bfrac());
@@ -620,12 +660,7 @@ int compareMagnitudes(const BYTE *a, Layout at, const BYTE *b, Layout bt)
                                std::min(at.ball, bt.ball));
     if (words == 0)
         return compareMagnitudesPlain(a, at, b, bt);
-    return withWords(words, [&](auto count) {
-        constexpr int N = count;
-        const Words<N> x = loadAligned<N>(a, at, fraction);
-        const Words<N> y = loadAligned<N>(b, bt, fraction);
-        return int {isLess<N>(y, x)} - int {isLess<N>(x, y)};
-    });
+    return withWords(words, [&](auto count) { return compareShort<count>(a, at, b, bt); });
 }
 
 // Raw bytes of one layout. The last word overlaps the one before it, which is
@@ -730,50 +765,57 @@ template<int N>
                                                bool *negative)
 {
     const bool differ = ((a[0] ^ b[0]) & signBit) != 0;
+    // Signs are as good as random: masks, since branches would be guessed wrong.
     const bool swap = differ & isLess<N>(x, y);
+    const Word mask = Word {0} - Word {swap};
     for (int j = 0; j < N; ++j) {
-        const Word larger = swap ? y[j] : x[j];
-        y[j] = swap ? x[j] : y[j];
-        x[j] = larger;
+        const Word change = (x[j] ^ y[j]) & mask;
+        x[j] ^= change;
+        y[j] ^= change;
     }
     *negative = isNegative(a) != swap;
     const bool tooWide = addWords<N>(x, y, Word {0} - Word {differ});
     return {x, 0, tooWide};
 }
 
-UINT32 addAligned(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
-                  BCDIIroundstyle rs)
+template<int N>
+[[gnu::noinline]] UINT32 addShort(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b,
+                                  Layout bt, BCDIIroundstyle rs)
+{
+    const int fraction = std::max({at.bfrac(), bt.bfrac(), d.bfrac()});
+    bool negative;
+    const Cut<N> sum = addSigned<N>(loadAligned<N>(a, at, fraction),
+                                    loadAligned<N>(b, bt, fraction), a, b, &negative);
+    // A carry out of the window is beyond every integer digit of the result.
+    Cut<N> cut = cutWindow<N>(sum.kept, fraction - d.bfrac());
+    cut.tooWide = sum.tooWide;
+    return deliver<N>(ret, d, cut, 2 * std::max(at.bfrac(), bt.bfrac()), negative, rs);
+}
+
+UINT32 addInternal(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                   BCDIIroundstyle rs)
 {
     const int fraction = std::max({at.bfrac(), bt.bfrac(), d.bfrac()});
     const int words = windowOf(std::max({at.bint(), bt.bint(), d.bint()}), fraction,
                                std::min({at.ball, bt.ball, d.ball}));
     if (words == 0)
         return addPlain(ret, d, a, at, b, bt, rs);
-    return withWords(words, [&](auto count) {
-        constexpr int N = count;
-        bool negative;
-        const Cut<N> sum = addSigned<N>(loadAligned<N>(a, at, fraction),
-                                        loadAligned<N>(b, bt, fraction), a, b, &negative);
-        // A carry out of the window is beyond every integer digit of the result.
-        Cut<N> cut = cutWindow<N>(sum.kept, fraction - d.bfrac());
-        cut.tooWide = sum.tooWide;
-        return deliver<N>(ret, d, cut, 2 * std::max(at.bfrac(), bt.bfrac()), negative, rs);
-    });
+    return withWords(words,
+                     [&](auto count) { return addShort<count>(ret, d, a, at, b, bt, rs); });
 }
 
 // One type for all: nothing to align, and nothing to cut off.
-UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, Layout t, BCDIIroundstyle rs)
+template<int N>
+[[gnu::noinline]] UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, Layout t,
+                                 BCDIIroundstyle rs)
 {
-    return withWords(wordsOf(t.ball), [&](auto count) {
-        constexpr int N = count;
-        bool negative;
-        Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
-        const UINT32 status = roundCut<N>(cut, t, 2 * t.bfrac(), negative, rs);
-        if ((status & NoResult) != 0)
-            return putNan(ret, t, status);
-        storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
-        return status;
-    });
+    bool negative;
+    Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
+    const UINT32 status = roundCut<N>(cut, t, 2 * t.bfrac(), negative, rs);
+    if ((status & NoResult) != 0)
+        return putNan(ret, t, status);
+    storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
+    return status;
 }
 
 // ---------------------------------------------------------------- binary limbs
@@ -882,26 +924,26 @@ UINT32 deliverLimbsPlain(BYTE *dst, Layout d, const Limbs &x, bool negative, BCD
     return copyPlain(dst, d, pairs.data(), Layout(2 * size, 2 * x.fraction), rs);
 }
 
+template<int N>
+[[gnu::noinline]] UINT32 deliverLimbsShort(BYTE *dst, Layout d, const Limbs &x, bool negative,
+                                           BCDIIroundstyle rs)
+{
+    const int drop = x.fraction - d.bfrac();
+    const int first = (drop - 1) >> 3;
+    Cut<N> cut = drop == 0 ? takeLimbs<N>(x) : cutLimbs<N>(x, first, 8 * (drop - 8 * first));
+    return deliver<N>(dst, d, cut, 2 * x.fraction, negative, rs);
+}
+
 // Writes a magnitude in limbs. The plain way is for values that may begin below the
 // lowest position, and for results that end far away from the limbs.
 UINT32 deliverLimbs(BYTE *dst, Layout d, const Limbs &x, bool negative, BCDIIroundstyle rs)
 {
-    const int drop = x.fraction - d.bfrac(); // negative: zeros follow
-    if (drop == 0 && x.fraction <= windowFraction && d.ball > 0
-        && d.ball <= wordPairs * windowWords) {
-        return withWords(wordsOf(d.ball), [&](auto count) {
-            Cut<count> cut = takeLimbs<count>(x);
-            return deliver<count>(dst, d, cut, 2 * x.fraction, negative, rs);
-        });
-    }
-    const int first = (drop - 1) >> 3;
+    const int first = (x.fraction - d.bfrac() - 1) >> 3; // negative: zeros follow
     if (x.fraction > windowFraction || d.ball < 1 || d.ball > wordPairs * windowWords
         || first < -zeroLimbs || first >= x.count)
         return deliverLimbsPlain(dst, d, x, negative, rs);
-    const int shift = 8 * (drop - 8 * first); // 8 to 64
     return withWords(wordsOf(d.ball), [&](auto count) {
-        Cut<count> cut = cutLimbs<count>(x, first, shift);
-        return deliver<count>(dst, d, cut, 2 * x.fraction, negative, rs);
+        return deliverLimbsShort<count>(dst, d, x, negative, rs);
     });
 }
 
@@ -999,85 +1041,126 @@ double power10(int i)
     return powersOfTen[128 + i];
 }
 
+constexpr int integerBytes = 11; // 20 digits, and one of padding with an odd fd
+
+// The integer in pairs that are aligned on a point fd digits from its end.
+Words<2> integerPairs(UINT64 i64, int fd)
+{
+    if ((fd & 1) == 0)
+        return {toPairs(i64 % limbBase), toPairs(i64 / limbBase)};
+    // Times 10, to fill a pair.
+    return {toPairs(i64 % (limbBase / 10) * 10), toPairs(i64 / (limbBase / 10))};
+}
+
+template<int N>
+[[gnu::noinline]] UINT32 putIntegerShort(BYTE *dst, Layout d, UINT64 i64, int fd, bool negative)
+{
+    const Layout s(2 * integerBytes - (fd & 1), fd);
+    const Words<2> pairs = integerPairs(i64, fd);
+    Words<N> w {pairs[0]};
+    if constexpr (N > 1)
+        w[1] = pairs[1];
+    return copyWords<N>(dst, d, w, s, negative, BCDII_ROUND_TRUNC);
+}
+
 UINT32 putInteger(BYTE *dst, Layout d, UINT64 i64, int fd)
 {
     fd = nearFractionDigits(fd);
-    const Word part = (fd & 1) != 0 ? limbBase / 10 : limbBase; // times 10 to fill a pair
-    const Word scale = limbBase / part;
-    Limbs integer;
-    integer.limb()[0] = i64 % part * scale;
-    integer.limb()[1] = i64 / part;
-    integer.count = 2;
-    integer.fraction = (fd + 1) >> 1;
-    return deliverLimbs(dst, d, integer, false, BCDII_ROUND_TRUNC);
+    const Layout s(2 * integerBytes - (fd & 1), fd);
+    const int words = copyWindow(d, s);
+    if (words > 0) {
+        return withWords(words, [&](auto count) {
+            return putIntegerShort<count>(dst, d, i64, fd, false);
+        });
+    }
+    std::array<BYTE, integerBytes> pairs;
+    storeExact<2>(pairs.data(), integerBytes, integerPairs(i64, fd), false);
+    return copyPlain(dst, d, pairs.data(), s, BCDII_ROUND_TRUNC);
 }
 
-// The 19 digits of a value rounded to fd fraction digits, as the bytes that a type
-// of 19 digits and fd after the point would hold.
-UINT32 roundTo19Digits(UINT64 *magnitude, const BYTE *bcd, Layout t, int fd,
-                       BCDIIroundstyle rs)
+// The 19 digits of a value rounded to a type of 19 digits, d.
+template<int N>
+[[gnu::noinline]] UINT32 roundShort(Words<2> *digits, Layout d, const BYTE *bcd, Layout t,
+                                    BCDIIroundstyle rs)
+{
+    const int fraction = std::max(d.bfrac(), t.bfrac());
+    Cut<N> cut = cutWindow<N>(loadAligned<N>(bcd, t, fraction), fraction - d.bfrac());
+    const UINT32 status = roundCut<N>(cut, d, t.nfrac, isNegative(bcd), rs);
+    *digits = {cut.kept[0], N > 1 ? cut.kept[N > 1 ? 1 : 0] : 0};
+    return status;
+}
+
+// The integer that is the value times 10^fd, rounded. With an odd fd its digits
+// end with one of padding: 20, more than a word holds.
+UINT32 roundTo19Digits(UINT64 *magnitude, const BYTE *bcd, Layout t, int fd, BCDIIroundstyle rs)
 {
     const Layout d(19, nearFractionDigits(fd));
-    std::array<BYTE, 10> digits {};
-    const UINT32 status = copyInternal(digits.data(), d, bcd, t, rs);
-    if ((status & (NoResult | IsZero)) != 0)
-        return status;
-    const Word high = loadShort(digits.data(), 2) & 0x7FFF;
-    const Word low = toLimb(loadWord(digits.data() + 2));
-    const Word units = (d.nfrac & 1) != 0 ? 10 : 1;
-    // An odd fd has a digit of padding: 20 digits, more than a word holds.
-    *magnitude = toLimb(high) * (limbBase / units) + low / units;
+    const int words = copyWindow(d, t);
+    Words<2> digits {};
+    UINT32 status;
+    if (words > 0) {
+        status = withWords(words, [&](auto count) {
+            return roundShort<count>(&digits, d, bcd, t, rs);
+        });
+    } else {
+        std::array<BYTE, 10> plain {};
+        status = copyPlain(plain.data(), d, bcd, t, rs);
+        digits = loadExact<2>(plain.data(), d.ball);
+    }
+    if ((d.nfrac & 1) != 0)
+        *magnitude = toLimb(digits[1]) * (limbBase / 10) + toLimb(digits[0]) / 10;
+    else
+        *magnitude = toLimb(digits[1]) * limbBase + toLimb(digits[0]);
     return status;
 }
 
 constexpr double doubleExact = 9007199254740992.0; // 2^53: integers below are exact
 constexpr double tolerance = 0.125;
 
-// Writes the lowest pairs of an integer to the first ball bytes and tells whether
-// that was all of it.
-bool putLowPairs(BYTE *bcd, int ball, Word high, Word low, int nint)
+// Takes the lowest digits (base 10 or 100) off x in double arithmetic. Below 2^63
+// integers do the same: x - digits is an integer, rounded when it becomes a double.
+BYTE takeDigits(double *x, unsigned base)
 {
-    int i = ball;
-    for (; i > 0 && (high | low) != 0; --i) {
-        bcd[i - 1] = static_cast<BYTE>(low & 0xFF);
-        low = low >> 8 | high << 56;
-        high >>= 8;
+    double digits;
+    double rest;
+    if (*x < 9223372036854775808.0) {
+        const auto integer = static_cast<INT64>(*x);
+        digits = static_cast<double>(integer % base);
+        rest = static_cast<double>(integer - integer % base);
+    } else {
+        digits = std::fmod(*x, base);
+        rest = *x - digits;
     }
-    return (high | low) == 0 && (ball == 0 || (nint & 1) == 0 || bcd[0] < 10);
+    *x = std::floor(rest / base + tolerance);
+    return static_cast<BYTE>(digits);
 }
 
-// The places below 2^53 in integers; x holds none but pairs of bytes from ball on.
-bool putExact(BYTE *bcd, int ball, double x, bool oddFraction, int nint)
+// Puts an integer in pairs into the first ball bytes of a type; false when it does
+// not fit, and then the bytes hold its end.
+bool putPairs(BYTE *bcd, int ball, Words<2> pairs, Layout t)
 {
-    const Word integer = static_cast<Word>(x) * (oddFraction ? 10 : 1);
-    return putLowPairs(bcd, ball, toPairs(integer / limbBase), toPairs(integer % limbBase), nint);
+    for (int i = ball; i > 0 && anyOf<2>(pairs) != 0; --i) {
+        bcd[i - 1] = static_cast<BYTE>(pairs[0]);
+        pairs = {pairs[0] >> 8 | pairs[1] << 56, pairs[1] >> 8};
+    }
+    return anyOf<2>(pairs) == 0 && ((t.nint & 1) == 0 || bcd[0] < 10);
 }
 
-// Takes the lowest digits (base 10 or 100) off x in double arithmetic.
-double takeDigits(double *x, double base)
-{
-    const double digits = std::fmod(*x, base);
-    *x = std::floor((*x - digits) / base + tolerance);
-    return digits;
-}
-
-// Places the integer x; false when it does not fit.
+// Places the integer x; false when it does not fit. Bytes are 0 before. From 2^53 on
+// the double arithmetic may round, below it is the same as that of integers.
 bool putDouble(BYTE *bcd, Layout t, double x)
 {
     int ball = t.ball;
-    bool oddFraction = (t.nfrac & 1) != 0;
+    bool half = (t.nfrac & 1) != 0; // the last byte holds one digit
     while (x >= doubleExact && ball > 0) {
-        const bool single = ball == 1 && (t.nint & 1) != 0;
-        if (oddFraction)
-            bcd[ball - 1] = static_cast<BYTE>(takeDigits(&x, 10.0) * 10.0 + tolerance);
-        else
-            bcd[ball - 1] = static_cast<BYTE>(takeDigits(&x, single ? 10.0 : 100.0) + tolerance);
-        oddFraction = false;
-        --ball;
+        const bool single = half || (ball == 1 && (t.nint & 1) != 0);
+        const BYTE digits = takeDigits(&x, single ? 10 : 100);
+        bcd[--ball] = static_cast<BYTE>(half ? 10 * digits : digits);
+        half = false;
     }
-    if (x >= doubleExact || ball == 0)
+    if (ball == 0)
         return x <= tolerance;
-    return putExact(bcd, ball, x, oddFraction, t.nint);
+    return putPairs(bcd, ball, integerPairs(static_cast<UINT64>(x), half ? 1 : 0), t);
 }
 
 // ------------------------------------------------------------------------- text
@@ -1168,6 +1251,40 @@ constexpr auto pairTexts = [] {
     }
     return texts;
 }();
+
+char *putPairText(char *to, BYTE pair)
+{
+    std::memcpy(to, &pairTexts[2 * (pair & pairMask)], 2);
+    return to + 2;
+}
+
+// The digits before the point without leading zeros. Pairs that a negative nfrac
+// leaves out follow as zeros.
+char *putIntegerDigits(char *to, const BYTE *bcd, Layout t)
+{
+    const int stored = std::min(t.bint(), t.ball);
+    int i = firstPair(bcd, stored);
+    if (i >= stored)
+        return to;
+    const int first = bcd[i] & pairMask;
+    if (first > 9 && (i > 0 || (t.nint & 1) == 0))
+        *to++ = pairTexts[2 * first];
+    *to++ = pairTexts[2 * first + 1];
+    for (++i; i < stored; ++i)
+        to = putPairText(to, bcd[i]);
+    return std::fill_n(to, 2 * (t.bint() - stored), '0');
+}
+
+// The point and nfrac digits. Pairs in front of the first byte are zeros.
+void putFractionDigits(char *to, const BYTE *bcd, Layout t)
+{
+    *to++ = '.';
+    to = std::fill_n(to, std::min(2 * std::max(0, -t.bint()), t.nfrac), '0');
+    for (int i = std::max(0, t.bint()); i < t.ball; ++i)
+        to = putPairText(to, bcd[i]);
+    if ((t.nfrac & 1) != 0 && t.ball > 0)
+        to[-1] = '\0'; // the padding digit
+}
 
 } // namespace
 
@@ -1312,8 +1429,10 @@ UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, c
         return putNan(bytes(ret), d, NanOperand | Invalid | NoResult);
     if (isSameType(aType, bType) && isSameType(aType, retType) && d.ball > 0
         && d.ball <= wordPairs * windowWords)
-        return addSame(bytes(ret), bytes(a_), bytes(b_), d, rs);
-    return addAligned(bytes(ret), d, bytes(a_), Layout(aType), bytes(b_), Layout(bType), rs);
+        return withWords(wordsOf(d.ball), [&](auto count) {
+            return addSame<count>(bytes(ret), bytes(a_), bytes(b_), d, rs);
+        });
+    return addInternal(bytes(ret), d, bytes(a_), Layout(aType), bytes(b_), Layout(bType), rs);
 }
 
 UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
@@ -1394,19 +1513,17 @@ UINT32 BCDII2Double(double *dbl, const void *bcd, BCDIIType type)
     if (isNan(b))
         return NanOperand | Invalid | NoResult;
     const Layout t(type);
-    int i = firstPair(b, t.ball);
-    if (i >= t.ball) {
+    // Seven pairs are below 2^53, where integers and doubles agree. Zeros in front
+    // make no difference.
+    const int exact = std::min(7, t.ball);
+    const Word leading = exact > 0 ? toLimb(loadShort(b, exact) & topMasks[exact]) : 0;
+    auto value = static_cast<double>(static_cast<INT64>(leading));
+    for (int i = exact; i < t.ball; ++i)
+        value = value * 100.0 + b[i];
+    if (value == 0.0) {
         *dbl = 0.0;
         return IsZero;
     }
-    // Seven pairs are below 2^53, where integers and doubles agree.
-    const int exact = std::min(i + 7, t.ball);
-    INT64 leading = b[i] & pairMask;
-    for (++i; i < exact; ++i)
-        leading = leading * 100 + b[i];
-    auto value = static_cast<double>(leading);
-    for (; i < t.ball; ++i)
-        value = value * 100.0 + b[i];
     value /= power10(2 * t.bfrac());
     *dbl = isNegative(b) ? -value : value;
     return signStatus(isNegative(b));
@@ -1485,31 +1602,15 @@ std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
 {
     const Layout t(type);
     const BYTE *const b = bytes(bcd);
-    const int fractionDigits = std::max(t.nfrac, 0);
-    const int integerDigits = std::max(t.nint, 0);
-    // All digits of the pairs from the first integer or fraction digit to the end.
-    std::array<char, 640> digits;
-    const int integerChars = 2 * std::max(t.bint(), 0);
-    digits.fill('0');
-    char *out = digits.data() + integerChars - 2 * t.bint();
-    for (int i = 0; i < t.ball; ++i, out += 2)
-        std::memcpy(out, &pairTexts[2 * (b[i] & pairMask)], 2);
-
-    std::string text(static_cast<std::size_t>(integerDigits)
-                         + (fractionDigits > 0 ? fractionDigits + 1U : 0U) + 2U,
-                     '\0');
+    const bool hasFraction = t.nfrac > 0;
+    const int width = std::max(t.nint, 0) + (hasFraction ? t.nfrac + 1 : 0);
+    std::string text(static_cast<std::size_t>(width) + 2, '\0');
     char *to = text.data();
     if (isNegative(b))
         *to++ = '-';
-    const char *const point = digits.data() + integerChars;
-    const char *first = point - integerDigits;
-    while (first < point && *first == '0')
-        ++first;
-    to = std::copy(first, point, to);
-    if (fractionDigits > 0) {
-        *to++ = '.';
-        std::copy_n(point, fractionDigits, to);
-    }
+    to = putIntegerDigits(to, b, t);
+    if (hasFraction)
+        putFractionDigits(to, b, t);
     return text;
 }
 
