@@ -67,6 +67,11 @@ struct Layout
     int ball; // a type of no digits, or fewer, has no bytes
 };
 
+constexpr BCDIIType typeWord(int nall, int nfrac)
+{
+    return static_cast<BCDIIType>((nall & 0xFF) << 8 | (nfrac & 0xFF));
+}
+
 BYTE *bytes(void *p)
 {
     return static_cast<BYTE *>(p);
@@ -435,19 +440,6 @@ int windowOf(int integerBytes, int fractionBytes, int shortest)
     return shortest > 0 && words <= windowWords && fractionBytes <= windowFraction ? words : 0;
 }
 
-// Calls f with the number of words as a constant.
-template<typename F>
-[[gnu::always_inline]] inline auto withWords(int words, F f)
-{
-    if (words == 2)
-        return f(std::integral_constant<int, 2> {});
-    if (words == 1)
-        return f(std::integral_constant<int, 1> {});
-    if (words == 3)
-        return f(std::integral_constant<int, 3> {});
-    return f(std::integral_constant<int, 4> {});
-}
-
 // ------------------------------------------------ the short way: rounding and storing
 
 // An exact magnitude, cut behind the destination's last byte.
@@ -591,24 +583,35 @@ template<int N>
 }
 
 template<int N>
-[[gnu::noinline]] UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s,
-                                   BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s,
+                                               BCDIIroundstyle rs)
 {
     return copyWords<N>(dst, d, loadWords<N>(src, s.ball), s, isNegative(src), rs);
 }
 
-int copyWindow(Layout d, Layout s)
+int windowOfBoth(Layout d, Layout s)
 {
     return windowOf(std::max(d.bint(), s.bint()), std::max(d.bfrac(), s.bfrac()),
                     std::min(d.ball, s.ball));
 }
 
-UINT32 copyInternal(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
+UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType srcType,
+                    BCDIIroundstyle rs)
 {
-    const int words = copyWindow(d, s);
-    if (words == 0)
-        return copyPlain(dst, d, src, s, rs);
-    return withWords(words, [&](auto count) { return copyShort<count>(dst, d, src, s, rs); });
+    const Layout d(dstType);
+    const Layout s(srcType);
+    switch (windowOfBoth(d, s)) {
+    case 0:
+        return copyPlain(dst, Layout(dstType), src, Layout(srcType), rs);
+    case 1:
+        return copyShort<1>(dst, d, src, s, rs);
+    case 2:
+        return copyShort<2>(dst, d, src, s, rs);
+    case 3:
+        return copyShort<3>(dst, d, src, s, rs);
+    default:
+        return copyShort<4>(dst, d, src, s, rs);
+    }
 }
 
 // ------------------------------------------------------------------ comparison
@@ -645,22 +648,31 @@ int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt)
 }
 
 template<int N>
-[[gnu::noinline]] int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt)
+[[gnu::always_inline]] inline int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                                               int fraction)
 {
-    const int fraction = std::max(at.bfrac(), bt.bfrac());
     const Words<N> x = loadAligned<N>(a, at, fraction);
     const Words<N> y = loadAligned<N>(b, bt, fraction);
     return int {isLess<N>(y, x)} - int {isLess<N>(x, y)};
 }
 
-int compareMagnitudes(const BYTE *a, Layout at, const BYTE *b, Layout bt)
+int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
 {
+    const Layout at(aType);
+    const Layout bt(bType);
     const int fraction = std::max(at.bfrac(), bt.bfrac());
-    const int words = windowOf(std::max(at.bint(), bt.bint()), fraction,
-                               std::min(at.ball, bt.ball));
-    if (words == 0)
-        return compareMagnitudesPlain(a, at, b, bt);
-    return withWords(words, [&](auto count) { return compareShort<count>(a, at, b, bt); });
+    switch (windowOfBoth(at, bt)) {
+    case 0:
+        return compareMagnitudesPlain(a, Layout(aType), b, Layout(bType));
+    case 1:
+        return compareShort<1>(a, at, b, bt, fraction);
+    case 2:
+        return compareShort<2>(a, at, b, bt, fraction);
+    case 3:
+        return compareShort<3>(a, at, b, bt, fraction);
+    default:
+        return compareShort<4>(a, at, b, bt, fraction);
+    }
 }
 
 // Raw bytes of one layout. The last word overlaps the one before it, which is
@@ -714,9 +726,11 @@ void subtractPairs(Pairs &difference, const Pairs &b, int size)
     }
 }
 
-UINT32 addPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
-                BCDIIroundstyle rs)
+UINT32 addPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                BCDIIType bType, BCDIIroundstyle rs)
 {
+    const Layout at(aType);
+    const Layout bt(bType);
     const int point = std::max({at.bint(), bt.bint(), 0}) + 1; // a byte for the carry
     const int fraction = std::max({at.bfrac(), bt.bfrac(), 0});
     bool negative = isNegative(a);
@@ -734,7 +748,8 @@ UINT32 addPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, La
         subtractPairs(x, y, point + fraction);
     }
     x[0] = static_cast<BYTE>(x[0] | (negative ? signBit : 0));
-    return copyPlain(ret, d, x.data(), Layout(2 * (point + fraction), 2 * fraction), rs);
+    return copyPlain(ret, Layout(retType), x.data(), Layout(2 * (point + fraction), 2 * fraction),
+                     rs);
 }
 
 // Adds b to a, or with subtract (all ones, else 0) takes it away, and returns the
@@ -778,11 +793,12 @@ template<int N>
     return {x, 0, tooWide};
 }
 
+// fraction is the most bytes behind the point that a value or the result has.
 template<int N>
-[[gnu::noinline]] UINT32 addShort(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b,
-                                  Layout bt, BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 addShort(BYTE *ret, Layout d, const BYTE *a, Layout at,
+                                              const BYTE *b, Layout bt, int fraction,
+                                              BCDIIroundstyle rs)
 {
-    const int fraction = std::max({at.bfrac(), bt.bfrac(), d.bfrac()});
     bool negative;
     const Cut<N> sum = addSigned<N>(loadAligned<N>(a, at, fraction),
                                     loadAligned<N>(b, bt, fraction), a, b, &negative);
@@ -792,22 +808,31 @@ template<int N>
     return deliver<N>(ret, d, cut, 2 * std::max(at.bfrac(), bt.bfrac()), negative, rs);
 }
 
-UINT32 addInternal(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
-                   BCDIIroundstyle rs)
+UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                BCDIIType bType, BCDIIroundstyle rs)
 {
+    const Layout d(retType);
+    const Layout at(aType);
+    const Layout bt(bType);
     const int fraction = std::max({at.bfrac(), bt.bfrac(), d.bfrac()});
-    const int words = windowOf(std::max({at.bint(), bt.bint(), d.bint()}), fraction,
-                               std::min({at.ball, bt.ball, d.ball}));
-    if (words == 0)
-        return addPlain(ret, d, a, at, b, bt, rs);
-    return withWords(words,
-                     [&](auto count) { return addShort<count>(ret, d, a, at, b, bt, rs); });
+    switch (windowOf(std::max({at.bint(), bt.bint(), d.bint()}), fraction,
+                     std::min({at.ball, bt.ball, d.ball}))) {
+    case 0:
+        return addPlain(ret, retType, a, aType, b, bType, rs);
+    case 1:
+        return addShort<1>(ret, d, a, at, b, bt, fraction, rs);
+    case 2:
+        return addShort<2>(ret, d, a, at, b, bt, fraction, rs);
+    case 3:
+        return addShort<3>(ret, d, a, at, b, bt, fraction, rs);
+    default:
+        return addShort<4>(ret, d, a, at, b, bt, fraction, rs);
+    }
 }
 
-// One type for all: nothing to align, and nothing to cut off.
 template<int N>
-[[gnu::noinline]] UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, Layout t,
-                                 BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, Layout t,
+                                             BCDIIroundstyle rs)
 {
     bool negative;
     Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
@@ -816,6 +841,24 @@ template<int N>
         return putNan(ret, t, status);
     storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
     return status;
+}
+
+// One type for all: nothing to align, and nothing to cut off.
+UINT32 addOneType(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIroundstyle rs)
+{
+    const Layout t(type);
+    switch (windowOf(t.ball, 0, t.ball)) {
+    case 0:
+        return addPlain(ret, type, a, type, b, type, rs);
+    case 1:
+        return addSame<1>(ret, a, b, t, rs);
+    case 2:
+        return addSame<2>(ret, a, b, t, rs);
+    case 3:
+        return addSame<3>(ret, a, b, t, rs);
+    default:
+        return addSame<4>(ret, a, b, t, rs);
+    }
 }
 
 // ---------------------------------------------------------------- binary limbs
@@ -925,8 +968,8 @@ UINT32 deliverLimbsPlain(BYTE *dst, Layout d, const Limbs &x, bool negative, BCD
 }
 
 template<int N>
-[[gnu::noinline]] UINT32 deliverLimbsShort(BYTE *dst, Layout d, const Limbs &x, bool negative,
-                                           BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 deliverLimbsShort(BYTE *dst, Layout d, const Limbs &x,
+                                                       bool negative, BCDIIroundstyle rs)
 {
     const int drop = x.fraction - d.bfrac();
     const int first = (drop - 1) >> 3;
@@ -936,22 +979,33 @@ template<int N>
 
 // Writes a magnitude in limbs. The plain way is for values that may begin below the
 // lowest position, and for results that end far away from the limbs.
-UINT32 deliverLimbs(BYTE *dst, Layout d, const Limbs &x, bool negative, BCDIIroundstyle rs)
+UINT32 deliverLimbs(BYTE *dst, BCDIIType type, const Limbs &x, bool negative, BCDIIroundstyle rs)
 {
+    const Layout d(type);
     const int first = (x.fraction - d.bfrac() - 1) >> 3; // negative: zeros follow
-    if (x.fraction > windowFraction || d.ball < 1 || d.ball > wordPairs * windowWords
-        || first < -zeroLimbs || first >= x.count)
-        return deliverLimbsPlain(dst, d, x, negative, rs);
-    return withWords(wordsOf(d.ball), [&](auto count) {
-        return deliverLimbsShort<count>(dst, d, x, negative, rs);
-    });
+    if (x.fraction > windowFraction || first < -zeroLimbs || first >= x.count)
+        return deliverLimbsPlain(dst, Layout(type), x, negative, rs);
+    switch (windowOf(d.ball, 0, d.ball)) {
+    case 0:
+        return deliverLimbsPlain(dst, Layout(type), x, negative, rs);
+    case 1:
+        return deliverLimbsShort<1>(dst, d, x, negative, rs);
+    case 2:
+        return deliverLimbsShort<2>(dst, d, x, negative, rs);
+    case 3:
+        return deliverLimbsShort<3>(dst, d, x, negative, rs);
+    default:
+        return deliverLimbsShort<4>(dst, d, x, negative, rs);
+    }
 }
 
 // -------------------------------------------------------------- multiplication
 
-UINT32 mulPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
-                BCDIIroundstyle rs)
+UINT32 mulPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                BCDIIType bType, BCDIIroundstyle rs)
 {
+    const Layout at(aType);
+    const Layout bt(bType);
     const int size = at.ball + bt.ball; // at most 128
     Pairs product {};
     for (int i = at.ball - 1; i >= 0; --i) {
@@ -965,7 +1019,8 @@ UINT32 mulPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, La
         product[i] = static_cast<BYTE>(carry);
     }
     product[0] = static_cast<BYTE>(product[0] | ((a[0] ^ b[0]) & signBit));
-    return copyPlain(ret, d, product.data(), Layout(2 * size, 2 * (at.bfrac() + bt.bfrac())), rs);
+    return copyPlain(ret, Layout(retType), product.data(),
+                     Layout(2 * size, 2 * (at.bfrac() + bt.bfrac())), rs);
 }
 
 // Column by column. A column sums at most 4 products below 10^32 and a carry, which
@@ -989,28 +1044,48 @@ void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *pro
     product[NA + NB - 1] = carry;
 }
 
-UINT32 mulInternal(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
-                   BCDIIroundstyle rs)
+// a is not the shorter; both have 1 to 4 words.
+void multiply(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *product)
 {
-    if (at.ball < bt.ball) {
-        std::swap(a, b);
-        std::swap(at, bt);
+    switch (4 * wordsOf(aBall) + wordsOf(bBall)) {
+    case 4 * 1 + 1:
+        return multiplyLimbs<1, 1>(a, aBall, b, bBall, product);
+    case 4 * 2 + 1:
+        return multiplyLimbs<2, 1>(a, aBall, b, bBall, product);
+    case 4 * 2 + 2:
+        return multiplyLimbs<2, 2>(a, aBall, b, bBall, product);
+    case 4 * 3 + 1:
+        return multiplyLimbs<3, 1>(a, aBall, b, bBall, product);
+    case 4 * 3 + 2:
+        return multiplyLimbs<3, 2>(a, aBall, b, bBall, product);
+    case 4 * 3 + 3:
+        return multiplyLimbs<3, 3>(a, aBall, b, bBall, product);
+    case 4 * 4 + 1:
+        return multiplyLimbs<4, 1>(a, aBall, b, bBall, product);
+    case 4 * 4 + 2:
+        return multiplyLimbs<4, 2>(a, aBall, b, bBall, product);
+    case 4 * 4 + 3:
+        return multiplyLimbs<4, 3>(a, aBall, b, bBall, product);
+    default:
+        return multiplyLimbs<4, 4>(a, aBall, b, bBall, product);
     }
-    if (at.ball > wordPairs * windowWords || bt.ball < 1)
-        return mulPlain(ret, d, a, at, b, bt, rs);
-    const bool negative = isNegative(a) != isNegative(b);
-    const int aWords = wordsOf(at.ball);
-    const int bWords = wordsOf(bt.ball);
+}
+
+UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                   BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout at(aType);
+    const Layout bt(bType);
+    if (windowOf(at.ball, 0, at.ball) == 0 || windowOf(bt.ball, 0, bt.ball) == 0)
+        return mulPlain(ret, retType, a, aType, b, bType, rs);
     Limbs product;
-    product.count = aWords + bWords;
+    product.count = wordsOf(at.ball) + wordsOf(bt.ball);
     product.fraction = at.bfrac() + bt.bfrac();
-    withWords(aWords, [&](auto aCount) {
-        withWords(bWords, [&](auto bCount) {
-            if constexpr (bCount <= aCount)
-                multiplyLimbs<aCount, bCount>(a, at.ball, b, bt.ball, product.limb());
-        });
-    });
-    return deliverLimbs(ret, d, product, negative, rs);
+    if (at.ball < bt.ball)
+        multiply(b, bt.ball, a, at.ball, product.limb());
+    else
+        multiply(a, at.ball, b, bt.ball, product.limb());
+    return deliverLimbs(ret, retType, product, isNegative(a) != isNegative(b), rs);
 }
 
 // ------------------------------------------------------------------- conversion
@@ -1053,65 +1128,71 @@ Words<2> integerPairs(UINT64 i64, int fd)
 }
 
 template<int N>
-[[gnu::noinline]] UINT32 putIntegerShort(BYTE *dst, Layout d, UINT64 i64, int fd, bool negative)
+[[gnu::always_inline]] inline UINT32 putIntegerShort(BYTE *dst, Layout d, UINT64 i64, int fd)
 {
     const Layout s(2 * integerBytes - (fd & 1), fd);
     const Words<2> pairs = integerPairs(i64, fd);
-    Words<N> w {pairs[0]};
-    if constexpr (N > 1)
-        w[1] = pairs[1];
-    return copyWords<N>(dst, d, w, s, negative, BCDII_ROUND_TRUNC);
+    Words<N> w {pairs[0], pairs[1]};
+    return copyWords<N>(dst, d, w, s, false, BCDII_ROUND_TRUNC);
 }
 
-UINT32 putInteger(BYTE *dst, Layout d, UINT64 i64, int fd)
+UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 {
-    fd = nearFractionDigits(fd);
     const Layout s(2 * integerBytes - (fd & 1), fd);
-    const int words = copyWindow(d, s);
-    if (words > 0) {
-        return withWords(words, [&](auto count) {
-            return putIntegerShort<count>(dst, d, i64, fd, false);
-        });
-    }
     std::array<BYTE, integerBytes> pairs;
     storeExact<2>(pairs.data(), integerBytes, integerPairs(i64, fd), false);
-    return copyPlain(dst, d, pairs.data(), s, BCDII_ROUND_TRUNC);
+    return copyPlain(dst, Layout(type), pairs.data(), s, BCDII_ROUND_TRUNC);
+}
+
+UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
+{
+    fd = nearFractionDigits(fd);
+    const Layout d(type);
+    switch (windowOfBoth(d, Layout(2 * integerBytes - (fd & 1), fd))) {
+    case 0:
+        return putIntegerPlain(dst, type, i64, fd);
+    case 1:
+    case 2:
+        return putIntegerShort<2>(dst, d, i64, fd);
+    case 3:
+        return putIntegerShort<3>(dst, d, i64, fd);
+    default:
+        return putIntegerShort<4>(dst, d, i64, fd);
+    }
 }
 
 // The 19 digits of a value rounded to a type of 19 digits, d.
 template<int N>
-[[gnu::noinline]] UINT32 roundShort(Words<2> *digits, Layout d, const BYTE *bcd, Layout t,
+[[gnu::always_inline]] inline UINT32 roundShort(Words<2> *digits, Layout d, const BYTE *bcd, Layout t,
                                     BCDIIroundstyle rs)
 {
     const int fraction = std::max(d.bfrac(), t.bfrac());
     Cut<N> cut = cutWindow<N>(loadAligned<N>(bcd, t, fraction), fraction - d.bfrac());
     const UINT32 status = roundCut<N>(cut, d, t.nfrac, isNegative(bcd), rs);
-    *digits = {cut.kept[0], N > 1 ? cut.kept[N > 1 ? 1 : 0] : 0};
+    *digits = {cut.kept[0], cut.kept[1]};
     return status;
 }
 
-// The integer that is the value times 10^fd, rounded. With an odd fd its digits
-// end with one of padding: 20, more than a word holds.
-UINT32 roundTo19Digits(UINT64 *magnitude, const BYTE *bcd, Layout t, int fd, BCDIIroundstyle rs)
+UINT32 roundTo19Digits(Words<2> *digits, const BYTE *bcd, BCDIIType type, int fd,
+                       BCDIIroundstyle rs)
 {
-    const Layout d(19, nearFractionDigits(fd));
-    const int words = copyWindow(d, t);
-    Words<2> digits {};
-    UINT32 status;
-    if (words > 0) {
-        status = withWords(words, [&](auto count) {
-            return roundShort<count>(&digits, d, bcd, t, rs);
-        });
-    } else {
+    const Layout d(19, fd); // 10 bytes, so 2 words at least
+    const Layout t(type);
+    switch (windowOfBoth(d, t)) {
+    case 0: {
         std::array<BYTE, 10> plain {};
-        status = copyPlain(plain.data(), d, bcd, t, rs);
-        digits = loadExact<2>(plain.data(), d.ball);
+        const UINT32 status = copyPlain(plain.data(), d, bcd, Layout(type), rs);
+        *digits = loadExact<2>(plain.data(), 10);
+        return status;
     }
-    if ((d.nfrac & 1) != 0)
-        *magnitude = toLimb(digits[1]) * (limbBase / 10) + toLimb(digits[0]) / 10;
-    else
-        *magnitude = toLimb(digits[1]) * limbBase + toLimb(digits[0]);
-    return status;
+    case 1:
+    case 2:
+        return roundShort<2>(digits, d, bcd, t, rs);
+    case 3:
+        return roundShort<3>(digits, d, bcd, t, rs);
+    default:
+        return roundShort<4>(digits, d, bcd, t, rs);
+    }
 }
 
 constexpr double doubleExact = 9007199254740992.0; // 2^53: integers below are exact
@@ -1390,10 +1471,9 @@ UINT32 BCDIINeg(void *bcd_)
 UINT32 BCDIICopy(void *dst_, BCDIIType dstType, const void *src_, BCDIIType srcType,
                  BCDIIroundstyle rs)
 {
-    const Layout d(dstType);
     if (isNan(bytes(src_)))
-        return putNan(bytes(dst_), d, NanOperand | Invalid | NoResult);
-    return copyInternal(bytes(dst_), d, bytes(src_), Layout(srcType), rs);
+        return putNan(bytes(dst_), Layout(dstType), NanOperand | Invalid | NoResult);
+    return copyInternal(bytes(dst_), dstType, bytes(src_), srcType, rs);
 }
 
 UINT32 BCDIICopy(void *dst_, const void *src_)
@@ -1410,7 +1490,7 @@ int BCDIICmp(const void *a, BCDIIType aType, const void *b, BCDIIType bType)
         return isNegative(x) ? -1 : 1;
     const int order = isSameType(aType, bType)
         ? compareBytes(x, y, Layout(aType).ball)
-        : compareMagnitudes(x, Layout(aType), y, Layout(bType));
+        : compareMagnitudes(x, aType, y, bType);
     return isNegative(x) ? -order : order;
 }
 
@@ -1424,15 +1504,11 @@ int BCDIICmp(const void *a_, const void *b_)
 UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
-    const Layout d(retType);
     if (isNan(bytes(a_)) || isNan(bytes(b_)))
-        return putNan(bytes(ret), d, NanOperand | Invalid | NoResult);
-    if (isSameType(aType, bType) && isSameType(aType, retType) && d.ball > 0
-        && d.ball <= wordPairs * windowWords)
-        return withWords(wordsOf(d.ball), [&](auto count) {
-            return addSame<count>(bytes(ret), bytes(a_), bytes(b_), d, rs);
-        });
-    return addInternal(bytes(ret), d, bytes(a_), Layout(aType), bytes(b_), Layout(bType), rs);
+        return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
+    if (isSameType(aType, bType) && isSameType(aType, retType))
+        return addOneType(bytes(ret), bytes(a_), bytes(b_), retType, rs);
+    return addTypes(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
 }
 
 UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
@@ -1444,10 +1520,9 @@ UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
 UINT32 BCDIIMul(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
-    const Layout d(retType);
     if (isNan(bytes(a_)) || isNan(bytes(b_)))
-        return putNan(bytes(ret), d, NanOperand | Invalid | NoResult);
-    return mulInternal(bytes(ret), d, bytes(a_), Layout(aType), bytes(b_), Layout(bType), rs);
+        return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
+    return mulInternal(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
 }
 
 UINT32 BCDIIMul(void *ret_, const void *a_, const void *b_)
@@ -1460,7 +1535,7 @@ UINT32 BCDIIMul(void *ret_, const void *a_, const void *b_)
 
 UINT32 BCDIIGetFromUInt64(void *bcd, BCDIIType type, UINT64 i64, int fd)
 {
-    return putInteger(bytes(bcd), Layout(type), i64, fd);
+    return putInteger(bytes(bcd), type, i64, fd);
 }
 
 UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd)
@@ -1470,13 +1545,12 @@ UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd)
 
 UINT32 BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, INT64 i64, int fd)
 {
-    const Layout t(type);
     BYTE *const bcd = bytes(bcd_dst);
     if (i64 >= 0)
-        return putInteger(bcd, t, static_cast<UINT64>(i64), fd);
-    const UINT32 status = putInteger(bcd, t, 0 - static_cast<UINT64>(i64), fd);
+        return putInteger(bcd, type, static_cast<UINT64>(i64), fd);
+    const UINT32 status = putInteger(bcd, type, 0 - static_cast<UINT64>(i64), fd);
     // Deliberate: zero and NaN get the sign as well.
-    if (t.ball > 0)
+    if (Layout(type).ball > 0)
         bcd[0] |= signBit;
     return status | IsNegative;
 }
@@ -1490,10 +1564,15 @@ UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIro
 {
     if (isNan(bytes(bcd)))
         return NanOperand | Invalid | NoResult;
-    UINT64 magnitude = 0;
-    const UINT32 status = roundTo19Digits(&magnitude, bytes(bcd), Layout(type), fd, rs);
+    fd = nearFractionDigits(fd);
+    Words<2> digits;
+    const UINT32 status = roundTo19Digits(&digits, bytes(bcd), type, fd, rs);
     if ((status & Overflow) != 0)
         return NoResult | Overflow; // also where a rounding carry overflowed
+    // With an odd fd the last digit is padding: 20 digits, more than a word holds.
+    const Word units = (fd & 1) != 0 ? 10 : 1;
+    const Word magnitude = toLimb(digits[1]) * (units == 1 ? limbBase : limbBase / 10)
+        + (units == 1 ? toLimb(digits[0]) : toLimb(digits[0]) / 10);
     const bool negative = (status & IsNegative) != 0;
     const auto most = static_cast<UINT64>(std::numeric_limits<INT64>::max());
     if (magnitude > most + (negative ? 1 : 0))
@@ -1583,8 +1662,8 @@ UINT32 BCDIIFromString(void *bcd, BCDIIType &type, const char *str)
     packDigits(next, found.fraction, nfrac + std::min(nint, 0), nint < 0 && (nint & 1) != 0);
     pairs[0] = static_cast<BYTE>(pairs[0] | (found.negative ? signBit : 0));
     type = (type & 0xFF00) | static_cast<BYTE>(nfrac);
-    return copyInternal(dst, Layout(type), pairs.data(), Layout(nint + nfrac, nfrac),
-                        BCDII_ROUND_NEAREST);
+    const BCDIIType written = typeWord(nint + nfrac, nfrac);
+    return copyInternal(dst, type, pairs.data(), written, BCDII_ROUND_NEAREST);
 }
 
 UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok)
