@@ -127,15 +127,15 @@ private:
     void takeRows(PaintBufferType::iterator *from, int lastRow, int shift, PaintBufferType *taken);
     void merge(const PaintBufferType &moved);
 
-    PaintBufferType m_paintBuffer; //!< the pixmaps, owned
+    PaintBufferType m_paintBuffer;        //!< the pixmaps, owned
     int m_paintBufferModifierCounter = 0; //!< for users; only copied here
-    int m_rowOffset = 0; //!< model row − row key
-    int m_indexRowFirst = 0; //!< first visible row
-    int m_indexRowLast = s_unbounded; //!< last visible row
-    int m_indexColFirst = 0; //!< first visible column
-    int m_indexColLast = s_unbounded; //!< last visible column
-    int m_colMin = s_unbounded; //!< no cached column is smaller
-    int m_colMax = -1; //!< no cached column is larger
+    int m_rowOffset = 0;                  //!< model row − row key
+    int m_indexRowFirst = 0;              //!< first visible row
+    int m_indexRowLast = s_unbounded;     //!< last visible row
+    int m_indexColFirst = 0;              //!< first visible column
+    int m_indexColLast = s_unbounded;     //!< last visible column
+    int m_colMin = s_unbounded;           //!< no cached column is smaller
+    int m_colMax = -1;                    //!< no cached column is larger
 };
 
 #endif // PIXMAPCACHEINDEXED_H

@@ -77,6 +77,7 @@ private:
 class VANTIX_EXPORT QTableFastView : public QAbstractItemView
 {
     Q_OBJECT
+    Q_MOC_INCLUDE(<QHeaderView>)
 
 public:
     //! An empty view with a header of its own; \a parent as in QWidget. Selects
@@ -206,7 +207,8 @@ public Q_SLOTS:
                                     const QModelIndex &destinationParent, int destinationRow);
     virtual void rowsMoved(const QModelIndex &sourceParent, int sourceStart, int sourceEnd,
                            const QModelIndex &destinationParent, int destinationRow);
-    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
+    void selectionChanged(const QItemSelection &selected,
+                          const QItemSelection &deselected) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     //! Repaints the changed cells. An invalid corner means everything.
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
@@ -288,27 +290,27 @@ protected:
     QRegion visualRegionForSelection(const QItemSelection &selection) const override;
     void initViewItemOption(QStyleOptionViewItem *option) const override;
 
-    QAbstractItemModel *m_model = nullptr; //!< the model shown, not owned
+    QAbstractItemModel *m_model = nullptr;           //!< the model shown, not owned
     QItemSelectionModel *m_selectionModel = nullptr; //!< in use, not owned
-    QHeaderView *m_header = nullptr; //!< the columns; usually a child
-    bool m_sortingEnabled = false; //!< a click on the header sorts
-    bool m_geometryRecursionBlock = false; //!< updateGeometries() runs
-    int m_itemHeight = 0; //!< height of every row, logical pixels
-    QPersistentModelIndex hover; //!< hovered index
-    QTableFastViewPrivate *d_ptr; //!< private data, owned
+    QHeaderView *m_header = nullptr;                 //!< the columns; usually a child
+    bool m_sortingEnabled = false;                   //!< a click on the header sorts
+    bool m_geometryRecursionBlock = false;           //!< updateGeometries() runs
+    int m_itemHeight = 0;                            //!< height of every row, logical pixels
+    QPersistentModelIndex hover;                     //!< hovered index
+    QTableFastViewPrivate *d_ptr; //!< private data, owned; see private/qtablefastview_p.h
     mutable QPair<int, int> leftAndRight {0, 0}; //!< visual columns being painted
-    bool currentFirst = false; //!< the current index keeps to the first row
-    bool currentLast = false; //!< the current index keeps to the last row
-    bool stayAtTop = false; //!< the bar was at its minimum when an insertion began
-    bool stayAtEnd = false; //!< the bar was at its maximum when an insertion began
-    int currentPos = 0; //!< rows from the top row to the current one, then
-    int currentColumn = 0; //!< the current column when an insertion or reset began
-    bool blockScroll = false; //!< scrollContentsBy() does nothing
-    QRect m_dropIndicatorRect; //!< viewport pixels
-    QMargins m_viewportMargins; //!< as last set
+    bool currentFirst = false;                   //!< the current index keeps to the first row
+    bool currentLast = false;                    //!< the current index keeps to the last row
+    bool stayAtTop = false;               //!< the bar was at its minimum when an insertion began
+    bool stayAtEnd = false;               //!< the bar was at its maximum when an insertion began
+    int currentPos = 0;                   //!< rows from the top row to the current one, then
+    int currentColumn = 0;                //!< the current column when an insertion or reset began
+    bool blockScroll = false;             //!< scrollContentsBy() does nothing
+    QRect m_dropIndicatorRect;            //!< viewport pixels
+    QMargins m_viewportMargins;           //!< as last set
     bool m_usePixmapCacheIndexed = false; //!< the paint buffer is on
     mutable PixmapCacheIndexed m_pixmapCacheIndexed {nullptr}; //!< the paint buffer
-    int m_modelRowCountBefore = 0; //!< row count last seen
+    int m_modelRowCountBefore = 0;                             //!< row count last seen
 
 private:
     friend class QTableFastViewPrivate;

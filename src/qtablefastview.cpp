@@ -1,0 +1,2383 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "qtablefastview.h"
+#include "qtablefastview_p.h"
+
+#include <QApplication>
+#include <QDragMoveEvent>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QLoggingCategory>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace {
+
+// Pixel positions saturate here, so that a rectangle's far edge stays an int too.
+constexpr qint64 farAway = qint64(1) << 30;
+
+// Several moves of the same pixels before one paint cost more than the paint.
+constexpr int maxPixelMoves = 3;
+
+int saturated(qint64 value)
+{
+    return int(std::clamp<qint64>(value, std::numeric_limits<int>::min(),
+                                  std::numeric_limits<int>::max()));
+}
+
+int saturatedPixel(qint64 value)
+{
+    return int(std::clamp(value, -farAway, farAway));
+}
+
+// Rounds toward minus infinity: y == −1 belongs to the row above.
+qint64 floorDiv(qint64 y, qint64 height)
+{
+    return y >= 0 ? y / height : (y + 1 - height) / height;
+}
+
+struct Connection
+{
+    const char *signal;
+    const char *slot;
+};
+
+// From the header to the view.
+const Connection headerConnections[] = {
+    {SIGNAL(sectionResized(int, int, int)), SLOT(columnResized(int, int, int))},
+    {SIGNAL(sectionMoved(int, int, int)), SLOT(columnMoved(int, int, int))},
+    {SIGNAL(sectionCountChanged(int, int)), SLOT(columnCountChanged(int, int))},
+    {SIGNAL(sectionHandleDoubleClicked(int)), SLOT(resizeColumnToContents(int))},
+    {SIGNAL(geometriesChanged()), SLOT(updateGeometries())},
+};
+
+const Connection sortConnection = {SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)),
+                                   SLOT(sortIndicatorChanged(int, Qt::SortOrder))};
+
+// From the model to the view, beside those that QAbstractItemView makes itself.
+const Connection modelConnections[] = {
+    {SIGNAL(rowsRemoved(QModelIndex, int, int)), SLOT(rowsRemoved(QModelIndex, int, int))},
+    {SIGNAL(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int))},
+    {SIGNAL(rowsMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(rowsMoved(QModelIndex, int, int, QModelIndex, int))},
+    {SIGNAL(modelAboutToBeReset()), SLOT(modelAboutToBeReset())},
+    {SIGNAL(modelReset()), SLOT(modelReset())},
+    {SIGNAL(rowsAboutToBeInserted(QModelIndex, int, int)),
+     SLOT(rowsAboutToBeInserted(QModelIndex, int, int))},
+    {SIGNAL(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
+     SLOT(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint))},
+};
+
+// From the model to the view's private object.
+const Connection privateModelConnections[] = {
+    {SIGNAL(destroyed()), SLOT(modelDestroyed())},
+    {SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
+    {SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
+    {SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(modelColumnsChanged(QModelIndex))},
+};
+
+// What a style draws a cell as, from the painted columns (logical, −1 for none)
+// beside it.
+QStyleOptionViewItem::ViewItemPosition cellPosition(int previous, int column, int next,
+                                                    bool isSingle)
+{
+    if (isSingle || (next == 0 && previous == -1) || (column == 0 && next == -1))
+        return QStyleOptionViewItem::OnlyOne;
+    if (column == 0 || (next != 0 && previous == -1))
+        return QStyleOptionViewItem::Beginning;
+    if (next == 0 || next == -1)
+        return QStyleOptionViewItem::End;
+    return QStyleOptionViewItem::Middle;
+}
+
+} // namespace
+
+// QTableFastScrollBar
+
+QTableFastScrollBar::QTableFastScrollBar(QWidget *parent)
+    : QScrollBar(Qt::Vertical, parent)
+{
+}
+
+void QTableFastScrollBar::sliderChange(SliderChange change)
+{
+    if (change == SliderValueChange)
+        m_isMax = value() == maximum();
+    // Deliberate: the base class may repaint at once; one update per frame is enough.
+    update();
+}
+
+// Construction
+
+QTableFastView::QTableFastView(QWidget *parent)
+    : QAbstractItemView(parent)
+    , d_ptr(new QTableFastViewPrivate(this))
+{
+    m_itemHeight = updatedItemHeight(QStyleOptionViewItem());
+    setVerticalScrollBar(new QTableFastScrollBar(this));
+    viewport()->setAttribute(Qt::WA_StaticContents);
+    m_selectionModel = selectionModel();
+    m_model = model();
+
+    auto *columns = new QHeaderView(Qt::Horizontal);
+    columns->setSectionsMovable(true);
+    columns->setStretchLastSection(false);
+    columns->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setHeader(columns);
+
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setAttribute(Qt::WA_MacShowFocusRect);
+
+    // What the base class had connected to the bar that was replaced.
+    connect(verticalScrollBar(), SIGNAL(actionTriggered(int)), SLOT(verticalScrollbarAction(int)));
+    connect(verticalScrollBar(), SIGNAL(valueChanged(int)),
+            SLOT(verticalScrollbarValueChanged(int)));
+    connect(verticalScrollBar(), SIGNAL(valueChanged(int)), SLOT(verScrollbarValueChanged(int)));
+    connect(horizontalScrollBar(), SIGNAL(valueChanged(int)), SLOT(horScrollbarValueChanged(int)));
+    connect(qApp, SIGNAL(focusChanged(QWidget *, QWidget *)), d_ptr,
+            SLOT(focusChanged(QWidget *, QWidget *)));
+}
+
+QTableFastView::~QTableFastView()
+{
+    delete std::exchange(d_ptr, nullptr);
+}
+
+QTableFastViewPrivate::QTableFastViewPrivate(QTableFastView *q)
+    : q_ptr(q)
+{
+}
+
+// Header, model and selection model
+
+QHeaderView *QTableFastView::header() const
+{
+    return m_header;
+}
+
+void QTableFastView::setHeader(QHeaderView *header)
+{
+    if (!header || header == m_header)
+        return;
+
+    if (m_header) {
+        m_header->removeEventFilter(this);
+        for (const Connection &c : headerConnections)
+            disconnect(m_header, c.signal, this, c.slot);
+        disconnect(m_header, sortConnection.signal, this, sortConnection.slot);
+        disconnect(m_header, SIGNAL(destroyed()), d_ptr, SLOT(headerDestroyed()));
+        if (m_header->parent() == this)
+            delete m_header;
+    }
+
+    const bool isHiddenOnPurpose =
+        header->isHidden() && header->testAttribute(Qt::WA_WState_ExplicitShowHide);
+    m_header = header;
+    m_header->setParent(this);
+    if (!m_header->model()) {
+        if (m_model)
+            m_header->setModel(m_model);
+        if (m_selectionModel)
+            m_header->setSelectionModel(m_selectionModel);
+    }
+    for (const Connection &c : headerConnections)
+        connect(m_header, c.signal, this, c.slot);
+    connect(m_header, SIGNAL(destroyed()), d_ptr, SLOT(headerDestroyed()));
+    m_header->installEventFilter(this);
+    setSortingEnabled(m_sortingEnabled);
+    if (isVisible() && !isHiddenOnPurpose)
+        m_header->show();
+    d_ptr->columnsChanged();
+    emit headerChanged(m_header);
+}
+
+void QTableFastViewPrivate::headerDestroyed()
+{
+    q_ptr->m_header = nullptr;
+    columnsChanged();
+}
+
+void QTableFastViewPrivate::connectModel(QAbstractItemModel *model)
+{
+    disconnectModel(model);
+    for (const Connection &c : modelConnections)
+        connect(model, c.signal, q_ptr, c.slot);
+    for (const Connection &c : privateModelConnections)
+        connect(model, c.signal, this, c.slot);
+}
+
+void QTableFastViewPrivate::disconnectModel(QAbstractItemModel *model)
+{
+    for (const Connection &c : modelConnections)
+        disconnect(model, c.signal, q_ptr, c.slot);
+    for (const Connection &c : privateModelConnections)
+        disconnect(model, c.signal, this, c.slot);
+}
+
+void QTableFastView::setModel(QAbstractItemModel *model)
+{
+    if (model == m_model)
+        return;
+
+    QPointer<QItemSelectionModel> outdated = d_ptr->ownSelectionModel;
+    if (m_model) {
+        if (m_selectionModel) {
+            disconnect(m_selectionModel, SIGNAL(currentRowChanged(QModelIndex, QModelIndex)),
+                       m_model, SLOT(submit()));
+        }
+        d_ptr->disconnectModel(m_model);
+    }
+
+    m_model = model;
+    if (m_header)
+        m_header->setModel(model);
+    const QPointer<QItemSelectionModel> ofHeader = m_header ? m_header->selectionModel() : nullptr;
+    QAbstractItemView::setModel(model);
+    QItemSelectionModel *interim = selectionModel(); // made by the base class
+    m_modelRowCountBefore = d_ptr->rowCount();
+    if (m_model) {
+        d_ptr->connectModel(m_model);
+        if (m_sortingEnabled && m_header)
+            sortIndicatorChanged(m_header->sortIndicatorSection(), m_header->sortIndicatorOrder());
+        auto *own = new QItemSelectionModel(m_model, this);
+        connect(m_model, SIGNAL(destroyed()), own, SLOT(deleteLater()));
+        setSelectionModel(own);
+        d_ptr->ownSelectionModel = own;
+        delete interim;
+    } else {
+        // The base class's selection model works on its own empty model.
+        d_ptr->ownSelectionModel = interim;
+    }
+    if (outdated)
+        outdated->deleteLater();
+    // The header made one, too, and would keep it listening to the model.
+    if (ofHeader && ofHeader->parent() == m_header && m_header->selectionModel() != ofHeader)
+        delete ofHeader;
+    adjustViewportMargins();
+    updateGeometries();
+}
+
+void QTableFastView::setSelectionModel(QItemSelectionModel *sm)
+{
+    if (!sm)
+        return;
+    QItemSelectionModel *old = m_selectionModel;
+    m_selectionModel = sm;
+    QAbstractItemView::setSelectionModel(sm);
+    if (selectionModel() != sm) { // works on another model: the base class said so
+        m_selectionModel = old;
+        return;
+    }
+    if (old) {
+        if (m_model) {
+            disconnect(old, SIGNAL(currentRowChanged(QModelIndex, QModelIndex)), m_model,
+                       SLOT(submit()));
+        }
+        disconnect(old, SIGNAL(destroyed()), d_ptr, SLOT(selectionModelDestroyed()));
+    }
+    connect(sm, SIGNAL(destroyed()), d_ptr, SLOT(selectionModelDestroyed()));
+    if (m_header && m_header->model() == m_model)
+        m_header->setSelectionModel(sm);
+    if (m_model)
+        connect(sm, SIGNAL(currentRowChanged(QModelIndex, QModelIndex)), m_model, SLOT(submit()));
+}
+
+void QTableFastViewPrivate::modelDestroyed()
+{
+    q_ptr->m_model = nullptr;
+    q_ptr->m_modelRowCountBefore = 0;
+    clearCache();
+    q_ptr->viewport()->update();
+}
+
+void QTableFastViewPrivate::selectionModelDestroyed()
+{
+    q_ptr->m_selectionModel = nullptr;
+    clearCache();
+    q_ptr->viewport()->update();
+}
+
+// Row geometry: arithmetic on the row count, the row height and the scroll value.
+// Products are computed in 64 bits.
+
+int QTableFastViewPrivate::rowCount() const
+{
+    return q_ptr->m_model ? q_ptr->m_model->rowCount(QModelIndex()) : 0;
+}
+
+bool QTableFastViewPrivate::isPerPixel() const
+{
+    return q_ptr->verticalScrollMode() == QAbstractItemView::ScrollPerPixel;
+}
+
+//! Top of row 0 in viewport pixels, not saturated.
+qint64 QTableFastViewPrivate::contentTop() const
+{
+    const qint64 value = q_ptr->verticalScrollBar()->value();
+    return isPerPixel() ? -value : -value * q_ptr->m_itemHeight;
+}
+
+//! Number of whole rows that fit into the viewport.
+int QTableFastViewPrivate::wholeRows() const
+{
+    return std::max(q_ptr->viewport()->height(), 0) / q_ptr->m_itemHeight;
+}
+
+//! The row at the top edge, not checked against the row count.
+int QTableFastViewPrivate::topRow() const
+{
+    const int value = q_ptr->verticalScrollBar()->value();
+    return isPerPixel() ? value / q_ptr->m_itemHeight : value;
+}
+
+//! The row at the bottom edge, not checked against the row count.
+int QTableFastViewPrivate::lastSeenRow() const
+{
+    const qint64 y = qint64(q_ptr->viewport()->height()) - 1 - contentTop();
+    return saturated(floorDiv(y, q_ptr->m_itemHeight));
+}
+
+QRect QTableFastViewPrivate::rowStrip(int row) const
+{
+    return {0, q_ptr->coordinateForItem(row), q_ptr->viewport()->width(), q_ptr->m_itemHeight};
+}
+
+void QTableFastViewPrivate::updateRowStrip(int row)
+{
+    q_ptr->viewport()->update(rowStrip(row));
+}
+
+int QTableFastViewPrivate::verticalMaximum() const
+{
+    if (!isPerPixel())
+        return rowCount() - std::max(wholeRows(), 1);
+    return saturated(qint64(q_ptr->m_itemHeight) * rowCount() - q_ptr->viewport()->height());
+}
+
+int QTableFastView::itemAtCoordinate(int y) const
+{
+    const int rows = d_ptr->rowCount();
+    if (rows == 0 || m_itemHeight < 1)
+        return -1;
+    const qint64 inContent = y - d_ptr->contentTop();
+    const qint64 row =
+        d_ptr->isPerPixel() ? inContent / m_itemHeight : floorDiv(inContent, m_itemHeight);
+    return row < 0 || row >= rows ? -1 : int(row);
+}
+
+int QTableFastView::coordinateForItem(int row) const
+{
+    return saturatedPixel(qint64(row) * m_itemHeight + d_ptr->contentTop());
+}
+
+int QTableFastView::getFirstVisibleItem(int *offset) const
+{
+    if (!m_model)
+        return -1;
+    const int value = verticalScrollBar()->value();
+    if (d_ptr->isPerPixel()) {
+        if (offset)
+            *offset = -(value % m_itemHeight);
+        return value / m_itemHeight;
+    }
+    if (offset)
+        *offset = 0;
+    return value < 0 || value >= d_ptr->rowCount() ? -1 : value;
+}
+
+QModelIndex QTableFastView::indexAt(const QPoint &p) const
+{
+    const int row = itemAtCoordinate(p.y());
+    const int column = m_header ? m_header->logicalIndexAt(p.x()) : -1;
+    return row == -1 || column == -1 ? QModelIndex() : m_model->index(row, column);
+}
+
+QRect QTableFastView::visualRect(const QModelIndex &index) const
+{
+    if (!index.isValid() || index.model() != m_model || isIndexHidden(index))
+        return {};
+    const int column = index.column();
+    return {columnViewportPosition(column), coordinateForItem(index.row()), columnWidth(column),
+            m_itemHeight};
+}
+
+bool QTableFastView::isIndexHidden(const QModelIndex &index) const
+{
+    // Deliberate: an index out of range does not count as hidden.
+    if (!m_model || !m_header || index.row() >= d_ptr->rowCount()
+        || index.column() >= m_model->columnCount()) {
+        return false;
+    }
+    return m_header->isSectionHidden(index.column());
+}
+
+int QTableFastView::horizontalOffset() const
+{
+    return m_header ? m_header->offset() : 0;
+}
+
+int QTableFastView::verticalOffset() const
+{
+    return verticalScrollBar()->value();
+}
+
+// Columns, as the header has them
+
+bool QTableFastView::isColumnHidden(int column) const
+{
+    return m_header && m_header->isSectionHidden(column);
+}
+
+int QTableFastView::columnWidth(int column) const
+{
+    return m_header ? m_header->sectionSize(column) : 0;
+}
+
+int QTableFastView::columnViewportPosition(int column) const
+{
+    return m_header ? m_header->sectionViewportPosition(column) : -1;
+}
+
+void QTableFastView::hideColumn(int column)
+{
+    if (m_header && column >= 0 && column < m_header->count())
+        m_header->setSectionHidden(column, true);
+}
+
+int QTableFastView::frozenColumnWidth() const
+{
+    return 0;
+}
+
+QPair<int, int> QTableFastView::startAndEndColumns(const QRect &rect) const
+{
+    if (!m_header)
+        return {0, -1};
+    int start = m_header->visualIndexAt(rect.left());
+    int end = m_header->visualIndexAt(rect.right());
+    const int last = m_header->count() - 1;
+    if (start == -1)
+        start = isRightToLeft() ? last : 0;
+    if (end == -1)
+        end = isRightToLeft() ? 0 : last;
+    return {std::min(start, end), std::max(start, end)};
+}
+
+//! Lowest and highest column (logical) on screen. The cache knows columns by their
+//! logical index, which is the visual one until sections are moved.
+QPair<int, int> QTableFastViewPrivate::seenColumns() const
+{
+    const auto [start, end] = q_ptr->startAndEndColumns(q_ptr->viewport()->rect());
+    const QHeaderView *header = q_ptr->m_header;
+    if (!header || !header->sectionsMoved() || start > end)
+        return {start, end};
+    int lowest = header->logicalIndex(start);
+    int highest = lowest;
+    for (int visual = start + 1; visual <= end; ++visual) {
+        lowest = std::min(lowest, header->logicalIndex(visual));
+        highest = std::max(highest, header->logicalIndex(visual));
+    }
+    return {lowest, highest};
+}
+
+//! Viewport rectangle of the visible ones of the columns \a left to \a right
+//! (logical), full height; null if all of them are hidden.
+QRect QTableFastViewPrivate::columnSpan(int left, int right) const
+{
+    const QHeaderView *header = q_ptr->m_header;
+    if (!header)
+        return {};
+    int first = -1;
+    int last = -1;
+    for (int column = left; column <= std::min(right, header->count() - 1); ++column) {
+        if (header->isSectionHidden(column))
+            continue;
+        const int visual = header->visualIndex(column);
+        first = first == -1 ? visual : std::min(first, visual);
+        last = std::max(last, visual);
+    }
+    if (first == -1)
+        return {};
+    const int a = header->logicalIndex(first);
+    const int b = header->logicalIndex(last);
+    const int x = std::min(header->sectionViewportPosition(a), header->sectionViewportPosition(b));
+    const int end = std::max(header->sectionViewportPosition(a) + header->sectionSize(a),
+                             header->sectionViewportPosition(b) + header->sectionSize(b));
+    return {x, 0, end - x, q_ptr->viewport()->height()};
+}
+
+// Row height
+
+int QTableFastView::updatedItemHeight(const QStyleOptionViewItem &option) const
+{
+    int height = QFontMetrics(font()).height();
+    if (itemDelegate())
+        height = std::max(height, itemDelegate()->sizeHint(option, QModelIndex()).height());
+    const int columns = m_model ? m_model->columnCount(QModelIndex()) : 0;
+    for (int column = 0; column < columns; ++column) {
+        if (const QAbstractItemDelegate *delegate = itemDelegateForColumn(column))
+            height = std::max(height, delegate->sizeHint(option, QModelIndex()).height());
+    }
+    return std::max(height, 1);
+}
+
+void QTableFastView::updateItemHeight()
+{
+    QStyleOptionViewItem option;
+    option.initFrom(this);
+    const int height = updatedItemHeight(option);
+    if (height == m_itemHeight)
+        return;
+    const int top = d_ptr->topRow();
+    QScrollBar *bar = verticalScrollBar();
+    const bool isAtEnd = bar->value() == bar->maximum() && bar->maximum() > bar->minimum();
+    m_itemHeight = height;
+    d_ptr->clearCache();
+    updateScrollBars(0);
+    if (isAtEnd)
+        bar->setValue(bar->maximum());
+    else if (d_ptr->isPerPixel())
+        bar->setValue(saturated(qint64(top) * height));
+    viewport()->update();
+    d_ptr->placeEditors();
+    emit rowHeightChanged();
+}
+
+// Scroll bars
+
+void QTableFastView::updateScrollBars(int delta)
+{
+    updateVScrollBar(delta);
+    updateHScrollBar();
+}
+
+void QTableFastView::updateVScrollBar(int delta)
+{
+    if (!m_model)
+        return;
+    QScrollBar *bar = verticalScrollBar();
+    const int height = viewport()->height();
+    const int n = d_ptr->wholeRows();
+    const int page = d_ptr->isPerPixel() ? height : std::max(n, 1);
+    // A view pinned to the end stays there when its height changes.
+    const bool keepsEnd = page != bar->pageStep() && bar->value() == bar->maximum()
+        && bar->maximum() > bar->minimum();
+    {
+        const QSignalBlocker quiet(bar);
+        bar->setSingleStep(d_ptr->isPerPixel() ? std::max(height / (n + 1), 2) : 1);
+        bar->setPageStep(page);
+    }
+    const qint64 value = qint64(bar->value()) + (d_ptr->isPerPixel() ? 0 : delta);
+    bar->setRange(0, d_ptr->verticalMaximum());
+    bar->setValue(keepsEnd ? bar->maximum() : saturated(value));
+    if (d_ptr->shownScrollMode == verticalScrollMode())
+        return;
+    d_ptr->shownScrollMode = verticalScrollMode(); // the value counts something else now
+    viewport()->update();
+    d_ptr->placeEditors();
+}
+
+void QTableFastView::updateHScrollBar()
+{
+    if (!m_model || !m_header)
+        return;
+    const int width = viewport()->width();
+    const int count = m_header->count();
+    int fit = 0;
+    int used = 0;
+    for (int visual = count - 1; visual >= 0; --visual, ++fit) {
+        used += m_header->sectionSize(m_header->logicalIndex(visual));
+        if (used > width)
+            break;
+    }
+    if (count > 0)
+        fit = std::max(fit, 1);
+
+    d_ptr->setHorizontalRange(width, fit);
+    // A value that stayed may stand for another offset now.
+    if (d_ptr->applyHorizontalValue() != 0) {
+        viewport()->update();
+        d_ptr->placeEditors();
+    }
+}
+
+//! Sets range and steps of the horizontal bar; \a fit sections at the end fit into
+//! \a width pixels.
+void QTableFastViewPrivate::setHorizontalRange(int width, int fit)
+{
+    QScrollBar *bar = q_ptr->horizontalScrollBar();
+    const QHeaderView *header = q_ptr->m_header;
+    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerItem) {
+        const int first = header->count() - fit;
+        bar->setRange(0, first - hiddenSectionsBefore(first));
+        bar->setPageStep(fit);
+        bar->setSingleStep(1);
+        return;
+    }
+    const int length = header->length();
+    const int widest = q_ptr->maximumViewportSize().width();
+    const int page = length <= widest && bar->maximum() < 1 ? widest : width;
+    bar->setPageStep(page);
+    bar->setRange(0, std::max(length - page, 0));
+    bar->setSingleStep(std::max(page / (fit + 1), 2));
+}
+
+//! The horizontal bar counts visible sections only.
+int QTableFastViewPrivate::hiddenSectionsBefore(int visualIndex) const
+{
+    const QHeaderView *header = q_ptr->m_header;
+    int hidden = 0;
+    for (int visual = 0; header->sectionsHidden() && visual < visualIndex; ++visual)
+        hidden += header->isSectionHidden(header->logicalIndex(visual));
+    return hidden;
+}
+
+//! Sets the vertical range without a word to anybody. The value must lie within
+//! the new range already: the scroll area would miss its change.
+void QTableFastViewPrivate::setRangeQuietly()
+{
+    QScrollBar *bar = q_ptr->verticalScrollBar();
+    const int maximum = std::max(verticalMaximum(), 0);
+    if (bar->minimum() == 0 && bar->maximum() == maximum)
+        return;
+    if (bar->value() > maximum)
+        moveQuietly(maximum);
+    const QSignalBlocker quiet(bar);
+    bar->setRange(0, maximum);
+}
+
+//! Changes the value of the vertical bar without moving pixels.
+void QTableFastViewPrivate::moveQuietly(qint64 value)
+{
+    const QScopedValueRollback<bool> block(q_ptr->blockScroll, true);
+    q_ptr->verticalScrollBar()->setValue(saturated(value));
+}
+
+//! Moves the value quietly by \a count rows.
+void QTableFastViewPrivate::moveRowsQuietly(qint64 count)
+{
+    const qint64 unit = isPerPixel() ? q_ptr->m_itemHeight : 1;
+    moveQuietly(q_ptr->verticalScrollBar()->value() + count * unit);
+}
+
+void QTableFastView::verScrollbarValueChanged(int /*value*/)
+{
+    if (m_usePixmapCacheIndexed)
+        setPixmapCacheIndexedVisibleBounds();
+}
+
+void QTableFastView::horScrollbarValueChanged(int /*value*/)
+{
+    if (m_usePixmapCacheIndexed)
+        setPixmapCacheIndexedVisibleBounds();
+}
+
+void QTableFastView::wheelEvent(QWheelEvent *event)
+{
+    const QPoint delta = event->angleDelta().isNull() ? event->pixelDelta() : event->angleDelta();
+    if (delta.x() != 0)
+        QCoreApplication::sendEvent(horizontalScrollBar(), event);
+    if (delta.y() != 0)
+        QCoreApplication::sendEvent(verticalScrollBar(), event);
+}
+
+// Scrolling
+
+void QTableFastView::scrollTo(const QModelIndex &index, ScrollHint hint)
+{
+    if (!index.isValid() || index.model() != m_model || !m_header)
+        return;
+    if (!d_ptr->isPerPixel() || columnWidth(index.column()) > 0)
+        verticalScrollBar()->setValue(saturated(d_ptr->verticalValueFor(index.row(), hint)));
+
+    const int width = viewport()->width();
+    const int position = m_header->sectionPosition(index.column());
+    const int size = m_header->sectionSize(index.column());
+    if (hint == PositionAtCenter) {
+        d_ptr->scrollToHorizontalOffset(position - (width - size) / 2);
+        return;
+    }
+    const int left = position - m_header->offset();
+    if (size > width || left < 0)
+        d_ptr->scrollToHorizontalOffset(position - frozenColumnWidth());
+    else if (left + size > width)
+        d_ptr->scrollToHorizontalOffset(position - width + size);
+}
+
+void QTableFastView::scrollToRow(const QModelIndex &index, ScrollHint hint)
+{
+    const int value = horizontalScrollBar()->value();
+    scrollTo(index, hint);
+    horizontalScrollBar()->setValue(value);
+}
+
+//! The value of the vertical bar that shows \a row as \a hint says.
+qint64 QTableFastViewPrivate::verticalValueFor(int row, int hint)
+{
+    const qint64 value = q_ptr->verticalScrollBar()->value();
+    const qint64 height = q_ptr->m_itemHeight;
+    const qint64 viewportHeight = q_ptr->viewport()->height();
+    const bool isEnsureVisible = hint == QAbstractItemView::EnsureVisible;
+
+    if (!isPerPixel()) {
+        if (hint == QAbstractItemView::PositionAtTop || (isEnsureVisible && row < value))
+            return row;
+        if (isEnsureVisible && row < value + q_ptr->verticalScrollBar()->pageStep())
+            return value;
+        const bool isCentred = hint == QAbstractItemView::PositionAtCenter;
+        return topRowAbove(row, int(isCentred ? viewportHeight / 2 + height - 1 : viewportHeight));
+    }
+
+    const qint64 top = row * height - value;
+    const qint64 bottom = top + height - 1;
+    switch (hint) {
+    case QAbstractItemView::PositionAtTop:
+        return value + top;
+    case QAbstractItemView::PositionAtBottom:
+        return value + bottom - viewportHeight;
+    case QAbstractItemView::PositionAtCenter:
+        return value + top - (viewportHeight - height) / 2;
+    default:
+        break;
+    }
+    if (top < 0)
+        return value + top;
+    if (bottom < viewportHeight) {
+        updateRowStrip(row);
+        return value;
+    }
+    if (height < viewportHeight)
+        return value + bottom - viewportHeight;
+    return height > viewportHeight ? value + top : value;
+}
+
+//! The lowest top row that shows all of \a row within \a budget pixels; −1 when
+//! that would be above row 0.
+qint64 QTableFastViewPrivate::topRowAbove(int row, int budget) const
+{
+    if (budget <= q_ptr->m_itemHeight)
+        return row;
+    const int rowsAbove = (budget - q_ptr->m_itemHeight) / q_ptr->m_itemHeight;
+    return row > rowsAbove ? row - rowsAbove : -1;
+}
+
+//! Scrolls horizontally to \a offset pixels, or to the first section that begins
+//! there or after it where the bar counts sections.
+void QTableFastViewPrivate::scrollToHorizontalOffset(int offset)
+{
+    QScrollBar *bar = q_ptr->horizontalScrollBar();
+    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerPixel) {
+        bar->setValue(offset);
+        return;
+    }
+    const QHeaderView *header = q_ptr->m_header;
+    int section = 0;
+    for (int visual = 0; visual < header->count(); ++visual) {
+        const int logical = header->logicalIndex(visual);
+        if (header->isSectionHidden(logical))
+            continue;
+        if (header->sectionPosition(logical) >= offset)
+            break;
+        ++section;
+    }
+    bar->setValue(section);
+}
+
+void QTableFastView::scrollContentsBy(int dx, int dy)
+{
+    if (blockScroll || !m_model || !m_header)
+        return;
+    const int columnPixels = dx == 0 ? 0 : d_ptr->applyHorizontalValue();
+    const int rows = d_ptr->rowCount();
+    if (rows == 0)
+        return;
+
+    const int pageRows = std::min(viewport()->height() / m_itemHeight, rows);
+    const int page = d_ptr->isPerPixel() ? pageRows * m_itemHeight : pageRows;
+    if (page < std::abs(qint64(dy))) {
+        verticalScrollBar()->update();
+        viewport()->update();
+        d_ptr->placeEditors();
+        return;
+    }
+    viewport()->scroll(columnPixels, d_ptr->scrolledRowPixels(dy));
+}
+
+//! Gives the header the offset that the horizontal bar stands for; returns by how
+//! many pixels the columns move.
+int QTableFastViewPrivate::applyHorizontalValue()
+{
+    QHeaderView *header = q_ptr->m_header;
+    const QScrollBar *bar = q_ptr->horizontalScrollBar();
+    const int oldOffset = header->offset();
+    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerPixel)
+        header->setOffset(bar->value());
+    else if (bar->value() == bar->maximum())
+        header->setOffsetToLastSection();
+    else
+        header->setOffsetToSectionPosition(bar->value());
+    const int moved = oldOffset - header->offset();
+    return q_ptr->isRightToLeft() ? -moved : moved;
+}
+
+//! Pixels that the rows move when the vertical value fell by \a dy. Rows beyond
+//! the last one have no pixels.
+int QTableFastViewPrivate::scrolledRowPixels(int dy) const
+{
+    if (dy == 0 || isPerPixel())
+        return dy;
+    const qint64 rows = rowCount();
+    const qint64 value = q_ptr->verticalScrollBar()->value();
+    const qint64 previous = value + dy;
+    const qint64 moved = std::min(previous, rows) - std::min(value, rows);
+    return int(moved * q_ptr->m_itemHeight);
+}
+
+//! Moves what the insertion of \a count rows at \a start moves: the rows above by
+//! the change of the content's top since \a oldTop, the rows below by \a count rows
+//! more. The new rows get painted.
+void QTableFastViewPrivate::movePixels(qint64 oldTop, int start, int count)
+{
+    const qint64 height = q_ptr->viewport()->height();
+    const qint64 itemHeight = q_ptr->m_itemHeight;
+    const qint64 above = contentTop() - oldTop;
+    const qint64 below = above + count * itemHeight;
+    const qint64 seam = std::clamp<qint64>(oldTop + start * itemHeight, 0, height);
+    const bool isAboveMoved = seam > 0 && above != 0;
+    const bool isBelowMoved = seam < height && below != 0;
+    if (!isAboveMoved && !isBelowMoved)
+        return;
+    if (!canMovePixels()) {
+        q_ptr->viewport()->update();
+        placeEditors();
+        return;
+    }
+    if (isAboveMoved)
+        scrollStrip(0, seam, above);
+    if (isBelowMoved)
+        scrollStrip(seam, height, below);
+}
+
+//! Moves the pixels between two y coordinates; what they uncover gets painted.
+void QTableFastViewPrivate::scrollStrip(qint64 top, qint64 bottom, qint64 dy)
+{
+    QWidget *viewport = q_ptr->viewport();
+    const QRect strip(0, int(top), viewport->width(), int(bottom - top));
+    if (std::abs(dy) >= bottom - top)
+        viewport->update(strip);
+    else
+        viewport->scroll(0, int(dy), strip);
+}
+
+//! Counts moves of pixels since the last paint and gives up on them when painting
+//! everything once is cheaper. Editors would be smeared by a move within a strip.
+bool QTableFastViewPrivate::canMovePixels()
+{
+    if (isRepaintPending || !q_ptr->viewport()->children().isEmpty())
+        return false;
+    isRepaintPending = ++pixelMoves > maxPixelMoves;
+    return !isRepaintPending;
+}
+
+//! Puts editors and index widgets onto their cells.
+void QTableFastViewPrivate::placeEditors()
+{
+    if (q_ptr->viewport()->children().isEmpty())
+        return;
+    q_ptr->executeDelayedItemsLayout(); // a pending one would end updateEditorGeometries() early
+    q_ptr->updateEditorGeometries();
+}
+
+// Geometry and events
+
+void QTableFastView::setViewportMargins(int left, int top, int right, int bottom)
+{
+    setViewportMargins(QMargins(left, top, right, bottom));
+}
+
+void QTableFastView::setViewportMargins(const QMargins &margins)
+{
+    if (margins == m_viewportMargins)
+        return;
+    m_viewportMargins = margins;
+    QAbstractScrollArea::setViewportMargins(margins);
+}
+
+void QTableFastView::adjustViewportMargins()
+{
+    const int top = !m_header || m_header->isHidden() ? 0 : m_header->sizeHint().height();
+    if (top != m_viewportMargins.top()) {
+        setViewportMargins(m_viewportMargins.left(), top, m_viewportMargins.right(),
+                           m_viewportMargins.bottom());
+    }
+}
+
+void QTableFastView::updateGeometries()
+{
+    if (m_geometryRecursionBlock)
+        return;
+    {
+        const QScopedValueRollback<bool> block(m_geometryRecursionBlock, true);
+        if (m_header) {
+            const QRect area = viewport()->geometry();
+            const QRect wanted(area.left(), area.top() - m_viewportMargins.top(), area.width(),
+                               m_viewportMargins.top());
+            if (m_header->geometry() != wanted) {
+                m_header->setGeometry(wanted);
+                QMetaObject::invokeMethod(m_header, "updateGeometries");
+            }
+        }
+        updateScrollBars(0);
+    }
+    QAbstractItemView::updateGeometries();
+}
+
+void QTableFastView::resizeEvent(QResizeEvent *event)
+{
+    QAbstractItemView::resizeEvent(event);
+    if (m_model && isCurrentLast()) {
+        scrollTo(currentIndex(), EnsureVisible);
+        updateScrollBars(1000); // Deliberate: beyond any page, so that the bar ends at its end.
+        if (d_ptr->isPerPixel())
+            verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+    }
+    if (m_usePixmapCacheIndexed)
+        setPixmapCacheIndexedVisibleBounds();
+    viewport()->update();
+    d_ptr->placeEditors();
+}
+
+bool QTableFastView::event(QEvent *event)
+{
+    const bool isHandled = QAbstractItemView::event(event);
+    switch (event->type()) {
+    case QEvent::Polish:
+    case QEvent::StyleChange:
+        updateItemHeight();
+        adjustViewportMargins();
+        break;
+    case QEvent::LayoutDirectionChange:
+        updateGeometries();
+        viewport()->update();
+        break;
+    default:
+        break;
+    }
+    return isHandled;
+}
+
+bool QTableFastView::eventFilter(QObject *object, QEvent *event)
+{
+    const bool isFiltered = QAbstractItemView::eventFilter(object, event);
+    if (object == m_header && (event->type() == QEvent::Show || event->type() == QEvent::Hide))
+        adjustViewportMargins();
+    return isFiltered;
+}
+
+bool QTableFastView::viewportEvent(QEvent *event)
+{
+    return QAbstractItemView::viewportEvent(event);
+}
+
+// The paint buffer
+
+void QTableFastView::setPaintBufferEnabled(bool on)
+{
+    if (on == m_usePixmapCacheIndexed)
+        return;
+    m_usePixmapCacheIndexed = on;
+    if (on)
+        setPixmapCacheIndexedVisibleBounds();
+    else
+        d_ptr->clearCache();
+}
+
+bool QTableFastView::isPaintBufferEnabled() const
+{
+    return m_usePixmapCacheIndexed;
+}
+
+void QTableFastView::setPixmapCacheIndexedVisibleBounds()
+{
+    int offset = 0;
+    const int first = std::max(getFirstVisibleItem(&offset), 0);
+    const auto [start, end] = d_ptr->seenColumns();
+    const qint64 last = qint64(first) + viewport()->height() / m_itemHeight + 1;
+    d_ptr->setBounds({first, saturated(last), start, end});
+}
+
+QTableFastViewPrivate::Bounds QTableFastViewPrivate::Bounds::shifted(int rows) const
+{
+    return {saturated(qint64(rowFirst) + rows), saturated(qint64(rowLast) + rows), colFirst,
+            colLast};
+}
+
+void QTableFastViewPrivate::setBounds(const Bounds &wanted)
+{
+    // The same rows are in view as before they moved: nothing can be outside.
+    if (wanted == bounds.shifted(cacheShift))
+        return;
+    applyShift();
+    bounds = wanted;
+    q_ptr->m_pixmapCacheIndexed.setVisibleBounds(bounds.rowFirst, bounds.rowLast, bounds.colFirst,
+                                                 bounds.colLast);
+}
+
+//! The cache with every key being its model row.
+PixmapCacheIndexed &QTableFastViewPrivate::cache()
+{
+    applyShift();
+    q_ptr->m_pixmapCacheIndexed.rebase();
+    return q_ptr->m_pixmapCacheIndexed;
+}
+
+//! The cache for operations on ranges of rows, which know of its row offset.
+PixmapCacheIndexed &QTableFastViewPrivate::shiftedCache()
+{
+    applyShift();
+    return q_ptr->m_pixmapCacheIndexed;
+}
+
+void QTableFastViewPrivate::clearCache()
+{
+    q_ptr->m_pixmapCacheIndexed.clear();
+    applyShift();
+}
+
+//! Rows came (or, negative, went) above everything cached. Only the sum matters,
+//! and only when the cache is next asked, so that a burst costs one re-keying.
+void QTableFastViewPrivate::shiftCache(int count)
+{
+    const qint64 shift = qint64(cacheShift) + count;
+    if (std::abs(shift) > std::numeric_limits<int>::max() / 2)
+        applyShift();
+    cacheShift += count;
+}
+
+void QTableFastViewPrivate::applyShift()
+{
+    if (cacheShift == 0)
+        return;
+    const int shift = std::exchange(cacheShift, 0);
+    if (shift > 0)
+        q_ptr->m_pixmapCacheIndexed.indexInsert(0, shift - 1);
+    else
+        q_ptr->m_pixmapCacheIndexed.indexRemove(0, -shift - 1);
+    bounds = bounds.shifted(shift);
+    q_ptr->m_pixmapCacheIndexed.setVisibleBounds(bounds.rowFirst, bounds.rowLast, bounds.colFirst,
+                                                 bounds.colLast);
+}
+
+//! Whether any of the rows may be cached.
+bool QTableFastViewPrivate::isBuffered(int rowFirst, int rowLast) const
+{
+    const Bounds now = bounds.shifted(cacheShift);
+    return q_ptr->m_usePixmapCacheIndexed && rowFirst <= now.rowLast && rowLast >= now.rowFirst;
+}
+
+void QTableFastViewPrivate::insertCachedRows(int start, int end)
+{
+    if (!q_ptr->m_usePixmapCacheIndexed)
+        return;
+    if (start <= bounds.shifted(cacheShift).rowFirst)
+        shiftCache(end - start + 1);
+    else
+        shiftedCache().indexInsert(start, end);
+}
+
+void QTableFastViewPrivate::removeCachedRows(int first, int last)
+{
+    if (!q_ptr->m_usePixmapCacheIndexed)
+        return;
+    if (last < bounds.shifted(cacheShift).rowFirst)
+        shiftCache(first - last - 1);
+    else
+        shiftedCache().indexRemove(first, last);
+}
+
+//! Rows \a start to \a end were put before \a row.
+void QTableFastViewPrivate::moveCachedRows(int start, int end, int row)
+{
+    if (!q_ptr->m_usePixmapCacheIndexed)
+        return;
+    const int count = end - start + 1;
+    // Without an offset: a move may put rows above it, which later removals would miss.
+    cache().indexMove(start, end, row > end ? row - count : row);
+    dropParity(std::min(start, row), std::max(end, row - 1),
+               (row > end ? row - end - 1 : start - row));
+    dropParity(std::min(start, row), std::max(end, row - 1), count);
+}
+
+//! Rows pushed out of the bounds must go: later changes there would pass them by.
+void QTableFastViewPrivate::evictOutside()
+{
+    if (!q_ptr->m_usePixmapCacheIndexed)
+        return;
+    q_ptr->setPixmapCacheIndexedVisibleBounds();
+    if (cacheShift == 0) {
+        q_ptr->m_pixmapCacheIndexed.clearExcluded(bounds.rowFirst, bounds.rowLast, bounds.colFirst,
+                                                  bounds.colLast);
+    }
+}
+
+//! Rows that moved by an odd \a count change their alternate colour.
+void QTableFastViewPrivate::dropParity(int fromRow, int toRow, int count)
+{
+    if (!q_ptr->alternatingRowColors() || count % 2 == 0)
+        return;
+    if (isBuffered(fromRow, toRow))
+        shiftedCache().clear(fromRow, toRow, -1, -1);
+    const int top = std::max(q_ptr->coordinateForItem(fromRow), 0);
+    const QRect area = q_ptr->viewport()->rect();
+    if (top < area.height())
+        q_ptr->viewport()->update(area.adjusted(0, top, 0, 0));
+}
+
+//! Delegates of rows stay with their row number, not with their row's content.
+void QTableFastViewPrivate::dropLookOfRowDelegates()
+{
+    if (rowDelegates.isEmpty() && seenRowDelegates().isEmpty())
+        return;
+    clearCache();
+    q_ptr->viewport()->update();
+}
+
+//! The delegates that rows on screen have for themselves, by row.
+QHash<int, QTableFastViewPrivate::DelegateMark> QTableFastViewPrivate::seenRowDelegates() const
+{
+    QHash<int, DelegateMark> delegates;
+    const int last = std::min(lastSeenRow(), rowCount() - 1);
+    for (int row = std::max(topRow(), 0); row <= last; ++row) {
+        if (QAbstractItemDelegate *delegate = q_ptr->itemDelegateForRow(row))
+            delegates.insert(row, delegate);
+    }
+    return delegates;
+}
+
+void QTableFastView::invalidateRegion(const QRegion &region)
+{
+    if (m_usePixmapCacheIndexed)
+        d_ptr->cache().clearRows(rowsAt(region));
+    viewport()->update(region);
+}
+
+void QTableFastView::atRegion(const QRegion &region, QList<int> *rows) const
+{
+    rows->clear();
+    int offset = 0;
+    const int first = getFirstVisibleItem(&offset);
+    if (m_itemHeight == 0 || first < 0)
+        return;
+    const int count = d_ptr->rowCount();
+    for (const QRect &rect : region) {
+        const int skipped = std::max((rect.top() - offset) / m_itemHeight, 0);
+        qint64 row = qint64(first) + skipped;
+        for (int y = offset + skipped * m_itemHeight; row < count && y <= rect.bottom();
+             y += m_itemHeight) {
+            rows->append(int(row++));
+        }
+    }
+}
+
+QList<int> QTableFastView::rowsAt(const QRegion &region) const
+{
+    QList<int> rows;
+    atRegion(region, &rows);
+    return rows;
+}
+
+// Painting
+
+void QTableFastView::paintEvent(QPaintEvent *event)
+{
+    d_ptr->pixelMoves = 0;
+    d_ptr->isRepaintPending = false;
+    QPainter painter(viewport());
+    draw(&painter, event->region());
+    paintDropIndicator(&painter);
+}
+
+void QTableFastView::draw(QPainter *painter, const QRegion &region) const
+{
+    int offset = 0;
+    const int first = getFirstVisibleItem(&offset);
+    if (!m_model || !m_header || first < 0)
+        return;
+    const QStyleOptionViewItem base = d_ptr->baseOption();
+    const int width = viewport()->width();
+    const int count = d_ptr->rowCount();
+    leftAndRight = startAndEndColumns(QRect(0, 0, width, viewport()->height()));
+    const QTableFastViewPrivate::PaintPass pass = d_ptr->paintPass(&region);
+    d_ptr->prepareBuffer(base, pass);
+    const QScopedValueRollback<const QTableFastViewPrivate::PaintPass *> current(d_ptr->pass,
+                                                                                 &pass);
+
+    QStyleOptionViewItem option = base;
+    qint64 unpainted = first; // rectangles come from top to bottom: rows above are painted
+    for (const QRect &rect : region) {
+        qint64 row =
+            std::max(first + std::max<qint64>((rect.top() - offset) / m_itemHeight, 0), unpainted);
+        for (; row < count; ++row) {
+            const int y = int(offset + (row - first) * m_itemHeight);
+            if (y > rect.bottom())
+                break;
+            const QModelIndex index = m_model->index(int(row), 0);
+            option.state = base.state;
+            if (d_ptr->mayBeSelected(pass, int(row), 0) && m_selectionModel->isSelected(index)) {
+                option.state |= QStyle::State_Active;
+                if (selectionBehavior() == SelectRows)
+                    option.state |= QStyle::State_Selected;
+            }
+            option.rect = QRect(0, y, width, m_itemHeight);
+            if (option.state & QStyle::State_Enabled) {
+                option.palette.setCurrentColorGroup(
+                    option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive);
+            }
+            drawRow(painter, option, index);
+        }
+        unpainted = std::max(unpainted, row);
+    }
+}
+
+void QTableFastView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
+                             const QModelIndex &index) const
+{
+    if (!m_model || !m_header)
+        return;
+    QTableFastViewPrivate::PaintPass own;
+    if (!d_ptr->pass)
+        own = d_ptr->paintPass(nullptr);
+    const QTableFastViewPrivate::PaintPass &pass = d_ptr->pass ? *d_ptr->pass : own;
+    const QPoint delay = d_ptr->scrollDelayOffset;
+    const int y = option.rect.top() + delay.y();
+    const int row = index.row();
+
+    QStyleOptionViewItem cell;
+    bool isCellCopied = false;
+    for (const QTableFastViewPrivate::ColumnSlot &slot : pass.columns) {
+        const QRect rect(slot.x + delay.x(), y, slot.width, option.rect.height());
+        if (m_usePixmapCacheIndexed && d_ptr->drawBuffered(painter, rect, row, slot.column, pass)) {
+            continue;
+        }
+        if (!isCellCopied)
+            cell = option;
+        isCellCopied = true;
+        const QModelIndex cellIndex = m_model->index(row, slot.column);
+        d_ptr->setCellOption(&cell, option, slot, cellIndex, pass);
+        cell.rect = rect;
+        if (m_usePixmapCacheIndexed) {
+            QPixmap *pixmap = d_ptr->renderCell(cell, cellIndex);
+            m_pixmapCacheIndexed.insertPixmap(row, slot.column, pixmap);
+            painter->drawPixmap(rect, *pixmap, QRect());
+        } else {
+            d_ptr->paintCell(painter, &cell, cellIndex);
+        }
+    }
+    if (pass.hasEditorFocus && row == pass.currentRow)
+        d_ptr->paintEditorFocus(painter, option, index);
+}
+
+void QTableFastView::initViewItemOption(QStyleOptionViewItem *option) const
+{
+    QAbstractItemView::initViewItemOption(option);
+    if (selectionBehavior() == SelectRows)
+        option->showDecorationSelected = true;
+}
+
+//! What every row's option begins with.
+QStyleOptionViewItem QTableFastViewPrivate::baseOption() const
+{
+    QStyleOptionViewItem option;
+    q_ptr->initViewItemOption(&option); // font, locale, elision, sizes, widget
+    option.initFrom(q_ptr);             // state and palette as the view has them
+    // The pointer is over the view, not over each of its cells.
+    option.state &= ~QStyle::State_MouseOver;
+    return option;
+}
+
+//! Gathers what the rows of \a region share; null stands for everything.
+QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion *region) const
+{
+    PaintPass pass;
+    pass.region = region;
+    pass.columns = columnSlots();
+    if (const QItemSelectionModel *selectionModel = q_ptr->m_selectionModel) {
+        const int first = topRow();
+        const int last = lastSeenRow();
+        const QItemSelection selection = selectionModel->selection();
+        for (const QItemSelectionRange &range : selection) {
+            if (range.top() <= last && range.bottom() >= first)
+                pass.selection.append(range);
+        }
+        const QModelIndex current = selectionModel->currentIndex();
+        pass.currentRow = current.isValid() ? current.row() : -1;
+        pass.hasEditorFocus = pass.currentRow >= 0 && hasEditorFocus(pass.currentRow);
+    }
+    return pass;
+}
+
+//! The non-hidden columns of leftAndRight in visual order.
+QList<QTableFastViewPrivate::ColumnSlot> QTableFastViewPrivate::columnSlots() const
+{
+    const QHeaderView *header = q_ptr->m_header;
+    const auto [first, last] = q_ptr->leftAndRight;
+    QList<ColumnSlot> columns;
+    for (int visual = first; visual <= last; ++visual) {
+        const int column = header->logicalIndex(visual);
+        if (column >= 0 && !header->isSectionHidden(column)) {
+            columns.append({column, header->sectionViewportPosition(column),
+                            header->sectionSize(column), QStyleOptionViewItem::Middle});
+        }
+    }
+    int previous = shownColumnBefore(first);
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        const int next = i + 1 < columns.size() ? columns.at(i + 1).column : -1;
+        columns[i].position =
+            cellPosition(previous, columns.at(i).column, next, header->count() == 1);
+        previous = columns.at(i).column;
+    }
+    return columns;
+}
+
+//! The nearest non-hidden column (logical) before a visual position, or −1.
+int QTableFastViewPrivate::shownColumnBefore(int visualIndex) const
+{
+    const QHeaderView *header = q_ptr->m_header;
+    for (int visual = visualIndex - 1; visual >= 0; --visual) {
+        const int column = header->logicalIndex(visual);
+        if (!header->isSectionHidden(column))
+            return column;
+    }
+    return -1;
+}
+
+//! Whether the index widget of a cell in \a row has the focus, or holds it.
+bool QTableFastViewPrivate::hasEditorFocus(int row) const
+{
+    const QWidget *focus = QApplication::focusWidget();
+    if (!focus || focus == q_ptr->viewport() || !q_ptr->viewport()->isAncestorOf(focus))
+        return false;
+    for (int column = 0; column < q_ptr->m_header->count(); ++column) {
+        const QWidget *editor = q_ptr->indexWidget(q_ptr->m_model->index(row, column));
+        if (editor && (editor == focus || editor->isAncestorOf(focus)))
+            return true;
+    }
+    return false;
+}
+
+//! False when the selection does not reach the cell. Spares isSelected(), which
+//! walks every selected range.
+bool QTableFastViewPrivate::mayBeSelected(const PaintPass &pass, int row, int column) const
+{
+    const auto reaches = [row, column](const QItemSelectionRange &range) {
+        return range.top() <= row && row <= range.bottom() && range.left() <= column
+            && column <= range.right();
+    };
+    return std::any_of(pass.selection.cbegin(), pass.selection.cend(), reaches);
+}
+
+//! Drops from the buffer what no longer looks as it would be painted now, and has
+//! everything painted again when the look of all cells changed.
+void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass)
+{
+    Look wanted = lookOf(option);
+    if (wanted != look) {
+        look = std::move(wanted);
+        clearCache();
+        if (!pass.region->contains(q_ptr->viewport()->rect())
+            || pass.region->boundingRect() != q_ptr->viewport()->rect()) {
+            q_ptr->viewport()->update();
+        }
+    }
+    noticeDelegates(pass);
+    if (q_ptr->m_usePixmapCacheIndexed) {
+        q_ptr->setPixmapCacheIndexedVisibleBounds();
+        cache();
+        noticeCurrentRow(pass);
+    }
+}
+
+QTableFastViewPrivate::Look QTableFastViewPrivate::lookOf(const QStyleOptionViewItem &option) const
+{
+    Look now;
+    now.state = option.state & ~QStyle::State_HasFocus; // set for each cell
+    now.palette = option.palette.cacheKey();
+    now.background = q_ptr->viewport()->palette().cacheKey();
+    now.colorGroup = option.palette.currentColorGroup();
+    now.font = option.font;
+    now.locale = option.locale;
+    now.direction = option.direction;
+    now.elideMode = option.textElideMode;
+    now.decorationSize = option.decorationSize;
+    now.features = option.features;
+    now.isAlternating = q_ptr->alternatingRowColors();
+    now.selectionBehavior = q_ptr->selectionBehavior();
+    now.devicePixelRatio = q_ptr->devicePixelRatioF();
+    now.columnCount = q_ptr->m_header->count();
+    now.hiddenColumnCount = q_ptr->m_header->hiddenSectionCount();
+    now.style = q_ptr->style();
+    now.delegate = q_ptr->itemDelegate();
+    return now;
+}
+
+//! Drops the columns and rows whose delegate was replaced.
+void QTableFastViewPrivate::noticeDelegates(const PaintPass &pass)
+{
+    QList<int> replaced;
+    for (const ColumnSlot &slot : pass.columns) {
+        DelegateMark now(q_ptr->itemDelegateForColumn(slot.column));
+        DelegateMark &known = columnDelegates[slot.column];
+        if (now != known)
+            replaced.append(slot.column);
+        known = now;
+    }
+    if (!replaced.isEmpty())
+        cache().clearColumns(replaced);
+
+    QHash<int, DelegateMark> now = seenRowDelegates();
+    if (now == rowDelegates)
+        return;
+    rowDelegates = std::move(now);
+    clearCache();
+}
+
+//! Drops the rows that were cached with the look of the current row and are not
+//! that any more, and those that have become it.
+void QTableFastViewPrivate::noticeCurrentRow(const PaintPass &pass)
+{
+    const int editor = pass.hasEditorFocus ? pass.currentRow : -1;
+    if (focusRow.row() == pass.currentRow && editorRow.row() == editor)
+        return;
+    cache().clearRows({focusRow.row(), editorRow.row(), pass.currentRow});
+    focusRow = q_ptr->m_model->index(pass.currentRow, 0);
+    editorRow = q_ptr->m_model->index(editor, 0);
+}
+
+//! Draws a cell from the buffer; false if it is not there in the right size.
+//! Deliberate: device pixels are held against logical ones, so that at a device
+//! pixel ratio other than 1 every cell is painted anew.
+bool QTableFastViewPrivate::drawBuffered(QPainter *painter, const QRect &rect, int row, int column,
+                                         const PaintPass &pass) const
+{
+    if (rect.isEmpty())
+        return true;
+    const QPixmap *pixmap = q_ptr->m_pixmapCacheIndexed.pixmap(row, column);
+    if (!pixmap || pixmap->size() != rect.size())
+        return false;
+    if (!pass.region || pass.region->intersects(rect))
+        painter->drawPixmap(rect.topLeft(), *pixmap);
+    return true;
+}
+
+//! Makes the option of one cell out of its row's; the rectangle is left alone.
+void QTableFastViewPrivate::setCellOption(QStyleOptionViewItem *cell,
+                                          const QStyleOptionViewItem &row, const ColumnSlot &slot,
+                                          const QModelIndex &index, const PaintPass &pass) const
+{
+    cell->features = row.features;
+    if (q_ptr->alternatingRowColors() && index.row() % 2 == 1)
+        cell->features |= QStyleOptionViewItem::Alternate;
+    cell->viewItemPosition = slot.position;
+    const bool isCurrentRow = index.row() == pass.currentRow;
+    cell->state = row.state;
+    cell->state.setFlag(QStyle::State_HasFocus, isCurrentRow);
+    if (isCurrentRow && pass.hasEditorFocus)
+        cell->state |= QStyle::State_Active;
+    if (mayBeSelected(pass, index.row(), slot.column) && q_ptr->m_selectionModel->isSelected(index))
+        cell->state |= QStyle::State_Selected;
+
+    QPalette::ColorGroup group = row.palette.currentColorGroup();
+    if (row.state & QStyle::State_Enabled) {
+        if (q_ptr->m_model->flags(index) & Qt::ItemIsEnabled) {
+            group = cell->state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+        } else {
+            group = QPalette::Disabled;
+            cell->state &= ~QStyle::State_Enabled;
+        }
+    }
+    cell->palette.setCurrentColorGroup(group);
+    cell->showDecorationSelected = true;
+}
+
+//! Paints a cell into its rectangle: the row's panel, then the delegate.
+void QTableFastViewPrivate::paintCell(QPainter *painter, QStyleOptionViewItem *cell,
+                                      const QModelIndex &index) const
+{
+    const QStyle::State state = cell->state;
+    cell->state &= ~QStyle::State_Selected;
+    q_ptr->style()->drawPrimitive(QStyle::PE_PanelItemViewRow, cell, painter, q_ptr);
+    cell->state = state;
+
+    const QAbstractItemDelegate *delegate = q_ptr->itemDelegateForRow(index.row());
+    if (!delegate)
+        delegate = q_ptr->itemDelegateForColumn(index.column());
+    if (!delegate)
+        delegate = q_ptr->itemDelegate();
+    if (delegate)
+        delegate->paint(painter, *cell, index);
+}
+
+//! A new pixmap of a cell.
+QPixmap *QTableFastViewPrivate::renderCell(const QStyleOptionViewItem &cell,
+                                           const QModelIndex &index) const
+{
+    const QWidget *viewport = q_ptr->viewport();
+    QStyleOptionViewItem option = cell;
+    option.rect = QRect(QPoint(0, 0), cell.rect.size());
+    const double ratio = cell.widget ? cell.widget->devicePixelRatioF() : 1.0;
+    auto *pixmap = new QPixmap((QSizeF(option.rect.size()) * ratio).toSize());
+    pixmap->fill(viewport->palette().color(QPalette::Base));
+    pixmap->setDevicePixelRatio(ratio);
+
+    QPainter painter(pixmap); // begins as one on the viewport does
+    painter.setFont(viewport->font());
+    painter.setPen(viewport->palette().color(viewport->foregroundRole()));
+    painter.setBackground(viewport->palette().brush(viewport->backgroundRole()));
+    painter.setLayoutDirection(viewport->layoutDirection());
+    paintCell(&painter, &option, index);
+    return pixmap;
+}
+
+//! The frame around a row in which an editor has the focus.
+void QTableFastViewPrivate::paintEditorFocus(QPainter *painter, const QStyleOptionViewItem &option,
+                                             const QModelIndex &index) const
+{
+    const QHeaderView *header = q_ptr->m_header;
+    const bool isSelected = q_ptr->m_selectionModel && q_ptr->m_selectionModel->isSelected(index);
+    QStyleOptionFocusRect focus;
+    focus.QStyleOption::operator=(option);
+    focus.state |= QStyle::State_KeyboardFocusChange;
+    focus.backgroundColor = option.palette.color(
+        option.state & QStyle::State_Enabled ? QPalette::Normal : QPalette::Disabled,
+        isSelected ? QPalette::Highlight : QPalette::Window);
+    const QRect rect(-header->offset(), option.rect.top() + scrollDelayOffset.y(), header->length(),
+                     option.rect.height());
+    focus.rect = QStyle::visualRect(q_ptr->layoutDirection(), q_ptr->viewport()->rect(), rect);
+    q_ptr->style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter);
+}
+
+//! An editor got or lost the focus: the current row looks different.
+void QTableFastViewPrivate::focusChanged(QWidget *old, QWidget *now)
+{
+    const QWidget *viewport = q_ptr->viewport();
+    if (!q_ptr->m_selectionModel
+        || !((old && viewport->isAncestorOf(old)) || (now && viewport->isAncestorOf(now)))) {
+        return;
+    }
+    const QModelIndex current = q_ptr->m_selectionModel->currentIndex();
+    if (current.isValid())
+        updateRowStrip(current.row());
+}
+
+void QTableFastView::dragMoveEvent(QDragMoveEvent *event)
+{
+    QAbstractItemView::dragMoveEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (!index.isValid() || !showDropIndicator()) {
+        m_dropIndicatorRect = QRect();
+        return;
+    }
+    const QRect rect = visualRect(index);
+    const bool isOn = dropIndicatorPosition() == OnItem;
+    const Qt::ItemFlags flags = m_model->flags(isOn ? index : index.parent());
+    m_dropIndicatorRect = QRect();
+    if (!(flags & Qt::ItemIsDropEnabled))
+        return;
+    switch (dropIndicatorPosition()) {
+    case OnItem:
+        m_dropIndicatorRect = rect;
+        return;
+    case AboveItem:
+        m_dropIndicatorRect = QRect(rect.left(), rect.top(), rect.width(), 0);
+        break;
+    case BelowItem:
+        m_dropIndicatorRect = QRect(rect.left(), rect.bottom(), rect.width(), 0);
+        break;
+    case OnViewport:
+        return;
+    }
+    event->accept();
+}
+
+void QTableFastView::paintDropIndicator(QPainter *painter)
+{
+    if (!showDropIndicator() || state() != DraggingState
+        || viewport()->cursor().shape() == Qt::ForbiddenCursor) {
+        return;
+    }
+    QStyleOption option;
+    option.initFrom(this);
+    option.rect = m_dropIndicatorRect;
+    style()->drawPrimitive(QStyle::PE_IndicatorItemViewItemDrop, &option, painter, this);
+}
+
+// Current index and keyboard
+
+bool QTableFastView::isCurrentFirst() const
+{
+    const QModelIndex current = currentIndex();
+    return current.isValid() && current.row() == 0;
+}
+
+bool QTableFastView::isCurrentLast() const
+{
+    const QModelIndex current = currentIndex();
+    if (!current.isValid())
+        return false;
+    const int rows = d_ptr->rowCount();
+    return rows == 0 || current.row() == rows - 1;
+}
+
+void QTableFastView::setCurrentFirst()
+{
+    currentFirst = true;
+    currentLast = false;
+    setCurrentIndex(moveCursor(MoveHome, Qt::NoModifier));
+}
+
+void QTableFastView::setCurrentLast()
+{
+    currentFirst = false;
+    currentLast = true;
+    if (!m_model)
+        return;
+    setCurrentIndex(m_model->index(0, 0));
+    setCurrentIndex(moveCursor(MoveEnd, Qt::NoModifier));
+}
+
+void QTableFastView::selectRow(int row)
+{
+    if (row < 0 || row >= d_ptr->rowCount())
+        return;
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const QModelIndex index = m_model->index(row, column);
+        if (!isColumnHidden(column) && index.isValid()) {
+            setCurrentIndex(index);
+            return;
+        }
+    }
+}
+
+void QTableFastView::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        moveCurrentIndex(currentIndex(), event->key());
+        break;
+    default:
+        QAbstractItemView::keyPressEvent(event);
+    }
+}
+
+void QTableFastView::moveCurrentIndex(const QModelIndex &index, int key)
+{
+    if (!index.isValid())
+        return;
+    setCurrentIndex(index);
+    CursorAction action = MoveLeft;
+    switch (key) {
+    case Qt::Key_Left:
+        break;
+    case Qt::Key_Up:
+        action = MovePrevious;
+        break;
+    case Qt::Key_Right:
+        action = MoveRight;
+        break;
+    case Qt::Key_Down:
+        action = MoveNext;
+        break;
+    default:
+        qDebug("void QTableFastView::moveCurrentIndex(const QModelIndex&, int) "
+               "Unknown key pressed to move current index");
+        return;
+    }
+    setCurrentIndex(moveCursor(action, Qt::NoModifier));
+}
+
+QModelIndex QTableFastView::moveCursor(CursorAction cursorAction,
+                                       Qt::KeyboardModifiers /*modifiers*/)
+{
+    if (!m_model)
+        return {};
+    const QModelIndex current = currentIndex();
+    const int rows = d_ptr->rowCount();
+    if (!current.isValid()) {
+        const int column = d_ptr->firstVisibleColumn();
+        return rows > 0 && column >= 0 ? m_model->index(0, column) : QModelIndex();
+    }
+
+    const int row = current.row();
+    const int column = current.column();
+    switch (cursorAction) {
+    case MoveUp:
+    case MovePrevious:
+        return m_model->index(std::max(row - 1, 0), column);
+    case MoveDown:
+    case MoveNext:
+        return m_model->index(row + 1 < rows ? row + 1 : row, column);
+    case MoveHome:
+        currentFirst = true;
+        return m_model->index(0, column);
+    case MoveEnd:
+        currentLast = true;
+        return m_model->index(rows - 1, column);
+    case MovePageUp:
+        return m_model->index(pageUp(row), column);
+    case MovePageDown:
+        return m_model->index(pageDown(row), column);
+    case MoveLeft:
+        return isRightToLeft() ? d_ptr->moveRight(current) : d_ptr->moveLeft(current);
+    case MoveRight:
+        return isRightToLeft() ? d_ptr->moveLeft(current) : d_ptr->moveRight(current);
+    }
+    return current;
+}
+
+int QTableFastViewPrivate::firstVisibleColumn() const
+{
+    const QHeaderView *header = q_ptr->m_header;
+    for (int column = 0; header && column < header->count(); ++column) {
+        if (!header->isSectionHidden(column))
+            return column;
+    }
+    return -1;
+}
+
+//! The nearest cell of the same row in a non-hidden column, \a step (1 or −1) visual
+//! positions on; invalid where there is none.
+QModelIndex QTableFastViewPrivate::neighbourInRow(const QModelIndex &current, int step) const
+{
+    const QHeaderView *header = q_ptr->m_header;
+    if (!header)
+        return {};
+    int visual = header->visualIndex(current.column()) + step;
+    while (visual >= 0 && visual < header->count()
+           && header->isSectionHidden(header->logicalIndex(visual))) {
+        visual += step;
+    }
+    const int column = header->logicalIndex(visual);
+    return column < 0 ? QModelIndex() : current.sibling(current.row(), column);
+}
+
+QModelIndex QTableFastViewPrivate::moveRight(const QModelIndex &current)
+{
+    if (q_ptr->style()->styleHint(QStyle::SH_ItemView_ArrowKeysNavigateIntoChildren, nullptr,
+                                  q_ptr)) {
+        const int next = current.row() + 1 < rowCount() ? current.row() + 1 : current.row();
+        const QModelIndex candidate = q_ptr->m_model->index(next, 0);
+        if (candidate.parent() == current)
+            return candidate;
+    }
+    const QModelIndex next = neighbourInRow(current, 1);
+    if (next.isValid())
+        return next;
+    QScrollBar *bar = q_ptr->horizontalScrollBar();
+    bar->setValue(bar->value() + bar->singleStep());
+    return endHorizontalMove(current);
+}
+
+QModelIndex QTableFastViewPrivate::moveLeft(const QModelIndex &current)
+{
+    if (current.row() >= rowCount())
+        return endHorizontalMove(current);
+    if (q_ptr->style()->styleHint(QStyle::SH_ItemView_ArrowKeysNavigateIntoChildren, nullptr,
+                                  q_ptr)) {
+        const QModelIndex parent = current.parent();
+        if (parent.isValid() && parent != q_ptr->rootIndex())
+            return parent;
+    }
+    const QModelIndex previous = neighbourInRow(current, -1);
+    if (previous.isValid())
+        return previous;
+    QScrollBar *bar = q_ptr->horizontalScrollBar();
+    if (bar->value() > bar->minimum())
+        bar->setValue(bar->value() - bar->singleStep());
+    return endHorizontalMove(current);
+}
+
+QModelIndex QTableFastViewPrivate::endHorizontalMove(const QModelIndex &current)
+{
+    q_ptr->updateGeometries();
+    q_ptr->viewport()->update();
+    return current;
+}
+
+int QTableFastView::pageUp(int row) const
+{
+    const int y = coordinateForItem(row) - viewport()->height();
+    return std::max(itemAtCoordinate(y), 0);
+}
+
+int QTableFastView::pageDown(int row) const
+{
+    const int target = itemAtCoordinate(coordinateForItem(row) + viewport()->height());
+    return target == -1 ? d_ptr->rowCount() - 1 : target;
+}
+
+// Selection
+
+void QTableFastView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command)
+{
+    if (!m_selectionModel || !m_model || rect.isNull())
+        return;
+    const int top = std::min(rect.top(), rect.bottom());
+    const int bottom = std::max(rect.top(), rect.bottom());
+    int left = std::min(rect.left(), rect.right());
+    int right = std::max(rect.left(), rect.right());
+    if (isRightToLeft())
+        std::swap(left, right);
+    const QModelIndex topLeft = indexAt(QPoint(left, top));
+    const QModelIndex bottomRight = indexAt(QPoint(right, bottom));
+
+    if (!topLeft.isValid() && !bottomRight.isValid()) {
+        if (command & QItemSelectionModel::Clear)
+            m_selectionModel->clear();
+    } else if (!topLeft.isValid()) {
+        // Deliberate: a rubber band that leaves the rows selects nothing.
+        qWarning("TODO: !topLeft.isValid()");
+    } else if (!bottomRight.isValid()) {
+        qWarning("TODO: !bottomRight.isValid()");
+    } else if ((m_model->flags(topLeft) & Qt::ItemIsEnabled)
+               && (m_model->flags(bottomRight) & Qt::ItemIsEnabled)) {
+        m_selectionModel->select(QItemSelection(topLeft, bottomRight), command);
+    }
+}
+
+QRegion QTableFastView::visualRegionForSelection(const QItemSelection &selection) const
+{
+    QRegion region;
+    const QRect area = viewport()->rect();
+    for (const QItemSelectionRange &range : selection) {
+        if (!range.isValid() || range.model() != m_model)
+            continue;
+        const int top = coordinateForItem(range.top());
+        const int bottom = coordinateForItem(range.bottom()) + m_itemHeight - 1;
+        if (top > area.bottom() || bottom < area.top())
+            continue;
+        const QRect span = d_ptr->columnSpan(range.left(), range.right());
+        region += QRect(QPoint(span.left(), top), QPoint(span.right(), bottom)) & area;
+    }
+    return region;
+}
+
+void QTableFastView::selectionChanged(const QItemSelection &selected,
+                                      const QItemSelection &deselected)
+{
+    d_ptr->repaintSelection(selected);
+    d_ptr->repaintSelection(deselected);
+}
+
+void QTableFastViewPrivate::repaintSelection(const QItemSelection &selection)
+{
+    if (selection.isEmpty() || !q_ptr->m_model)
+        return;
+    if (q_ptr->m_usePixmapCacheIndexed)
+        shiftedCache().clear(selection);
+    QRegion region = q_ptr->visualRegionForSelection(selection);
+
+    // The whole row looks selected when its cell in column 0 is.
+    const int lastColumn = q_ptr->m_model->columnCount() - 1;
+    for (const QItemSelectionRange &range : selection) {
+        if (range.left() > 0 || range.right() >= lastColumn || !range.isValid())
+            continue;
+        if (isBuffered(range.top(), range.bottom()))
+            shiftedCache().clear(range.top(), range.bottom(), -1, -1);
+        region +=
+            rowStrip(range.top()).united(rowStrip(range.bottom())) & q_ptr->viewport()->rect();
+    }
+    q_ptr->viewport()->update(region);
+}
+
+void QTableFastView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QAbstractItemView::currentChanged(current, previous);
+    // Rows, not cells: the column of the index may be hidden.
+    if (previous.isValid())
+        d_ptr->updateRowStrip(previous.row());
+    if (current.isValid())
+        d_ptr->updateRowStrip(current.row());
+}
+
+// Rows inserted, removed and moved
+
+void QTableFastView::rowsAboutToBeInserted(const QModelIndex &parent, int /*start*/, int /*end*/)
+{
+    if (!m_model || parent.isValid())
+        return;
+    const QModelIndex current = currentIndex();
+    const int rows = d_ptr->rowCount();
+    if (current.isValid()) {
+        currentFirst = current.row() == 0;
+        currentLast = current.row() == rows - 1;
+        currentColumn = current.column();
+        currentPos = current.row() - d_ptr->topRow();
+    } else {
+        currentPos = 0;
+        currentFirst = currentLast = rows == 0;
+    }
+    const QScrollBar *bar = verticalScrollBar();
+    stayAtTop = bar->value() == bar->minimum();
+    stayAtEnd = bar->value() == bar->maximum();
+
+    // Where both ends coincide, new rows are expected where the order puts them.
+    const bool isAscending = m_header && m_header->sortIndicatorOrder() == Qt::AscendingOrder;
+    if (stayAtTop && stayAtEnd)
+        (isAscending ? stayAtEnd : stayAtTop) = false;
+    if (currentFirst && currentLast)
+        (isAscending ? currentLast : currentFirst) = false;
+}
+
+void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
+{
+    if (!m_model || parent.isValid())
+        return;
+    const int count = end - start + 1;
+    const bool isConsistent = m_modelRowCountBefore + count == d_ptr->rowCount();
+    const quint64 serial = ++d_ptr->changeSerial;
+    const qint64 oldTop = d_ptr->contentTop();
+
+    d_ptr->insertCachedRows(start, end);
+    d_ptr->setRangeQuietly();
+    if (stayAtEnd && !stayAtTop)
+        d_ptr->moveQuietly(verticalScrollBar()->maximum());
+    else if (!stayAtEnd && !stayAtTop && start <= d_ptr->topRow())
+        d_ptr->moveRowsQuietly(count);
+
+    // Reaching the end may have fetched more rows meanwhile.
+    const bool isUndisturbed = isConsistent && serial == d_ptr->changeSerial;
+    if (isUndisturbed)
+        d_ptr->movePixels(oldTop, start, count);
+    d_ptr->evictOutside();
+    d_ptr->dropParity(start, std::numeric_limits<int>::max(), count);
+    d_ptr->dropLookOfRowDelegates();
+    d_ptr->followEdge(start, end, isConsistent);
+    if (!isUndisturbed)
+        invalidateRegion(viewport()->rect());
+    m_modelRowCountBefore = d_ptr->rowCount();
+    QAbstractItemView::rowsInserted(parent, start, end);
+}
+
+//! Lets the current index follow rows that arrived at the edge it is on.
+void QTableFastViewPrivate::followEdge(int start, int end, bool isConsistent)
+{
+    int row = 0;
+    if (!followsEdge(start, end, &row))
+        return;
+    holdAutoScroll();
+    QItemSelectionModel *selectionModel = q_ptr->m_selectionModel;
+    if (isConsistent && selectionModel && selectionModel->currentIndex().isValid()) {
+        selectionModel->clearSelection();
+        updateRowStrip(selectionModel->currentIndex().row());
+    }
+    q_ptr->setCurrentIndex(q_ptr->m_model->index(row, q_ptr->currentColumn));
+    releaseAutoScroll();
+}
+
+bool QTableFastViewPrivate::followsEdge(int start, int end, int *row) const
+{
+    const int last = rowCount() - 1;
+    if (q_ptr->currentFirst && start == 0) {
+        *row = 0;
+        return true;
+    }
+    *row = last;
+    return q_ptr->currentLast && end == last;
+}
+
+void QTableFastView::rowsAboutToBeRemoved(const QModelIndex & /*parent*/, int /*start*/,
+                                          int /*end*/)
+{
+    d_ptr->holdAutoScroll();
+}
+
+void QTableFastView::rowsAboutToBeMoved(const QModelIndex & /*sourceParent*/, int /*sourceStart*/,
+                                        int /*sourceEnd*/,
+                                        const QModelIndex & /*destinationParent*/,
+                                        int /*destinationRow*/)
+{
+    d_ptr->holdAutoScroll();
+}
+
+void QTableFastViewPrivate::holdAutoScroll()
+{
+    if (autoScrollHolds++ == 0)
+        savedAutoScroll = q_ptr->hasAutoScroll();
+    q_ptr->setAutoScroll(false);
+}
+
+void QTableFastViewPrivate::releaseAutoScroll()
+{
+    if (autoScrollHolds == 0)
+        return;
+    if (--autoScrollHolds == 0)
+        q_ptr->setAutoScroll(savedAutoScroll);
+}
+
+void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
+{
+    if (!m_model || parent.isValid()) {
+        d_ptr->releaseAutoScroll();
+        return;
+    }
+    ++d_ptr->changeSerial;
+    const int count = last - first + 1;
+    const bool isAbove = d_ptr->topRow() > last;
+    const bool isSeen = !isAbove && d_ptr->lastSeenRow() >= first;
+    d_ptr->removeCachedRows(first, last);
+    if (isAbove)
+        d_ptr->moveRowsQuietly(-count);
+    d_ptr->setRangeQuietly();
+    if (isSeen) {
+        viewport()->update();
+        updateScrollBars(0);
+    }
+    d_ptr->evictOutside();
+    d_ptr->dropParity(first, std::numeric_limits<int>::max(), count);
+    d_ptr->dropLookOfRowDelegates();
+    d_ptr->releaseAutoScroll();
+    m_modelRowCountBefore = d_ptr->rowCount();
+    setCurrentIndex(currentIndex());
+    d_ptr->placeEditors();
+}
+
+void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart, int sourceEnd,
+                               const QModelIndex &destinationParent, int destinationRow)
+{
+    if (!m_model || (sourceParent.isValid() && destinationParent.isValid())) {
+        d_ptr->releaseAutoScroll();
+        return;
+    }
+    ++d_ptr->changeSerial;
+    if (sourceParent.isValid() || destinationParent.isValid()) {
+        columnCountChanged(0, 0); // rows came or went: all is measured and painted anew
+        m_modelRowCountBefore = d_ptr->rowCount();
+        d_ptr->releaseAutoScroll();
+        return;
+    }
+    d_ptr->moveCachedRows(sourceStart, sourceEnd, destinationRow);
+    if (sourceStart != destinationRow && d_ptr->topRow() <= std::max(sourceEnd, destinationRow)) {
+        const int shift = d_ptr->valueShiftForMove(sourceStart, sourceEnd, destinationRow);
+        if (shift != 0)
+            d_ptr->moveRowsQuietly(shift);
+        viewport()->update();
+        updateScrollBars(0);
+    }
+    d_ptr->evictOutside();
+    d_ptr->dropLookOfRowDelegates();
+    d_ptr->releaseAutoScroll();
+    d_ptr->placeEditors();
+}
+
+//! Rows by which the top row has to go on so that a move from above the view to
+//! below it, or back, does not shift what is seen. \a row is the row before which
+//! the block \a start to \a end was put.
+int QTableFastViewPrivate::valueShiftForMove(int start, int end, int row) const
+{
+    const int count = end - start + 1;
+    const int top = topRow();
+    if (lastSeenRow() < std::min(start, row))
+        return 0;
+    if (top >= start && top <= end)
+        return start < row ? count : -count;
+    if (top < start && top >= row)
+        return count;
+    return top > start && top < row ? -count : 0;
+}
+
+// Resets, data and layout
+
+void QTableFastView::modelAboutToBeReset()
+{
+    const QModelIndex current = currentIndex();
+    const int rows = d_ptr->rowCount();
+    if (rows == 0 || !current.isValid())
+        return;
+    currentFirst = current.row() == 0;
+    currentLast = !currentFirst && current.row() == rows - 1;
+    currentColumn = current.column();
+}
+
+void QTableFastView::modelReset()
+{
+    invalidateRegion(viewport()->rect());
+}
+
+void QTableFastView::reset()
+{
+    QAbstractItemView::reset(); // ends editing
+    if (!m_model)
+        return;
+    ++d_ptr->changeSerial;
+    if (m_usePixmapCacheIndexed)
+        d_ptr->clearCache();
+    viewport()->update();
+    updateScrollBars(0);
+    d_ptr->followReset();
+    const QModelIndex current = currentIndex();
+    currentChanged(current, current);
+    m_modelRowCountBefore = d_ptr->rowCount();
+}
+
+//! Has the first or last row made current once the reset has settled.
+void QTableFastViewPrivate::followReset()
+{
+    resetTarget = QPersistentModelIndex();
+    const int row = q_ptr->currentFirst ? 0 : q_ptr->currentLast ? rowCount() - 1 : -1;
+    if (row < 0)
+        return;
+    resetTarget = q_ptr->m_model->index(row, q_ptr->currentColumn);
+    // Persistent: the model may change, or go, before the event loop comes by.
+    if (resetTarget.isValid())
+        QMetaObject::invokeMethod(this, "applyResetTarget", Qt::QueuedConnection);
+}
+
+void QTableFastViewPrivate::applyResetTarget()
+{
+    const QPersistentModelIndex target = std::exchange(resetTarget, QPersistentModelIndex());
+    if (target.isValid() && target.model() == q_ptr->m_model)
+        q_ptr->setCurrentIndex(target);
+}
+
+void QTableFastView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                                 const QList<int> &roles)
+{
+    if (!topLeft.isValid() || !bottomRight.isValid()) {
+        QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
+        d_ptr->clearCache();
+        viewport()->update();
+        return;
+    }
+    if (!viewport()->children().isEmpty())
+        QAbstractItemView::dataChanged(topLeft, bottomRight,
+                                       roles); // open editors show the new data
+    if (d_ptr->isBuffered(topLeft.row(), bottomRight.row())) {
+        d_ptr->shiftedCache().clear(topLeft.row(), bottomRight.row(), topLeft.column(),
+                                    bottomRight.column());
+    }
+    if (topLeft.row() <= d_ptr->lastSeenRow() && bottomRight.row() >= d_ptr->topRow())
+        viewport()->update(visualRegionForSelection(QItemSelection(topLeft, bottomRight)));
+}
+
+void QTableFastView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight)
+{
+    dataChanged(topLeft, bottomRight, QList<int>());
+}
+
+void QTableFastView::layoutChanged(const QList<QPersistentModelIndex> & /*parents*/,
+                                   QAbstractItemModel::LayoutChangeHint hint)
+{
+    if (!m_model)
+        return;
+    if (m_usePixmapCacheIndexed)
+        d_ptr->clearCache();
+    viewport()->update();
+    const int rows = d_ptr->rowCount();
+    if (hint == QAbstractItemModel::VerticalSortHint || rows != m_modelRowCountBefore)
+        updateVScrollBar(0);
+    else if (hint == QAbstractItemModel::HorizontalSortHint)
+        updateHScrollBar();
+    m_modelRowCountBefore = rows;
+    d_ptr->placeEditors();
+}
+
+void QTableFastView::doItemsLayout()
+{
+    // Deliberate: there is no layout to do.
+}
+
+// Sorting
+
+bool QTableFastView::isSortingEnabled() const
+{
+    return m_sortingEnabled;
+}
+
+void QTableFastView::setSortingEnabled(bool enable)
+{
+    if (m_header) {
+        m_header->setSortIndicatorShown(enable);
+        m_header->setSectionsClickable(enable);
+        if (enable) {
+            sortByColumn(m_header->sortIndicatorSection(), m_header->sortIndicatorOrder());
+            connect(m_header, sortConnection.signal, this, sortConnection.slot,
+                    Qt::UniqueConnection);
+        } else {
+            disconnect(m_header, sortConnection.signal, this, sortConnection.slot);
+        }
+    }
+    m_sortingEnabled = enable;
+}
+
+void QTableFastView::sortByColumn(int column, Qt::SortOrder order)
+{
+    if (m_header)
+        m_header->setSortIndicator(column, order);
+    if (!m_sortingEnabled && m_model)
+        m_model->sort(column, order);
+}
+
+void QTableFastView::sortByColumn(int column)
+{
+    sortByColumn(column, m_header ? m_header->sortIndicatorOrder() : Qt::AscendingOrder);
+}
+
+void QTableFastView::sortIndicatorChanged(int column, Qt::SortOrder order)
+{
+    if (m_model)
+        m_model->sort(column, order);
+}
+
+// Columns
+
+void QTableFastView::columnCountChanged(int /*oldCount*/, int /*newCount*/)
+{
+    adjustViewportMargins();
+    updateScrollBars(0);
+    d_ptr->clearCache();
+    invalidateRegion(viewport()->rect());
+    d_ptr->placeEditors();
+}
+
+//! Columns came, went or moved, or the header is another one.
+void QTableFastViewPrivate::columnsChanged()
+{
+    columnDelegates.clear();
+    q_ptr->columnCountChanged(0, 0);
+    q_ptr->updateGeometries();
+}
+
+void QTableFastViewPrivate::modelColumnsChanged(const QModelIndex &parent)
+{
+    if (!parent.isValid())
+        columnsChanged();
+}
+
+void QTableFastView::updateColumn(int column)
+{
+    if (isColumnHidden(column))
+        return;
+    viewport()->update(columnViewportPosition(column), 0, columnWidth(column),
+                       viewport()->height());
+}
+
+void QTableFastView::columnResized(int column, int oldSize, int newSize)
+{
+    if (!m_header || m_header->isSectionHidden(column))
+        return;
+    const int oldOffset = m_header->offset();
+    updateEditorGeometries();
+    updateScrollBars(0);
+    if (m_usePixmapCacheIndexed) {
+        d_ptr->cache().clearColumns({column});
+        setPixmapCacheIndexedVisibleBounds();
+    }
+    // Showing or hiding a column changes what its neighbours are painted as.
+    const bool isShownOrHidden = oldSize == 0 || newSize == 0;
+    if (isShownOrHidden || oldOffset != m_header->offset() || !d_ptr->canMovePixels()) {
+        if (isShownOrHidden)
+            d_ptr->clearCache();
+        viewport()->update();
+        d_ptr->placeEditors();
+        return;
+    }
+
+    // The columns after this one move along; these are at its left in right-to-left.
+    const int position = m_header->sectionViewportPosition(column);
+    const int size = m_header->sectionSize(column);
+    const int delta = newSize - oldSize;
+    const QRect area = viewport()->rect();
+    QRect moved = area;
+    if (isRightToLeft())
+        moved.setRight(position);
+    else
+        moved.setLeft(position + size - 1);
+    moved &= area;
+    if (std::abs(delta) >= moved.width())
+        viewport()->update(moved);
+    else
+        viewport()->scroll(isRightToLeft() ? -delta : delta, 0, moved);
+    viewport()->update(position, 0, size, area.height());
+}
+
+void QTableFastView::columnMoved(int logicalIndex, int oldVisualIndex, int newVisualIndex)
+{
+    if (!m_header)
+        return;
+    if (m_usePixmapCacheIndexed) {
+        QList<int> columns {logicalIndex};
+        // Deliberate: the logical neighbour, too.
+        if (logicalIndex > 0)
+            columns.append(logicalIndex - 1);
+        for (int visual : {oldVisualIndex, newVisualIndex}) {
+            if (visual - 1 > 0)
+                columns.append(m_header->logicalIndex(visual - 1));
+            if (visual + 1 < m_header->count())
+                columns.append(m_header->logicalIndex(visual + 1));
+        }
+        d_ptr->cache().clearColumns(columns);
+        setPixmapCacheIndexedVisibleBounds();
+    }
+    viewport()->update();
+    updateScrollBars(0);
+    d_ptr->placeEditors();
+}
+
+int QTableFastView::sizeHintForColumn(int column) const
+{
+    if (!m_model)
+        return -1;
+    ensurePolished();
+    const int first = std::max(itemAtCoordinate(0), 0);
+    int last = itemAtCoordinate(viewport()->height());
+    if (last == -1)
+        last = d_ptr->rowCount() - 1;
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    int width = 0;
+    for (int row = first; row <= last; ++row) {
+        const QModelIndex index = m_model->index(row, column);
+        if (const QAbstractItemDelegate *delegate = itemDelegateForIndex(index))
+            width = std::max(width, delegate->sizeHint(option, index).width());
+    }
+    return width + 1;
+}
+
+void QTableFastView::resizeColumnToContents(int column)
+{
+    if (!m_header || !m_model || column < 0 || column >= m_header->count())
+        return;
+    const Qt::Orientation orientation = m_header->orientation();
+    const QFont font = m_model->headerData(column, orientation, Qt::FontRole).value<QFont>();
+    const QString title = m_model->headerData(column, orientation, Qt::DisplayRole).toString();
+    const int headerHint = m_header->isHidden() ? 0 : m_header->sectionSizeHint(column);
+    m_header->resizeSection(column,
+                            std::max({sizeHintForColumn(column), headerHint,
+                                      QFontMetrics(font).horizontalAdvance(title)}));
+}
+
+void QTableFastView::resizeColumnsToContents()
+{
+    for (int column = 0; m_header && column < m_header->count(); ++column)
+        resizeColumnToContents(column);
+}

@@ -1,0 +1,233 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef QTABLEFASTVIEW_P_H
+#define QTABLEFASTVIEW_P_H
+
+#include <QAbstractItemDelegate>
+#include <QFont>
+#include <QHash>
+#include <QItemSelection>
+#include <QLocale>
+#include <QObject>
+#include <QPair>
+#include <QPersistentModelIndex>
+#include <QPoint>
+#include <QPointer>
+#include <QRegion>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+
+class PixmapCacheIndexed;
+class QItemSelectionModel;
+class QTableFastView;
+
+/*!
+ * \brief What a QTableFastView keeps to itself: the bookkeeping that lets the paint
+ * buffer and the pixels on screen survive changes.
+ */
+class QTableFastViewPrivate : public QObject
+{
+    Q_OBJECT
+
+public:
+    //! One column to paint.
+    struct ColumnSlot
+    {
+        int column; //!< logical index
+        int x;      //!< left edge, viewport pixels
+        int width;  //!< logical pixels
+        QStyleOptionViewItem::ViewItemPosition position;
+    };
+
+    //! What all rows of one paint event share.
+    struct PaintPass
+    {
+        const QRegion *region = nullptr; //!< what is painted; null: everything
+        QList<ColumnSlot> columns;       //!< in visual order
+        QItemSelection selection;        //!< what of the selection touches the rows on screen
+        int currentRow = -1;             //!< the selection model's current row
+        bool hasEditorFocus = false;     //!< an editor in the current row has the focus
+    };
+
+    //! A delegate, told from another one that was made at the same address.
+    class DelegateMark
+    {
+    public:
+        DelegateMark(QAbstractItemDelegate *delegate = nullptr)
+            : m_delegate(delegate)
+            , m_hasDelegate(delegate)
+        {
+        }
+        friend bool operator==(const DelegateMark &a, const DelegateMark &b)
+        {
+            return a.m_delegate == b.m_delegate && a.isGone() == b.isGone();
+        }
+        friend bool operator!=(const DelegateMark &a, const DelegateMark &b) { return !(a == b); }
+
+    private:
+        bool isGone() const { return m_hasDelegate && !m_delegate; }
+
+        QPointer<QAbstractItemDelegate> m_delegate;
+        bool m_hasDelegate;
+    };
+
+    //! Everything beside the model, the selection and the current index that the
+    //! look of every cell depends on.
+    struct Look
+    {
+        QStyle::State state;
+        qint64 palette = 0;
+        qint64 background = 0;
+        int colorGroup = 0;
+        QFont font;
+        QLocale locale;
+        Qt::LayoutDirection direction = Qt::LeftToRight;
+        Qt::TextElideMode elideMode = Qt::ElideRight;
+        QSize decorationSize;
+        QStyleOptionViewItem::ViewItemFeatures features;
+        bool isAlternating = false;
+        int selectionBehavior = 0;
+        double devicePixelRatio = 1;
+        int columnCount = 0;
+        int hiddenColumnCount = 0;
+        QPointer<QStyle> style;
+        DelegateMark delegate;
+
+        friend bool operator==(const Look &a, const Look &b) = default;
+    };
+
+    //! The part of the table that the paint buffer covers, edges included.
+    struct Bounds
+    {
+        int rowFirst = 0;
+        int rowLast = 0;
+        int colFirst = 0;
+        int colLast = 0;
+
+        Bounds shifted(int rows) const;
+        friend bool operator==(const Bounds &a, const Bounds &b) = default;
+    };
+
+    explicit QTableFastViewPrivate(QTableFastView *q);
+
+    // Geometry
+    int rowCount() const;
+    qint64 contentTop() const;
+    int wholeRows() const;
+    int topRow() const;
+    int lastSeenRow() const;
+    QRect rowStrip(int row) const;
+    QRect columnSpan(int left, int right) const;
+    QPair<int, int> seenColumns() const;
+    void updateRowStrip(int row);
+    bool isPerPixel() const;
+    int verticalMaximum() const;
+
+    // Scrolling
+    void setRangeQuietly();
+    void moveQuietly(qint64 value);
+    void moveRowsQuietly(qint64 count);
+    void scrollToHorizontalOffset(int offset);
+    int hiddenSectionsBefore(int visualIndex) const;
+    int applyHorizontalValue();
+    void setHorizontalRange(int width, int fit);
+    int scrolledRowPixels(int dy) const;
+    qint64 verticalValueFor(int row, int hint);
+    qint64 topRowAbove(int row, int budget) const;
+    void movePixels(qint64 oldTop, int start, int count);
+    void scrollStrip(qint64 top, qint64 bottom, qint64 dy);
+    bool canMovePixels();
+    void placeEditors();
+
+    // Auto-scroll is off between the two notifications of a removal or a move.
+    void holdAutoScroll();
+    void releaseAutoScroll();
+
+    // The paint buffer
+    PixmapCacheIndexed &cache();
+    PixmapCacheIndexed &shiftedCache();
+    void clearCache();
+    void applyShift();
+    void shiftCache(int count);
+    void setBounds(const Bounds &wanted);
+    bool isBuffered(int rowFirst, int rowLast) const;
+    void insertCachedRows(int start, int end);
+    void removeCachedRows(int first, int last);
+    void moveCachedRows(int start, int end, int row);
+    void evictOutside();
+    void dropParity(int fromRow, int toRow, int count);
+    void dropLookOfRowDelegates();
+    QHash<int, DelegateMark> seenRowDelegates() const;
+
+    // Painting
+    QStyleOptionViewItem baseOption() const;
+    PaintPass paintPass(const QRegion *region) const;
+    QList<ColumnSlot> columnSlots() const;
+    int shownColumnBefore(int visualIndex) const;
+    bool hasEditorFocus(int row) const;
+    bool mayBeSelected(const PaintPass &pass, int row, int column) const;
+    void prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass);
+    Look lookOf(const QStyleOptionViewItem &option) const;
+    void noticeDelegates(const PaintPass &pass);
+    void noticeCurrentRow(const PaintPass &pass);
+    bool drawBuffered(QPainter *painter, const QRect &rect, int row, int column,
+                      const PaintPass &pass) const;
+    void setCellOption(QStyleOptionViewItem *cell, const QStyleOptionViewItem &row,
+                       const ColumnSlot &slot, const QModelIndex &index,
+                       const PaintPass &pass) const;
+    void paintCell(QPainter *painter, QStyleOptionViewItem *cell, const QModelIndex &index) const;
+    QPixmap *renderCell(const QStyleOptionViewItem &cell, const QModelIndex &index) const;
+    void paintEditorFocus(QPainter *painter, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const;
+
+    // Current index and selection
+    int firstVisibleColumn() const;
+    QModelIndex neighbourInRow(const QModelIndex &current, int step) const;
+    QModelIndex moveRight(const QModelIndex &current);
+    QModelIndex moveLeft(const QModelIndex &current);
+    QModelIndex endHorizontalMove(const QModelIndex &current);
+    void repaintSelection(const QItemSelection &selection);
+
+    // Model changes
+    void connectModel(QAbstractItemModel *model);
+    void disconnectModel(QAbstractItemModel *model);
+    void followEdge(int start, int end, bool isConsistent);
+    bool followsEdge(int start, int end, int *row) const;
+    void followReset();
+    void columnsChanged();
+    int valueShiftForMove(int start, int end, int row) const;
+
+public Q_SLOTS:
+    void modelDestroyed();
+    void selectionModelDestroyed();
+    void headerDestroyed();
+    void modelColumnsChanged(const QModelIndex &parent);
+    void focusChanged(QWidget *old, QWidget *now);
+    void applyResetTarget();
+
+public:
+    QPoint scrollDelayOffset; //!< logical pixels added to every cell rectangle
+    QTableFastView *q_ptr;    //!< the view
+
+    QPointer<QItemSelectionModel> ownSelectionModel; //!< made by setModel()
+    QPersistentModelIndex resetTarget;               //!< becomes current once a reset has settled
+    bool savedAutoScroll = false;                    //!< as the application had set it
+    int autoScrollHolds = 0;                         //!< notifications between which it is off
+    quint64 changeSerial = 0; //!< counts changes of rows, to notice nested ones
+
+    int shownScrollMode = 0;       //!< the vertical one that the picture was made in
+    int pixelMoves = 0;            //!< since the last paint event
+    bool isRepaintPending = false; //!< the whole viewport will be painted next
+
+    const PaintPass *pass = nullptr; //!< while draw() runs
+    int cacheShift = 0;              //!< rows that everything cached has still to move down
+    Bounds bounds;                   //!< as the cache has them, before cacheShift
+    Look look;                       //!< of what is cached and on screen
+    QHash<int, DelegateMark> columnDelegates; //!< of the painted columns
+    QHash<int, DelegateMark> rowDelegates;    //!< of the painted rows that have one
+    QPersistentModelIndex focusRow;           //!< cached as the current row
+    QPersistentModelIndex editorRow;          //!< cached as the row of a focused editor
+};
+
+#endif // QTABLEFASTVIEW_P_H

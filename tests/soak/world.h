@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef WORLD_H
+#define WORLD_H
+
+#include "reference.h"
+#include "soakmodel.h"
+
+#include <QList>
+#include <QPersistentModelIndex>
+#include <QRandomGenerator>
+#include <QString>
+
+#include <memory>
+
+//! What a run is about.
+struct Combination
+{
+    bool isBuffered;
+    bool isPerPixel;
+    bool isRightToLeft;
+    bool isAlternating;
+
+    static QList<Combination> all();
+    QString name() const;
+    friend bool operator==(const Combination &a, const Combination &b) = default;
+};
+
+//! A view, its model, and everything that may happen to them.
+class World
+{
+public:
+    World(const Combination &combination, quint64 seed);
+    ~World();
+
+    //! Does step \a number, which depends on the seed and the number only, and
+    //! checks the picture. Returns what is wrong, or nothing.
+    QString step(int number);
+    //! What the last step did.
+    QString said() const { return m_said; }
+
+private:
+    using Action = void (World::*)();
+    struct Choice
+    {
+        int weight;
+        Action action;
+    };
+    static const QList<Choice> &modelChoices();
+    static const QList<Choice> &viewChoices();
+
+    void act(const QList<Choice> &choices);
+    void say(const QString &what);
+    int below(int limit);
+    bool chance(int percent) { return below(100) < percent; }
+
+    // The model
+    void insertRows(int row, int count);
+    void removeRows(int row, int count);
+    void insertAtTop();
+    void insertAtEnd();
+    void insertAnywhere();
+    void insertNearView();
+    void removeAtTop();
+    void removeAnywhere();
+    void removeNearView();
+    void moveAnywhere();
+    void moveNearView();
+    void changeCell();
+    void changeBlock();
+    void changeUnsaid();
+    void restart();
+    void sortRows();
+    void turnRound();
+    void insertColumn();
+    void removeColumn();
+    void storm();
+
+    // The view
+    void scrollALittle();
+    void scrollFar();
+    void scrollToTop();
+    void scrollToEnd();
+    void scrollColumns();
+    void scrollToCell();
+    void resizeView();
+    void resizeColumn();
+    void moveColumn();
+    void hideColumn();
+    void showColumns();
+    void selectSomething();
+    void clearSelection();
+    void makeCurrent();
+    void pressKey();
+    void toggleEnabled();
+    void toggleAlternating();
+    void toggleDirection();
+    void changePalette();
+    void changeFont();
+    void replaceDelegate();
+    void replaceColumnDelegate();
+    void replaceRowDelegate();
+    void replaceModel();
+    void toggleBuffer();
+    void toggleScrollMode();
+    void activateOther();
+    void activateView();
+    void openEditor();
+    void focusEditor();
+    void closeEditors();
+
+    QString check();
+    QString checkPicture();
+    QString checkEditors();
+    QString checkRange();
+    int topRow() const;
+
+    QRandomGenerator m_random;
+    quint64 m_seed;
+    QString m_said;
+    QString m_broken; //!< a promise that an action found broken
+    QList<QPersistentModelIndex> m_editors;
+    std::unique_ptr<SoakModel> m_model;
+    std::unique_ptr<QWidget> m_other;
+    std::unique_ptr<SoakView> m_view;
+};
+
+#endif // WORLD_H
