@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
@@ -284,36 +285,31 @@ constexpr Word eachByte = 0x0101010101010101;
 template<int N>
 using Words = std::array<Word, N>; // least significant first
 
-// Compilers make one load or store, and a byte swap where needed, of these.
-Word loadWord(const BYTE *p)
+// Between the machine's byte order and the first byte as the most significant one.
+template<typename T>
+[[gnu::always_inline]] inline T bigEndian(T w)
 {
-    return Word {p[0]} << 56 | Word {p[1]} << 48 | Word {p[2]} << 40 | Word {p[3]} << 32
-        | Word {p[4]} << 24 | Word {p[5]} << 16 | Word {p[6]} << 8 | Word {p[7]};
+    if constexpr (std::endian::native == std::endian::big)
+        return w;
+    else if constexpr (sizeof(T) == 8)
+        return __builtin_bswap64(w);
+    else
+        return __builtin_bswap32(w);
 }
 
-Word loadHalf(const BYTE *p)
+template<typename T>
+[[gnu::always_inline]] inline T load(const BYTE *p)
 {
-    return Word {p[0]} << 24 | Word {p[1]} << 16 | Word {p[2]} << 8 | Word {p[3]};
+    T w;
+    std::memcpy(&w, p, sizeof w);
+    return bigEndian(w);
 }
 
-void storeWord(BYTE *p, Word w)
+template<typename T>
+[[gnu::always_inline]] inline void store(BYTE *p, T w)
 {
-    p[0] = static_cast<BYTE>(w >> 56);
-    p[1] = static_cast<BYTE>(w >> 48);
-    p[2] = static_cast<BYTE>(w >> 40);
-    p[3] = static_cast<BYTE>(w >> 32);
-    p[4] = static_cast<BYTE>(w >> 24);
-    p[5] = static_cast<BYTE>(w >> 16);
-    p[6] = static_cast<BYTE>(w >> 8);
-    p[7] = static_cast<BYTE>(w);
-}
-
-void storeHalf(BYTE *p, Word w)
-{
-    p[0] = static_cast<BYTE>(w >> 24);
-    p[1] = static_cast<BYTE>(w >> 16);
-    p[2] = static_cast<BYTE>(w >> 8);
-    p[3] = static_cast<BYTE>(w);
+    w = bigEndian(w);
+    std::memcpy(p, &w, sizeof w);
 }
 
 // 1 to 7 bytes as a number. The pieces overlap, so that none lies outside the
@@ -323,7 +319,7 @@ void storeHalf(BYTE *p, Word w)
     if (n == 1)
         return p[0];
     if (n >= 4)
-        return loadHalf(p) << (8 * (n - 4)) | loadHalf(p + n - 4);
+        return Word {load<UINT32>(p)} << (8 * (n - 4)) | load<UINT32>(p + n - 4);
     return Word {p[0]} << (8 * (n - 1)) | Word {p[1]} << (8 * (n - 2)) | Word {p[n - 1]};
 }
 
@@ -332,8 +328,8 @@ void storeHalf(BYTE *p, Word w)
     if (n == 1) {
         p[0] = static_cast<BYTE>(w);
     } else if (n >= 4) {
-        storeHalf(p, w >> (8 * (n - 4)));
-        storeHalf(p + n - 4, w);
+        store(p, static_cast<UINT32>(w >> (8 * (n - 4))));
+        store(p + n - 4, static_cast<UINT32>(w));
     } else {
         p[0] = static_cast<BYTE>(w >> (8 * (n - 1)));
         p[1] = static_cast<BYTE>(w >> (8 * (n - 2)));
@@ -351,7 +347,7 @@ constexpr auto topMasks = [] {
 
 int wordsOf(int bytes)
 {
-    return (bytes + wordPairs - 1) / wordPairs;
+    return (bytes + wordPairs - 1) >> 3;
 }
 
 // n bytes, 8 (N - 1) < n <= 8 N, as a number without the sign bit of the first.
@@ -360,9 +356,9 @@ template<int N>
 {
     Words<N> w;
     for (int j = 0; j + 1 < N; ++j)
-        w[j] = loadWord(p + n - wordPairs * (j + 1));
+        w[j] = load<Word>(p + n - wordPairs * (j + 1));
     const int rest = n - wordPairs * (N - 1);
-    const Word top = rest == wordPairs ? loadWord(p) : loadShort(p, rest);
+    const Word top = rest == wordPairs ? load<Word>(p) : loadShort(p, rest);
     w[N - 1] = top & topMasks[rest];
     return w;
 }
@@ -371,11 +367,11 @@ template<int N>
 [[gnu::always_inline]] inline void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
 {
     for (int j = 0; j + 1 < N; ++j)
-        storeWord(p + n - wordPairs * (j + 1), w[j]);
+        store<Word>(p + n - wordPairs * (j + 1), w[j]);
     const int rest = n - wordPairs * (N - 1);
     const Word top = w[N - 1] | ((Word {0} - Word {negative}) & (topMasks[rest] + 1));
     if (rest == wordPairs)
-        storeWord(p, top);
+        store<Word>(p, top);
     else
         storeShort(p, rest, top);
 }
@@ -521,7 +517,7 @@ template<int N>
 [[gnu::always_inline]] inline UINT32 roundCut(Cut<N> &cut, Layout d, int sourceFraction,
                                               bool negative, BCDIIroundstyle rs)
 {
-    if (cut.tooWide || !fits<N>(cut.kept, d))
+    if (cut.tooWide | !fits<N>(cut.kept, d)) // one branch, not two
         return NoResult | Overflow;
     // The first lost digit is the tens digit of a whole pair, or with an odd nfrac
     // the units digit of the last pair kept.
@@ -687,8 +683,8 @@ int compareBytes(const BYTE *a, const BYTE *b, int n)
         return int {x > y} - int {x < y};
     }
     for (int i = 0;; i = std::min(i + wordPairs, n - wordPairs)) {
-        const Word x = loadWord(a + i);
-        const Word y = loadWord(b + i);
+        const Word x = load<Word>(a + i);
+        const Word y = load<Word>(b + i);
         if (x != y || i + wordPairs >= n)
             return int {x > y} - int {x < y};
     }
@@ -770,7 +766,7 @@ template<int N>
         carry = (partial < y) | (sum < partial);
         a[j] = sum - (sum >> 7 & eachByte) * 156;
     }
-    return carry && subtract == 0;
+    return carry & (subtract == 0);
 }
 
 // The sum of two magnitudes with signs; *negative is its sign. With different signs
@@ -830,10 +826,12 @@ UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
     }
 }
 
+// One type for all, of N words: nothing to align, and nothing to cut off.
 template<int N>
-[[gnu::always_inline]] inline UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, Layout t,
-                                             BCDIIroundstyle rs)
+[[gnu::noinline]] UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type,
+                                 BCDIIroundstyle rs)
 {
+    const Layout t(type);
     bool negative;
     Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
     const UINT32 status = roundCut<N>(cut, t, 2 * t.bfrac(), negative, rs);
@@ -843,21 +841,20 @@ template<int N>
     return status;
 }
 
-// One type for all: nothing to align, and nothing to cut off.
 UINT32 addOneType(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIroundstyle rs)
 {
-    const Layout t(type);
-    switch (windowOf(t.ball, 0, t.ball)) {
+    const int bytes = Layout(type).ball;
+    switch (windowOf(bytes, 0, bytes)) {
     case 0:
         return addPlain(ret, type, a, type, b, type, rs);
     case 1:
-        return addSame<1>(ret, a, b, t, rs);
+        return addSame<1>(ret, a, b, type, rs);
     case 2:
-        return addSame<2>(ret, a, b, t, rs);
+        return addSame<2>(ret, a, b, type, rs);
     case 3:
-        return addSame<3>(ret, a, b, t, rs);
+        return addSame<3>(ret, a, b, type, rs);
     default:
-        return addSame<4>(ret, a, b, t, rs);
+        return addSame<4>(ret, a, b, type, rs);
     }
 }
 
@@ -962,7 +959,7 @@ UINT32 deliverLimbsPlain(BYTE *dst, Layout d, const Limbs &x, bool negative, BCD
     std::array<BYTE, wordPairs * mostLimbs> pairs {};
     const int size = wordPairs * x.count;
     for (int i = 0; i < x.count; ++i)
-        storeWord(pairs.data() + size - wordPairs * (i + 1), toPairs(x.limb()[i]));
+        store<Word>(pairs.data() + size - wordPairs * (i + 1), toPairs(x.limb()[i]));
     pairs[0] = static_cast<BYTE>(pairs[0] | (negative ? signBit : 0));
     return copyPlain(dst, d, pairs.data(), Layout(2 * size, 2 * x.fraction), rs);
 }
@@ -1198,6 +1195,12 @@ UINT32 roundTo19Digits(Words<2> *digits, const BYTE *bcd, BCDIIType type, int fd
 constexpr double doubleExact = 9007199254740992.0; // 2^53: integers below are exact
 constexpr double tolerance = 0.125;
 
+// For x >= 0; from 2^52 on every double is an integer.
+double floorPositive(double x)
+{
+    return x < doubleExact ? static_cast<double>(static_cast<INT64>(x)) : x;
+}
+
 // Takes the lowest digits (base 10 or 100) off x in double arithmetic. Below 2^63
 // integers do the same: x - digits is an integer, rounded when it becomes a double.
 BYTE takeDigits(double *x, unsigned base)
@@ -1212,36 +1215,44 @@ BYTE takeDigits(double *x, unsigned base)
         digits = std::fmod(*x, base);
         rest = *x - digits;
     }
-    *x = std::floor(rest / base + tolerance);
+    *x = floorPositive(rest / base + tolerance);
     return static_cast<BYTE>(digits);
 }
 
-// Puts an integer in pairs into the first ball bytes of a type; false when it does
-// not fit, and then the bytes hold its end.
-bool putPairs(BYTE *bcd, int ball, Words<2> pairs, Layout t)
+// Puts pairs into the bytes of a type; false when they do not fit, and then the
+// bytes hold the last of them.
+bool putPairs(BYTE *bcd, Layout t, Words<2> pairs)
 {
-    for (int i = ball; i > 0 && anyOf<2>(pairs) != 0; --i) {
+    const Words<windowWords> w {pairs[0], pairs[1]};
+    if (t.ball <= 2 * wordPairs && fits<2>(pairs, t)) {
+        storeWords<2>(bcd, t.ball, pairs, false);
+        return true;
+    }
+    if (t.ball <= windowWords * wordPairs && fits<windowWords>(w, t)) {
+        storeWords<windowWords>(bcd, t.ball, w, false);
+        return true;
+    }
+    for (int i = t.ball; i > 0; --i) {
         bcd[i - 1] = static_cast<BYTE>(pairs[0]);
         pairs = {pairs[0] >> 8 | pairs[1] << 56, pairs[1] >> 8};
     }
     return anyOf<2>(pairs) == 0 && ((t.nint & 1) == 0 || bcd[0] < 10);
 }
 
-// Places the integer x; false when it does not fit. Bytes are 0 before. From 2^53 on
-// the double arithmetic may round, below it is the same as that of integers.
+// Places the integer x; false when it does not fit. From 2^53 on the double arithmetic
+// may round, below it is the same as that of integers.
 bool putDouble(BYTE *bcd, Layout t, double x)
 {
-    int ball = t.ball;
     bool half = (t.nfrac & 1) != 0; // the last byte holds one digit
-    while (x >= doubleExact && ball > 0) {
-        const bool single = half || (ball == 1 && (t.nint & 1) != 0);
+    while (x >= doubleExact && t.ball > 0) {
+        const bool single = half || (t.ball == 1 && (t.nint & 1) != 0);
         const BYTE digits = takeDigits(&x, single ? 10 : 100);
-        bcd[--ball] = static_cast<BYTE>(half ? 10 * digits : digits);
+        bcd[--t.ball] = static_cast<BYTE>(half ? 10 * digits : digits);
         half = false;
     }
-    if (ball == 0)
+    if (t.ball == 0)
         return x <= tolerance;
-    return putPairs(bcd, ball, integerPairs(static_cast<UINT64>(x), half ? 1 : 0), t);
+    return putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), half ? 1 : 0));
 }
 
 // ------------------------------------------------------------------------- text
@@ -1618,14 +1629,17 @@ UINT32 BCDIIGetFromDouble(void *bcd_, double src, BCDIIType type)
     constexpr double integral = 4503599627370496.0; // 2^52: no fraction from here on
     const Layout t(type);
     BYTE *const bcd = bytes(bcd_);
-    putZero(bcd, t);
     double x = std::fabs(src) * power10(t.nfrac) + 0.5;
     if (x < integral)
-        x = static_cast<double>(static_cast<INT64>(x));
+        x = floorPositive(x);
     if (x < tolerance)
-        return IsZero;
-    if (std::isnan(x))
+        return putZero(bcd, t);
+    if (std::isnan(x)) {
+        putZero(bcd, t);
         return 0; // nothing compares with it: no digit is placed, no sign seen
+    }
+    if (std::isinf(x))
+        putZero(bcd, t);
     if (std::isinf(x) || !putDouble(bcd, t, x))
         return putNan(bcd, t, NoResult | Overflow);
     if (src < 0 && t.ball > 0)
