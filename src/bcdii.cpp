@@ -282,12 +282,10 @@ constexpr int windowWords = 4;
 constexpr int windowFraction = 31; // bytes: with more, a value may begin below position -62
 constexpr Word eachByte = 0x0101010101010101;
 
-template<int N>
-using Words = std::array<Word, N>; // least significant first
+template<int N> using Words = std::array<Word, N>; // least significant first
 
 // Between the machine's byte order and the first byte as the most significant one.
-template<typename T>
-[[gnu::always_inline]] inline T bigEndian(T w)
+template<typename T> [[gnu::always_inline]] inline T bigEndian(T w)
 {
     if constexpr (std::endian::native == std::endian::big)
         return w;
@@ -297,16 +295,14 @@ template<typename T>
         return __builtin_bswap32(w);
 }
 
-template<typename T>
-[[gnu::always_inline]] inline T load(const BYTE *p)
+template<typename T> [[gnu::always_inline]] inline T load(const BYTE *p)
 {
     T w;
     std::memcpy(&w, p, sizeof w);
     return bigEndian(w);
 }
 
-template<typename T>
-[[gnu::always_inline]] inline void store(BYTE *p, T w)
+template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
 {
     w = bigEndian(w);
     std::memcpy(p, &w, sizeof w);
@@ -351,8 +347,7 @@ int wordsOf(int bytes)
 }
 
 // n bytes, 8 (N - 1) < n <= 8 N, as a number without the sign bit of the first.
-template<int N>
-[[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, int n)
+template<int N> [[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, int n)
 {
     Words<N> w;
     for (int j = 0; j + 1 < N; ++j)
@@ -377,8 +372,7 @@ template<int N>
 }
 
 // The same for 1 to 8 N bytes.
-template<int N>
-[[gnu::always_inline]] inline Words<N> loadWords(const BYTE *p, int n)
+template<int N> [[gnu::always_inline]] inline Words<N> loadWords(const BYTE *p, int n)
 {
     if constexpr (N > 1) {
         if (n <= wordPairs * (N - 1)) {
@@ -405,8 +399,7 @@ template<int N>
     storeExact<N>(p, n, w, negative);
 }
 
-template<int N>
-[[gnu::always_inline]] inline void shiftUp(Words<N> &w, int pairs)
+template<int N> [[gnu::always_inline]] inline void shiftUp(Words<N> &w, int pairs)
 {
     for (; pairs >= wordPairs; pairs -= wordPairs) {
         for (int j = N - 1; j > 0; --j)
@@ -439,16 +432,14 @@ int windowOf(int integerBytes, int fractionBytes, int shortest)
 // ------------------------------------------------ the short way: rounding and storing
 
 // An exact magnitude, cut behind the destination's last byte.
-template<int N>
-struct Cut
+template<int N> struct Cut
 {
-    Words<N> kept; //!< ends with the destination's last byte
-    Word lost = 0; //!< the pairs behind, the first in the highest byte; others may be merged
+    Words<N> kept;        //!< ends with the destination's last byte
+    Word lost = 0;        //!< the pairs behind, the first in the highest byte; others may be merged
     bool tooWide = false; //!< more pairs stand in front of kept
 };
 
-template<int N>
-[[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
+template<int N> [[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
 {
     Word any = w[0];
     for (int j = 1; j < N; ++j)
@@ -464,8 +455,7 @@ template<int N>
 
 // Whether the kept pairs fit nint digits: nothing in front of the first byte, and
 // no tens digit in it when nint is odd.
-template<int N>
-[[gnu::always_inline]] inline bool fits(const Words<N> &w, Layout d)
+template<int N> [[gnu::always_inline]] inline bool fits(const Words<N> &w, Layout d)
 {
     const int rest = d.ball - wordPairs * (N - 1);
     if (rest > 0)
@@ -479,8 +469,7 @@ template<int N>
 }
 
 // Carries 1 into the pair in front of the last one, which has become 0 or 100 less.
-template<int N>
-void carryOn(Words<N> &w)
+template<int N> void carryOn(Words<N> &w)
 {
     for (int j = 0; j < N; ++j) {
         for (int shift = j == 0 ? 8 : 0; shift < 64; shift += 8) {
@@ -496,8 +485,8 @@ void carryOn(Words<N> &w)
 
 // Rounds what is kept when pairs or a digit are lost.
 template<int N>
-[[gnu::always_inline]] inline UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf, Word unit,
-                                               bool negative, BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf,
+                                               Word unit, bool negative, BCDIIroundstyle rs)
 {
     const bool up = roundsUp(rs, negative, atLeastHalf);
     kept[0] += up ? unit : 0;
@@ -545,8 +534,7 @@ template<int N>
 }
 
 // Drops pairs from the end of the window.
-template<int N>
-[[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w, int pairs)
+template<int N> [[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w, int pairs)
 {
     Cut<N> cut {w};
     if (pairs == 0)
@@ -612,8 +600,7 @@ UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType src
 
 // ------------------------------------------------------------------ comparison
 
-template<int N>
-[[gnu::always_inline]] inline bool isLess(const Words<N> &a, const Words<N> &b)
+template<int N> [[gnu::always_inline]] inline bool isLess(const Words<N> &a, const Words<N> &b)
 {
     bool less = false;
     for (int j = N % 2; j < N; j += 2) { // two words at a time
@@ -893,7 +880,8 @@ constexpr Word limbBase = 10'000'000'000'000'000;
 [[gnu::always_inline]] inline Word splitLimb(UInt128 x, Word *remainder)
 {
     constexpr Word reciprocal = static_cast<Word>((UInt128 {1} << 110) / limbBase);
-    const Word quotient = static_cast<Word>(UInt128 {static_cast<Word>(x >> 46)} * reciprocal >> 64);
+    const Word quotient =
+        static_cast<Word>(UInt128 {static_cast<Word>(x >> 46)} * reciprocal >> 64);
     const Word rest = static_cast<Word>(x) - quotient * limbBase;
     const bool more = rest >= limbBase;
     *remainder = more ? rest - limbBase : rest;
@@ -907,33 +895,46 @@ constexpr int mostLimbs = 2 * windowWords;
 
 struct Limbs
 {
-    std::array<Word, zeroLimbs + mostLimbs + zeroLimbs> storage {};
-    int count = 0;
-    int fraction = 0; //!< bytes behind the point where the last limb ends
+    Limbs(int limbs, int fractionBytes)
+        : count(limbs)
+        , fraction(fractionBytes)
+    {
+        for (int i = 0; i < zeroLimbs; ++i)
+            storage[i] = storage[zeroLimbs + count + i] = 0;
+    }
+
+    std::array<Word, zeroLimbs + mostLimbs + zeroLimbs> storage;
+    int count;
+    int fraction; //!< bytes behind the point where the last limb ends
 
     Word *limb() { return storage.data() + zeroLimbs; }
     const Word *limb() const { return storage.data() + zeroLimbs; }
 };
 
 // Cuts behind the last byte of the destination and turns only those limbs into
-// pairs that it needs; of the others it matters whether they are zero.
+// pairs that it needs; of the others it matters whether they are zero. shift is 8 to
+// 64 bits of the first limb that are lost, ball the destination's bytes.
 template<int N>
-[[gnu::always_inline]] inline Cut<N> cutLimbs(const Limbs &x, int first, int shift)
+[[gnu::always_inline]] inline Cut<N> cutLimbs(const Limbs &x, int first, int shift, int ball)
 {
-    const Word *const limb = x.limb();
+    const Word *const limb = x.limb() + first;
     Word below = 0;
-    for (int i = 0; i < first; ++i)
+    for (int i = -first; i < 0; ++i)
         below |= limb[i];
     Word above = 0;
-    for (int i = first + N + 1; i < x.count; ++i)
+    for (int i = N + 1; i < x.count - first; ++i)
         above |= limb[i];
     Cut<N> cut;
-    Word next = toPairs(limb[first]);
-    // Lost is the first limb's end, or with shift 64 all of it.
+    Word next = toPairs(limb[0]);
     cut.lost = next << (64 - shift) | Word {below != 0};
     for (int j = 0; j < N; ++j) {
         const Word low = next >> 1 >> (shift - 1);
-        next = toPairs(limb[first + j + 1]);
+        if (j + 1 == N && ball <= wordPairs * N - (shift >> 3)) {
+            above |= limb[N]; // all in front of the destination
+            next = 0;
+        } else {
+            next = toPairs(limb[j + 1]);
+        }
         cut.kept[j] = low | next << (64 - shift);
     }
     cut.tooWide = ((next >> 1 >> (shift - 1)) | above) != 0;
@@ -941,8 +942,7 @@ template<int N>
 }
 
 // The destination begins with a limb: nothing to shift.
-template<int N>
-[[gnu::always_inline]] inline Cut<N> takeLimbs(const Limbs &x)
+template<int N> [[gnu::always_inline]] inline Cut<N> takeLimbs(const Limbs &x)
 {
     Cut<N> cut;
     for (int j = 0; j < N; ++j)
@@ -970,7 +970,8 @@ template<int N>
 {
     const int drop = x.fraction - d.bfrac();
     const int first = (drop - 1) >> 3;
-    Cut<N> cut = drop == 0 ? takeLimbs<N>(x) : cutLimbs<N>(x, first, 8 * (drop - 8 * first));
+    Cut<N> cut =
+        drop == 0 ? takeLimbs<N>(x) : cutLimbs<N>(x, first, 8 * (drop - 8 * first), d.ball);
     return deliver<N>(dst, d, cut, 2 * x.fraction, negative, rs);
 }
 
@@ -1009,7 +1010,8 @@ UINT32 mulPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
         const int factor = i == 0 ? a[i] & pairMask : a[i];
         int carry = 0;
         for (int j = bt.ball - 1; j >= 0; --j) {
-            const int pair = (j == 0 ? b[j] & pairMask : b[j]) * factor + product[i + j + 1] + carry;
+            const int pair =
+                (j == 0 ? b[j] & pairMask : b[j]) * factor + product[i + j + 1] + carry;
             product[i + j + 1] = static_cast<BYTE>(pair % 100);
             carry = pair / 100;
         }
@@ -1027,10 +1029,10 @@ void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *pro
 {
     Words<NA> x = loadExact<NA>(a, aBall);
     Words<NB> y = loadExact<NB>(b, bBall);
-    for (Word &w : x)
-        w = toLimb(w);
-    for (Word &w : y)
-        w = toLimb(w);
+    for (int i = 0; i < NA; ++i)
+        x[i] = i == aBall >> 3 && (aBall & 7) == 1 ? x[i] : toLimb(x[i]);
+    for (int i = 0; i < NB; ++i)
+        y[i] = i == bBall >> 3 && (bBall & 7) == 1 ? y[i] : toLimb(y[i]);
     Word carry = 0;
     for (int k = 0; k < NA + NB - 1; ++k) {
         UInt128 column = carry;
@@ -1073,11 +1075,9 @@ UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
 {
     const Layout at(aType);
     const Layout bt(bType);
-    if (windowOf(at.ball, 0, at.ball) == 0 || windowOf(bt.ball, 0, bt.ball) == 0)
+    if (std::min(at.ball, bt.ball) < 1 || std::max(at.ball, bt.ball) > wordPairs * windowWords)
         return mulPlain(ret, retType, a, aType, b, bType, rs);
-    Limbs product;
-    product.count = wordsOf(at.ball) + wordsOf(bt.ball);
-    product.fraction = at.bfrac() + bt.bfrac();
+    Limbs product(wordsOf(at.ball) + wordsOf(bt.ball), at.bfrac() + bt.bfrac());
     if (at.ball < bt.ball)
         multiply(b, bt.ball, a, at.ball, product.limb());
     else
@@ -1160,8 +1160,8 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 
 // The 19 digits of a value rounded to a type of 19 digits, d.
 template<int N>
-[[gnu::always_inline]] inline UINT32 roundShort(Words<2> *digits, Layout d, const BYTE *bcd, Layout t,
-                                    BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 roundShort(Words<2> *digits, Layout d, const BYTE *bcd,
+                                                Layout t, BCDIIroundstyle rs)
 {
     const int fraction = std::max(d.bfrac(), t.bfrac());
     Cut<N> cut = cutWindow<N>(loadAligned<N>(bcd, t, fraction), fraction - d.bfrac());
@@ -1282,10 +1282,10 @@ const char *skipDigits(const char *p)
 // A number found in a text.
 struct Found
 {
-    const char *integer = nullptr; //!< first integer digit that is not a leading zero
+    const char *integer = nullptr;  //!< first integer digit that is not a leading zero
     const char *fraction = nullptr; //!< first digit after the point that is not one
-    std::ptrdiff_t nint = 0; //!< digits before the point; negative: zeros after it
-    std::ptrdiff_t nfrac = 0; //!< digits after the point, with those zeros
+    std::ptrdiff_t nint = 0;        //!< digits before the point; negative: zeros after it
+    std::ptrdiff_t nfrac = 0;       //!< digits after the point, with those zeros
     bool negative = false;
     bool anyDigit = false;
     bool anySignificant = false;
@@ -1499,9 +1499,8 @@ int BCDIICmp(const void *a, BCDIIType aType, const void *b, BCDIIType bType)
     const BYTE *const y = bytes(b);
     if (isNegative(x) != isNegative(y))
         return isNegative(x) ? -1 : 1;
-    const int order = isSameType(aType, bType)
-        ? compareBytes(x, y, Layout(aType).ball)
-        : compareMagnitudes(x, aType, y, bType);
+    const int order = isSameType(aType, bType) ? compareBytes(x, y, Layout(aType).ball)
+                                               : compareMagnitudes(x, aType, y, bType);
     return isNegative(x) ? -order : order;
 }
 

@@ -63,17 +63,17 @@ using BCDIIStoreType = UINT16;
 struct InternalBCDType
 {
     BCDIIStoreType type; //!< native byte order
-    BYTE data[32]; //!< ball bytes are in use
+    BYTE data[32];       //!< ball bytes are in use
 };
 
 //! What happens to the last kept digit when digits are lost. Any other value
 //! acts as BCDII_ROUND_NEAREST.
 enum BCDIIroundstyle {
-    BCDII_ROUND_NEAREST = 0, //!< up in magnitude when the first lost digit is 5 or more
-    BCDII_ROUND_UP = 1, //!< toward plus infinity
-    BCDII_ROUND_DOWN = 2, //!< toward minus infinity
+    BCDII_ROUND_NEAREST = 0,  //!< up in magnitude when the first lost digit is 5 or more
+    BCDII_ROUND_UP = 1,       //!< toward plus infinity
+    BCDII_ROUND_DOWN = 2,     //!< toward minus infinity
     BCDII_ROUND_FROMZERO = 3, //!< away from zero
-    BCDII_ROUND_TRUNC = 4 //!< toward zero
+    BCDII_ROUND_TRUNC = 4     //!< toward zero
 };
 
 //! Stores \a type in the header at \a bcd_dst and makes the value NaN: writes the

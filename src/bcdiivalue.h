@@ -31,8 +31,7 @@
 //! neither equal to nor less than anything. Lost digits are rounded to nearest,
 //! halves away from zero, unless a function takes a style. Functions with a
 //! \a status parameter store the status word of bcdii.h there, if given.
-template<int Digits, int Fraction>
-class BCDIIValue
+template<int Digits, int Fraction> class BCDIIValue
 {
     static_assert(Digits >= 1 && Digits <= 63, "a value has 1 to 63 digits");
     static_assert(Fraction >= -62 && Fraction <= 62, "-62 to 62 digits stand after the point");
@@ -170,7 +169,10 @@ public:
     {
         return fromString(text.toLatin1().constData(), status);
     }
-    QString toQString() const { return QString::fromStdString(toString()); }
+    QString toQString() const
+    {
+        return QString::fromStdString(toString());
+    }
     //! @}
 #endif
 
@@ -181,7 +183,8 @@ public:
                           UINT32 *status = nullptr)
     {
         BCDIIValue value;
-        report(status, BCDIIAdd(value.data(), type(), a.data(), A::type(), b.data(), B::type(), style));
+        report(status,
+               BCDIIAdd(value.data(), type(), a.data(), A::type(), b.data(), B::type(), style));
         return value;
     }
     template<typename A, typename B>
@@ -189,24 +192,46 @@ public:
                               UINT32 *status = nullptr)
     {
         BCDIIValue value;
-        report(status, BCDIIMul(value.data(), type(), a.data(), A::type(), b.data(), B::type(), style));
+        report(status,
+               BCDIIMul(value.data(), type(), a.data(), A::type(), b.data(), B::type(), style));
         return value;
     }
     //! @}
 
-    BCDIIValue &operator+=(const BCDIIValue &other) { return *this = sum(*this, other); }
-    BCDIIValue &operator-=(const BCDIIValue &other) { return *this = sum(*this, -other); }
-    BCDIIValue &operator*=(const BCDIIValue &other) { return *this = product(*this, other); }
-    friend BCDIIValue operator+(const BCDIIValue &a, const BCDIIValue &b) { return sum(a, b); }
-    friend BCDIIValue operator-(const BCDIIValue &a, const BCDIIValue &b) { return sum(a, -b); }
-    friend BCDIIValue operator*(const BCDIIValue &a, const BCDIIValue &b) { return product(a, b); }
+    BCDIIValue &operator+=(const BCDIIValue &other)
+    {
+        return *this = sum(*this, other);
+    }
+    BCDIIValue &operator-=(const BCDIIValue &other)
+    {
+        return *this = sum(*this, -other);
+    }
+    BCDIIValue &operator*=(const BCDIIValue &other)
+    {
+        return *this = product(*this, other);
+    }
+    friend BCDIIValue operator+(const BCDIIValue &a, const BCDIIValue &b)
+    {
+        return sum(a, b);
+    }
+    friend BCDIIValue operator-(const BCDIIValue &a, const BCDIIValue &b)
+    {
+        return sum(a, -b);
+    }
+    friend BCDIIValue operator*(const BCDIIValue &a, const BCDIIValue &b)
+    {
+        return product(a, b);
+    }
     BCDIIValue operator-() const
     {
         BCDIIValue value = *this;
         BCDIINeg(value.data(), type());
         return value;
     }
-    BCDIIValue operator+() const { return *this; }
+    BCDIIValue operator+() const
+    {
+        return *this;
+    }
 
     //! By value, also between types: 1.5 equals 1.50. NaN is unordered.
     //! @{
@@ -237,8 +262,7 @@ private:
 };
 
 //! Hashes equal values of one type equally.
-template<int Digits, int Fraction>
-struct std::hash<BCDIIValue<Digits, Fraction>>
+template<int Digits, int Fraction> struct std::hash<BCDIIValue<Digits, Fraction>>
 {
     std::size_t operator()(const BCDIIValue<Digits, Fraction> &value) const noexcept
     {
@@ -251,8 +275,7 @@ struct std::hash<BCDIIValue<Digits, Fraction>>
 
 //! min() is the smallest positive value, as with floating point; every value between
 //! lowest() and max() that has the type's digits is exact.
-template<int Digits, int Fraction>
-class std::numeric_limits<BCDIIValue<Digits, Fraction>>
+template<int Digits, int Fraction> class std::numeric_limits<BCDIIValue<Digits, Fraction>>
 {
     using Value = BCDIIValue<Digits, Fraction>;
 
@@ -291,8 +314,7 @@ struct Shape
     bool plain = true; //!< digits and at most one point
 };
 
-template<char... Text>
-consteval Shape shapeOf()
+template<char... Text> consteval Shape shapeOf()
 {
     Shape shape;
     bool behindPoint = false;
@@ -314,8 +336,7 @@ consteval Shape shapeOf()
 }
 
 //! A decimal literal: 12.50_bcd is a BCDIIValue<4, 2>. Digits, ' and one point.
-template<char... Text>
-auto operator""_bcd()
+template<char... Text> auto operator""_bcd()
 {
     constexpr Shape shape = shapeOf<Text...>();
     static_assert(shape.plain, "a decimal literal has digits and at most one point");
