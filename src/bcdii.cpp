@@ -1116,12 +1116,16 @@ double power10(int i)
 constexpr int integerBytes = 11; // 20 digits, and one of padding with an odd fd
 
 // The integer in pairs that are aligned on a point fd digits from its end.
-Words<2> integerPairs(UINT64 i64, int fd)
+[[gnu::always_inline]] inline Words<2> integerPairs(UINT64 i64, int fd)
 {
-    if ((fd & 1) == 0)
-        return {toPairs(i64 % limbBase), toPairs(i64 / limbBase)};
-    // Times 10, to fill a pair.
-    return {toPairs(i64 % (limbBase / 10) * 10), toPairs(i64 / (limbBase / 10))};
+    // With an odd fd times 10, to fill a pair.
+    const bool odd = (fd & 1) != 0;
+    const Word high = odd ? i64 / (limbBase / 10) : i64 / limbBase;
+    const Word low = odd ? (i64 - high * (limbBase / 10)) * 10 : i64 - high * limbBase;
+    // The high part is below 2^16: three pairs.
+    const Word hundreds = high * 5243 >> 19;
+    const Word tenThousands = hundreds * 5243 >> 19;
+    return {toPairs(low), high + hundreds * (0x100 - 100) + tenThousands * (0x10000 - 0x6400)};
 }
 
 template<int N>
@@ -1158,38 +1162,41 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     }
 }
 
-// The 19 digits of a value rounded to a type of 19 digits, d.
+// Hands out a value of a type of 19 digits. With an odd fraction the last digit is
+// padding: 20 digits, more than a word holds.
+[[gnu::always_inline]] inline UINT32 giveInteger(INT64 *pi64, Layout d, Word high, Word low,
+                                                 UINT32 status)
+{
+    if ((status & Overflow) != 0)
+        return NoResult | Overflow; // also where a rounding carry overflowed
+    const Word highPart = high - (high >> 8) * (0x100 - 100); // two pairs at most
+    const Word magnitude = (d.nfrac & 1) != 0 ? highPart * (limbBase / 10) + toLimb(low) / 10
+                                              : highPart * limbBase + toLimb(low);
+    const bool negative = (status & IsNegative) != 0;
+    constexpr auto most = static_cast<Word>(std::numeric_limits<INT64>::max());
+    if (magnitude > most + Word {negative})
+        return NoResult | Overflow;
+    *pi64 = static_cast<INT64>((magnitude ^ (Word {0} - Word {negative})) + Word {negative});
+    return status;
+}
+
 template<int N>
-[[gnu::always_inline]] inline UINT32 roundShort(Words<2> *digits, Layout d, const BYTE *bcd,
-                                                Layout t, BCDIIroundstyle rs)
+[[gnu::always_inline]] inline UINT32 toIntegerShort(INT64 *pi64, Layout d, const BYTE *bcd,
+                                                    Layout t, BCDIIroundstyle rs)
 {
     const int fraction = std::max(d.bfrac(), t.bfrac());
     Cut<N> cut = cutWindow<N>(loadAligned<N>(bcd, t, fraction), fraction - d.bfrac());
     const UINT32 status = roundCut<N>(cut, d, t.nfrac, isNegative(bcd), rs);
-    *digits = {cut.kept[0], cut.kept[1]};
-    return status;
+    return giveInteger(pi64, d, cut.kept[1], cut.kept[0], status);
 }
 
-UINT32 roundTo19Digits(Words<2> *digits, const BYTE *bcd, BCDIIType type, int fd,
-                       BCDIIroundstyle rs)
+UINT32 toIntegerPlain(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
 {
-    const Layout d(19, fd); // 10 bytes, so 2 words at least
-    const Layout t(type);
-    switch (windowOfBoth(d, t)) {
-    case 0: {
-        std::array<BYTE, 10> plain {};
-        const UINT32 status = copyPlain(plain.data(), d, bcd, Layout(type), rs);
-        *digits = loadExact<2>(plain.data(), 10);
-        return status;
-    }
-    case 1:
-    case 2:
-        return roundShort<2>(digits, d, bcd, t, rs);
-    case 3:
-        return roundShort<3>(digits, d, bcd, t, rs);
-    default:
-        return roundShort<4>(digits, d, bcd, t, rs);
-    }
+    const Layout d(19, fd);
+    std::array<BYTE, 10> digits {};
+    const UINT32 status = copyPlain(digits.data(), d, bcd, Layout(type), rs);
+    const Words<2> w = loadExact<2>(digits.data(), 10);
+    return giveInteger(pi64, d, w[1], w[0], status);
 }
 
 constexpr double doubleExact = 9007199254740992.0; // 2^53: integers below are exact
@@ -1283,7 +1290,8 @@ const char *skipDigits(const char *p)
 struct Found
 {
     const char *integer = nullptr;  //!< first integer digit that is not a leading zero
-    const char *fraction = nullptr; //!< first digit after the point that is not one
+    const char *point = nullptr;    //!< first digit after the point
+    const char *fraction = nullptr; //!< the same, without zeros when no integer digits stand before
     std::ptrdiff_t nint = 0;        //!< digits before the point; negative: zeros after it
     std::ptrdiff_t nfrac = 0;       //!< digits after the point, with those zeros
     bool negative = false;
@@ -1304,17 +1312,18 @@ Found findNumber(const char *p)
     found.nint = last - found.integer;
     found.anyDigit = last != p;
     found.anySignificant = found.nint > 0;
+    found.point = last;
     found.fraction = last;
     if ((*last != '.' && *last != ',') || !isDigit(last[1]))
         return found;
 
-    const char *const point = last + 1;
+    found.point = last + 1;
     found.anyDigit = true;
-    found.fraction = found.nint > 0 ? point : skipZeros(point);
+    found.fraction = found.nint > 0 ? found.point : skipZeros(found.point);
     last = skipDigits(found.fraction);
-    found.nfrac = last - point;
+    found.nfrac = last - found.point;
     if (found.nint == 0) {
-        found.nint = point - found.fraction;
+        found.nint = found.point - found.fraction;
         found.anySignificant = last != found.fraction;
     }
     return found;
@@ -1333,6 +1342,89 @@ BYTE *packDigits(BYTE *out, const char *digit, std::ptrdiff_t count, bool firstA
     if (count > 0)
         *out++ = static_cast<BYTE>(10 * (digit[0] - '0'));
     return out;
+}
+
+constexpr int chunkDigits = 8;
+
+// 1 to 8 digit characters as digits in bytes, zeros in front.
+[[gnu::always_inline]] inline Word digitBytes(const char *text, int n)
+{
+    const auto *const p = reinterpret_cast<const BYTE *>(text);
+    const Word zeros = eachByte * '0' >> (64 - 8 * n);
+    return (n == chunkDigits ? load<Word>(p) : loadShort(p, n)) - zeros;
+}
+
+// Eight digits in bytes as four pairs.
+[[gnu::always_inline]] inline Word packChunk(Word digits)
+{
+    const Word pairs = (digits >> 8 & 0x00FF00FF00FF00FF) * 10 + (digits & 0x00FF00FF00FF00FF);
+    const Word halves = (pairs | pairs >> 8) & 0x0000FFFF0000FFFF;
+    return (halves | halves >> 16) & 0xFFFFFFFF;
+}
+
+// At most 16 H digits in pairs that end with the last digit.
+template<int H> [[gnu::always_inline]] inline Words<H> packToEnd(const char *digits, int n)
+{
+    Words<H> w {};
+    for (int j = 0; j < 2 * H; ++j) {
+        const int rest = n - chunkDigits * j;
+        if (rest <= 0)
+            break;
+        const int first = std::max(0, rest - chunkDigits);
+        w[j / 2] |= packChunk(digitBytes(digits + first, rest - first)) << (32 * (j % 2));
+    }
+    return w;
+}
+
+// At most 16 H digits in pairs that begin with the first digit.
+template<int H> [[gnu::always_inline]] inline Words<H> packFromStart(const char *digits, int n)
+{
+    Words<H> w {};
+    for (int j = 0; j < 2 * H; ++j) {
+        const int rest = n - chunkDigits * j;
+        if (rest <= 0)
+            break;
+        const int count = std::min(rest, chunkDigits);
+        const Word chunk = digitBytes(digits + chunkDigits * j, count)
+            << (8 * (chunkDigits - count));
+        w[H - 1 - j / 2] |= packChunk(chunk) << (32 - 32 * (j % 2));
+    }
+    return w;
+}
+
+// Stores a number of at most 16 H digits on either side of the point.
+template<int H>
+[[gnu::always_inline]] inline UINT32 putFoundShort(BYTE *dst, Layout d, const Found &found)
+{
+    const int nint = static_cast<int>(std::max<std::ptrdiff_t>(found.nint, 0));
+    const Words<H> integer = packToEnd<H>(found.integer, nint);
+    const Words<H> fraction = packFromStart<H>(found.point, d.nfrac);
+    Words<2 * H> all;
+    for (int j = 0; j < H; ++j) {
+        all[j] = fraction[j];
+        all[H + j] = integer[j];
+    }
+    Cut<2 *H> cut = cutWindow<2 * H>(all, H * wordPairs - d.bfrac());
+    return deliver<2 * H>(dst, d, cut, d.nfrac, found.negative, BCDII_ROUND_NEAREST);
+}
+
+// The new type's fraction digits are the text's, so that nothing is rounded.
+UINT32 putFound(BYTE *dst, BCDIIType type, const Found &found)
+{
+    const Layout d(type);
+    const int nint = static_cast<int>(found.nint);
+    const int most = std::max({nint, d.nfrac, d.ball});
+    if (most <= 16 && d.ball > 0)
+        return putFoundShort<1>(dst, d, found);
+    if (most <= 32 && d.ball > 0)
+        return putFoundShort<2>(dst, d, found);
+    std::array<BYTE, parseBuffer> pairs;
+    const bool odd = (nint & 1) != 0;
+    BYTE *next = packDigits(pairs.data(), found.integer, std::max(nint, 0), odd);
+    packDigits(next, found.fraction, d.nfrac + std::min(nint, 0), nint < 0 && odd);
+    pairs[0] = static_cast<BYTE>(pairs[0] | (found.negative ? signBit : 0));
+    return copyInternal(dst, type, pairs.data(), typeWord(nint + d.nfrac, d.nfrac),
+                        BCDII_ROUND_NEAREST);
 }
 
 constexpr auto pairTexts = [] {
@@ -1575,20 +1667,19 @@ UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIro
     if (isNan(bytes(bcd)))
         return NanOperand | Invalid | NoResult;
     fd = nearFractionDigits(fd);
-    Words<2> digits;
-    const UINT32 status = roundTo19Digits(&digits, bytes(bcd), type, fd, rs);
-    if ((status & Overflow) != 0)
-        return NoResult | Overflow; // also where a rounding carry overflowed
-    // With an odd fd the last digit is padding: 20 digits, more than a word holds.
-    const Word units = (fd & 1) != 0 ? 10 : 1;
-    const Word magnitude = toLimb(digits[1]) * (units == 1 ? limbBase : limbBase / 10)
-        + (units == 1 ? toLimb(digits[0]) : toLimb(digits[0]) / 10);
-    const bool negative = (status & IsNegative) != 0;
-    const auto most = static_cast<UINT64>(std::numeric_limits<INT64>::max());
-    if (magnitude > most + (negative ? 1 : 0))
-        return NoResult | Overflow;
-    *pi64 = static_cast<INT64>(negative ? 0 - magnitude : magnitude);
-    return status;
+    const Layout d(19, fd); // 10 bytes, so 2 words at least
+    const Layout t(type);
+    switch (windowOfBoth(d, t)) {
+    case 0:
+        return toIntegerPlain(pi64, bytes(bcd), type, fd, rs);
+    case 1:
+    case 2:
+        return toIntegerShort<2>(pi64, d, bytes(bcd), t, rs);
+    case 3:
+        return toIntegerShort<3>(pi64, d, bytes(bcd), t, rs);
+    default:
+        return toIntegerShort<4>(pi64, d, bytes(bcd), t, rs);
+    }
 }
 
 UINT32 BCDII2Int64(INT64 *pi64, const void *bcd_, int fd)
@@ -1668,15 +1759,8 @@ UINT32 BCDIIFromString(void *bcd, BCDIIType &type, const char *str)
     if (found.nint > given.nint)
         return putNan(dst, given, NoResult | Overflow);
 
-    const int nint = static_cast<int>(found.nint);
-    const int nfrac = static_cast<int>(found.nfrac);
-    std::array<BYTE, parseBuffer> pairs;
-    BYTE *next = packDigits(pairs.data(), found.integer, std::max(nint, 0), (nint & 1) != 0);
-    packDigits(next, found.fraction, nfrac + std::min(nint, 0), nint < 0 && (nint & 1) != 0);
-    pairs[0] = static_cast<BYTE>(pairs[0] | (found.negative ? signBit : 0));
-    type = (type & 0xFF00) | static_cast<BYTE>(nfrac);
-    const BCDIIType written = typeWord(nint + nfrac, nfrac);
-    return copyInternal(dst, type, pairs.data(), written, BCDII_ROUND_NEAREST);
+    type = (type & 0xFF00) | static_cast<BYTE>(found.nfrac);
+    return putFound(dst, type, found);
 }
 
 UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok)
