@@ -359,8 +359,7 @@ struct Bid64
 };
 
 // The compiler's decimal floats; they have no operation that rounds to a scale.
-template<int Digits>
-struct CompilerDecimal
+template<int Digits> struct CompilerDecimal
 {
     static constexpr const char *name = Digits == 16 ? "gcc_d64" : "gcc_d128";
     static constexpr int mostDigits = Digits;
@@ -389,8 +388,7 @@ struct CompilerDecimal
     static double toDouble(const Value &a, Type) { return Native::toDouble(&a); }
 };
 
-template<unsigned Digits>
-struct DecFloat
+template<unsigned Digits> struct DecFloat
 {
     static constexpr const char *name = "cpp_dec_float";
     static constexpr int mostDigits = int(Digits);
@@ -412,16 +410,14 @@ struct DecFloat
 };
 
 // Scaled integers: the caller keeps the scales and rounds by hand.
-template<typename T>
-T divideAway(const T &value, const T &divisor, bool truncates)
+template<typename T> T divideAway(const T &value, const T &divisor, bool truncates)
 {
     if (truncates)
         return value / divisor;
     return (value < 0 ? T(value - divisor / 2) : T(value + divisor / 2)) / divisor;
 }
 
-template<typename T>
-const T &scaleOf(int n)
+template<typename T> const T &scaleOf(int n)
 {
     static const std::vector<T> powers = [] {
         std::vector<T> p {T(1)};
@@ -432,8 +428,7 @@ const T &scaleOf(int n)
     return powers[std::size_t(n)];
 }
 
-template<typename T, int Digits>
-struct Scaled
+template<typename T, int Digits> struct Scaled
 {
     static constexpr const char *name = std::is_same_v<T, Int128> ? "int128" : "cpp_int";
     static constexpr int mostDigits = Digits;
@@ -443,13 +438,11 @@ struct Scaled
     {
         return surplus > 0 ? divideAway<T>(exact, scaleOf<T>(surplus), task.truncates) : exact;
     }
-    static T lifted(const T &a, int digits)
-    {
-        return digits > 0 ? T(a * scaleOf<T>(digits)) : a;
-    }
+    static T lifted(const T &a, int digits) { return digits > 0 ? T(a * scaleOf<T>(digits)) : a; }
     static void add(Value &r, const Value &a, const Value &b, const Task &task)
     {
-        const T sum = lifted(a, task.b.nfrac - task.a.nfrac) + lifted(b, task.a.nfrac - task.b.nfrac);
+        const T sum =
+            lifted(a, task.b.nfrac - task.a.nfrac) + lifted(b, task.a.nfrac - task.b.nfrac);
         r = rounded(sum, task.surplus(false), task);
     }
     static void sub(Value &r, const Value &a, const Value &b, const Task &) { r = a - b; }
@@ -642,8 +635,7 @@ Pairs factors(Type a, Type b, Type r)
 
 // ----------------------------------------------------------------- registration
 
-template<typename F>
-void measure(const std::string &name, F f)
+template<typename F> void measure(const std::string &name, F f)
 {
     benchmark::RegisterBenchmark(name.c_str(), [f](benchmark::State &state) {
         for (auto _ : state) {
@@ -656,8 +648,7 @@ void measure(const std::string &name, F f)
     });
 }
 
-template<typename Peer>
-struct Operands
+template<typename Peer> struct Operands
 {
     std::vector<typename Peer::Value> a, b;
     std::vector<typename Peer::Value> r = std::vector<typename Peer::Value>(operandCount);
@@ -673,15 +664,13 @@ struct Operands
     }
 };
 
-template<typename Peer>
-std::string title(const char *operation, const Row &row)
+template<typename Peer> std::string title(const char *operation, const Row &row)
 {
     return std::string(operation) + "/" + row.name + "/" + Peer::name;
 }
 
 template<typename Peer>
-void registerSum(const char *operation, const Row &row, Type b, Type r, bool positive,
-                 bool chained)
+void registerSum(const char *operation, const Row &row, Type b, Type r, bool positive, bool chained)
 {
     Pairs pairs = addends(row.t, b, positive);
     if (chained) { // every other addend takes the one before away again
@@ -708,8 +697,7 @@ void registerProduct(const char *operation, const Row &row, Type a, Type b, Type
 }
 
 // Each product is the next one's operand; the factors are near 1 to stay in range.
-template<typename Peer>
-void registerChainedProduct(const Row &row)
+template<typename Peer> void registerChainedProduct(const Row &row)
 {
     Pairs pairs;
     Draw draw;
@@ -725,8 +713,7 @@ void registerChainedProduct(const Row &row)
     });
 }
 
-template<typename Peer>
-void registerComparisons(const Row &row)
+template<typename Peer> void registerComparisons(const Row &row)
 {
     for (const bool same : {true, false}) {
         const Type b = same ? row.t : row.u;
@@ -737,8 +724,7 @@ void registerComparisons(const Row &row)
     }
 }
 
-template<typename Peer>
-void registerRescales(const Row &row)
+template<typename Peer> void registerRescales(const Row &row)
 {
     const auto one = [&](const char *operation, Type from, Type to, bool truncates) {
         auto data = std::make_shared<Operands<Peer>>(addends(from, from, false),
@@ -751,8 +737,7 @@ void registerRescales(const Row &row)
     one("widen", row.r, row.t, false);
 }
 
-template<typename Peer>
-void registerIntegers(const Row &row)
+template<typename Peer> void registerIntegers(const Row &row)
 {
     const int most = std::min(row.t.nall, 18);
     Draw draw;
@@ -777,11 +762,10 @@ void registerIntegers(const Row &row)
     }
 }
 
-template<typename Peer>
-void registerDoubles(const Row &row)
+template<typename Peer> void registerDoubles(const Row &row)
 {
-    auto data = std::make_shared<Operands<Peer>>(addends(row.t, row.t, false),
-                                                 Task {row.t, row.t, row.t});
+    auto data =
+        std::make_shared<Operands<Peer>>(addends(row.t, row.t, false), Task {row.t, row.t, row.t});
     if constexpr (requires { Peer::fromDouble(data->r[0], 1.0, row.t); }) {
         auto doubles = std::make_shared<std::vector<double>>();
         for (const Integer &units : addends(row.t, row.t, false).a)
@@ -797,8 +781,7 @@ void registerDoubles(const Row &row)
     }
 }
 
-template<typename Peer>
-void registerTexts(const Row &row)
+template<typename Peer> void registerTexts(const Row &row)
 {
     const Pairs pairs = addends(row.t, row.t, false);
     auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, row.t, row.t});
@@ -818,10 +801,12 @@ void registerTexts(const Row &row)
 }
 
 template<typename Peer>
-concept Rounds = requires(typename Peer::Value v, const Task &task) { Peer::rescale(v, v, task); };
+concept Rounds = requires(typename Peer::Value v, const Task &task)
+{
+    Peer::rescale(v, v, task);
+};
 
-template<typename Peer>
-void registerPeer(const Row &row)
+template<typename Peer> void registerPeer(const Row &row)
 {
     if (row.t.nall > Peer::mostDigits)
         return;
@@ -832,8 +817,9 @@ void registerPeer(const Row &row)
     {
         auto data = std::make_shared<Operands<Peer>>(addends(row.t, row.t, false),
                                                      Task {row.t, row.t, row.t});
-        measure(title<Peer>("sub", row),
-                [data](std::size_t i) { Peer::sub(data->r[i], data->a[i], data->b[i], data->task); });
+        measure(title<Peer>("sub", row), [data](std::size_t i) {
+            Peer::sub(data->r[i], data->a[i], data->b[i], data->task);
+        });
     }
     // A scaled int128 has no room for products of more than 38 digits.
     if (!std::is_same_v<typename Peer::Value, Int128> || row.t.nall <= 18)

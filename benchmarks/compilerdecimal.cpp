@@ -10,28 +10,24 @@ namespace {
 using Decimal64 = float __attribute__((mode(DD)));
 using Decimal128 = float __attribute__((mode(TD)));
 
-template<int Digits>
-struct Native
+template<int Digits> struct Native
 {
     using Type = Decimal64;
 };
 
-template<>
-struct Native<34>
+template<> struct Native<34>
 {
     using Type = Decimal128;
 };
 
-template<int Digits>
-typename Native<Digits>::Type load(const CompilerDecimalValue<Digits> *a)
+template<int Digits> typename Native<Digits>::Type load(const CompilerDecimalValue<Digits> *a)
 {
     typename Native<Digits>::Type v;
     std::memcpy(&v, a->bytes, sizeof v);
     return v;
 }
 
-template<int Digits>
-void store(CompilerDecimalValue<Digits> *r, typename Native<Digits>::Type v)
+template<int Digits> void store(CompilerDecimalValue<Digits> *r, typename Native<Digits>::Type v)
 {
     std::memcpy(r->bytes, &v, sizeof v);
 }
@@ -68,22 +64,19 @@ void CompilerDecimalOperations<Digits>::mul(Value *r, const Value *a, const Valu
     store<Digits>(r, load<Digits>(a) * load<Digits>(b));
 }
 
-template<int Digits>
-int CompilerDecimalOperations<Digits>::cmp(const Value *a, const Value *b)
+template<int Digits> int CompilerDecimalOperations<Digits>::cmp(const Value *a, const Value *b)
 {
     const auto x = load<Digits>(a);
     const auto y = load<Digits>(b);
     return x < y ? -1 : x > y;
 }
 
-template<int Digits>
-long long CompilerDecimalOperations<Digits>::toInt(const Value *a)
+template<int Digits> long long CompilerDecimalOperations<Digits>::toInt(const Value *a)
 {
     return static_cast<long long>(load<Digits>(a));
 }
 
-template<int Digits>
-double CompilerDecimalOperations<Digits>::toDouble(const Value *a)
+template<int Digits> double CompilerDecimalOperations<Digits>::toDouble(const Value *a)
 {
     return static_cast<double>(load<Digits>(a));
 }

@@ -9,15 +9,13 @@
 //! compiler's helpers have the same names as another peer's functions, with other
 //! arguments. A call costs about as much as one into libvantix.
 
-template<int Digits>
-struct CompilerDecimalValue
+template<int Digits> struct CompilerDecimalValue
 {
     alignas(Digits == 16 ? 8 : 16) unsigned char bytes[Digits == 16 ? 8 : 16] = {};
 };
 
 //! Operations for 16 and 34 digits.
-template<int Digits>
-struct CompilerDecimalOperations
+template<int Digits> struct CompilerDecimalOperations
 {
     using Value = CompilerDecimalValue<Digits>;
     static void read(Value *r, const char *digits, int nfrac, bool negative);

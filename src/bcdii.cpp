@@ -848,15 +848,16 @@ UINT32 addOneType(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDII
 // ---------------------------------------------------------------- binary limbs
 
 // A limb is the number that a word of pairs stands for, below 10^16.
-constexpr Word limbBase = 10'000'000'000'000'000;
+constexpr Word tenToEight = 100000000;
+constexpr Word limbBase = tenToEight * tenToEight;
 
 // Folds neighbours three times: pairs to fours, fours to eights, eights to one.
 // Of high * 2^k + low, taking high * (2^k - 10^m) leaves high * 10^m + low.
 [[gnu::always_inline]] inline Word toLimb(Word pairs)
 {
     Word x = pairs - (pairs >> 8 & 0x00FF00FF00FF00FF) * (0x100 - 100);
-    x -= (x >> 16 & 0x0000FFFF0000FFFF) * (0x10000 - 10'000);
-    return x - (x >> 32) * (0x100000000 - 100'000'000);
+    x -= (x >> 16 & 0x0000FFFF0000FFFF) * (0x10000 - 10000);
+    return x - (x >> 32) * (0x100000000 - tenToEight);
 }
 
 // The inverse of toLimb(): splits eights, fours and pairs. The reciprocals are exact
@@ -865,10 +866,10 @@ constexpr Word limbBase = 10'000'000'000'000'000;
 [[gnu::always_inline]] inline Word toPairs(Word limb)
 {
     constexpr Word lanes = 0x0000007F0000007F;
-    const Word high = limb / 100'000'000;
-    const Word low = limb - high * 100'000'000;
+    const Word high = limb / tenToEight;
+    const Word low = limb - high * tenToEight;
     const Word fours = (high * 109951163 >> 40) << 32 | low * 109951163 >> 40;
-    const Word otherFours = (high << 32 | low) - fours * 10'000;
+    const Word otherFours = (high << 32 | low) - fours * 10000;
     const Word hundreds = fours * 10486 >> 20 & lanes;
     const Word otherHundreds = otherFours * 10486 >> 20 & lanes;
     return (fours + hundreds * (0x100 - 100)) << 16 | (otherFours + otherHundreds * (0x100 - 100));
@@ -1489,9 +1490,9 @@ BCDIIType BCDIIGetType(const void *bcd_)
 
 BOOL BCDIICheckType(BCDIIType type)
 {
-    const int nfrac = static_cast<std::int8_t>(type);
-    const int nall = static_cast<std::int8_t>(type >> 8);
-    return nall >= 1 && nall <= 63 && nfrac >= -62 && nfrac <= 62 ? 1 : 0;
+    const Layout t(type);
+    const int nall = t.nint + t.nfrac;
+    return nall >= 1 && nall <= 63 && t.nfrac >= -62 && t.nfrac <= 62 ? 1 : 0;
 }
 
 UINT32 BCDIICheck(const void *bcd_, BCDIIType type)

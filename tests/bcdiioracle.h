@@ -109,8 +109,11 @@ inline Outcome nan(UINT32 status)
 inline bool goesAway(BCDIIroundstyle style, bool negative, int firstLostDigit)
 {
     const int s = int(style);
-    return s == 1 ? !negative : s == 2 ? negative : s == 3 ? true : s == 4 ? false
-                                                                           : firstLostDigit >= 5;
+    return s == 1 ? !negative
+        : s == 2  ? negative
+        : s == 3  ? true
+        : s == 4  ? false
+                  : firstLostDigit >= 5;
 }
 
 //! The number rounded into a type: what every operation ends with.

@@ -12,7 +12,8 @@ extern "C" int LLVMFuzzerTestOneInput(const BYTE *bytes, std::size_t size)
     const UINT64 bits = input.word() >> input.byte() % 64;
     ExactBytes value(input.value(t));
     INT64 integer = 0x5555;
-    const Oracle::IntegerOutcome toInteger = Oracle::toInt64(Oracle::read(value.data(), t), fd, style);
+    const Oracle::IntegerOutcome toInteger =
+        Oracle::toInt64(Oracle::read(value.data(), t), fd, style);
     const UINT32 status = BCDII2Int64(&integer, value.data(), t.word(), fd, style);
     require(status == toInteger.status, "to integer: status");
     require(integer == (toInteger.written ? toInteger.value : 0x5555), "to integer");

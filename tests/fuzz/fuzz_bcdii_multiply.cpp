@@ -13,9 +13,10 @@ extern "C" int LLVMFuzzerTestOneInput(const BYTE *bytes, std::size_t size)
     ExactBytes a(input.value(at));
     ExactBytes b(input.value(bt));
     ExactBytes dst(d.size());
-    const Oracle::Outcome expected = Oracle::multiply(Oracle::read(a.data(), at),
-                                                 Oracle::read(b.data(), bt), d, style);
-    const UINT32 status = BCDIIMul(dst.data(), d.word(), a.data(), at.word(), b.data(), bt.word(), style);
+    const Oracle::Outcome expected =
+        Oracle::multiply(Oracle::read(a.data(), at), Oracle::read(b.data(), bt), d, style);
+    const UINT32 status =
+        BCDIIMul(dst.data(), d.word(), a.data(), at.word(), b.data(), bt.word(), style);
     require(status == expected.status && dst.holds(expected), "multiply");
     return 0;
 }

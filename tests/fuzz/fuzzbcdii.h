@@ -47,7 +47,10 @@ public:
         units %= Oracle::tenTo(t.nall);
         return Oracle::write(units, units != 0 && count >= 0x80, t);
     }
-    std::string rest() { return std::string(reinterpret_cast<const char *>(m_next), m_end - m_next); }
+    std::string rest()
+    {
+        return std::string(reinterpret_cast<const char *>(m_next), m_end - m_next);
+    }
 
 private:
     const BYTE *m_next;
