@@ -134,6 +134,18 @@ private:
     QImage m_image;
 };
 
+//! An empty cache with room for four screens.
+class Room
+{
+public:
+    explicit Room(const Look &look)
+    {
+        const double pixels = look.width * cellSize.height() * look.ratio * look.ratio;
+        QPixmapCache::clear();
+        QPixmapCache::setCacheLimit(int(4 * rows * columns * pixels * 4 / 1024));
+    }
+};
+
 QVariant text(int n)
 {
     return QStringLiteral("row %1 text").arg(n);
@@ -141,7 +153,7 @@ QVariant text(int n)
 
 QVariant number(int n)
 {
-    return n / 100.0;
+    return n * 7;
 }
 
 QVariant dateTime(int n)
@@ -175,7 +187,7 @@ QList<Look> looks()
 template<typename Delegate>
 void measure(benchmark::State &state, const Look &look, const Delegate &delegate, bool isCold)
 {
-    QPixmapCache::clear();
+    const Room room(look);
     Screen screen(look);
     const auto paint = [&](QPainter *painter, const QStyleOptionViewItem &option,
                            const QModelIndex &index) { delegate.paint(painter, option, index); };
@@ -191,7 +203,7 @@ void measure(benchmark::State &state, const Look &look, const Delegate &delegate
 //! What no delegate can do without: a picture found under a text, and drawn.
 void measureBlits(benchmark::State &state, const Look &look)
 {
-    QPixmapCache::clear();
+    const Room room(look);
     Screen screen(look);
     QStringList keys;
     for (int i = 0; i < rows * columns; ++i) {
@@ -271,7 +283,6 @@ int main(int argc, char *argv[])
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(12);
     QApplication::setFont(font);
-    QPixmapCache::setCacheLimit(64 * 1024);
 
     registerAll();
     benchmark::Initialize(&argc, argv);

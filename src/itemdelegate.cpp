@@ -19,6 +19,9 @@
 #include <QStyle>
 #include <QToolTip>
 
+#include <cmath>
+#include <utility>
+
 namespace {
 
 //! QColor::name() as an operand of operator%.
@@ -105,6 +108,49 @@ QPalette::ColorGroup usualGroup(QStyle::State state)
     if (!(state & QStyle::State_Enabled))
         return QPalette::Disabled;
     return state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+}
+
+//! Where pictures are painted.
+struct Scratch
+{
+    QImage image;
+};
+
+//! A copy of a painted image as a pixmap, without an alpha channel if that is not used:
+//! the pixmap is then blitted by copying.
+QPixmap pictureOf(const QImage &painted)
+{
+    QImage picture(painted.size(), painted.format());
+    const qsizetype count = painted.sizeInBytes() / qsizetype(sizeof(QRgb));
+    const auto *from = reinterpret_cast<const QRgb *>(painted.constBits());
+    auto *to = reinterpret_cast<QRgb *>(picture.bits());
+    QRgb all = 0xff000000;
+    for (qsizetype i = 0; i < count; ++i) {
+        all &= from[i];
+        to[i] = from[i];
+    }
+    picture.setDevicePixelRatio(painted.devicePixelRatio());
+    if (all == 0xff000000)
+        picture.reinterpretAsFormat(QImage::Format_RGB32);
+    return QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion);
+}
+
+//! Where the pixels of a line of width 1 begin, left of or above its coordinate; −1 if
+//! that is not as simple as whole pixels.
+double lineOffset(const QPainter &painter)
+{
+    const QTransform &transform = painter.worldTransform();
+    const bool isWhole = transform.type() <= QTransform::TxTranslate
+        && transform.dx() == std::floor(transform.dx())
+        && transform.dy() == std::floor(transform.dy());
+    if (!isWhole || painter.compositionMode() != QPainter::CompositionMode_SourceOver
+        || painter.testRenderHint(QPainter::Antialiasing)) {
+        return -1;
+    }
+    const double ratio = painter.device()->devicePixelRatioF();
+    if (ratio == 1.0)
+        return 0;
+    return ratio == 2.0 ? 0.5 : -1;
 }
 
 QStyle::StateFlag markOf(Qt::CheckState state)
@@ -210,15 +256,23 @@ QPixmap ItemDelegate::render(const QStyleOptionViewItem &opt, const QModelIndex 
 {
     QStyleOptionViewItem atOrigin = opt;
     atOrigin.rect.moveTo(0, 0);
-    QPixmap pixmap((QSizeF(opt.rect.size()) * dpr).toSize());
-    if (pixmap.isNull())
-        return pixmap;
-    pixmap.fill(Qt::transparent);
-    pixmap.setDevicePixelRatio(dpr);
-    QPainter painter(&pixmap);
+    const QSize size = (QSizeF(opt.rect.size()) * dpr).toSize();
+    if (size.isEmpty())
+        return {};
+    // Painted in memory that is at hand; a new image would mostly be out of the
+    // processor's cache. Taken, because painting may paint another cell.
+    auto &kept = CellText::perApplication<Scratch>();
+    QImage scratch = std::exchange(kept.image, QImage());
+    if (scratch.size() != size)
+        scratch = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    scratch.setDevicePixelRatio(dpr);
+    scratch.fill(Qt::transparent);
+    QPainter painter(&scratch);
     painter.setLayoutDirection(direction);
     drawCell(&painter, atOrigin, index);
-    return pixmap;
+    painter.end();
+    kept.image = std::move(scratch);
+    return pictureOf(kept.image);
 }
 
 QString ItemDelegate::cacheKey(const QStyleOptionViewItem &option, double dpr) const
@@ -370,9 +424,24 @@ void ItemDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem 
 void ItemDelegate::drawFrame(QPainter *painter, const QStyleOptionViewItem &opt) const
 {
     const QRect outline = opt.rect.translated(-1, -1);
-    painter->setPen(opt.palette.color(QPalette::Current, QPalette::Mid));
+    const QColor color = opt.palette.color(QPalette::Current, QPalette::Mid);
+    painter->setPen(color);
     painter->setBrush(Qt::NoBrush);
-    painter->drawRects(&outline, 1);
+    const double offset = lineOffset(*painter);
+    if (offset < 0 || color.alpha() != 255) {
+        painter->drawRects(&outline, 1);
+        return;
+    }
+    // The same pixels at a fraction of the cost. The joints of a line of two pixels
+    // leave out the outermost pixel of the left corners.
+    const double joint = offset;
+    const QRectF whole = QRectF(outline).adjusted(-offset, -offset, 1 - offset, 1 - offset);
+    const QRectF horizontal(whole.left() + joint, whole.top(), whole.width() - joint, 1);
+    const QRectF vertical(whole.left(), whole.top() + joint, 1, whole.height() - 2 * joint);
+    painter->fillRect(horizontal, color);
+    painter->fillRect(horizontal.translated(0, whole.height() - 1), color);
+    painter->fillRect(vertical, color);
+    painter->fillRect(vertical.translated(whole.width() - 1, 0), color);
 }
 
 QSize ItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const

@@ -21,12 +21,50 @@ const QDateTime &referenceDateTime()
     return reference;
 }
 
-//! The wide text of that date-time, which every date-time is measured by.
-struct ReferenceText
+//! Texts of the last date-times, by what the short form may show of them. Writing one
+//! costs more than painting the cell from the cache.
+class ShortTexts
 {
-    QLocale locale = QLocale::c();
-    QString text;
+public:
+    //! locale.toString(dt, QLocale::ShortFormat).
+    QString text(const QDateTime &dt, const QLocale &locale)
+    {
+        if (locale != m_locale)
+            restart(locale);
+        if (m_hasZone || !dt.isValid())
+            return locale.toString(dt, QLocale::ShortFormat);
+        const qint64 day = dt.date().toJulianDay();
+        const int time = dt.time().msecsSinceStartOfDay();
+        Entry &entry = m_entries[qHashMulti(0, day, time) % m_entries.size()];
+        if (entry.text.isNull() || entry.day != day || entry.time != time)
+            entry = {day, time, locale.toString(dt, QLocale::ShortFormat)};
+        return entry.text;
+    }
+
+private:
+    struct Entry
+    {
+        qint64 day = 0;
+        int time = 0;
+        QString text;
+    };
+
+    void restart(const QLocale &locale)
+    {
+        m_entries.fill(Entry());
+        m_locale = locale;
+        m_hasZone = locale.dateTimeFormat(QLocale::ShortFormat).contains(u't');
+    }
+
+    std::array<Entry, 1024> m_entries;
+    QLocale m_locale = QLocale::c();
+    bool m_hasZone = false;
 };
+
+QString shortText(const QDateTime &dt)
+{
+    return CellText::perApplication<ShortTexts>().text(dt, QLocale());
+}
 
 //! A text colour on a palette.
 struct ColoredPalette
@@ -99,7 +137,7 @@ QSize StyledItemDelegate::sizeHint(const QStyleOptionViewItem &option,
 QString StyledItemDelegate::displayText(const QVariant &value, const QLocale &locale) const
 {
     if (value.metaType() == QMetaType::fromType<QDateTime>())
-        return QLocale().toString(value.toDateTime(), QLocale::ShortFormat);
+        return shortText(value.toDateTime());
     return QStyledItemDelegate::displayText(value, locale);
 }
 
@@ -147,13 +185,7 @@ QString StyledItemDelegate::dateTimeToShortText(const QDateTime &dt) const
 
 QString StyledItemDelegate::dateTimeToWideText(const QDateTime &dt) const
 {
-    const QLocale locale;
-    if (&dt != &referenceDateTime())
-        return locale.toString(dt, QLocale::ShortFormat);
-    auto &known = CellText::perApplication<ReferenceText>();
-    if (known.text.isEmpty() || known.locale != locale)
-        known = {locale, locale.toString(dt, QLocale::ShortFormat)};
-    return known.text;
+    return shortText(dt);
 }
 
 QString StyledItemDelegate::dateMonthToString(const QDate &date)

@@ -372,6 +372,8 @@ private slots:
     void textHasItsColor();
     void frameIsTheRightAndBottomLine();
     void frameHasNoBrush();
+    void frameIsThatOfDrawRects_data();
+    void frameIsThatOfDrawRects();
     void directFrameReachesTheNeighbours();
     void frameIsOfTheCurrentGroup();
     void clipReplacesTheCallers();
@@ -1096,6 +1098,55 @@ void TestItemDelegate::frameHasNoBrush()
             const bool isLine = whole.contains(x, y) && !whole.contains(x, y, true);
             QCOMPARE(image.pixelColor(x, y), isLine ? mid : QColor(Qt::magenta));
         }
+    }
+}
+
+void TestItemDelegate::frameIsThatOfDrawRects_data()
+{
+    QTest::addColumn<double>("ratio");
+    QTest::addColumn<QColor>("color");
+    QTest::addColumn<QTransform>("transform");
+    QTest::addColumn<bool>("isSmooth");
+    const QTransform none;
+    for (double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        QTest::addRow("ratio %g", ratio) << ratio << QColor(Qt::red) << none << false;
+        QTest::addRow("transparent, ratio %g", ratio)
+            << ratio << QColor(255, 0, 0, 99) << none << false;
+        QTest::addRow("smooth, ratio %g", ratio) << ratio << QColor(Qt::red) << none << true;
+        QTest::addRow("moved, ratio %g", ratio)
+            << ratio << QColor(Qt::red) << QTransform::fromTranslate(3, -2) << false;
+        QTest::addRow("moved by a part, ratio %g", ratio)
+            << ratio << QColor(Qt::red) << QTransform::fromTranslate(3.4, 2.7) << false;
+        QTest::addRow("scaled, ratio %g", ratio)
+            << ratio << QColor(Qt::red) << QTransform::fromScale(1.3, 0.7) << false;
+    }
+}
+
+void TestItemDelegate::frameIsThatOfDrawRects()
+{
+    QFETCH(double, ratio);
+    QFETCH(QColor, color);
+    QFETCH(QTransform, transform);
+    QFETCH(bool, isSmooth);
+    for (const QSize &size : {QSize(100, 20), QSize(31, 7), QSize(2, 2), QSize(1, 1)}) {
+        Cell cell;
+        cell.option.rect.setSize(size);
+        cell.option.palette.setColor(QPalette::Mid, color);
+        QImage images[] = {canvas(ratio), canvas(ratio)};
+        for (bool isPlain : {false, true}) {
+            QPainter painter(&images[isPlain]);
+            painter.setTransform(transform);
+            painter.setRenderHint(QPainter::Antialiasing, isSmooth);
+            if (isPlain) {
+                const QRect outline = cell.option.rect.translated(-1, -1);
+                painter.setPen(color);
+                painter.drawRects(&outline, 1);
+            } else {
+                ItemDelegate(nullptr).drawFrame(&painter, cell.option);
+            }
+        }
+        QCOMPARE(images[0], images[1]);
+        QVERIFY(images[0] != canvas(ratio));
     }
 }
 
