@@ -3,6 +3,7 @@
 
 #include "celltext_p.h"
 
+#include <QGlyphRun>
 #include <QPainter>
 #include <QStyle>
 #include <QTextOption>
@@ -11,6 +12,8 @@
 
 namespace CellText {
 namespace {
+
+constexpr QChar ellipsis(0x2026);
 
 //! The last few entries that were asked for. A table has few fonts.
 template<typename Entry> class Recent
@@ -55,6 +58,7 @@ struct DeviceFont
     QFont font;
     int dpi;
     QFontMetrics metrics;
+    double ellipsis; //!< advance of U+2026, negative if texts are not elided by that
 };
 
 struct TextWidth
@@ -78,15 +82,28 @@ Memory &memory()
     return perApplication<Memory>();
 }
 
+double ellipsisOf(const QFont &font, const QFontMetrics &metrics)
+{
+    const int width = metrics.horizontalAdvance(QString(10, u'x'));
+    const QString sample = metrics.elidedText(QString(20, u'x'), Qt::ElideRight, width);
+    if (!sample.endsWith(ellipsis) || font.capitalization() != QFont::MixedCase)
+        return -1;
+    return QFontMetricsF(font).horizontalAdvance(ellipsis);
+}
+
+DeviceFont deviceFont(const QPainter &painter, int dpi)
+{
+    const QFontMetrics metrics = painter.fontMetrics();
+    return {painter.font(), dpi, metrics, ellipsisOf(painter.font(), metrics)};
+}
+
 const DeviceFont &deviceFontOf(const QPainter &painter)
 {
     const QFont &font = painter.font();
     const int dpi = painter.device() ? painter.device()->logicalDpiY() : 0;
     return memory().deviceFonts.find(
         [&](const DeviceFont &known) { return known.dpi == dpi && known.font == font; },
-        [&] {
-            return DeviceFont {font, dpi, painter.fontMetrics()};
-        });
+        [&] { return deviceFont(painter, dpi); });
 }
 
 //! Breaks, tabs, length variants and hidden hyphens: texts with these are left to
@@ -96,6 +113,14 @@ bool isSpecial(QChar c)
     const char16_t code = c.unicode();
     return code < 0x20 || (code >= 0x7f && code <= 0x9f) || code == 0xad || code == 0x2028
         || code == 0x2029 || code == 0xfffc;
+}
+
+//! Latin, Greek and Cyrillic characters, each of which is read and removed on its own.
+bool isPlain(QChar c)
+{
+    const char16_t code = c.unicode();
+    return (code >= 0x20 && code <= 0x7e) || (code >= 0xa0 && code <= 0x2ff && code != 0xad)
+        || (code >= 0x370 && code <= 0x482) || (code >= 0x48a && code <= 0x52f);
 }
 
 //! How much of the space that a text leaves is left of it.
@@ -141,19 +166,25 @@ int referenceWidth(const QFontMetrics &metrics, const QString &text)
 QString elided(const QString &text, const QFontMetrics &metrics, Qt::TextElideMode mode, int width)
 {
     Line *line = memory().line;
-    if (line && line->m_metrics == metrics && line->canShape(text)
-        && line->surelyFits(line->shape(text), width)) {
+    if (!line || line->m_metrics != metrics || !line->canShape(text))
+        return metrics.elidedText(text, mode, width, 0);
+    const QTextLine shaped = line->shape(text);
+    if (line->surelyFits(shaped, width))
         return text;
-    }
+    if (mode == Qt::ElideRight && line->canElide(text))
+        return line->elidedRight(text, shaped, width);
     return metrics.elidedText(text, mode, width, 0);
 }
 
 Line::Line(QPainter *painter)
     : m_painter(painter)
     , m_outer(memory().line)
-    , m_font(deviceFontOf(*painter).font)
-    , m_metrics(deviceFontOf(*painter).metrics)
+    , m_metrics(painter->font())
 {
+    const DeviceFont &known = deviceFontOf(*painter);
+    m_font = known.font;
+    m_metrics = known.metrics;
+    m_ellipsis = known.ellipsis;
     memory().line = this;
 }
 
@@ -208,6 +239,28 @@ bool Line::surelyFits(const QTextLine &line, int width) const
     if (isMeasuredAlike)
         return advance <= width;
     return advance * 1.25 + m_metrics.height() <= width;
+}
+
+bool Line::canElide(const QString &text) const
+{
+    return m_ellipsis >= 0 && m_painter->layoutDirection() != Qt::RightToLeft
+        && std::all_of(text.begin(), text.end(), isPlain);
+}
+
+//! What the metrics do: as many characters as end before the place of the ellipsis.
+QString Line::elidedRight(const QString &text, const QTextLine &line, int width) const
+{
+    const QList<QGlyphRun> runs = line.glyphRuns();
+    if (runs.size() != 1 || runs.first().glyphIndexes().size() != text.size())
+        return m_metrics.elidedText(text, Qt::ElideRight, width, 0);
+    const double space = width - m_ellipsis;
+    if (space < 0)
+        return {};
+    const QList<QPointF> places = runs.first().positions();
+    const double start = places.first().x();
+    const auto end = std::find_if(places.begin() + 1, places.end(),
+                                  [=](const QPointF &p) { return p.x() - start >= space; });
+    return text.left(end - places.begin() - 1) + ellipsis;
 }
 
 //! What QPainter::drawText() does with one line: placed by its advance, clipped when it

@@ -68,12 +68,15 @@ private:
     bool canShape(const QString &text) const;
     QTextLine shape(const QString &text);
     bool surelyFits(const QTextLine &line, int width) const;
+    bool canElide(const QString &text) const;
+    QString elidedRight(const QString &text, const QTextLine &line, int width) const;
     void drawShaped(const QRect &rect, Qt::Alignment alignment, const QTextLine &line);
 
     QPainter *m_painter;
     Line *m_outer;          //!< the line that is being painted around this one
     QFont m_font;           //!< the painter's, with what Qt looked up for it
     QFontMetrics m_metrics; //!< of m_font
+    double m_ellipsis = -1; //!< its advance, negative if there is none
     QTextLayout m_layout;   //!< of one line, empty until something was shaped
 };
 

@@ -305,6 +305,8 @@ QString ItemDelegate::keyExtension(const QStyleOptionViewItem &opt, const QModel
         extension += QLatin1Char('D');
     if (direction == Qt::RightToLeft)
         extension += QLatin1Char('R');
+    else if (direction == Qt::LayoutDirectionAuto && opt.text.isRightToLeft())
+        extension += QLatin1Char('A');
     return extension + narrowTime(opt, index);
 }
 

@@ -105,6 +105,22 @@ public:
     }
 };
 
+//! Tells what text it made.
+class ElisionDelegate : public ItemDelegate
+{
+public:
+    using ItemDelegate::ItemDelegate;
+    QString displayElidedText(const QVariant &value, const QLocale &locale,
+                              const QFontMetrics &fontMetrics, Qt::TextElideMode elideMode,
+                              int width) const override
+    {
+        m_shown = ItemDelegate::displayElidedText(value, locale, fontMetrics, elideMode, width);
+        return m_shown;
+    }
+
+    mutable QString m_shown;
+};
+
 //! Shows messages in its own way.
 class RecordingDelegate : public ItemDelegate
 {
@@ -233,6 +249,11 @@ QImage painted(const ItemDelegate &delegate, const Cell &cell,
     return image;
 }
 
+int marginOfStyle()
+{
+    return QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin);
+}
+
 //! The cell, step by step in the plainest way.
 QImage plainlyPainted(const Cell &cell, const QString &value,
                       Qt::LayoutDirection direction = Qt::LeftToRight, double ratio = 1)
@@ -248,7 +269,7 @@ QImage plainlyPainted(const Cell &cell, const QString &value,
     p.fillRect(rect, opt.palette.color(QPalette::Active, QPalette::Base));
     p.setPen(opt.palette.color(QPalette::Active, QPalette::Text));
     p.setFont(opt.font);
-    const int margin = QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin);
+    const int margin = marginOfStyle();
     const QRect inner = rect.adjusted(margin, 0, -margin, 0);
     p.drawText(inner, int(opt.displayAlignment),
                p.fontMetrics().elidedText(text, Qt::ElideRight, inner.width()));
@@ -365,6 +386,8 @@ private slots:
     void everyWidthIsPaintedAsThePlainWayDoes();
     void fontsArePaintedAsThePlainWayDoes_data();
     void fontsArePaintedAsThePlainWayDoes();
+    void elidedTextIsTheMetrics_data();
+    void elidedTextIsTheMetrics();
     void unresolvedFontIsTheOptions();
     void backgroundHasItsColor_data();
     void backgroundHasItsColor();
@@ -728,12 +751,18 @@ void TestItemDelegate::otherGroupIsNotMixedUp()
 void TestItemDelegate::otherDirectionIsNotMixedUp()
 {
     const ItemDelegate delegate(nullptr);
-    const Cell cell;
-    const QImage leftToRight = painted(delegate, cell, Qt::LeftToRight);
-    const QImage rightToLeft = painted(delegate, cell, Qt::RightToLeft);
-    QVERIFY(leftToRight != rightToLeft);
-    QCOMPARE(painted(delegate, cell, Qt::LeftToRight), leftToRight);
-    QCOMPARE(painted(delegate, cell, Qt::RightToLeft), rightToLeft);
+    for (const QString &text : {QStringLiteral("cell"), QStringLiteral("שלום abc")}) {
+        const Cell cell({{Qt::DisplayRole, text}});
+        QList<QImage> images;
+        for (Qt::LayoutDirection direction :
+             {Qt::LeftToRight, Qt::RightToLeft, Qt::LayoutDirectionAuto}) {
+            images.append(painted(delegate, cell, direction));
+            QCOMPARE(images.last(), plainlyPainted(cell, text, direction));
+        }
+        QVERIFY(images.at(0) != images.at(1));
+        QCOMPARE(painted(delegate, cell, Qt::LeftToRight), images.at(0));
+        QCOMPARE(painted(delegate, cell, Qt::RightToLeft), images.at(1));
+    }
 }
 
 void TestItemDelegate::narrowDateTimeShowsItsSeconds()
@@ -876,7 +905,8 @@ void TestItemDelegate::textIsPaintedAsThePlainWayDoes()
              Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify, {}}) {
         for (Qt::Alignment vertical :
              {Qt::AlignTop, Qt::AlignBottom, Qt::AlignVCenter, Qt::AlignBaseline}) {
-            for (Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            for (Qt::LayoutDirection direction :
+                 {Qt::LeftToRight, Qt::RightToLeft, Qt::LayoutDirectionAuto}) {
                 cell.option.displayAlignment = horizontal | vertical;
                 const QImage image = painted(delegate, cell, direction);
                 QCOMPARE(image, plainlyPainted(cell, text, direction));
@@ -956,6 +986,39 @@ void TestItemDelegate::fontsArePaintedAsThePlainWayDoes()
                      plainlyPainted(cell, text, Qt::LeftToRight, ratio));
         }
     }
+}
+
+void TestItemDelegate::elidedTextIsTheMetrics_data()
+{
+    fontsArePaintedAsThePlainWayDoes_data();
+}
+
+void TestItemDelegate::elidedTextIsTheMetrics()
+{
+    QFETCH(QFont, font);
+    QFETCH(double, ratio);
+    QImage image = canvas(ratio);
+    QPainter painter(&image);
+    int elidedCount = 0;
+    for (const QString &text :
+         {QStringLiteral("Efficient office AVATAR, Te. fjord ffi"), QStringLiteral("-1,234,567.50"),
+          QStringLiteral("Съешь же ещё этих булок"), QStringLiteral("Ωmega and Ünïcödé"),
+          QStringLiteral("Latin и кириллица"), QStringLiteral("abc שלום עולם def"),
+          QStringLiteral("a  b\u00a0 c   d"), QStringLiteral("e\u0301tude A\u030angstrom")}) {
+        painter.setFont(font);
+        const int full = painter.fontMetrics().horizontalAdvance(text);
+        for (int width = 0; width < full + 2; ++width) {
+            const ElisionDelegate delegate(nullptr);
+            Cell cell;
+            cell.option.font = font;
+            cell.option.rect = QRect(0, 0, width + 2 * marginOfStyle(), 24);
+            delegate.drawCustomText(&painter, cell.option, text);
+            const QString expected = painter.fontMetrics().elidedText(text, Qt::ElideRight, width);
+            QCOMPARE(delegate.m_shown, expected);
+            elidedCount += expected != text;
+        }
+    }
+    QVERIFY(elidedCount > 100);
 }
 
 void TestItemDelegate::unresolvedFontIsTheOptions()
