@@ -281,14 +281,20 @@ void Line::drawShaped(const QRect &rect, Qt::Alignment alignment, const QTextLin
 
     const double left = area.x() + shareLeft(visual, area.width() - width);
     place.rx() += shareLeft(visual, area.width() - line.horizontalAdvance());
-    const bool isClipped = !area.contains(QRectF(left, place.y(), width, height));
-    if (isClipped) {
-        m_painter->save();
-        m_painter->setClipRect(area, Qt::IntersectClip);
+    if (area.contains(QRectF(left, place.y(), width, height))) {
+        line.draw(m_painter, place);
+        return;
     }
+    // Saving the painter costs more than its clip alone.
+    const bool isSaved = m_painter->hasClipping();
+    if (isSaved)
+        m_painter->save();
+    m_painter->setClipRect(area, Qt::IntersectClip);
     line.draw(m_painter, place);
-    if (isClipped)
+    if (isSaved)
         m_painter->restore();
+    else
+        m_painter->setClipping(false);
 }
 
 } // namespace CellText

@@ -20,6 +20,8 @@
 #include <QToolTip>
 
 #include <cmath>
+#include <cstring>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -116,21 +118,22 @@ struct Scratch
     QImage image;
 };
 
+bool isOpaque(const QImage &image)
+{
+    const auto *pixels = reinterpret_cast<const QRgb *>(image.constBits());
+    const qsizetype count = image.sizeInBytes() / qsizetype(sizeof(QRgb));
+    const auto both = [](QRgb a, QRgb b) { return a & b; };
+    return qAlpha(std::reduce(pixels, pixels + count, QRgb(0xff000000), both)) == 0xff;
+}
+
 //! A copy of a painted image as a pixmap, without an alpha channel if that is not used:
 //! the pixmap is then blitted by copying.
 QPixmap pictureOf(const QImage &painted)
 {
     QImage picture(painted.size(), painted.format());
-    const qsizetype count = painted.sizeInBytes() / qsizetype(sizeof(QRgb));
-    const auto *from = reinterpret_cast<const QRgb *>(painted.constBits());
-    auto *to = reinterpret_cast<QRgb *>(picture.bits());
-    QRgb all = 0xff000000;
-    for (qsizetype i = 0; i < count; ++i) {
-        all &= from[i];
-        to[i] = from[i];
-    }
+    std::memcpy(picture.bits(), painted.constBits(), size_t(painted.sizeInBytes()));
     picture.setDevicePixelRatio(painted.devicePixelRatio());
-    if (all == 0xff000000)
+    if (isOpaque(painted))
         picture.reinterpretAsFormat(QImage::Format_RGB32);
     return QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion);
 }
@@ -222,7 +225,7 @@ void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     if (m_drawIndicator)
         drawCell(painter, opt, index);
     else
-        drawPicture(painter, opt, index);
+        drawPicture(painter, &opt, index);
     if (isPainterChanged)
         painter->restore();
 }
@@ -236,26 +239,27 @@ void ItemDelegate::drawCell(QPainter *painter, const QStyleOptionViewItem &opt,
         drawFrame(painter, opt);
 }
 
-void ItemDelegate::drawPicture(QPainter *painter, const QStyleOptionViewItem &opt,
+//! Draws the cell from the cache; on the way \a opt may be changed.
+void ItemDelegate::drawPicture(QPainter *painter, QStyleOptionViewItem *opt,
                                const QModelIndex &index) const
 {
-    const double dpr = pixelRatio(opt);
+    const double dpr = pixelRatio(*opt);
     const Qt::LayoutDirection direction = painter->layoutDirection();
-    QString key = cacheKey(opt, dpr);
-    key += keyExtension(opt, index, direction);
+    const QPointF place = opt->rect.topLeft();
+    QString key = cacheKey(*opt, dpr);
+    key += keyExtension(*opt, index, direction);
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
-        pixmap = render(opt, index, dpr, direction);
+        opt->rect.moveTo(0, 0);
+        pixmap = render(*opt, index, dpr, direction);
         QPixmapCache::insert(key, pixmap);
     }
-    painter->drawPixmap(QPointF(opt.rect.topLeft()), pixmap);
+    painter->drawPixmap(place, pixmap);
 }
 
 QPixmap ItemDelegate::render(const QStyleOptionViewItem &opt, const QModelIndex &index, double dpr,
                              Qt::LayoutDirection direction) const
 {
-    QStyleOptionViewItem atOrigin = opt;
-    atOrigin.rect.moveTo(0, 0);
     const QSize size = (QSizeF(opt.rect.size()) * dpr).toSize();
     if (size.isEmpty())
         return {};
@@ -269,7 +273,7 @@ QPixmap ItemDelegate::render(const QStyleOptionViewItem &opt, const QModelIndex 
     scratch.fill(Qt::transparent);
     QPainter painter(&scratch);
     painter.setLayoutDirection(direction);
-    drawCell(&painter, atOrigin, index);
+    drawCell(&painter, opt, index);
     painter.end();
     kept.image = std::move(scratch);
     return pictureOf(kept.image);
@@ -365,7 +369,7 @@ void ItemDelegate::drawBackground(QPainter *painter, const QStyleOptionViewItem 
         role = QPalette::Highlight;
     else if (opt.features & QStyleOptionViewItem::Alternate)
         role = QPalette::AlternateBase;
-    painter->fillRect(opt.rect, QBrush(opt.palette.color(colorGroup(opt), role)));
+    painter->fillRect(opt.rect, opt.palette.color(colorGroup(opt), role));
 }
 
 void ItemDelegate::drawContents(QPainter *p, const QStyleOptionViewItem &opt,
@@ -399,9 +403,15 @@ void ItemDelegate::drawIndicator(QPainter *painter, const QStyleOptionViewItem &
 void ItemDelegate::drawText(QPainter *painter, const QStyleOptionViewItem &opt,
                             const QModelIndex &index) const
 {
+    const QRect rect = textRect(opt, index);
+    const QVariant value = index.data(Qt::DisplayRole);
+    if (rect == opt.rect) {
+        drawCustomText(painter, opt, value);
+        return;
+    }
     QStyleOptionViewItem textOption = opt;
-    textOption.rect = textRect(opt, index);
-    drawCustomText(painter, textOption, index.data(Qt::DisplayRole));
+    textOption.rect = rect;
+    drawCustomText(painter, textOption, value);
 }
 
 void ItemDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
@@ -427,10 +437,10 @@ void ItemDelegate::drawFrame(QPainter *painter, const QStyleOptionViewItem &opt)
 {
     const QRect outline = opt.rect.translated(-1, -1);
     const QColor color = opt.palette.color(QPalette::Current, QPalette::Mid);
-    painter->setPen(color);
-    painter->setBrush(Qt::NoBrush);
     const double offset = lineOffset(*painter);
     if (offset < 0 || color.alpha() != 255) {
+        painter->setPen(color);
+        painter->setBrush(Qt::NoBrush);
         painter->drawRects(&outline, 1);
         return;
     }

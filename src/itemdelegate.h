@@ -136,8 +136,7 @@ private:
     double pixelRatio(const QStyleOptionViewItem &opt) const;
     void drawCell(QPainter *painter, const QStyleOptionViewItem &opt,
                   const QModelIndex &index) const;
-    void drawPicture(QPainter *painter, const QStyleOptionViewItem &opt,
-                     const QModelIndex &index) const;
+    void drawPicture(QPainter *painter, QStyleOptionViewItem *opt, const QModelIndex &index) const;
     QPixmap render(const QStyleOptionViewItem &opt, const QModelIndex &index, double dpr,
                    Qt::LayoutDirection direction) const;
     QString keyExtension(const QStyleOptionViewItem &opt, const QModelIndex &index,
