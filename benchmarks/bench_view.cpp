@@ -5,12 +5,14 @@
 // painting, until the event loop is quiet. Prints the ratio to the better peer.
 
 #include "benchmodel.h"
+#include "itemdelegate.h"
 #include "qtablefastview.h"
 #include "ratioreporter.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QPixmapCache>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTreeView>
@@ -44,6 +46,7 @@ std::unique_ptr<QAbstractItemView> makeFastView(bool isBuffered)
 {
     auto view = std::make_unique<QTableFastView>();
     view->setPaintBufferEnabled(isBuffered);
+    view->setItemDelegate(new Vantix::ItemDelegate(view.get()));
     return view;
 }
 
@@ -93,6 +96,7 @@ public:
         }
         view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
         view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        view->setFocusPolicy(Qt::NoFocus); // no current index that would follow insertions
         view->setModel(&model);
         for (int column = 0; column < 10; ++column)
             header()->resizeSection(column, columnWidth);
@@ -138,8 +142,8 @@ struct Operation
     const char *name;
     std::function<void(Stage &)> prepare;
     std::function<void(Stage &, int)> run; //!< the turn's number counts from 0
-    int perTurn = 1; //!< what the time is divided by
-    bool isPainted = true; //!< the event loop gets quiet after each turn
+    int perTurn = 1;                       //!< what the time is divided by
+    bool isPainted = true;                 //!< the event loop gets quiet after each turn
 };
 
 const auto nothing = [](Stage &) {};
@@ -220,7 +224,9 @@ QList<Operation> operations()
         {"repaint, 300 ranges selected", selectRanges,
          [](Stage &s, int) { s.view->viewport()->update(); }},
         {"scroll one row", middle,
-         [](Stage &s, int turn) { s.bar()->setValue(s.bar()->value() + (turn / 50 % 2 ? -1 : 1)); }},
+         [](Stage &s, int turn) {
+             s.bar()->setValue(s.bar()->value() + (turn / 50 % 2 ? -1 : 1));
+         }},
         {"scroll a page", middle,
          [](Stage &s, int turn) {
              s.bar()->setValue(s.bar()->value() + (turn % 2 ? -1 : 1) * s.bar()->pageStep());
@@ -322,10 +328,13 @@ void registerAll(int rows, bool isPeerWanted)
         if (kind >= Table && !isPeerWanted)
             continue;
         for (const Operation &operation : operations()) {
-            benchmark::RegisterBenchmark(
+            auto *registered = benchmark::RegisterBenchmark(
                 nameOf(operation.name, rows, kind).c_str(),
-                [=](benchmark::State &state) { measure(state, operation, kind, rows); })
-                ->Unit(benchmark::kMicrosecond);
+                [=](benchmark::State &state) { measure(state, operation, kind, rows); });
+            registered->Unit(benchmark::kMicrosecond);
+            // For counting instructions: the difference of two runs is free of the start.
+            if (const int turns = qEnvironmentVariableIntValue("VANTIX_BENCH_TURNS"))
+                registered->Iterations(turns);
         }
         benchmark::RegisterBenchmark(
             nameOf("open and first paint", rows, kind).c_str(),
@@ -350,6 +359,7 @@ int main(int argc, char *argv[])
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(12);
     QApplication::setFont(font);
+    QPixmapCache::setCacheLimit(64 * 1024); // sixteen screens of cells
 
     for (int rows : {1000, 1000000, 10000000})
         registerAll(rows, true);

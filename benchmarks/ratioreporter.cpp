@@ -18,8 +18,8 @@ void RatioReporter::ReportRuns(const std::vector<Run> &reports)
         const std::string subject = name.substr(0, cut);
         const std::string who = name.substr(cut + 1);
         const auto heap = run.counters.find("heap_bytes");
-        const double value = heap != run.counters.end() ? double(heap->second)
-                                                        : run.GetAdjustedCPUTime();
+        const double value =
+            heap != run.counters.end() ? double(heap->second) : run.GetAdjustedCPUTime();
         if (m_times.find(subject) == m_times.end())
             m_subjects.push_back(subject);
         auto [it, isNew] = m_times[subject].try_emplace(who, value);

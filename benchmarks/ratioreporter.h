@@ -28,11 +28,10 @@ public:
 
 private:
     bool isPeer(const std::string &who) const;
-    void printSubject(const std::string &subject,
-                      const std::map<std::string, double> &times) const;
+    void printSubject(const std::string &subject, const std::map<std::string, double> &times) const;
 
     std::vector<std::string> m_peers;
-    std::vector<std::string> m_subjects; //!< in order of appearance
+    std::vector<std::string> m_subjects;                          //!< in order of appearance
     std::map<std::string, std::map<std::string, double>> m_times; //!< µs or bytes
 };
 

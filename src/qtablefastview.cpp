@@ -83,9 +83,10 @@ const Connection modelConnections[] = {
 // From the model to the view's private object.
 const Connection privateModelConnections[] = {
     {SIGNAL(destroyed()), SLOT(modelDestroyed())},
-    {SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(columnsChanged())},
-    {SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(columnsChanged())},
-    {SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)), SLOT(columnsChanged())},
+    {SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
+    {SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
+    {SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
+     SLOT(modelColumnsChanged(QModelIndex))},
 };
 
 // What a style draws a cell as, from the painted columns (logical, −1 for none)
@@ -247,6 +248,7 @@ void QTableFastView::setModel(QAbstractItemModel *model)
     m_model = model;
     if (m_header)
         m_header->setModel(model);
+    const QPointer<QItemSelectionModel> ofHeader = m_header ? m_header->selectionModel() : nullptr;
     QAbstractItemView::setModel(model);
     QItemSelectionModel *interim = selectionModel(); // made by the base class
     m_modelRowCountBefore = d_ptr->rowCount();
@@ -265,6 +267,9 @@ void QTableFastView::setModel(QAbstractItemModel *model)
     }
     if (outdated)
         outdated->deleteLater();
+    // The header made one, too, and would keep it listening to the model.
+    if (ofHeader && ofHeader->parent() == m_header && m_header->selectionModel() != ofHeader)
+        delete ofHeader;
     adjustViewportMargins();
     updateGeometries();
 }
@@ -371,7 +376,9 @@ int QTableFastView::itemAtCoordinate(int y) const
     const int rows = d_ptr->rowCount();
     if (rows == 0 || m_itemHeight < 1)
         return -1;
-    const qint64 row = floorDiv(y - d_ptr->contentTop(), m_itemHeight);
+    const qint64 inContent = y - d_ptr->contentTop();
+    const qint64 row =
+        d_ptr->isPerPixel() ? inContent / m_itemHeight : floorDiv(inContent, m_itemHeight);
     return row < 0 || row >= rows ? -1 : int(row);
 }
 
@@ -697,7 +704,8 @@ void QTableFastView::scrollTo(const QModelIndex &index, ScrollHint hint)
 {
     if (!index.isValid() || index.model() != m_model || !m_header)
         return;
-    verticalScrollBar()->setValue(saturated(d_ptr->verticalValueFor(index.row(), hint)));
+    if (!d_ptr->isPerPixel() || columnWidth(index.column()) > 0)
+        verticalScrollBar()->setValue(saturated(d_ptr->verticalValueFor(index.row(), hint)));
 
     const int width = viewport()->width();
     const int position = m_header->sectionPosition(index.column());
@@ -755,7 +763,9 @@ qint64 QTableFastViewPrivate::verticalValueFor(int row, int hint)
         updateRowStrip(row);
         return value;
     }
-    return value + (height < viewportHeight ? bottom - viewportHeight : top);
+    if (height < viewportHeight)
+        return value + bottom - viewportHeight;
+    return height > viewportHeight ? value + top : value;
 }
 
 //! The lowest top row that shows all of \a row within \a budget pixels; −1 when
@@ -951,6 +961,7 @@ void QTableFastView::resizeEvent(QResizeEvent *event)
     if (m_usePixmapCacheIndexed)
         setPixmapCacheIndexedVisibleBounds();
     viewport()->update();
+    d_ptr->placeEditors();
 }
 
 bool QTableFastView::event(QEvent *event)
@@ -1107,7 +1118,8 @@ void QTableFastViewPrivate::moveCachedRows(int start, int end, int row)
     if (!q_ptr->m_usePixmapCacheIndexed)
         return;
     const int count = end - start + 1;
-    shiftedCache().indexMove(start, end, row > end ? row - count : row);
+    // Without an offset: a move may put rows above it, which later removals would miss.
+    cache().indexMove(start, end, row > end ? row - count : row);
     dropParity(std::min(start, row), std::max(end, row - 1),
                (row > end ? row - end - 1 : start - row));
     dropParity(std::min(start, row), std::max(end, row - 1), count);
@@ -1470,7 +1482,7 @@ bool QTableFastViewPrivate::drawBuffered(QPainter *painter, const QRect &rect, i
     if (!pixmap || pixmap->size() != rect.size())
         return false;
     if (!pass.region || pass.region->intersects(rect))
-        painter->drawPixmap(rect, *pixmap, QRect());
+        painter->drawPixmap(rect.topLeft(), *pixmap);
     return true;
 }
 
@@ -2244,6 +2256,7 @@ void QTableFastView::columnCountChanged(int /*oldCount*/, int /*newCount*/)
     updateScrollBars(0);
     d_ptr->clearCache();
     invalidateRegion(viewport()->rect());
+    d_ptr->placeEditors();
 }
 
 //! Columns came, went or moved, or the header is another one.
@@ -2252,6 +2265,12 @@ void QTableFastViewPrivate::columnsChanged()
     columnDelegates.clear();
     q_ptr->columnCountChanged(0, 0);
     q_ptr->updateGeometries();
+}
+
+void QTableFastViewPrivate::modelColumnsChanged(const QModelIndex &parent)
+{
+    if (!parent.isValid())
+        columnsChanged();
 }
 
 void QTableFastView::updateColumn(int column)

@@ -77,6 +77,7 @@ private:
 class VANTIX_EXPORT QTableFastView : public QAbstractItemView
 {
     Q_OBJECT
+    Q_MOC_INCLUDE(<QHeaderView>)
 
 public:
     //! An empty view with a header of its own; \a parent as in QWidget. Selects
@@ -296,10 +297,10 @@ protected:
     bool m_geometryRecursionBlock = false;           //!< updateGeometries() runs
     int m_itemHeight = 0;                            //!< height of every row, logical pixels
     QPersistentModelIndex hover;                     //!< hovered index
-    QTableFastViewPrivate *d_ptr;                    //!< private data, owned
-    mutable QPair<int, int> leftAndRight {0, 0};     //!< visual columns being painted
-    bool currentFirst = false;                       //!< the current index keeps to the first row
-    bool currentLast = false;                        //!< the current index keeps to the last row
+    QTableFastViewPrivate *d_ptr; //!< private data, owned; see private/qtablefastview_p.h
+    mutable QPair<int, int> leftAndRight {0, 0}; //!< visual columns being painted
+    bool currentFirst = false;                   //!< the current index keeps to the first row
+    bool currentLast = false;                    //!< the current index keeps to the last row
     bool stayAtTop = false;               //!< the bar was at its minimum when an insertion began
     bool stayAtEnd = false;               //!< the bar was at its maximum when an insertion began
     int currentPos = 0;                   //!< rows from the top row to the current one, then

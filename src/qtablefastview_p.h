@@ -150,7 +150,7 @@ public:
     void clearCache();
     void applyShift();
     void shiftCache(int count);
-    void setBounds(const Bounds &bounds);
+    void setBounds(const Bounds &wanted);
     bool isBuffered(int rowFirst, int rowLast) const;
     void insertCachedRows(int start, int end);
     void removeCachedRows(int first, int last);
@@ -195,13 +195,14 @@ public:
     void followEdge(int start, int end, bool isConsistent);
     bool followsEdge(int start, int end, int *row) const;
     void followReset();
+    void columnsChanged();
     int valueShiftForMove(int start, int end, int row) const;
 
 public Q_SLOTS:
     void modelDestroyed();
     void selectionModelDestroyed();
     void headerDestroyed();
-    void columnsChanged();
+    void modelColumnsChanged(const QModelIndex &parent);
     void focusChanged(QWidget *old, QWidget *now);
     void applyResetTarget();
 
@@ -215,7 +216,7 @@ public:
     int autoScrollHolds = 0;                         //!< notifications between which it is off
     quint64 changeSerial = 0; //!< counts changes of rows, to notice nested ones
 
-    int shownScrollMode = 0; //!< the vertical one that the picture was made in
+    int shownScrollMode = 0;       //!< the vertical one that the picture was made in
     int pixelMoves = 0;            //!< since the last paint event
     bool isRepaintPending = false; //!< the whole viewport will be painted next
 

@@ -27,6 +27,14 @@ QString place(const QPoint &p)
     return QStringLiteral("(%1, %2)").arg(p.x()).arg(p.y());
 }
 
+// The antialiased line of a focus frame comes out a level lighter or darker when it
+// is painted through a clip. Cells differ by far more.
+bool isSameColor(QRgb a, QRgb b)
+{
+    return std::abs(qRed(a) - qRed(b)) <= 2 && std::abs(qGreen(a) - qGreen(b)) <= 2
+        && std::abs(qBlue(a) - qBlue(b)) <= 2;
+}
+
 } // namespace
 
 QList<Combination> Combination::all()
@@ -578,6 +586,9 @@ void World::replaceRowDelegate()
 
 void World::replaceModel()
 {
+    // A header that takes another model forgets its hidden sections by halves:
+    // isSectionHidden() and visualIndexAt() would disagree.
+    showColumns();
     m_editors.clear();
     std::unique_ptr<SoakModel> next(new SoakModel(below(100)));
     switch (below(3)) {
@@ -715,12 +726,14 @@ QString World::checkPicture()
     QPoint first;
     for (int y = plain.height() - 1; y >= 0; --y) {
         for (int x = plain.width() - 1; x >= 0; --x) {
-            if (plain.pixel(x, y) == maintained.pixel(x, y))
+            if (isSameColor(plain.pixel(x, y), maintained.pixel(x, y)))
                 continue;
             ++count;
             first = QPoint(x, y);
         }
     }
+    if (count == 0)
+        return {};
     return QStringLiteral("%1 wrong pixels, the first at %2 of %3 x %4")
         .arg(count)
         .arg(place(first))

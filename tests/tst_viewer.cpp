@@ -1,0 +1,279 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include <QFile>
+#include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+namespace {
+
+//! What a run of the program left behind.
+struct Run
+{
+    int status = -1;   //!< exit status; −1 if it did not end by itself
+    QByteArray output; //!< stdout
+    QByteArray errors; //!< stderr
+
+    QJsonObject stats() const { return QJsonDocument::fromJson(output).object(); }
+};
+
+Run run(const QStringList &arguments, const QByteArray &input = {})
+{
+    QProcess process;
+    process.start(VIEWER_PROGRAM, arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    Run result;
+    if (process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit)
+        result.status = process.exitCode();
+    result.output = process.readAllStandardOutput();
+    result.errors = process.readAllStandardError();
+    return result;
+}
+
+} // namespace
+
+class tst_Viewer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void explainsItself();
+    void tellsVersion();
+    void refusesWrongArguments_data();
+    void refusesWrongArguments();
+    void countsRows_data();
+    void countsRows();
+    void printsStats();
+    void savesScreenshot();
+    void reportsUnwritableScreenshot();
+    void runsFeedWithoutFile();
+    void failsForUnreadableOnlyFile_data();
+    void failsForUnreadableOnlyFile();
+    void goesOnWithOtherFiles();
+    void readsStandardInput();
+    void readsEmptyStandardInput();
+    void readsFileAsStandardInput();
+    void readsFifo();
+    void needsNoDisplay();
+
+private:
+    QString file(const QString &name, const QByteArray &text) const;
+    QString path(const QString &name) const { return m_directory->filePath(name); }
+
+    std::unique_ptr<QTemporaryDir> m_directory; //!< one per test
+};
+
+void tst_Viewer::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_directory->isValid());
+}
+
+//! Writes a file and returns its path.
+QString tst_Viewer::file(const QString &name, const QByteArray &text) const
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("A test file cannot be written.");
+    return file.fileName();
+}
+
+void tst_Viewer::explainsItself()
+{
+    const Run help = run({"--help"});
+    QCOMPARE(help.status, 0);
+    for (const char *option : {"--delimiter", "--no-header", "--screenshot", "--seconds", "--stats",
+                               "--help", "--version"})
+        QVERIFY2(help.output.contains(option), option);
+}
+
+void tst_Viewer::tellsVersion()
+{
+    const Run version = run({"--version"});
+    QCOMPARE(version.status, 0);
+    QCOMPARE(version.output.trimmed(), QByteArray("vantix-viewer " VIEWER_VERSION));
+}
+
+void tst_Viewer::refusesWrongArguments_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("unknown option") << QStringList {"--nonsense"};
+    QTest::newRow("long delimiter") << QStringList {"--delimiter", "ab"};
+    QTest::newRow("negative seconds") << QStringList {"--seconds=-1"};
+    QTest::newRow("seconds in words") << QStringList {"--seconds", "two"};
+    QTest::newRow("rate too high") << QStringList {"--rate", "50001"};
+    QTest::newRow("new rows elsewhere") << QStringList {"--new-rows", "left"};
+}
+
+void tst_Viewer::refusesWrongArguments()
+{
+    QFETCH(QStringList, arguments);
+    const Run refused = run(arguments);
+    QCOMPARE(refused.status, 1);
+    QVERIFY(!refused.errors.isEmpty());
+    QVERIFY(refused.output.isEmpty());
+}
+
+void tst_Viewer::countsRows_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("text") << QByteArray("one\ntwo\nthree") << QStringList() << 3;
+    QTest::newRow("empty") << QByteArray() << QStringList() << 0;
+    QTest::newRow("header") << QByteArray("a,b\n1,2\n") << QStringList() << 1;
+    QTest::newRow("no header") << QByteArray("a,b\n1,2\n") << QStringList {"--no-header"} << 2;
+    QTest::newRow("header of numbers") << QByteArray("1,2\n1,2\n") << QStringList {"--header"} << 1;
+    QTest::newRow("no columns") << QByteArray("a,b\n1,2\n") << QStringList {"--delimiter", "none"}
+                                << 2;
+    QTest::newRow("other delimiter")
+        << QByteArray("a:b\nc:d\n") << QStringList {"--delimiter", ":"} << 1;
+}
+
+void tst_Viewer::countsRows()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QStringList, arguments);
+    QFETCH(int, rows);
+    const Run counted =
+        run(arguments + QStringList {"--seconds", "0", "--stats", file("file", text)});
+    QCOMPARE(counted.status, 0);
+    QCOMPARE(counted.stats().value("rows").toInt(-1), rows);
+}
+
+void tst_Viewer::printsStats()
+{
+    const Run shown = run({"--seconds", "0", "--stats", file("file", "a\nb\n")});
+    QCOMPARE(shown.status, 0);
+    QCOMPARE(shown.output.count('\n'), 1);
+    const QJsonObject stats = shown.stats();
+    QCOMPARE(stats.keys(),
+             (QStringList {"frame_ms_p50", "frame_ms_p99", "frames", "peak_rss_bytes", "rows"}));
+    QVERIFY(stats.value("frames").toInt() >= 1);
+    QVERIFY(stats.value("frame_ms_p50").toDouble() > 0);
+    QVERIFY(stats.value("frame_ms_p99").toDouble() >= stats.value("frame_ms_p50").toDouble());
+    QVERIFY(stats.value("peak_rss_bytes").toDouble() > 1e6);
+}
+
+void tst_Viewer::savesScreenshot()
+{
+    const QString picture = path("picture.png");
+    const Run pictured = run({"--screenshot", picture, file("file", "a\nb\n")});
+    QCOMPARE(pictured.status, 0);
+    const QImage image(picture);
+    QVERIFY(image.width() > 200);
+    QVERIFY(image.height() > 200);
+    const QImage filled = [&] {
+        QImage plain = image;
+        plain.fill(image.pixelColor(0, 0));
+        return plain;
+    }();
+    QVERIFY(image != filled);
+}
+
+void tst_Viewer::reportsUnwritableScreenshot()
+{
+    const QString picture = path("missing/picture.png");
+    const Run pictured = run({"--seconds", "0", "--screenshot", picture, file("file", "a\n")});
+    QCOMPARE(pictured.status, 1);
+    QVERIFY(pictured.errors.contains(QFile::encodeName(picture)));
+}
+
+void tst_Viewer::runsFeedWithoutFile()
+{
+    const Run fed = run({"--seconds", "1", "--stats", "--rate", "10000"});
+    QCOMPARE(fed.status, 0);
+    QVERIFY(fed.stats().value("rows").toInt() > 1'000'000);
+    QVERIFY(fed.stats().value("frames").toInt() > 1);
+    const Run still = run({"--seconds", "0", "--stats", "--rate", "0", "--new-rows", "end"});
+    QCOMPARE(still.stats().value("rows").toInt(), 1'000'000);
+}
+
+void tst_Viewer::failsForUnreadableOnlyFile_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing") << "missing.txt";
+    QTest::newRow("directory") << ".";
+}
+
+void tst_Viewer::failsForUnreadableOnlyFile()
+{
+    QFETCH(QString, name);
+    const Run failed = run({"--seconds", "0", "--stats", path(name)});
+    QCOMPARE(failed.status, 1);
+    QVERIFY(failed.errors.contains("vantix-viewer: " + QFile::encodeName(path(name)) + ": "));
+    QCOMPARE(failed.stats().value("rows").toInt(-1), 0);
+}
+
+void tst_Viewer::goesOnWithOtherFiles()
+{
+    const Run shown = run({"--seconds", "0", "--stats", path("missing"), file("file", "a\nb\n")});
+    QCOMPARE(shown.status, 0);
+    QVERIFY(shown.errors.contains("missing"));
+    QCOMPARE(shown.stats().value("rows").toInt(), 2);
+}
+
+void tst_Viewer::readsStandardInput()
+{
+    const Run shown = run({"--seconds", "0", "--stats", "-"}, "a\nb\nc");
+    QCOMPARE(shown.status, 0);
+    QCOMPARE(shown.stats().value("rows").toInt(), 3);
+}
+
+void tst_Viewer::readsEmptyStandardInput()
+{
+    const Run shown = run({"--seconds", "0", "--stats", "-"});
+    QCOMPARE(shown.status, 0);
+    QCOMPARE(shown.stats().value("rows").toInt(-1), 0);
+}
+
+void tst_Viewer::readsFileAsStandardInput()
+{
+    QProcess process;
+    process.setStandardInputFile(file("file", "a\nb\n"));
+    process.start(VIEWER_PROGRAM, {"--seconds", "0", "--stats", "-"});
+    QVERIFY(process.waitForFinished(120'000));
+    QCOMPARE(process.exitCode(), 0);
+    const QJsonObject stats = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+    QCOMPARE(stats.value("rows").toInt(), 2);
+}
+
+void tst_Viewer::readsFifo()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(path("fifo")), 0600), 0);
+    QProcess process;
+    process.start(VIEWER_PROGRAM, {"--seconds", "2", "--stats", path("fifo")});
+    QVERIFY(process.waitForStarted());
+    QFile writer(path("fifo"));
+    QVERIFY(writer.open(QIODevice::WriteOnly)); // returns when the program reads
+    QCOMPARE(writer.write("a\nb\n"), 4);
+    writer.close();
+    QVERIFY(process.waitForFinished(120'000));
+    const QJsonObject stats = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+    QCOMPARE(stats.value("rows").toInt(), 2);
+}
+
+void tst_Viewer::needsNoDisplay()
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(name);
+    process.setProcessEnvironment(environment);
+    process.start(VIEWER_PROGRAM, {"--seconds", "0", "--stats", file("file", "a\n")});
+    QVERIFY(process.waitForFinished(120'000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+}
+
+QTEST_GUILESS_MAIN(tst_Viewer)
+
+#include "tst_viewer.moc"

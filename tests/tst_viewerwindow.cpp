@@ -1,0 +1,281 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "feedwindow.h"
+#include "filewindow.h"
+#include "framestatistics.h"
+#include "textfilemodel.h"
+#include "viewertable.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QFile>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+QByteArray numberedLines(int first, int last)
+{
+    QByteArray text;
+    for (int i = first; i <= last; ++i)
+        text += "line " + QByteArray::number(i) + '\n';
+    return text;
+}
+
+} // namespace
+
+class tst_ViewerWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void staysAtEndWhileFileGrows();
+    void staysAtEndAfterTruncation();
+    void leavesEndWhenUserScrolls();
+    void stopsFollowingShortFile();
+    void switchesFollowOff();
+    void followsNewestTradeAtEitherSide();
+    void keepsTradesInViewWhileNewOnesArrive();
+    void copiesSelectedRows();
+    void copiesColumnsAsShown();
+    void explainsFailure();
+    void saysThatDataIsSimulated();
+    void fillsWindowWithColumns();
+    void paintsVeryLongLines();
+
+private:
+    void append(const QByteArray &text);
+    std::unique_ptr<FileWindow> openFile(const QByteArray &text);
+
+    FrameStatistics m_statistics;               //!< of all windows
+    std::unique_ptr<QTemporaryDir> m_directory; //!< one per test
+    QString m_path;                             //!< of the file under test
+};
+
+void tst_ViewerWindow::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_path = m_directory->filePath("file.txt");
+}
+
+void tst_ViewerWindow::append(const QByteArray &text)
+{
+    QFile file(m_path);
+    QVERIFY(file.open(QIODevice::Append | QIODevice::Unbuffered));
+    QCOMPARE(file.write(text), text.size());
+}
+
+//! A window on a file with \a text, shown and completely indexed.
+std::unique_ptr<FileWindow> tst_ViewerWindow::openFile(const QByteArray &text)
+{
+    append(text);
+    auto window = std::make_unique<FileWindow>(m_path, FormatRequest(), &m_statistics);
+    window->show();
+    [&] {
+        QTRY_COMPARE(window->model()->activity(), TextFileModel::Activity::Following);
+        QTRY_COMPARE(window->model()->indexedBytes(), quint64(text.size()));
+    }();
+    return window;
+}
+
+void tst_ViewerWindow::staysAtEndWhileFileGrows()
+{
+    const auto window = openFile(numberedLines(1, 500));
+    const QScrollBar *bar = window->table()->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    append(numberedLines(501, 1000));
+    QTRY_COMPARE(window->rows(), 1000);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    QVERIFY(bar->value() > 500);
+    QVERIFY(window->isFollowing());
+}
+
+void tst_ViewerWindow::staysAtEndAfterTruncation()
+{
+    const auto window = openFile(numberedLines(1, 500));
+    const QScrollBar *bar = window->table()->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    QVERIFY(QFile::resize(m_path, 0));
+    QTRY_COMPARE(window->rows(), 0);
+    QVERIFY(window->isFollowing());
+    append(numberedLines(1, 300));
+    QTRY_COMPARE(window->rows(), 300);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    QVERIFY(bar->value() > 0);
+}
+
+void tst_ViewerWindow::leavesEndWhenUserScrolls()
+{
+    const auto window = openFile(numberedLines(1, 500));
+    QScrollBar *bar = window->table()->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    bar->setValue(100);
+    QVERIFY(!window->isFollowing());
+    append(numberedLines(501, 600));
+    QTRY_COMPARE(window->rows(), 600);
+    QCoreApplication::processEvents();
+    QCOMPARE(bar->value(), 100);
+    QVERIFY(!window->isFollowing());
+    bar->setValue(bar->maximum());
+    QVERIFY(window->isFollowing());
+}
+
+void tst_ViewerWindow::stopsFollowingShortFile()
+{
+    const auto window = openFile(numberedLines(1, 3));
+    window->setFollowing(false);
+    append(numberedLines(4, 500));
+    QTRY_COMPARE(window->rows(), 500);
+    QTRY_VERIFY(window->table()->verticalScrollBar()->maximum() > 0);
+    QCOMPARE(window->table()->verticalScrollBar()->value(), 0);
+    QVERIFY(!window->isFollowing());
+}
+
+void tst_ViewerWindow::switchesFollowOff()
+{
+    const auto window = openFile(numberedLines(1, 500));
+    const QScrollBar *bar = window->table()->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    window->setFollowing(false);
+    const int value = bar->value();
+    append(numberedLines(501, 600));
+    QTRY_COMPARE(window->rows(), 600);
+    QCoreApplication::processEvents();
+    QCOMPARE(bar->value(), value);
+    QVERIFY(!window->isFollowing());
+    window->setFollowing(true);
+    QCOMPARE(bar->value(), bar->maximum());
+}
+
+void tst_ViewerWindow::followsNewestTradeAtEitherSide()
+{
+    FeedWindow window(0, FeedModel::NewRows::AtEnd, &m_statistics);
+    window.show();
+    const QScrollBar *bar = window.table()->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 900'000);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    window.model()->setRate(1000);
+    window.model()->advance(1'000'000'000);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    QVERIFY(window.isFollowing());
+
+    FeedWindow top(0, FeedModel::NewRows::AtTop, &m_statistics);
+    top.show();
+    top.model()->setRate(1000);
+    top.model()->advance(1'000'000'000);
+    QCoreApplication::processEvents();
+    QCOMPARE(top.table()->verticalScrollBar()->value(), 0);
+    QVERIFY(top.isFollowing());
+}
+
+void tst_ViewerWindow::keepsTradesInViewWhileNewOnesArrive()
+{
+    FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.table()->verticalScrollBar()->setValue(5000);
+    QVERIFY(!window.isFollowing());
+    const auto topNumber = [&] {
+        const QModelIndex top = window.table()->indexAt(QPoint(2, 2));
+        return top.siblingAtColumn(FeedModel::NumberColumn).data().toString();
+    };
+    const QString number = topNumber();
+    QVERIFY(!number.isEmpty());
+    window.model()->setRate(50'000);
+    for (int i = 0; i < 10; ++i) {
+        window.model()->advance(16'000'000);
+        QCOMPARE(topNumber(), number);
+    }
+    QVERIFY(window.rows() >= FeedModel::pastTrades + 8000);
+}
+
+void tst_ViewerWindow::copiesSelectedRows()
+{
+    const auto window = openFile("a;b\n1;x\n2;y\n3;z\n4;w\n");
+    QCOMPARE(window->rows(), 4);
+    ViewerTable *table = window->table();
+    const auto select = [&](int first, int last) {
+        table->selectionModel()->select(
+            {table->model()->index(first, 0), table->model()->index(last, 1)},
+            QItemSelectionModel::Select);
+    };
+    table->clearSelection();
+    QCOMPARE(window->selectedText(), QString());
+    select(3, 3);
+    select(0, 1);
+    QCOMPARE(window->selectedText(), "1\tx\n2\ty\n4\tw");
+    window->copySelection();
+    QCOMPARE(QGuiApplication::clipboard()->text(), "1\tx\n2\ty\n4\tw");
+}
+
+void tst_ViewerWindow::copiesColumnsAsShown()
+{
+    const auto window = openFile("a;b;c\n1;x;p\n2;y;q\n");
+    ViewerTable *table = window->table();
+    table->hideColumn(1);
+    table->header()->moveSection(2, 0);
+    table->selectAll();
+    QCOMPARE(window->selectedText(), "p\t1\nq\t2");
+}
+
+void tst_ViewerWindow::explainsFailure()
+{
+    FileWindow window(m_directory->filePath("missing"), {}, &m_statistics);
+    window.show();
+    QTRY_VERIFY(window.isSettled());
+    QVERIFY(window.hasFailed());
+    QVERIFY(!window.table()->isVisible());
+    const QList<QLabel *> labels = window.centralWidget()->findChildren<QLabel *>();
+    QCOMPARE(labels.size(), 1);
+    QVERIFY(labels.first()->isVisible());
+    QVERIFY(labels.first()->text().contains("missing"));
+}
+
+void tst_ViewerWindow::saysThatDataIsSimulated()
+{
+    FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
+    window.show();
+    QVERIFY(window.windowTitle().contains("Simulated"));
+    const QList<QLabel *> labels = window.findChildren<QLabel *>();
+    QVERIFY(std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+        return label->isVisible() && label->text() == "Simulated data";
+    }));
+}
+
+void tst_ViewerWindow::fillsWindowWithColumns()
+{
+    const auto window = openFile("a;b\n" + QByteArray("1;x\n").repeated(500));
+    const QScrollBar *bar = window->table()->horizontalScrollBar();
+    const QHeaderView *header = window->table()->header();
+    QTRY_COMPARE(header->length(), window->table()->viewport()->width());
+    QCOMPARE(bar->maximum(), 0);
+    window->resize(window->width() + 100, window->height());
+    QTRY_COMPARE(header->length(), window->table()->viewport()->width());
+    window->resize(window->width() - 200, window->height());
+    QTRY_COMPARE(header->length(), window->table()->viewport()->width());
+    QTRY_COMPARE(bar->maximum(), 0);
+}
+
+void tst_ViewerWindow::paintsVeryLongLines()
+{
+    const auto window = openFile((QByteArray(200'000, 'x') + '\n').repeated(20));
+    const qint64 before = m_statistics.frames();
+    window->table()->viewport()->repaint();
+    QVERIFY(m_statistics.frames() > before);
+    QTRY_VERIFY(window->table()->horizontalScrollBar()->maximum() > 0);
+    const QPixmap picture = window->grab();
+    QVERIFY(!picture.isNull());
+}
+
+QTEST_MAIN(tst_ViewerWindow)
+
+#include "tst_viewerwindow.moc"

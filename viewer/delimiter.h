@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef DELIMITER_H
+#define DELIMITER_H
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+//! How lines become rows of columns.
+struct TextFormat
+{
+    QChar delimiter;        //!< between fields; null for text without columns
+    bool hasHeader = false; //!< the first line names the columns
+    QStringList names;      //!< of the columns, if there is a delimiter; never empty then
+
+    bool isDelimited() const { return !delimiter.isNull(); }
+    friend bool operator==(const TextFormat &, const TextFormat &) = default;
+};
+
+//! What the user wants instead of what the text looks like.
+struct FormatRequest
+{
+    std::optional<QChar> delimiter; //!< null character: no columns
+    std::optional<bool> hasHeader;  //!< true: the first line is the header
+};
+
+/*!
+ * Splits a line at \a delimiter as RFC 4180 says: a field in double quotes may hold
+ * delimiters, and quotes that are doubled. A quote within an unquoted field is a
+ * plain character. A quoted field ends with its line at the latest.
+ *
+ * With \a maximumFields above 0 the last field takes all of the rest as it is.
+ */
+QStringList splitFields(const QString &line, QChar delimiter, qsizetype maximumFields = 0);
+
+//! Whether \a field is a number: optional sign, digits with one decimal point or
+//! comma and grouping, optional exponent or percent sign.
+bool isNumber(const QString &field);
+
+/*!
+ * The format of a text that begins with \a lines.
+ *
+ * Tab, pipe, semicolon and comma are tried in this order; the first that occurs
+ * equally often in at least nine of ten lines, two lines at least, is taken. Empty
+ * lines do not count. The first line is the header unless it has an empty field or
+ * one that is a number. There are as many columns as the longest of the lines has.
+ */
+TextFormat detectFormat(const QStringList &lines, const FormatRequest &request = {});
+
+//! The character that a command line names: tab, comma, semicolon, pipe, space,
+//! none (the null character) or any single character. Nothing for other words.
+std::optional<QChar> delimiterFromName(const QString &name);
+
+#endif // DELIMITER_H

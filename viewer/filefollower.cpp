@@ -1,0 +1,299 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "filefollower.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace {
+
+constexpr qint64 s_bufferSize = 1 << 20;   // bytes read at a time
+constexpr qint64 s_firstSize = 1 << 18;    // the same for the first screen
+constexpr qsizetype s_signatureSize = 256; // bytes remembered at either end
+constexpr int s_sliceTime = 40;            // ms
+constexpr int s_checkTime = 250;           // ms
+
+} // namespace
+
+FileFollower::FileFollower(const QString &path, qint64 maximumLines)
+    : m_path(path)
+    , m_maximumLines(maximumLines)
+{
+    m_checkTimer.setInterval(s_checkTime);
+    m_soonTimer.setInterval(s_sliceTime);
+    m_soonTimer.setSingleShot(true);
+    m_sliceTimer.setSingleShot(true);
+    connect(&m_checkTimer, &QTimer::timeout, this, &FileFollower::checkFile);
+    connect(&m_soonTimer, &QTimer::timeout, this, &FileFollower::checkFile);
+    connect(&m_sliceTimer, &QTimer::timeout, this, &FileFollower::indexSlice);
+}
+
+FollowerNews FileFollower::takeNews()
+{
+    const std::lock_guard lock(m_mutex);
+    m_announced = false;
+    FollowerNews next;
+    next.file = m_news.file;
+    next.size = m_news.size;
+    next.activity = m_news.activity;
+    next.missing = m_news.missing;
+    next.error = m_news.error;
+    return std::exchange(m_news, std::move(next));
+}
+
+//! Lets \a change alter the news, and announces them.
+template<typename Change> void FileFollower::tell(Change change)
+{
+    bool announce = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        change(m_news);
+        announce = !std::exchange(m_announced, true);
+    }
+    if (announce)
+        Q_EMIT news();
+}
+
+void FileFollower::start()
+{
+    m_buffer.resize(s_bufferSize);
+    QString error;
+    std::shared_ptr<TextFile> file = TextFile::open(m_path, &error);
+    if (!file) {
+        fail(error);
+        return;
+    }
+    follow(std::move(file), Restart::Opened);
+    if (m_file->streamDescriptor() >= 0)
+        watchStream();
+    else
+        watchFile();
+}
+
+void FileFollower::watchFile()
+{
+    m_checkTimer.start();
+    if (m_path == QLatin1String("-"))
+        return;
+    m_watcher = std::make_unique<QFileSystemWatcher>();
+    m_watcher->addPath(m_path);
+    connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &FileFollower::checkSoon);
+}
+
+void FileFollower::watchStream()
+{
+    m_notifier =
+        std::make_unique<QSocketNotifier>(m_file->streamDescriptor(), QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &FileFollower::pumpStream);
+}
+
+//! Begins \a file from its start; what was indexed before is void.
+void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
+{
+    m_file = std::move(file);
+    m_scanner = std::make_unique<LineScanner>(m_maximumLines);
+    m_position = 0;
+    m_head.clear();
+    m_tail.clear();
+    m_firstSlice = true;
+    tell([&](FollowerNews &news) {
+        // A first opening that nobody has heard of stays one.
+        if (news.restart != Restart::Opened)
+            news.restart = reason;
+        news.file = m_file;
+        news.batches.clear();
+    });
+    continueIndexing();
+}
+
+void FileFollower::continueIndexing()
+{
+    setActivity(Activity::Indexing);
+    if (m_file->streamDescriptor() < 0)
+        m_sliceTimer.start(0);
+}
+
+void FileFollower::stop()
+{
+    const bool isActive = m_activity == Activity::Indexing || m_activity == Activity::Following;
+    if (!isActive)
+        return;
+    m_sliceTimer.stop();
+    if (m_notifier)
+        m_notifier->setEnabled(false);
+    setActivity(Activity::Stopped);
+}
+
+void FileFollower::resume()
+{
+    if (m_activity != Activity::Stopped)
+        return;
+    if (m_notifier)
+        m_notifier->setEnabled(true);
+    continueIndexing();
+}
+
+//! Adds text that follows what was scanned before.
+void FileFollower::scan(const char *bytes, qint64 size)
+{
+    if (m_head.size() < s_signatureSize)
+        m_head.append(bytes, qMin<qsizetype>(size, s_signatureSize - m_head.size()));
+    const qsizetype fresh = qMin<qsizetype>(size, s_signatureSize);
+    m_tail = m_tail.right(s_signatureSize - fresh) + QByteArray(bytes + size - fresh, fresh);
+    m_position += quint64(size);
+    if (!m_scanner->scan(bytes, std::size_t(size)))
+        m_activity = Activity::Full;
+}
+
+//! Reads on for a while, and tells what it found.
+void FileFollower::indexSlice()
+{
+    if (m_activity != Activity::Indexing)
+        return;
+    QElapsedTimer timer;
+    timer.start();
+    qint64 count = 0;
+    const qint64 limit = m_firstSlice ? s_firstSize : s_bufferSize;
+    do {
+        count = m_file->readAt(m_position, m_buffer.data(), limit);
+        if (count <= 0)
+            break;
+        scan(m_buffer.data(), count);
+    } while (!m_firstSlice && m_activity == Activity::Indexing && timer.elapsed() < s_sliceTime);
+    m_firstSlice = false;
+    if (count < 0) {
+        fail(tr("It cannot be read."));
+        return;
+    }
+    if (count < limit && m_activity == Activity::Indexing) {
+        rememberModified();
+        m_activity = Activity::Following;
+    }
+    publish();
+    if (m_activity == Activity::Indexing)
+        m_sliceTimer.start(0);
+}
+
+//! The time of change counts for the text indexed only if there is no more text;
+//! else the next check finds the file longer and comes here again.
+void FileFollower::rememberModified()
+{
+    const std::optional<FileState> state = m_file->state();
+    if (state && state->size <= m_position)
+        m_modified = state->modified;
+}
+
+void FileFollower::pumpStream()
+{
+    if (m_activity != Activity::Indexing)
+        return;
+    QElapsedTimer timer;
+    timer.start();
+    QString error;
+    const qint64 count = m_file->pump(m_buffer.data(), s_bufferSize, &error);
+    if (count > 0)
+        scan(m_buffer.data(), count);
+    if (!error.isEmpty())
+        fail(error);
+    else if (count == 0)
+        m_activity = Activity::Ended;
+    if (m_activity != Activity::Indexing)
+        m_notifier->setEnabled(false);
+    publish();
+}
+
+//! Puts what was scanned into the news.
+void FileFollower::publish()
+{
+    LineBatch batch = m_scanner->takeBatch();
+    const std::optional<FileState> state = m_file->state();
+    tell([&](FollowerNews &news) {
+        news.batches.push_back(std::move(batch));
+        news.activity = m_activity;
+        news.size = state ? state->size : m_position;
+    });
+}
+
+void FileFollower::checkSoon()
+{
+    if (!m_soonTimer.isActive())
+        m_soonTimer.start();
+}
+
+void FileFollower::checkFile()
+{
+    if (m_path != QLatin1String("-"))
+        checkPath();
+    checkContents();
+}
+
+//! Notices that the file was deleted, came back, or is another one.
+void FileFollower::checkPath()
+{
+    const std::optional<FileState> named = TextFile::stateOf(m_path);
+    const std::optional<FileState> open = m_file->state();
+    bool isHere = named && open && named->isSameFile(*open);
+    if (named && !isHere) {
+        QString error;
+        std::shared_ptr<TextFile> file = TextFile::open(m_path, &error);
+        isHere = file && file->streamDescriptor() < 0;
+        if (isHere)
+            follow(std::move(file), Restart::Replaced);
+    }
+    if (isHere && !m_watcher->files().contains(m_path))
+        m_watcher->addPath(m_path);
+    if (m_missing == !isHere)
+        return;
+    m_missing = !isHere;
+    tell([&](FollowerNews &news) { news.missing = !isHere; });
+}
+
+//! Notices that the open file grew, shrank or was rewritten.
+void FileFollower::checkContents()
+{
+    const std::optional<FileState> state = m_file->state();
+    if (!state)
+        return;
+    if (state->size < m_position) {
+        follow(std::exchange(m_file, nullptr), Restart::Truncated);
+        return;
+    }
+    if (m_activity != Activity::Following)
+        return;
+    const bool isLonger = state->size > m_position;
+    if (!isLonger && state->modified == m_modified)
+        return;
+    m_modified = state->modified;
+    if (!isUnchanged())
+        follow(std::exchange(m_file, nullptr), Restart::Rewritten);
+    else if (isLonger)
+        continueIndexing();
+    else
+        tell([](FollowerNews &news) { news.touched = true; });
+}
+
+//! Whether the ends of the indexed part still hold the same text.
+bool FileFollower::isUnchanged() const
+{
+    const quint64 tailAt = m_position - quint64(m_tail.size());
+    return m_file->readAt(0, m_head.size()) == m_head
+        && m_file->readAt(tailAt, m_tail.size()) == m_tail;
+}
+
+void FileFollower::fail(const QString &error)
+{
+    m_activity = Activity::Failed;
+    tell([&](FollowerNews &news) {
+        news.activity = Activity::Failed;
+        news.error = error;
+    });
+}
+
+void FileFollower::setActivity(Activity activity)
+{
+    m_activity = activity;
+    tell([&](FollowerNews &news) { news.activity = activity; });
+}

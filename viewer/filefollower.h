@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef FILEFOLLOWER_H
+#define FILEFOLLOWER_H
+
+#include "lineindex.h"
+#include "textfile.h"
+
+#include <QByteArray>
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QSocketNotifier>
+#include <QString>
+#include <QTimer>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+//! What happened to a followed file since the last look.
+struct FollowerNews
+{
+    //! What the follower does.
+    enum class Activity {
+        Opening,   //!< nothing is known yet
+        Indexing,  //!< there is text that was not looked at
+        Following, //!< all is indexed, and more may come
+        Ended,     //!< the stream is at its end
+        Stopped,   //!< by the user
+        Full,      //!< the most lines that can be shown are indexed
+        Failed     //!< it could not be opened or read; see error
+    };
+
+    //! Why the text begins anew.
+    enum class Restart {
+        None,      //!< it does not
+        Opened,    //!< this is the first file
+        Truncated, //!< the file became shorter
+        Rewritten, //!< the file holds other text than before
+        Replaced   //!< there is another file of the same name
+    };
+
+    Restart restart = Restart::None;       //!< if set, file is new and earlier lines are void
+    std::shared_ptr<const TextFile> file;  //!< the file now followed; null before the first
+    std::vector<LineBatch> batches;        //!< lines found, in order
+    quint64 size = 0;                      //!< bytes of the file
+    Activity activity = Activity::Opening; //!< at present
+    bool missing = false;                  //!< there is no file of that name now
+    bool touched = false;                  //!< text indexed before may have changed without moving
+    QString error;                         //!< a sentence for the user when activity is Failed
+};
+
+/*!
+ * \brief Opens, indexes and watches one file or stream, away from the GUI thread.
+ *
+ * The work is done in slices of 40 ms between which the follower's event loop runs,
+ * so that stop() and the thread's end need no flags. Everything found is put
+ * together in one FollowerNews until the other thread takes it: a slow reader gets
+ * fewer and larger news.
+ *
+ * A regular file is looked at when the system reports a change and every 250 ms.
+ * Its first and last indexed bytes are remembered and compared, so that a file
+ * that was truncated and has grown again in between is recognised.
+ */
+class FileFollower : public QObject
+{
+    Q_OBJECT
+
+public:
+    //! Will follow \a path, "-" being the standard input, up to \a maximumLines
+    //! lines. Does nothing before start().
+    FileFollower(const QString &path, qint64 maximumLines);
+
+    //! Takes the news. May be called from any thread.
+    FollowerNews takeNews();
+
+public Q_SLOTS:
+    //! Opens the file and begins.
+    void start();
+    //! Stops indexing until resume(). What is indexed stays.
+    void stop();
+    //! Goes on after stop().
+    void resume();
+
+Q_SIGNALS:
+    //! takeNews() has something. Not repeated before it was called.
+    void news();
+
+private Q_SLOTS:
+    void checkFile();
+    void indexSlice();
+    void pumpStream();
+    void checkSoon();
+
+private:
+    using Activity = FollowerNews::Activity;
+    using Restart = FollowerNews::Restart;
+
+    void follow(std::shared_ptr<TextFile> file, Restart reason);
+    void watchFile();
+    void watchStream();
+    void checkPath();
+    void checkContents();
+    void continueIndexing();
+    void scan(const char *bytes, qint64 size);
+    bool isUnchanged() const;
+    void rememberModified();
+    void fail(const QString &error);
+    void setActivity(Activity activity);
+    void publish();
+    template<typename Change> void tell(Change change);
+
+    const QString m_path;                    //!< the name followed
+    const qint64 m_maximumLines;             //!< index no more than these
+    std::shared_ptr<TextFile> m_file;        //!< the file of that name, or the last one
+    std::unique_ptr<LineScanner> m_scanner;  //!< of m_file
+    std::vector<char> m_buffer;              //!< for reading
+    quint64 m_position = 0;                  //!< bytes indexed
+    qint64 m_modified = 0;                   //!< m_file's time of change when all was indexed
+    QByteArray m_head;                       //!< the first bytes indexed
+    QByteArray m_tail;                       //!< the last bytes indexed
+    Activity m_activity = Activity::Opening; //!< at present
+    bool m_missing = false;                  //!< there is no file of that name now
+    bool m_firstSlice = true;                //!< nothing of m_file is published yet
+
+    QTimer m_checkTimer {this};                    //!< looks regularly
+    QTimer m_soonTimer {this};                     //!< gathers the system's reports
+    QTimer m_sliceTimer {this};                    //!< runs the next slice
+    std::unique_ptr<QFileSystemWatcher> m_watcher; //!< reports changes
+    std::unique_ptr<QSocketNotifier> m_notifier;   //!< reports a stream's text
+
+    std::mutex m_mutex;       //!< guards the members below
+    FollowerNews m_news;      //!< not taken yet
+    bool m_announced = false; //!< news() was emitted for them
+};
+
+#endif // FILEFOLLOWER_H

@@ -1,0 +1,186 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "filewindow.h"
+
+#include "textfilemodel.h"
+#include "viewertable.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+#include <QMenu>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QToolButton>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int s_progressSteps = 1000;
+
+using Activity = TextFileModel::Activity;
+
+QString displayName(const QString &path)
+{
+    return path == QLatin1String("-") ? FileWindow::tr("Standard input")
+                                      : QFileInfo(path).fileName();
+}
+
+QString displayPath(const QString &path)
+{
+    return path == QLatin1String("-") ? FileWindow::tr("Standard input")
+                                      : QDir::toNativeSeparators(path);
+}
+
+} // namespace
+
+FileWindow::FileWindow(const QString &path, const FormatRequest &request,
+                       FrameStatistics *statistics)
+    : ViewerWindow(statistics)
+    , m_model(std::make_unique<TextFileModel>(path, request))
+{
+    setWindowTitle(displayName(path));
+    createStopAction();
+    createStatusBar();
+    setModel(m_model.get(), Edge::End);
+    connect(m_model.get(), &TextFileModel::statusChanged, this, &FileWindow::updateStatus);
+    m_model->start();
+}
+
+FileWindow::~FileWindow()
+{
+    table()->setModel(nullptr);
+}
+
+void FileWindow::createStopAction()
+{
+    m_stopAction = new QAction(tr("&Stop Indexing"), this);
+    m_stopAction->setShortcut(Qt::Key_Escape);
+    m_stopAction->setEnabled(false);
+    connect(m_stopAction, &QAction::triggered, this, &FileWindow::toggleIndexing);
+    fileMenu()->insertAction(fileMenu()->actions().at(1), m_stopAction);
+    toolBar()->addAction(m_stopAction);
+}
+
+void FileWindow::createStatusBar()
+{
+    m_rowsLabel = new QLabel(this);
+    m_sizeLabel = new QLabel(this);
+    m_encodingLabel = new QLabel(this);
+    m_activityLabel = new QLabel(tr("Opening…"), this);
+    m_progress = new QProgressBar(this);
+    m_progress->setRange(0, s_progressSteps);
+    m_progress->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
+    m_progress->hide();
+    m_stopButton = new QToolButton(this);
+    m_stopButton->setDefaultAction(m_stopAction);
+    m_stopButton->setAutoRaise(true);
+    m_stopButton->hide();
+    statusBar()->addWidget(m_activityLabel, 1);
+    statusBar()->addWidget(m_progress);
+    statusBar()->addWidget(m_stopButton);
+    for (QLabel *label : {m_rowsLabel, m_sizeLabel, m_encodingLabel})
+        statusBar()->addPermanentWidget(label);
+}
+
+bool FileWindow::isSettled() const
+{
+    return m_settled;
+}
+
+void FileWindow::toggleIndexing()
+{
+    if (m_model->activity() == Activity::Stopped)
+        m_model->resumeIndexing();
+    else
+        m_model->stopIndexing();
+}
+
+void FileWindow::updateStatus()
+{
+    const QLocale locale;
+    m_rowsLabel->setText(tr("%L1 rows").arg(m_model->rowCount()));
+    m_sizeLabel->setText(locale.formattedDataSize(qint64(m_model->fileSize())));
+    m_encodingLabel->setText(m_model->encodingName());
+    m_activityLabel->setText(activityText());
+    updateProgress();
+    updateStop();
+    if (m_model->activity() == Activity::Failed && !m_failed)
+        reportFailure();
+    const bool isOpening = m_model->activity() == Activity::Opening;
+    const bool isFirstScreenOpen = m_model->activity() == Activity::Indexing
+        && m_model->rowCount() == 0 && m_model->fileSize() > 0;
+    if (m_settled || isOpening || isFirstScreenOpen)
+        return;
+    m_settled = true;
+    Q_EMIT settled();
+}
+
+void FileWindow::updateProgress()
+{
+    const bool isIndexing = m_model->activity() == Activity::Indexing;
+    const bool isPartial = m_model->indexedBytes() < m_model->fileSize();
+    m_progress->setVisible(isIndexing && isPartial);
+    m_stopButton->setVisible(m_progress->isVisibleTo(this)
+                             || m_model->activity() == Activity::Stopped);
+    if (m_model->fileSize() == 0)
+        return;
+    const double part = double(m_model->indexedBytes()) / double(m_model->fileSize());
+    m_progress->setValue(int(part * s_progressSteps));
+}
+
+void FileWindow::updateStop()
+{
+    const bool isStopped = m_model->activity() == Activity::Stopped;
+    const bool isActive =
+        m_model->activity() == Activity::Indexing || m_model->activity() == Activity::Following;
+    m_stopAction->setText(isStopped ? tr("&Resume Indexing") : tr("&Stop Indexing"));
+    m_stopAction->setEnabled(isStopped || isActive);
+}
+
+QString FileWindow::activityText() const
+{
+    if (m_model->isMissing())
+        return tr("The file was deleted; this is what it held");
+    if (m_model->isFull())
+        return tr("There are more lines; the first %L1 are shown").arg(m_model->rowCount());
+    switch (m_model->activity()) {
+    case Activity::Opening:
+        return tr("Opening…");
+    case Activity::Indexing:
+        return m_model->indexedBytes() < m_model->fileSize() ? tr("Indexing…")
+                                                             : tr("Waiting for more");
+    case Activity::Following:
+        return tr("Complete; growth will be shown");
+    case Activity::Ended:
+        return tr("The input has ended");
+    case Activity::Stopped:
+        return tr("Stopped");
+    case Activity::Full:
+        break;
+    case Activity::Failed:
+        return m_model->errorString();
+    }
+    return {};
+}
+
+void FileWindow::reportFailure()
+{
+    m_failed = true;
+    const QString path = displayPath(m_model->path());
+    std::fprintf(stderr, "vantix-viewer: %s: %s\n", qUtf8Printable(path),
+                 qUtf8Printable(m_model->errorString()));
+    if (m_model->rowCount() == 0)
+        showMessage(tr("%1\ncannot be shown: %2").arg(path, m_model->errorString()));
+}
+
+void FileWindow::closeEvent(QCloseEvent *event)
+{
+    m_model->stopIndexing();
+    ViewerWindow::closeEvent(event);
+}

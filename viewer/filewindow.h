@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef FILEWINDOW_H
+#define FILEWINDOW_H
+
+#include "delimiter.h"
+#include "viewerwindow.h"
+
+#include <memory>
+
+class QProgressBar;
+class QToolButton;
+class TextFileModel;
+
+//! A window that shows one file or the standard input while it is indexed, and
+//! follows it while it grows.
+class FileWindow : public ViewerWindow
+{
+    Q_OBJECT
+
+public:
+    //! Begins to open \a path, "-" for the standard input, in the format that
+    //! \a request leaves open. If that fails, the window and stderr tell why.
+    FileWindow(const QString &path, const FormatRequest &request, FrameStatistics *statistics);
+    ~FileWindow() override;
+
+    TextFileModel *model() const { return m_model.get(); }
+    bool isSettled() const override;
+    bool hasFailed() const override { return m_failed; }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createStatusBar();
+    void createStopAction();
+    void updateStatus();
+    void updateProgress();
+    void updateStop();
+    void reportFailure();
+    void toggleIndexing();
+    QString activityText() const;
+
+    std::unique_ptr<TextFileModel> m_model; //!< the file
+    QAction *m_stopAction = nullptr;        //!< stops indexing, or goes on
+    QLabel *m_rowsLabel = nullptr;          //!< number of rows
+    QLabel *m_sizeLabel = nullptr;          //!< size of the file
+    QLabel *m_encodingLabel = nullptr;      //!< encoding and columns
+    QLabel *m_activityLabel = nullptr;      //!< what goes on
+    QProgressBar *m_progress = nullptr;     //!< indexed part, while there is more
+    QToolButton *m_stopButton = nullptr;    //!< m_stopAction beside the progress
+    bool m_settled = false;                 //!< settled() was emitted
+    bool m_failed = false;                  //!< the file could not be opened
+};
+
+#endif // FILEWINDOW_H

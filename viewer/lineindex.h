@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef LINEINDEX_H
+#define LINEINDEX_H
+
+#include "chunkedarray.h"
+
+#include <QtGlobal>
+
+#include <cstddef>
+#include <vector>
+
+//! Where a line is. A line ends with a line feed, which belongs to it.
+struct LineSpan
+{
+    quint64 offset = 0;      //!< byte position of its start
+    quint64 length = 0;      //!< bytes, the line feed included
+    bool terminated = false; //!< it has its line feed
+
+    friend bool operator==(const LineSpan &, const LineSpan &) = default;
+};
+
+//! A place in the index from which lines can be counted on.
+struct LineCheckpoint
+{
+    quint64 offset = 0;        //!< byte position of the line's start
+    quint64 lengthsBefore = 0; //!< bytes of packed lengths before the line's own
+};
+
+//! What a LineScanner found since the last batch.
+struct LineBatch
+{
+    std::vector<quint8> lengths;             //!< packed lengths of the terminated lines
+    std::vector<LineCheckpoint> checkpoints; //!< of every 64th line among them
+    qint64 lines = 0;                        //!< terminated lines found
+    quint64 end = 0;                         //!< byte position behind the last terminated line
+    quint64 tail = 0;                        //!< bytes of the unterminated line behind it, so far
+};
+
+/*!
+ * \brief Finds line feeds in text that is fed to it piece by piece.
+ *
+ * A length is packed in groups of 7 bits, the lowest first; the top bit says that
+ * another group follows. Lines shorter than 128 bytes take one byte.
+ */
+class LineScanner
+{
+public:
+    //! Finds at most \a maximumLines terminated lines.
+    explicit LineScanner(qint64 maximumLines);
+
+    //! Scans \a size bytes that follow those scanned before. Returns false once
+    //! the maximum is reached; the rest of the bytes is then left out.
+    bool scan(const char *bytes, std::size_t size);
+
+    //! What was found since the last call.
+    LineBatch takeBatch();
+
+    //! Terminated lines found in all.
+    qint64 lines() const { return m_lines; }
+
+private:
+    void addLine(quint64 length);
+
+    qint64 m_maximumLines;       //!< stop here
+    qint64 m_lines = 0;          //!< terminated lines found in all
+    quint64 m_lengthsBefore = 0; //!< packed bytes given away with earlier batches
+    LineBatch m_batch;           //!< found since the last takeBatch()
+};
+
+/*!
+ * \brief Byte positions of the lines of a text, at little more than a byte a line.
+ *
+ * Lengths are stored packed, with a checkpoint every 64 lines: finding a line
+ * unpacks 63 lengths at most, whatever the lines' length. The worst case, lines of
+ * 2^42 bytes and more, is still below 8 bytes a line.
+ */
+class LineIndex
+{
+public:
+    static constexpr qint64 checkpointInterval = 64;
+
+    //! Adds what a scanner found. Batches must arrive complete and in order.
+    void append(const LineBatch &batch);
+
+    //! Number of lines; an unterminated last line counts.
+    qint64 count() const { return m_lines + (m_tail > 0 ? 1 : 0); }
+
+    //! True if the last line has no line feed yet.
+    bool hasTail() const { return m_tail > 0; }
+
+    //! Bytes that the lines cover.
+    quint64 bytes() const { return m_end + m_tail; }
+
+    //! The line \a line, counted from 0. An empty span outside of the text.
+    LineSpan line(qint64 line) const;
+
+    //! Bytes allocated.
+    std::size_t memory() const { return m_lengths.memory() + m_checkpoints.memory(); }
+
+private:
+    quint64 unpack(std::size_t *position) const;
+
+    ChunkedArray<quint8> m_lengths;             //!< packed lengths
+    ChunkedArray<LineCheckpoint> m_checkpoints; //!< of lines 0, 64, 128, …
+    qint64 m_lines = 0;                         //!< terminated lines
+    quint64 m_end = 0;                          //!< byte position behind the last terminated line
+    quint64 m_tail = 0;                         //!< bytes of the unterminated last line
+};
+
+#endif // LINEINDEX_H

@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "session.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+const QString s_header = QStringLiteral("header");
+const QString s_noHeader = QStringLiteral("no-header");
+const QString s_noFollow = QStringLiteral("no-follow");
+const QString s_delimiter = QStringLiteral("delimiter");
+const QString s_rate = QStringLiteral("rate");
+const QString s_newRows = QStringLiteral("new-rows");
+const QString s_seconds = QStringLiteral("seconds");
+const QString s_screenshot = QStringLiteral("screenshot");
+const QString s_stats = QStringLiteral("stats");
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("main", text);
+}
+
+void describe(QCommandLineParser *parser)
+{
+    parser->setApplicationDescription(
+        tr("Opens text files of any size, each in a window of its own, and follows them as they\n"
+           "grow. Without a file it shows a simulated market feed."));
+    parser->addPositionalArgument(tr("file"), tr("Text file, pipe, or - for standard input."),
+                                  tr("[file...]"));
+    parser->addOptions({
+        {s_delimiter,
+         tr("Columns are separated by <separator>: tab, comma, semicolon, pipe, space, one "
+            "character, or none for no columns. Recognised by default."),
+         tr("separator")},
+        {s_header, tr("The first line names the columns. Recognised by default.")},
+        {s_noHeader, tr("The first line is a row like any other.")},
+        {s_noFollow, tr("Begin at the first row, and do not follow.")},
+        {s_rate, tr("New rows per second of the feed, 0 to 50000."), tr("rows"),
+         QStringLiteral("1000")},
+        {s_newRows, tr("New rows of the feed appear at the top or at the end."), tr("top|end"),
+         QStringLiteral("top")},
+        {s_seconds, tr("End after <n> seconds."), tr("n")},
+        {s_screenshot,
+         tr("Save a picture of the first window to <png> at the end; ends after a second unless "
+            "--seconds is given."),
+         tr("png")},
+        {s_stats, tr("Print figures about the run to stdout at the end, as a JSON object.")},
+    });
+    parser->addHelpOption();
+    parser->addVersionOption();
+}
+
+// Fills in what the command line says. Returns what is wrong with it, or nothing.
+QString readNumbers(const QCommandLineParser &parser, SessionOptions *options)
+{
+    bool isNumber = true;
+    options->rate = parser.value(s_rate).toInt(&isNumber);
+    if (!isNumber || options->rate < 0 || options->rate > FeedModel::maximumRate)
+        return tr("--rate wants a number from 0 to 50000.");
+    if (!parser.isSet(s_seconds))
+        return {};
+    options->seconds = parser.value(s_seconds).toDouble(&isNumber);
+    if (!isNumber || !(*options->seconds >= 0 && *options->seconds <= 1'000'000))
+        return tr("--seconds wants a number from 0 to 1000000.");
+    return {};
+}
+
+QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
+{
+    options->files = parser.positionalArguments();
+    options->follow = !parser.isSet(s_noFollow);
+    options->stats = parser.isSet(s_stats);
+    options->screenshot = parser.value(s_screenshot);
+    if (parser.isSet(s_header) || parser.isSet(s_noHeader))
+        options->format.hasHeader = !parser.isSet(s_noHeader);
+    if (parser.isSet(s_delimiter)) {
+        options->format.delimiter = delimiterFromName(parser.value(s_delimiter));
+        if (!options->format.delimiter)
+            return tr("--delimiter wants tab, comma, semicolon, pipe, space, none or one "
+                      "character.");
+    }
+    const QString newRows = parser.value(s_newRows);
+    if (newRows != QLatin1String("top") && newRows != QLatin1String("end"))
+        return tr("--new-rows wants top or end.");
+    if (newRows == QLatin1String("end"))
+        options->newRows = FeedModel::NewRows::AtEnd;
+    const QString problem = readNumbers(parser, options);
+    if (!options->screenshot.isEmpty() && !options->seconds)
+        options->seconds = 1;
+    return problem;
+}
+
+// Whether one of the arguments is an option of that name.
+template<std::size_t count> bool hasOption(int argc, char **argv, const char *const (&names)[count])
+{
+    for (int i = 1; i < argc && std::strcmp(argv[i], "--") != 0; ++i) {
+        for (const char *name : names) {
+            const std::size_t length = std::strlen(name);
+            if (std::strncmp(argv[i], name, length) == 0
+                && (argv[i][length] == '\0' || argv[i][length] == '='))
+                return true;
+        }
+    }
+    return false;
+}
+
+// A run that ends by itself needs nobody who looks at it.
+void doWithoutDisplay(int argc, char **argv)
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    const bool hasDisplay =
+        qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    if (hasDisplay || qEnvironmentVariableIsSet("QT_QPA_PLATFORM")
+        || hasOption(argc, argv, {"-platform", "--platform"}))
+        return;
+    if (hasOption(argc, argv, {"--seconds", "--screenshot"}))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
+}
+
+int runProgram(const QApplication &application)
+{
+    QCommandLineParser parser;
+    describe(&parser);
+    parser.process(application);
+    SessionOptions options;
+    const QString problem = readOptions(parser, &options);
+    if (!problem.isEmpty()) {
+        std::fprintf(stderr, "vantix-viewer: %s\n", qUtf8Printable(problem));
+        return 1;
+    }
+    Session session(options);
+    return session.run();
+}
+
+// Help and version are for terminals without a display too.
+int printHelp(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    describe(&parser);
+    parser.process(application);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication::setApplicationName(QStringLiteral("vantix-viewer"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VIEWER_VERSION));
+    if (hasOption(argc, argv, {"--help", "-h", "--help-all", "--version", "-v"}))
+        return printHelp(argc, argv);
+    doWithoutDisplay(argc, argv);
+    const QApplication application(argc, argv);
+    return runProgram(application);
+}

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef SESSION_H
+#define SESSION_H
+
+#include "delimiter.h"
+#include "feedmodel.h"
+#include "framestatistics.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class ViewerWindow;
+
+//! What the command line asks for.
+struct SessionOptions
+{
+    QStringList files;    //!< to open; none for the simulated feed
+    FormatRequest format; //!< of the files
+    bool follow = true;   //!< follow from the start
+    int rate = 1000;      //!< of the feed, rows per second
+    FeedModel::NewRows newRows = FeedModel::NewRows::AtTop; //!< of the feed
+    std::optional<double> seconds;                          //!< end after these
+    QString screenshot; //!< file for a picture of the first window, if any
+    bool stats = false; //!< print figures at the end
+};
+
+//! One run of the program: a window for each file, or one for the feed.
+class Session : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Session(const SessionOptions &options);
+    ~Session() override;
+
+    //! Shows the windows, runs until they are closed or the time is over, and returns
+    //! the exit status: 1 if the only file or the screenshot failed, else 0.
+    int run();
+
+private:
+    void open(const QString &path);
+    void add(std::unique_ptr<ViewerWindow> window);
+    void forget(const ViewerWindow *window);
+    void endWhenSettled();
+    bool saveScreenshot() const;
+    void printStats() const;
+
+    const SessionOptions m_options;                       //!< as given
+    FrameStatistics m_statistics;                         //!< frames of all windows
+    std::vector<std::unique_ptr<ViewerWindow>> m_windows; //!< the open ones
+    bool m_timeIsOver = false;  //!< the run ends as soon as all windows are settled
+    int m_waits = 0;            //!< looks for a first frame after that
+    bool m_onlyOneFile = false; //!< a file was all that was ever to be shown
+};
+
+#endif // SESSION_H

@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "textfile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("TextFile", text);
+}
+
+QString systemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+FileState toState(const struct stat &status)
+{
+    return {quint64(status.st_dev), quint64(status.st_ino), quint64(status.st_size),
+            qint64(status.st_mtim.tv_sec) * 1'000'000'000 + status.st_mtim.tv_nsec};
+}
+
+// Calls a function that signals may interrupt until they do not.
+template<typename Call> ssize_t uninterrupted(Call call)
+{
+    ssize_t result = 0;
+    do {
+        result = call();
+    } while (result < 0 && errno == EINTR);
+    return result;
+}
+
+FileDescriptor namelessFile()
+{
+    QByteArray name = QFile::encodeName(QDir::tempPath() + QStringLiteral("/vantix-viewer-XXXXXX"));
+    FileDescriptor file(::mkostemp(name.data(), O_CLOEXEC));
+    if (file.isOpen())
+        ::unlink(name.constData());
+    return file;
+}
+
+bool writeAll(int descriptor, const char *bytes, qint64 size)
+{
+    while (size > 0) {
+        const ssize_t written =
+            uninterrupted([&] { return ::write(descriptor, bytes, std::size_t(size)); });
+        if (written < 0)
+            return false;
+        bytes += written;
+        size -= written;
+    }
+    return true;
+}
+
+// Files in /proc and the like claim to be empty but are not.
+bool hidesItsSize(int descriptor, const struct stat &status)
+{
+    char byte = 0;
+    return status.st_size == 0
+        && uninterrupted([&] { return ::pread(descriptor, &byte, 1, 0); }) > 0;
+}
+
+FileDescriptor openDescriptor(const QString &path)
+{
+    if (path == QLatin1String("-"))
+        return FileDescriptor(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0));
+    // Without O_NONBLOCK a pipe would wait for its writer here.
+    return FileDescriptor(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+}
+
+} // namespace
+
+FileDescriptor::FileDescriptor(FileDescriptor &&other) noexcept
+    : m_descriptor(std::exchange(other.m_descriptor, -1))
+{
+}
+
+FileDescriptor &FileDescriptor::operator=(FileDescriptor &&other) noexcept
+{
+    std::swap(m_descriptor, other.m_descriptor);
+    return *this;
+}
+
+FileDescriptor::~FileDescriptor()
+{
+    if (isOpen())
+        ::close(m_descriptor);
+}
+
+std::shared_ptr<TextFile> TextFile::open(const QString &path, QString *error)
+{
+    FileDescriptor descriptor = openDescriptor(path);
+    struct stat status
+    {
+    };
+    if (!descriptor.isOpen() || ::fstat(descriptor.get(), &status) != 0) {
+        *error = systemError();
+        return nullptr;
+    }
+    if (S_ISDIR(status.st_mode)) {
+        *error = tr("It is a directory.");
+        return nullptr;
+    }
+    const bool isInput = path == QLatin1String("-");
+    if (S_ISBLK(status.st_mode) || (S_ISCHR(status.st_mode) && !isInput)) {
+        *error = tr("It is a device, not a file.");
+        return nullptr;
+    }
+    if (!S_ISREG(status.st_mode) || hidesItsSize(descriptor.get(), status))
+        return openStream(std::move(descriptor), error);
+    auto file = std::make_shared<TextFile>();
+    file->m_file = std::move(descriptor);
+    return file;
+}
+
+std::shared_ptr<TextFile> TextFile::openStream(FileDescriptor stream, QString *error)
+{
+    auto file = std::make_shared<TextFile>();
+    file->m_file = namelessFile();
+    if (!file->m_file.isOpen()) {
+        *error = tr("There is no room for a temporary copy: %1").arg(systemError());
+        return nullptr;
+    }
+    file->m_stream = std::move(stream);
+    return file;
+}
+
+std::optional<FileState> TextFile::stateOf(const QString &path)
+{
+    struct stat status
+    {
+    };
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return {};
+    return toState(status);
+}
+
+std::optional<FileState> TextFile::state() const
+{
+    struct stat status
+    {
+    };
+    if (::fstat(m_file.get(), &status) != 0)
+        return {};
+    return toState(status);
+}
+
+qint64 TextFile::readAt(quint64 offset, char *buffer, qint64 size) const
+{
+    qint64 done = 0;
+    while (done < size) {
+        const ssize_t count = uninterrupted([&] {
+            return ::pread(m_file.get(), buffer + done, std::size_t(size - done),
+                           off_t(offset) + off_t(done));
+        });
+        if (count < 0)
+            return -1;
+        if (count == 0)
+            break;
+        done += count;
+    }
+    return done;
+}
+
+QByteArray TextFile::readAt(quint64 offset, qint64 size) const
+{
+    QByteArray bytes(qsizetype(size), Qt::Uninitialized);
+    bytes.truncate(qsizetype(std::max<qint64>(readAt(offset, bytes.data(), size), 0)));
+    return bytes;
+}
+
+qint64 TextFile::pump(char *buffer, qint64 size, QString *error)
+{
+    const ssize_t count =
+        uninterrupted([&] { return ::read(m_stream.get(), buffer, std::size_t(size)); });
+    if (count < 0) {
+        if (errno != EAGAIN && errno != EWOULDBLOCK)
+            *error = systemError();
+        return -1;
+    }
+    if (!writeAll(m_file.get(), buffer, count)) {
+        *error = tr("The temporary copy cannot be written: %1").arg(systemError());
+        return -1;
+    }
+    return count;
+}

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef TEXTFILE_H
+#define TEXTFILE_H
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+//! A file descriptor that closes itself.
+class FileDescriptor
+{
+public:
+    explicit FileDescriptor(int descriptor = -1)
+        : m_descriptor(descriptor)
+    {
+    }
+    FileDescriptor(FileDescriptor &&other) noexcept;
+    FileDescriptor &operator=(FileDescriptor &&other) noexcept;
+    ~FileDescriptor();
+
+    bool isOpen() const { return m_descriptor >= 0; }
+    int get() const { return m_descriptor; }
+
+private:
+    Q_DISABLE_COPY(FileDescriptor)
+
+    int m_descriptor; //!< owned; −1 for none
+};
+
+//! Which file it is, and what tells that it changed.
+struct FileState
+{
+    quint64 device = 0;  //!< with inode: the file's identity
+    quint64 inode = 0;   //!< unique on the device while the file exists
+    quint64 size = 0;    //!< bytes
+    qint64 modified = 0; //!< last change, nanoseconds since 1970
+
+    bool isSameFile(const FileState &other) const
+    {
+        return device == other.device && inode == other.inode;
+    }
+};
+
+/*!
+ * \brief Text that can be read at any position.
+ *
+ * Either a regular file or the copy of a stream: pipes, terminals and files that
+ * do not know their size (as in /proc) are copied to a temporary file that has no
+ * name, by pump(). Opening never waits for a pipe's writer.
+ *
+ * readAt() may be called by several threads at a time, and while another one pumps.
+ */
+class TextFile
+{
+public:
+    //! Opens \a path; "-" is the standard input. Null with a sentence for the
+    //! user in \a error if that fails. Directories and devices are refused.
+    static std::shared_ptr<TextFile> open(const QString &path, QString *error);
+
+    //! State of the file of that name, if there is one.
+    static std::optional<FileState> stateOf(const QString &path);
+
+    //! State of the open file, or of a stream's copy.
+    std::optional<FileState> state() const;
+
+    //! Reads up to \a size bytes from \a offset. Fewer at the end of the file, none
+    //! behind it; −1 if reading fails.
+    qint64 readAt(quint64 offset, char *buffer, qint64 size) const;
+
+    //! The same, as an array of what was there; \a size is at most a few MB.
+    QByteArray readAt(quint64 offset, qint64 size) const;
+
+    //! The stream to wait for before pump(), or −1 for a regular file.
+    int streamDescriptor() const { return m_stream.get(); }
+
+    //! Moves what the stream has, up to \a size bytes, to the copy, and leaves it
+    //! in \a buffer too. 0 at the stream's end, −1 if there is nothing yet or, with
+    //! \a error set, if it failed.
+    qint64 pump(char *buffer, qint64 size, QString *error);
+
+private:
+    static std::shared_ptr<TextFile> openStream(FileDescriptor stream, QString *error);
+
+    FileDescriptor m_file;   //!< what is read
+    FileDescriptor m_stream; //!< where it comes from, if not a regular file
+};
+
+#endif // TEXTFILE_H

@@ -1,0 +1,306 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "textfilemodel.h"
+
+#include <QStringDecoder>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 s_sampleLines = 64;     // that decide on the format
+constexpr quint64 s_sampleBytes = 65536; // the same
+
+// Characters that would be invisible or begin a new line get a visible stand-in.
+QString withPictures(QString text)
+{
+    for (QChar &character : text) {
+        const char16_t code = character.unicode();
+        if (code < 0x20 && code != u'\t')
+            character = QChar(0x2400 + code);
+        else if (code == 0x7f)
+            character = QChar(0x2421);
+        else if (code == QChar::LineSeparator || code == QChar::ParagraphSeparator)
+            character = QChar(0x2424);
+    }
+    return text;
+}
+
+// A cut may fall into a character: its first bytes are no error of the text's.
+QByteArray withoutPartialCharacter(QByteArray bytes)
+{
+    qsizetype continuations = 0;
+    while (continuations < 3 && continuations < bytes.size()
+           && (quint8(bytes[bytes.size() - 1 - continuations]) & 0xc0) == 0x80)
+        ++continuations;
+    const qsizetype lead = bytes.size() - 1 - continuations;
+    if (lead >= 0 && quint8(bytes[lead]) >= 0xc0)
+        bytes.truncate(lead);
+    return bytes;
+}
+
+// The text of a line without its end.
+QString decode(QByteArray bytes)
+{
+    if (bytes.endsWith('\n')) {
+        bytes.chop(1);
+        if (bytes.endsWith('\r'))
+            bytes.chop(1);
+    }
+    return QString::fromUtf8(bytes);
+}
+
+QStringList firstLines(const QByteArray &sample, bool isCut)
+{
+    QStringList lines;
+    qsizetype from = 0;
+    while (from < sample.size() && lines.size() < s_sampleLines) {
+        const qsizetype found = sample.indexOf('\n', from);
+        const bool isPartial = found < 0 && isCut && !lines.isEmpty();
+        if (isPartial)
+            break;
+        const qsizetype end = found < 0 ? sample.size() : found + 1;
+        lines << withPictures(decode(sample.mid(from, end - from)));
+        from = end;
+    }
+    return lines;
+}
+
+QString encodingOf(const QByteArray &sample)
+{
+    const bool isAscii =
+        std::none_of(sample.begin(), sample.end(), [](char byte) { return quint8(byte) >= 0x80; });
+    if (isAscii)
+        return QStringLiteral("ASCII");
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder.decode(sample);
+    return decoder.hasError() ? TextFileModel::tr("not valid UTF-8") : QStringLiteral("UTF-8");
+}
+
+} // namespace
+
+TextFileModel::TextFileModel(const QString &path, const FormatRequest &request, int maximumRows,
+                             QObject *parent)
+    : QAbstractTableModel(parent)
+    , m_path(path)
+    , m_request(request)
+    , m_maximumRows(maximumRows)
+    , m_follower(new FileFollower(path, qint64(maximumRows) + 1)) // one may be the header
+{
+    m_follower->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::started, m_follower, &FileFollower::start);
+    connect(&m_thread, &QThread::finished, m_follower, &QObject::deleteLater);
+    connect(this, &TextFileModel::stopRequested, m_follower, &FileFollower::stop);
+    connect(this, &TextFileModel::resumeRequested, m_follower, &FileFollower::resume);
+    connect(m_follower, &FileFollower::news, this, &TextFileModel::takeNews);
+}
+
+TextFileModel::~TextFileModel()
+{
+    if (!m_thread.isRunning()) {
+        delete m_follower;
+        return;
+    }
+    m_thread.quit();
+    m_thread.wait();
+}
+
+void TextFileModel::start()
+{
+    m_thread.start();
+}
+
+void TextFileModel::stopIndexing()
+{
+    Q_EMIT stopRequested();
+}
+
+void TextFileModel::resumeIndexing()
+{
+    Q_EMIT resumeRequested();
+}
+
+int TextFileModel::rowsFor(qint64 lines) const
+{
+    const qint64 rows = lines - (m_format.hasHeader ? 1 : 0);
+    return int(std::clamp<qint64>(rows, 0, m_maximumRows));
+}
+
+int TextFileModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : rowsFor(m_index.count());
+}
+
+int TextFileModel::columnCount(const QModelIndex &parent) const
+{
+    if (parent.isValid())
+        return 0;
+    return m_format.isDelimited() ? int(m_format.names.size()) : 2;
+}
+
+bool TextFileModel::isFull() const
+{
+    return m_activity == Activity::Full || lineOfRow(rowCount()) < m_index.count();
+}
+
+void TextFileModel::takeNews()
+{
+    const FollowerNews news = m_follower->takeNews();
+    m_activity = news.activity;
+    m_missing = news.missing;
+    m_error = news.error;
+    m_fileSize = news.size;
+    if (news.restart != Restart::None)
+        beginAnew(news);
+    if (!news.batches.empty())
+        addLines(news.batches);
+    if (news.touched)
+        contentsTouched();
+    Q_EMIT statusChanged();
+}
+
+void TextFileModel::beginAnew(const FollowerNews &news)
+{
+    beginResetModel();
+    m_lastRestart = news.restart;
+    m_file = news.file;
+    m_index = LineIndex();
+    m_format = {};
+    m_encoding.clear();
+    m_cache.clear();
+    endResetModel();
+}
+
+bool TextFileModel::isSampleComplete() const
+{
+    return m_index.bytes() >= s_sampleBytes
+        || m_index.count() - (m_index.hasTail() ? 1 : 0) >= s_sampleLines;
+}
+
+//! The format that the first lines ask for; \a available bytes are indexed.
+TextFormat TextFileModel::formatOfSample(quint64 available)
+{
+    const QByteArray sample = m_file->readAt(0, qint64(qMin(available, s_sampleBytes)));
+    m_encoding = encodingOf(sample);
+    return detectFormat(firstLines(sample, available > s_sampleBytes), m_request);
+}
+
+void TextFileModel::addLines(const std::vector<LineBatch> &batches)
+{
+    if (isSampleComplete()) {
+        insertLines(batches);
+        return;
+    }
+    const TextFormat format = formatOfSample(batches.back().end + batches.back().tail);
+    if (format == m_format) {
+        insertLines(batches);
+        return;
+    }
+    beginResetModel();
+    m_format = format;
+    m_cache.clear();
+    appendToIndex(batches);
+    endResetModel();
+}
+
+void TextFileModel::appendToIndex(const std::vector<LineBatch> &batches)
+{
+    for (const LineBatch &batch : batches)
+        m_index.append(batch);
+}
+
+void TextFileModel::insertLines(const std::vector<LineBatch> &batches)
+{
+    const int before = rowCount();
+    const bool hadTail = m_index.hasTail();
+    const quint64 bytesBefore = m_index.bytes();
+    qint64 lines = m_index.count() - (hadTail ? 1 : 0);
+    for (const LineBatch &batch : batches)
+        lines += batch.lines;
+    const int after = rowsFor(lines + (batches.back().tail > 0 ? 1 : 0));
+    if (after > before) {
+        beginInsertRows({}, before, after - 1);
+        appendToIndex(batches);
+        endInsertRows();
+    } else {
+        appendToIndex(batches);
+    }
+    if (!hadTail || before == 0 || m_index.bytes() == bytesBefore)
+        return;
+    m_cache.remove(before - 1);
+    Q_EMIT dataChanged(index(before - 1, 0), index(before - 1, columnCount() - 1));
+}
+
+void TextFileModel::contentsTouched()
+{
+    m_cache.clear();
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+}
+
+QString TextFileModel::readLine(qint64 line) const
+{
+    const LineSpan span = m_index.line(line);
+    const bool isCut = span.length > quint64(maximumLineBytes);
+    const QByteArray bytes =
+        m_file->readAt(span.offset, isCut ? maximumLineBytes : qint64(span.length));
+    if (!isCut)
+        return decode(bytes);
+    return decode(withoutPartialCharacter(bytes)) + QChar(0x2026);
+}
+
+//! The fields of a row, or its text as the only one. Valid until the next call.
+const QStringList &TextFileModel::fields(int row) const
+{
+    if (const QStringList *cached = m_cache.object(row))
+        return *cached;
+    const QString line = readLine(lineOfRow(row));
+    auto *fields = new QStringList(
+        m_format.isDelimited() ? splitFields(line, m_format.delimiter, m_format.names.size())
+                               : QStringList {line});
+    std::transform(fields->begin(), fields->end(), fields->begin(), withPictures);
+    m_cache.insert(row, fields, line.size() + fields->size() * 16 + 64);
+    return *fields;
+}
+
+QString TextFileModel::text(const QModelIndex &index) const
+{
+    if (m_format.isDelimited())
+        return fields(index.row()).value(index.column());
+    if (index.column() == 0)
+        return QString::number(qint64(index.row()) + 1);
+    return fields(index.row()).value(0);
+}
+
+bool TextFileModel::isNumeric(const QModelIndex &index) const
+{
+    if (!m_format.isDelimited())
+        return index.column() == 0;
+    return isNumber(fields(index.row()).value(index.column()));
+}
+
+QVariant TextFileModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    if (role == Qt::DisplayRole)
+        return text(index);
+    if (role == Qt::TextAlignmentRole && isNumeric(index))
+        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+    return {};
+}
+
+QVariant TextFileModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
+        return {};
+    const bool isLineNumber = !m_format.isDelimited() && section == 0;
+    if (role == Qt::TextAlignmentRole)
+        return int((isLineNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    if (role != Qt::DisplayRole)
+        return {};
+    if (m_format.isDelimited())
+        return m_format.names.at(section);
+    return isLineNumber ? tr("Line") : tr("Text");
+}

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef TEXTFILEMODEL_H
+#define TEXTFILEMODEL_H
+
+#include "delimiter.h"
+#include "filefollower.h"
+#include "lineindex.h"
+
+#include <QAbstractTableModel>
+#include <QCache>
+#include <QThread>
+
+#include <limits>
+#include <memory>
+
+/*!
+ * \brief The lines of a text file of any size, while it is indexed and while it grows.
+ *
+ * Text in columns has one model column per field; a line's missing fields are empty,
+ * and the last column shows all that is left of a line with too many. Other text
+ * has two columns, line number and text. The format is decided from the first 64
+ * lines (64 KiB at most), and again while there are fewer than that.
+ *
+ * Memory is a little more than a byte a line; the text itself is read from the file
+ * when it is asked for, so that lines cut off meanwhile appear empty until the model
+ * notices. Only the first 16 KiB of a line are ever read; what is left out is
+ * marked by an ellipsis. Text is taken as UTF-8, what is not valid becomes
+ * U+FFFD, and control characters but the tab are shown as their Unicode pictures.
+ *
+ * A thread of the model's own finds the lines; the model itself lives in the GUI
+ * thread.
+ */
+class TextFileModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    using Activity = FollowerNews::Activity;
+    using Restart = FollowerNews::Restart;
+
+    static constexpr qint64 maximumLineBytes = 16384; //!< read of a line
+
+    //! Shows \a path, or the standard input for "-", in the format that \a request
+    //! leaves open. Never shows more than \a maximumRows lines.
+    explicit TextFileModel(const QString &path, const FormatRequest &request = {},
+                           int maximumRows = std::numeric_limits<int>::max(),
+                           QObject *parent = nullptr);
+    //! Ends the thread, at the latest after its present slice of some 40 ms.
+    ~TextFileModel() override;
+
+    //! Begins to open and to index. Call once, after connecting.
+    void start();
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+
+    QString path() const { return m_path; }
+    const TextFormat &format() const { return m_format; }
+    //! What the thread does.
+    Activity activity() const { return m_activity; }
+    //! There are more lines than can be shown.
+    bool isFull() const;
+    //! There is no file of that name now; the model shows what was there.
+    bool isMissing() const { return m_missing; }
+    //! Why activity() is Failed.
+    QString errorString() const { return m_error; }
+    //! What made the model begin anew most recently.
+    Restart lastRestart() const { return m_lastRestart; }
+    //! Size of the file in bytes, as last seen.
+    quint64 fileSize() const { return m_fileSize; }
+    //! Bytes of the file that are in rows.
+    quint64 indexedBytes() const { return m_index.bytes(); }
+    //! Bytes that the index occupies.
+    std::size_t indexMemory() const { return m_index.memory(); }
+    //! Encoding of the text's beginning: "ASCII", "UTF-8" or "not valid UTF-8".
+    QString encodingName() const { return m_encoding; }
+
+public Q_SLOTS:
+    //! Stops indexing and following; rows stay.
+    void stopIndexing();
+    //! Goes on after stopIndexing().
+    void resumeIndexing();
+
+Q_SIGNALS:
+    //! Anything but the rows changed: activity, sizes, error, encoding.
+    void statusChanged();
+    //! For the thread; not to be used elsewhere.
+    //! @{
+    void stopRequested();
+    void resumeRequested();
+    //! @}
+
+private Q_SLOTS:
+    void takeNews();
+
+private:
+    void beginAnew(const FollowerNews &news);
+    void addLines(const std::vector<LineBatch> &batches);
+    void insertLines(const std::vector<LineBatch> &batches);
+    void appendToIndex(const std::vector<LineBatch> &batches);
+    bool isSampleComplete() const;
+    TextFormat formatOfSample(quint64 available);
+    int rowsFor(qint64 lines) const;
+    qint64 lineOfRow(int row) const { return qint64(row) + (m_format.hasHeader ? 1 : 0); }
+    void contentsTouched();
+    const QStringList &fields(int row) const;
+    QString readLine(qint64 line) const;
+    QString text(const QModelIndex &index) const;
+    bool isNumeric(const QModelIndex &index) const;
+
+    const QString m_path;                               //!< as given
+    const FormatRequest m_request;                      //!< as given
+    const int m_maximumRows;                            //!< as given
+    QThread m_thread;                                   //!< the follower's
+    FileFollower *m_follower;                           //!< lives in m_thread and is deleted by it
+    std::shared_ptr<const TextFile> m_file;             //!< what the index is about
+    LineIndex m_index;                                  //!< lines of m_file
+    TextFormat m_format;                                //!< how lines are shown
+    mutable QCache<int, QStringList> m_cache {1 << 20}; //!< fields by row; cost in characters
+    Activity m_activity = Activity::Opening;            //!< the follower's
+    Restart m_lastRestart = Restart::None;              //!< see lastRestart()
+    bool m_missing = false;                             //!< see isMissing()
+    quint64 m_fileSize = 0;                             //!< bytes
+    QString m_error;                                    //!< see errorString()
+    QString m_encoding;                                 //!< see encodingName()
+};
+
+#endif // TEXTFILEMODEL_H

@@ -1,0 +1,292 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "viewerwindow.h"
+
+#include "framestatistics.h"
+#include "viewertable.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScrollBar>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolBar>
+
+#include <algorithm>
+#include <climits>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr int s_mostCopiedRows = 100'000;
+constexpr int s_growDelay = 150; // ms
+
+// The selected rows as ranges, first to last, ascending.
+std::vector<std::pair<int, int>> selectedRanges(const QItemSelection &selection)
+{
+    std::vector<std::pair<int, int>> ranges;
+    for (const QItemSelectionRange &range : selection)
+        ranges.emplace_back(range.top(), range.bottom());
+    std::sort(ranges.begin(), ranges.end());
+    return ranges;
+}
+
+// Visible columns from left to right.
+QList<int> shownColumns(const QHeaderView *header)
+{
+    QList<int> columns;
+    for (int visual = 0; visual < header->count(); ++visual) {
+        const int column = header->logicalIndex(visual);
+        if (!header->isSectionHidden(column))
+            columns << column;
+    }
+    return columns;
+}
+
+QString rowText(const QAbstractItemModel *model, int row, const QList<int> &columns)
+{
+    QStringList fields;
+    for (const int column : columns)
+        fields << model->index(row, column).data().toString();
+    return fields.join(u'\t');
+}
+
+} // namespace
+
+ViewerWindow::ViewerWindow(FrameStatistics *statistics)
+    : m_pages(new QStackedWidget(this))
+    , m_table(new ViewerTable(statistics, m_pages))
+    , m_message(new QLabel(m_pages))
+{
+    m_message->setAlignment(Qt::AlignCenter);
+    m_message->setWordWrap(true);
+    m_message->setTextFormat(Qt::PlainText);
+    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_message->setMargin(style()->pixelMetric(QStyle::PM_LayoutLeftMargin));
+    m_pages->addWidget(m_table);
+    m_pages->addWidget(m_message);
+    setCentralWidget(m_pages);
+    createActions();
+    createMenus();
+
+    m_pinTimer.setSingleShot(true);
+    m_growTimer.setSingleShot(true);
+    m_growTimer.setInterval(s_growDelay);
+    connect(&m_pinTimer, &QTimer::timeout, this, &ViewerWindow::keepToEdge);
+    connect(&m_growTimer, &QTimer::timeout, m_table, &ViewerTable::growColumns);
+    const QScrollBar *bar = m_table->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, &ViewerWindow::barMoved);
+    connect(bar, &QScrollBar::rangeChanged, this, [this] {
+        if (isFollowing())
+            m_pinTimer.start(0);
+    });
+    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 40);
+}
+
+ViewerWindow::~ViewerWindow() = default;
+
+void ViewerWindow::createActions()
+{
+    m_followAction = new QAction(tr("&Follow"), this);
+    m_followAction->setCheckable(true);
+    m_followAction->setChecked(true);
+    m_followAction->setShortcut(Qt::Key_F5);
+    m_followAction->setToolTip(tr("Keep to the newest rows (F5)"));
+    connect(m_followAction, &QAction::triggered, this, &ViewerWindow::setFollowing);
+
+    m_copyAction = new QAction(tr("&Copy"), this);
+    m_copyAction->setShortcut(QKeySequence::Copy);
+    connect(m_copyAction, &QAction::triggered, this, &ViewerWindow::copySelection);
+}
+
+void ViewerWindow::createMenus()
+{
+    m_fileMenu = menuBar()->addMenu(tr("&File"));
+    QAction *open = m_fileMenu->addAction(tr("&Open…"), this, &ViewerWindow::chooseFile);
+    open->setShortcut(QKeySequence::Open);
+    QAction *close = m_fileMenu->addAction(tr("&Close"), this, &QWidget::close);
+    close->setShortcut(QKeySequence::Close);
+    QAction *quit = m_fileMenu->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);
+    quit->setShortcut(QKeySequence::Quit);
+
+    QMenu *editMenu = menuBar()->addMenu(tr("&Edit"));
+    editMenu->addAction(m_copyAction);
+
+    m_viewMenu = menuBar()->addMenu(tr("&View"));
+    m_viewMenu->addAction(m_followAction);
+
+    QMenu *helpMenu = menuBar()->addMenu(tr("&Help"));
+    helpMenu->addAction(tr("&About"), this, &ViewerWindow::showAbout);
+
+    m_toolBar = addToolBar(tr("Main Tool Bar"));
+    m_toolBar->setMovable(false);
+    m_toolBar->addAction(m_followAction);
+}
+
+void ViewerWindow::chooseFile()
+{
+    const QStringList paths = QFileDialog::getOpenFileNames(this, tr("Open Files"));
+    for (const QString &path : paths)
+        Q_EMIT openRequested(path);
+}
+
+void ViewerWindow::showAbout()
+{
+    QMessageBox::about(
+        this, tr("About %1").arg(QApplication::applicationName()),
+        tr("%1 %2 opens and follows text of any size.")
+            .arg(QApplication::applicationName(), QApplication::applicationVersion()));
+}
+
+void ViewerWindow::setModel(QAbstractItemModel *model, Edge edge)
+{
+    m_table->setModel(model);
+    setEdge(edge);
+    followModel(model);
+    endChange();
+    fitAfterReset();
+}
+
+//! The view was connected before: what the model announces has reached it when these
+//! slots run at the end of a change.
+void ViewerWindow::followModel(QAbstractItemModel *model)
+{
+    connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &ViewerWindow::beginChange);
+    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &ViewerWindow::beginChange);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::endChange);
+    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::endChange);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::fitAfterReset);
+    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::fitAfterReset);
+}
+
+void ViewerWindow::endChange()
+{
+    m_modelChanges = false;
+    if (isFollowing())
+        m_pinTimer.start(0);
+}
+
+//! Takes column widths when the first rows of new columns have come.
+void ViewerWindow::fitAfterReset()
+{
+    const int columns = rows() > 0 ? m_table->model()->columnCount() : 0;
+    if (columns > 0 && columns != m_columnsFitted) {
+        m_columnsFitted = columns;
+        m_table->fitColumns();
+    }
+    if (!m_growTimer.isActive())
+        m_growTimer.start();
+}
+
+int ViewerWindow::rows() const
+{
+    const QAbstractItemModel *model = m_table->model();
+    return model ? model->rowCount() : 0;
+}
+
+void ViewerWindow::showMessage(const QString &text)
+{
+    m_message->setText(text);
+    m_pages->setCurrentWidget(m_message);
+}
+
+void ViewerWindow::setEdge(Edge edge)
+{
+    m_edge = edge;
+    setFollowing(isFollowing());
+}
+
+bool ViewerWindow::isFollowing() const
+{
+    return m_followAction->isChecked();
+}
+
+void ViewerWindow::setFollowing(bool on)
+{
+    m_followAction->setChecked(on);
+    // Decides where the view keeps a table that is shorter than the window.
+    const bool keepTop = on == (m_edge == Edge::Top);
+    m_table->header()->setSortIndicator(-1, keepTop ? Qt::AscendingOrder : Qt::DescendingOrder);
+    if (on)
+        keepToEdge();
+    else if (isAtEdge())
+        leaveEdge();
+}
+
+bool ViewerWindow::isAtEdge() const
+{
+    const QScrollBar *bar = m_table->verticalScrollBar();
+    return bar->value() == (m_edge == Edge::Top ? bar->minimum() : bar->maximum());
+}
+
+void ViewerWindow::keepToEdge()
+{
+    QScrollBar *bar = m_table->verticalScrollBar();
+    if (isFollowing())
+        bar->setValue(m_edge == Edge::Top ? bar->minimum() : bar->maximum());
+}
+
+//! A view at its edge stays there by itself, so that one row has to be given up.
+void ViewerWindow::leaveEdge()
+{
+    QScrollBar *bar = m_table->verticalScrollBar();
+    bar->setValue(bar->value() + (m_edge == Edge::Top ? 1 : -1));
+}
+
+void ViewerWindow::barMoved()
+{
+    if (!m_growTimer.isActive())
+        m_growTimer.start();
+    if (!m_modelChanges && isFollowing() != isAtEdge())
+        setFollowing(isAtEdge());
+}
+
+QString ViewerWindow::selectedText(bool *isCut) const
+{
+    const QAbstractItemModel *model = m_table->model();
+    const QList<int> columns = shownColumns(m_table->header());
+    QStringList lines;
+    int next = 0;
+    for (const auto &[first, last] : selectedRanges(m_table->selectionModel()->selection())) {
+        // Ranges of the same row in several columns are one row.
+        for (int row = qMax(first, next); row <= last; ++row) {
+            if (lines.size() == s_mostCopiedRows) {
+                if (isCut)
+                    *isCut = true;
+                return lines.join(u'\n');
+            }
+            lines << rowText(model, row, columns);
+        }
+        next = qMax(next, last == INT_MAX ? last : last + 1);
+    }
+    return lines.join(u'\n');
+}
+
+void ViewerWindow::copySelection()
+{
+    if (!m_table->selectionModel() || !m_table->selectionModel()->hasSelection())
+        return;
+    bool isCut = false;
+    QGuiApplication::clipboard()->setText(selectedText(&isCut));
+    if (isCut)
+        statusBar()->showMessage(tr("Only the first %L1 rows were copied.").arg(s_mostCopiedRows),
+                                 5000);
+}
+
+void ViewerWindow::closeEvent(QCloseEvent *event)
+{
+    QMainWindow::closeEvent(event);
+    if (event->isAccepted())
+        Q_EMIT closed();
+}

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWERWINDOW_H
+#define VIEWERWINDOW_H
+
+#include <QMainWindow>
+#include <QTimer>
+
+class FrameStatistics;
+class QAbstractItemModel;
+class QAction;
+class QLabel;
+class QMenu;
+class QStackedWidget;
+class QToolBar;
+class ViewerTable;
+
+/*!
+ * \brief A window with one table that keeps to its first or last row as rows arrive.
+ *
+ * Following begins switched on, ends when the user scrolls away from the edge, and
+ * begins again when he comes back to it; the action shows and sets it.
+ */
+class ViewerWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    //! The side of the table on which rows arrive.
+    enum class Edge {
+        Top,
+        End
+    };
+
+    //! An empty window whose frames go to \a statistics, which must outlive it.
+    explicit ViewerWindow(FrameStatistics *statistics);
+    ~ViewerWindow() override;
+
+    ViewerTable *table() const { return m_table; }
+    //! Rows of the table; 0 without a model.
+    int rows() const;
+    bool isFollowing() const;
+    void setFollowing(bool on);
+
+    //! It is known whether there is anything to show.
+    virtual bool isSettled() const { return true; }
+    //! There is nothing to show: it could not be opened.
+    virtual bool hasFailed() const { return false; }
+
+    //! Selected rows as lines of fields between tabs, in the order of the table and
+    //! of the columns on screen. At most 100,000 rows, with \a isCut set if there
+    //! were more.
+    QString selectedText(bool *isCut = nullptr) const;
+
+Q_SIGNALS:
+    //! The user wants another window for \a path.
+    void openRequested(const QString &path);
+    //! The window was closed by the user.
+    void closed();
+    //! isSettled() became true.
+    void settled();
+
+public Q_SLOTS:
+    //! Puts selectedText() on the clipboard.
+    void copySelection();
+
+protected:
+    //! Shows \a model, which stays the caller's, following \a edge.
+    void setModel(QAbstractItemModel *model, Edge edge);
+    void setEdge(Edge edge);
+    //! Shows \a text in place of the table.
+    void showMessage(const QString &text);
+
+    QMenu *fileMenu() const { return m_fileMenu; }
+    QMenu *viewMenu() const { return m_viewMenu; }
+    QToolBar *toolBar() const { return m_toolBar; }
+    QAction *followAction() const { return m_followAction; }
+
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createActions();
+    void createMenus();
+    void chooseFile();
+    void showAbout();
+    void followModel(QAbstractItemModel *model);
+    void barMoved();
+    void keepToEdge();
+    bool isAtEdge() const;
+    void leaveEdge();
+    void beginChange() { m_modelChanges = true; }
+    void endChange();
+    void fitAfterReset();
+
+    QStackedWidget *m_pages;           //!< table or message
+    ViewerTable *m_table;              //!< page 0
+    QLabel *m_message;                 //!< page 1
+    QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
+    QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
+    QToolBar *m_toolBar = nullptr;     //!< Follow is its first action
+    QAction *m_followAction = nullptr; //!< checked while following
+    QAction *m_copyAction = nullptr;   //!< Ctrl+C
+    Edge m_edge = Edge::End;           //!< followed
+    bool m_modelChanges = false;       //!< the view moves the bar, not the user
+    int m_columnsFitted = 0;           //!< columns when widths were last taken; 0 for never
+    QTimer m_pinTimer {this};          //!< goes to the edge when the view is done
+    QTimer m_growTimer {this};         //!< widens columns when scrolling pauses
+};
+
+#endif // VIEWERWINDOW_H
