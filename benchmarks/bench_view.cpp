@@ -5,12 +5,14 @@
 // painting, until the event loop is quiet. Prints the ratio to the better peer.
 
 #include "benchmodel.h"
+#include "itemdelegate.h"
 #include "qtablefastview.h"
 #include "ratioreporter.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QPixmapCache>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTreeView>
@@ -44,6 +46,7 @@ std::unique_ptr<QAbstractItemView> makeFastView(bool isBuffered)
 {
     auto view = std::make_unique<QTableFastView>();
     view->setPaintBufferEnabled(isBuffered);
+    view->setItemDelegate(new Vantix::ItemDelegate(view.get()));
     return view;
 }
 
@@ -356,6 +359,7 @@ int main(int argc, char *argv[])
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(12);
     QApplication::setFont(font);
+    QPixmapCache::setCacheLimit(64 * 1024); // sixteen screens of cells
 
     for (int rows : {1000, 1000000, 10000000})
         registerAll(rows, true);

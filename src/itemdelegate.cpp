@@ -1,0 +1,556 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "itemdelegate.h"
+
+#include "celltext_p.h"
+#include "hexstring.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QDataStream>
+#include <QDateTime>
+#include <QLineEdit>
+#include <QMetaMethod>
+#include <QMetaProperty>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QPointer>
+#include <QStyle>
+#include <QToolTip>
+
+#include <cmath>
+#include <cstring>
+#include <numeric>
+#include <utility>
+
+namespace {
+
+//! QColor::name() as an operand of operator%.
+struct ColorName
+{
+    QRgb rgb;
+};
+
+} // namespace
+
+template<> struct QConcatenable<ColorName>
+{
+    using type = ColorName;
+    using ConvertTo = QString;
+    enum {
+        ExactSize = true
+    };
+    static constexpr qsizetype size(ColorName /*name*/) { return 7; }
+    static void appendTo(ColorName name, QChar *&out)
+    {
+        constexpr char16_t digits[] = u"0123456789abcdef";
+        *out++ = QChar(u'#');
+        for (int shift = 20; shift >= 0; shift -= 4)
+            *out++ = QChar(digits[(name.rgb >> shift) & 0xf]);
+    }
+};
+
+namespace Vantix {
+namespace {
+
+QStyle *styleOf(const QStyleOptionViewItem &opt)
+{
+    return opt.widget ? opt.widget->style() : QApplication::style();
+}
+
+struct StyleMargin
+{
+    QPointer<QStyle> style;
+    int margin = 0;
+};
+
+//! Space left and right of a text, remembered for the last style.
+int marginOf(QStyle *style)
+{
+    auto &known = CellText::perApplication<StyleMargin>();
+    if (known.style != style)
+        known = {style, style->pixelMetric(QStyle::PM_FocusFrameHMargin)};
+    return known.margin;
+}
+
+quint64 brushKey(const QBrush &brush)
+{
+    if (brush.style() == Qt::TexturePattern)
+        return quint64(brush.texture().cacheKey());
+    return quint64(brush.style());
+}
+
+bool isGradient(const QBrush &brush)
+{
+    return brush.gradient() != nullptr;
+}
+
+//! What cacheKey() leaves out of a brush: gradients, transparency and transformations.
+QString brushExtension(const QBrush &brush)
+{
+    if (brush.style() == Qt::NoBrush)
+        return {};
+    const bool isColored = brush.style() != Qt::TexturePattern || brush.texture().isQBitmap();
+    const bool isTransparent = isColored && brush.color().alpha() != 255;
+    if (!isGradient(brush) && !isTransparent && brush.transform().isIdentity())
+        return {};
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    if (isGradient(brush))
+        stream << brush;
+    else
+        stream << brush.color() << brush.transform();
+    return QLatin1Char('B') + QString::fromLatin1(bytes.toHex());
+}
+
+//! The colour group that goes with a state, as views set it.
+QPalette::ColorGroup usualGroup(QStyle::State state)
+{
+    if (!(state & QStyle::State_Enabled))
+        return QPalette::Disabled;
+    return state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+}
+
+//! Where pictures are painted.
+struct Scratch
+{
+    QImage image;
+};
+
+bool isOpaque(const QImage &image)
+{
+    const auto *pixels = reinterpret_cast<const QRgb *>(image.constBits());
+    const qsizetype count = image.sizeInBytes() / qsizetype(sizeof(QRgb));
+    const auto both = [](QRgb a, QRgb b) { return a & b; };
+    return qAlpha(std::reduce(pixels, pixels + count, QRgb(0xff000000), both)) == 0xff;
+}
+
+//! A copy of a painted image as a pixmap, without an alpha channel if that is not used:
+//! the pixmap is then blitted by copying.
+QPixmap pictureOf(const QImage &painted)
+{
+    QImage picture(painted.size(), painted.format());
+    std::memcpy(picture.bits(), painted.constBits(), size_t(painted.sizeInBytes()));
+    picture.setDevicePixelRatio(painted.devicePixelRatio());
+    if (isOpaque(painted))
+        picture.reinterpretAsFormat(QImage::Format_RGB32);
+    return QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion);
+}
+
+//! Where the pixels of a line of width 1 begin, left of or above its coordinate; −1 if
+//! that is not as simple as whole pixels.
+double lineOffset(const QPainter &painter)
+{
+    const QTransform &transform = painter.worldTransform();
+    const bool isWhole = transform.type() <= QTransform::TxTranslate
+        && transform.dx() == std::floor(transform.dx())
+        && transform.dy() == std::floor(transform.dy());
+    if (!isWhole || painter.compositionMode() != QPainter::CompositionMode_SourceOver
+        || painter.testRenderHint(QPainter::Antialiasing)) {
+        return -1;
+    }
+    const double ratio = painter.device()->devicePixelRatioF();
+    if (ratio == 1.0)
+        return 0;
+    return ratio == 2.0 ? 0.5 : -1;
+}
+
+QStyle::StateFlag markOf(Qt::CheckState state)
+{
+    switch (state) {
+    case Qt::Unchecked:
+        return QStyle::State_Off;
+    case Qt::PartiallyChecked:
+        return QStyle::State_NoChange;
+    case Qt::Checked:
+        return QStyle::State_On;
+    }
+    return QStyle::State_None;
+}
+
+//! A decoration as an icon that fills \a size if it has no size of its own.
+QIcon iconOf(const QVariant &decoration, const QSize &size, double dpr)
+{
+    switch (decoration.metaType().id()) {
+    case QMetaType::QColor: {
+        QPixmap pixmap((QSizeF(size) * dpr).toSize());
+        pixmap.fill(qvariant_cast<QColor>(decoration));
+        pixmap.setDevicePixelRatio(dpr);
+        return QIcon(pixmap);
+    }
+    case QMetaType::QPixmap:
+        return QIcon(qvariant_cast<QPixmap>(decoration));
+    case QMetaType::QImage:
+        return QIcon(QPixmap::fromImage(qvariant_cast<QImage>(decoration)));
+    default:
+        return qvariant_cast<QIcon>(decoration);
+    }
+}
+
+} // namespace
+
+ItemDelegate::ItemDelegate(QAbstractItemView *view)
+    : StyledItemDelegate(view)
+{
+}
+
+ItemDelegate::~ItemDelegate() = default;
+
+void ItemDelegate::setDrawFrame(bool on)
+{
+    m_drawFrame = on;
+}
+
+void ItemDelegate::setDrawIndicator(bool on)
+{
+    m_drawIndicator = on;
+}
+
+// Painting
+
+void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const
+{
+    QStyleOptionViewItem opt = option;
+    initStyleOption(&opt, index);
+    if (opt.rect.isEmpty())
+        return;
+    // A picture on its own leaves the painter as it was.
+    const bool isPainterChanged = m_drawIndicator || !m_drawFrame;
+    if (isPainterChanged)
+        painter->save();
+    if (!m_drawFrame)
+        painter->setClipRect(option.rect, Qt::ReplaceClip);
+    if (m_drawIndicator)
+        drawCell(painter, opt, index);
+    else
+        drawPicture(painter, &opt, index);
+    if (isPainterChanged)
+        painter->restore();
+}
+
+void ItemDelegate::drawCell(QPainter *painter, const QStyleOptionViewItem &opt,
+                            const QModelIndex &index) const
+{
+    drawBackground(painter, opt);
+    drawContents(painter, opt, index);
+    if (m_drawFrame)
+        drawFrame(painter, opt);
+}
+
+//! Draws the cell from the cache; on the way \a opt may be changed.
+void ItemDelegate::drawPicture(QPainter *painter, QStyleOptionViewItem *opt,
+                               const QModelIndex &index) const
+{
+    const double dpr = pixelRatio(*opt);
+    const Qt::LayoutDirection direction = painter->layoutDirection();
+    const QPointF place = opt->rect.topLeft();
+    QString key = cacheKey(*opt, dpr);
+    key += keyExtension(*opt, index, direction);
+    QPixmap pixmap;
+    if (!QPixmapCache::find(key, &pixmap)) {
+        opt->rect.moveTo(0, 0);
+        pixmap = render(*opt, index, dpr, direction);
+        QPixmapCache::insert(key, pixmap);
+    }
+    painter->drawPixmap(place, pixmap);
+}
+
+QPixmap ItemDelegate::render(const QStyleOptionViewItem &opt, const QModelIndex &index, double dpr,
+                             Qt::LayoutDirection direction) const
+{
+    const QSize size = (QSizeF(opt.rect.size()) * dpr).toSize();
+    if (size.isEmpty())
+        return {};
+    // Painted in memory that is at hand; a new image would mostly be out of the
+    // processor's cache. Taken, because painting may paint another cell.
+    auto &kept = CellText::perApplication<Scratch>();
+    QImage scratch = std::exchange(kept.image, QImage());
+    if (scratch.size() != size)
+        scratch = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    scratch.setDevicePixelRatio(dpr);
+    scratch.fill(Qt::transparent);
+    QPainter painter(&scratch);
+    painter.setLayoutDirection(direction);
+    drawCell(&painter, opt, index);
+    painter.end();
+    kept.image = std::move(scratch);
+    return pictureOf(kept.image);
+}
+
+QString ItemDelegate::cacheKey(const QStyleOptionViewItem &option, double dpr) const
+{
+    using Byte = HexString<unsigned char>;
+    using Word = HexString<unsigned int>;
+    using Long = HexString<unsigned long long>;
+    const QBrush &background = option.backgroundBrush;
+    const QString font = CellText::fontText(option.font);
+    return QLatin1String("ID:") % option.text % Word {unsigned(option.state.toInt())} % font
+        % Word {unsigned(int(dpr * 1000))} % Word {unsigned(option.rect.width())}
+    % Word {unsigned(option.rect.height())} % Word {unsigned(option.displayAlignment.toInt())}
+    % Long {brushKey(background)} % ColorName {background.color().rgb()}
+    % Word {unsigned(option.features.toInt())} % Word {unsigned(option.checkState)}
+    % Byte {option.showDecorationSelected} % Byte {m_drawFrame} % Byte {m_drawIndicator}
+    % Long {quint64(option.palette.cacheKey())};
+}
+
+QString ItemDelegate::keyExtension(const QStyleOptionViewItem &opt, const QModelIndex &index,
+                                   Qt::LayoutDirection direction) const
+{
+    QString extension = brushExtension(opt.backgroundBrush);
+    const QPalette::ColorGroup current = opt.palette.currentColorGroup();
+    const QPalette::ColorGroup usual = usualGroup(opt.state);
+    if (m_drawFrame && current != usual
+        && opt.palette.color(current, QPalette::Mid) != opt.palette.color(usual, QPalette::Mid)) {
+        extension += QLatin1Char('G') + QString::number(current);
+    }
+    if (colorGroup(opt) == QPalette::Disabled)
+        extension += QLatin1Char('D');
+    if (direction == Qt::RightToLeft)
+        extension += QLatin1Char('R');
+    else if (direction == Qt::LayoutDirectionAuto && opt.text.isRightToLeft())
+        extension += QLatin1Char('A');
+    return extension + narrowTime(opt, index);
+}
+
+//! What a narrow column shows of a date-time: more than the text in the option tells.
+QString ItemDelegate::narrowTime(const QStyleOptionViewItem &opt, const QModelIndex &index) const
+{
+    const int width = textRect(opt, index).width() - 2 * marginOf(styleOf(opt));
+    if (!isTimeOnly(CellText::metricsOf(opt.font), width))
+        return {};
+    const QVariant value = index.data(Qt::DisplayRole);
+    if (value.metaType() != QMetaType::fromType<QDateTime>())
+        return {};
+    return QLatin1Char('T') + dateTimeToShortText(value.toDateTime());
+}
+
+QRect ItemDelegate::indicatorRectByStyle(const QStyleOptionViewItem &opt)
+{
+    QStyle *style = styleOf(opt);
+    const int margin = marginOf(style);
+    const int width = style->pixelMetric(QStyle::PM_IndicatorWidth, &opt, opt.widget);
+    const int height = style->pixelMetric(QStyle::PM_IndicatorHeight, &opt, opt.widget);
+    return {opt.rect.left() + margin, opt.rect.top() + (opt.rect.height() - height) / 2, width,
+            height};
+}
+
+QRect ItemDelegate::indicatorRect(const QStyleOptionViewItem &opt, const QModelIndex &index) const
+{
+    if (!m_drawIndicator)
+        return {};
+    if ((opt.features & QStyleOptionViewItem::HasCheckIndicator)
+        || index.data(Qt::DecorationRole).isValid()) {
+        return indicatorRectByStyle(opt);
+    }
+    return {};
+}
+
+QRect ItemDelegate::textRect(const QStyleOptionViewItem &opt, const QModelIndex &index) const
+{
+    QRect rect = opt.rect;
+    if (!m_drawIndicator)
+        return rect;
+    const QRect indicator = indicatorRect(opt, index);
+    if (!indicator.isNull())
+        rect.setLeft(indicator.right() + 1);
+    return rect;
+}
+
+void ItemDelegate::drawBackground(QPainter *painter, const QStyleOptionViewItem &opt) const
+{
+    if (opt.backgroundBrush.style() != Qt::NoBrush) {
+        painter->fillRect(opt.rect, opt.backgroundBrush);
+        return;
+    }
+    QPalette::ColorRole role = QPalette::Base;
+    if (opt.showDecorationSelected && (opt.state & QStyle::State_Selected))
+        role = QPalette::Highlight;
+    else if (opt.features & QStyleOptionViewItem::Alternate)
+        role = QPalette::AlternateBase;
+    painter->fillRect(opt.rect, opt.palette.color(colorGroup(opt), role));
+}
+
+void ItemDelegate::drawContents(QPainter *p, const QStyleOptionViewItem &opt,
+                                const QModelIndex &index) const
+{
+    if (m_drawIndicator)
+        drawIndicator(p, opt, index);
+    drawText(p, opt, index);
+}
+
+void ItemDelegate::drawIndicator(QPainter *painter, const QStyleOptionViewItem &opt,
+                                 const QModelIndex &index) const
+{
+    if (opt.features & QStyleOptionViewItem::HasCheckIndicator) {
+        QStyleOptionViewItem check = opt;
+        check.rect = indicatorRect(opt, index);
+        check.state &= ~QStyle::State_HasFocus;
+        check.state |= markOf(opt.checkState);
+        styleOf(opt)->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &check, painter,
+                                    opt.widget);
+        return;
+    }
+    const QVariant decoration = index.data(Qt::DecorationRole);
+    const QRect rect = indicatorRect(opt, index);
+    if (!decoration.isValid() || rect.isEmpty())
+        return;
+    iconOf(decoration, rect.size(), painter->device()->devicePixelRatioF())
+        .paint(painter, rect, Qt::AlignCenter, QIcon::Normal, QIcon::Off);
+}
+
+void ItemDelegate::drawText(QPainter *painter, const QStyleOptionViewItem &opt,
+                            const QModelIndex &index) const
+{
+    const QRect rect = textRect(opt, index);
+    const QVariant value = index.data(Qt::DisplayRole);
+    if (rect == opt.rect) {
+        drawCustomText(painter, opt, value);
+        return;
+    }
+    QStyleOptionViewItem textOption = opt;
+    textOption.rect = rect;
+    drawCustomText(painter, textOption, value);
+}
+
+void ItemDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
+                                  const QVariant &value) const
+{
+    const QPalette::ColorRole role =
+        opt.state & QStyle::State_Selected ? QPalette::HighlightedText : QPalette::Text;
+    painter->setPen(opt.palette.color(colorGroup(opt), role));
+    QFont font = opt.font;
+    // The painter would fill up what is not resolved from its device's font.
+    font.setResolveMask(QFont::AllPropertiesResolved);
+    painter->setFont(font);
+
+    const int margin = marginOf(styleOf(opt));
+    const QRect rect = opt.rect.adjusted(margin, 0, -margin, 0);
+    CellText::Line line(painter);
+    const QString text =
+        displayElidedText(value, opt.locale, line.metrics(), Qt::ElideRight, rect.width());
+    line.draw(rect, opt.displayAlignment, text);
+}
+
+void ItemDelegate::drawFrame(QPainter *painter, const QStyleOptionViewItem &opt) const
+{
+    const QRect outline = opt.rect.translated(-1, -1);
+    const QColor color = opt.palette.color(QPalette::Current, QPalette::Mid);
+    const double offset = lineOffset(*painter);
+    if (offset < 0 || color.alpha() != 255) {
+        painter->setPen(color);
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRects(&outline, 1);
+        return;
+    }
+    // The same pixels at a fraction of the cost. The joints of a line of two pixels
+    // leave out the outermost pixel of the left corners.
+    const double joint = offset;
+    const QRectF whole = QRectF(outline).adjusted(-offset, -offset, 1 - offset, 1 - offset);
+    const QRectF horizontal(whole.left() + joint, whole.top(), whole.width() - joint, 1);
+    const QRectF vertical(whole.left(), whole.top() + joint, 1, whole.height() - 2 * joint);
+    painter->fillRect(horizontal, color);
+    painter->fillRect(horizontal.translated(0, whole.height() - 1), color);
+    painter->fillRect(vertical, color);
+    painter->fillRect(vertical.translated(whole.width() - 1, 0), color);
+}
+
+QSize ItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const QSize size = StyledItemDelegate::sizeHint(option, index);
+    if (!m_drawIndicator)
+        return size;
+    const QStyle *style = styleOf(option);
+    const QSize indicator(style->pixelMetric(QStyle::PM_IndicatorWidth, &option, option.widget),
+                          style->pixelMetric(QStyle::PM_IndicatorHeight, &option, option.widget));
+    return size.expandedTo(indicator + QSize(2, 2));
+}
+
+const QWidget *ItemDelegate::parentWidget() const
+{
+    return qobject_cast<const QWidget *>(parent());
+}
+
+QPalette::ColorGroup ItemDelegate::colorGroup(const QStyleOptionViewItem &opt) const
+{
+    const QWidget *widget = parentWidget();
+    const bool isEnabled = widget ? widget->isEnabled() : bool(opt.state & QStyle::State_Enabled);
+    if (!isEnabled)
+        return QPalette::Disabled;
+    return opt.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+}
+
+double ItemDelegate::pixelRatio(const QStyleOptionViewItem &opt) const
+{
+    const QWidget *widget = opt.widget ? opt.widget : parentWidget();
+    return widget ? widget->devicePixelRatioF() : 1.0;
+}
+
+// Editing
+
+QWidget *ItemDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                                    const QModelIndex &index) const
+{
+    QWidget *editor = QStyledItemDelegate::createEditor(parent, option, index);
+    if (auto *lineEdit = qobject_cast<QLineEdit *>(editor)) {
+        QStyleOptionViewItem opt = option;
+        initStyleOption(&opt, index);
+        lineEdit->setAlignment(opt.displayAlignment);
+    }
+    return editor;
+}
+
+void ItemDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
+                                const QModelIndex &index) const
+{
+    QVariant value;
+    if (const auto *lineEdit = qobject_cast<QLineEdit *>(editor)) {
+        value = lineEdit->text();
+    } else {
+        const QMetaProperty property = editor->metaObject()->userProperty();
+        if (property.isValid())
+            value = editor->property(property.name());
+    }
+    if (value.isValid())
+        commitModelData(editor, model, index, value, Qt::EditRole);
+    else
+        QStyledItemDelegate::setModelData(editor, model, index);
+}
+
+void ItemDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                                        const QModelIndex &index) const
+{
+    editor->setGeometry(textRect(option, index));
+}
+
+void ItemDelegate::commitModelData(QWidget *editor, QAbstractItemModel *model,
+                                   const QModelIndex &index, const QVariant &value, int role) const
+{
+    QString reason;
+    try {
+        if (model->setData(index, value, role))
+            return;
+    } catch (const QString &thrown) {
+        reason = thrown;
+    }
+    QString message = tr("Невозможно завершить редактирование.");
+    if (!reason.isEmpty())
+        message += QLatin1Char('\n') + reason;
+
+    const QByteArray signature = QMetaObject::normalizedSignature("showToolTip(QString,QPoint)");
+    const int method = metaObject()->indexOfMethod(signature.constData());
+    if (method < 0)
+        return;
+    // The editor closes after a refusal; the tool tip must come after that.
+    const QPoint position = editor->mapToGlobal(QPoint(0, editor->height()));
+    metaObject()->method(method).invoke(const_cast<ItemDelegate *>(this), Qt::QueuedConnection,
+                                        Q_ARG(QString, message), Q_ARG(QPoint, position));
+}
+
+void ItemDelegate::showToolTip(const QString &msg, const QPoint &pos) const
+{
+    QToolTip::showText(pos, msg, qobject_cast<QWidget *>(parent()), QRect(), -1);
+}
+
+} // namespace Vantix
