@@ -821,7 +821,7 @@ template<int N>
     const Layout t(type);
     bool negative;
     Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
-    const UINT32 status = roundCut<N>(cut, t, 2 * t.bfrac(), negative, rs);
+    const UINT32 status = roundCut<N>(cut, t, t.nfrac + 1, negative, rs);
     if ((status & NoResult) != 0)
         return putNan(ret, t, status);
     storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
@@ -1306,8 +1306,7 @@ Found findNumber(const char *p)
     while (*p == '\t' || *p == '\n' || *p == '\r' || *p == ' ')
         ++p;
     found.negative = *p == '-';
-    if (*p == '-' || *p == '+')
-        ++p;
+    p += found.negative || *p == '+' ? 1 : 0;
     found.integer = skipZeros(p);
     const char *last = skipDigits(found.integer);
     found.nint = last - found.integer;
@@ -1607,7 +1606,7 @@ int BCDIICmp(const void *a_, const void *b_)
 UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
-    if (isNan(bytes(a_)) || isNan(bytes(b_)))
+    if (isNan(bytes(a_)) | isNan(bytes(b_)))
         return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
     if (isSameType(aType, bType) && isSameType(aType, retType))
         return addOneType(bytes(ret), bytes(a_), bytes(b_), retType, rs);
@@ -1623,7 +1622,7 @@ UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
 UINT32 BCDIIMul(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
-    if (isNan(bytes(a_)) || isNan(bytes(b_)))
+    if (isNan(bytes(a_)) | isNan(bytes(b_)))
         return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
     return mulInternal(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
 }
@@ -1648,14 +1647,15 @@ UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd)
 
 UINT32 BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, INT64 i64, int fd)
 {
+    // No branch: the signs of numbers are as good as random.
     BYTE *const bcd = bytes(bcd_dst);
-    if (i64 >= 0)
-        return putInteger(bcd, type, static_cast<UINT64>(i64), fd);
-    const UINT32 status = putInteger(bcd, type, 0 - static_cast<UINT64>(i64), fd);
+    const Word negative = i64 < 0 ? 1 : 0;
+    const UINT64 magnitude = (static_cast<UINT64>(i64) ^ (Word {0} - negative)) + negative;
+    const UINT32 status = putInteger(bcd, type, magnitude, fd);
     // Deliberate: zero and NaN get the sign as well.
     if (Layout(type).ball > 0)
-        bcd[0] |= signBit;
-    return status | IsNegative;
+        bcd[0] = static_cast<BYTE>(bcd[0] | negative << 7);
+    return status | static_cast<UINT32>(negative) * IsNegative;
 }
 
 UINT32 BCDIIGetFromInt64(void *bcd_dst, INT64 i64, int fd)
@@ -1783,8 +1783,8 @@ std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
     const int width = std::max(t.nint, 0) + (hasFraction ? t.nfrac + 1 : 0);
     std::string text(static_cast<std::size_t>(width) + 2, '\0');
     char *to = text.data();
-    if (isNegative(b))
-        *to++ = '-';
+    *to = isNegative(b) ? '-' : '\0';
+    to += isNegative(b) ? 1 : 0;
     to = putIntegerDigits(to, b, t);
     if (hasFraction)
         putFractionDigits(to, b, t);
