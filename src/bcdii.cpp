@@ -447,11 +447,16 @@ template<int N> [[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
     return any;
 }
 
-// The largest word that begins with a type's first byte, which is byte rest - 1 of it.
-[[gnu::always_inline]] inline Word largestTop(Layout d, int rest)
-{
-    return (topMasks[rest] / 128 + 1) * ((d.nint & 1) != 0 ? 10 : 100) - 1;
-}
+// The largest words whose first byte is byte rest - 1, by the tens digits that it may
+// have: 99 in front with an even nint, 9 with an odd one.
+constexpr auto largestTops = [] {
+    std::array<std::array<Word, wordPairs + 1>, 2> largest {};
+    for (int rest = 1; rest <= wordPairs; ++rest) {
+        largest[0][rest] = (Word {100} << (8 * (rest - 1))) - 1;
+        largest[1][rest] = (Word {10} << (8 * (rest - 1))) - 1;
+    }
+    return largest;
+}();
 
 // Whether the kept pairs fit nint digits: nothing in front of the first byte, and
 // no tens digit in it when nint is odd.
@@ -459,7 +464,7 @@ template<int N> [[gnu::always_inline]] inline bool fits(const Words<N> &w, Layou
 {
     const int rest = d.ball - wordPairs * (N - 1);
     if (rest > 0)
-        return w[N - 1] <= largestTop(d, rest);
+        return w[N - 1] <= largestTops[d.nint & 1][rest];
     if constexpr (N > 1) {
         Words<N - 1> low;
         std::copy_n(w.begin(), N - 1, low.begin());
@@ -656,6 +661,17 @@ int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType b
     default:
         return compareShort<4>(a, at, b, bt, fraction);
     }
+}
+
+// Whether all of n bytes are 0.
+bool isZero(const BYTE *bcd, int n)
+{
+    if (n < wordPairs)
+        return n <= 0 || loadShort(bcd, n) == 0;
+    Word any = load<Word>(bcd + n - wordPairs);
+    for (int i = 0; i < n - wordPairs; i += wordPairs)
+        any |= load<Word>(bcd + i);
+    return any == 0;
 }
 
 // Raw bytes of one layout. The last word overlaps the one before it, which is
@@ -1560,7 +1576,7 @@ UINT32 BCDIINeg(void *bcd, BCDIIType type)
     if (isNan(b))
         return NanOperand | Invalid | NoResult;
     const Layout t(type);
-    if (isAllZero(b, b + std::max(t.ball, 0)))
+    if (isZero(b, t.ball))
         return IsZero;
     b[0] ^= signBit;
     return signStatus(isNegative(b));
