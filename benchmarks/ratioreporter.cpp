@@ -48,10 +48,16 @@ void RatioReporter::printSubject(const std::string &subject,
         if (isPeer(who))
             best = std::min(best, time);
     }
-    std::printf("%-42s best peer %12.1f", subject.c_str(), best);
+    const bool hasPeer = best < std::numeric_limits<double>::infinity();
+    std::printf("%-42s", subject.c_str());
+    if (hasPeer)
+        std::printf(" best peer %12.1f", best);
     for (const auto &[who, time] : times) {
-        if (!isPeer(who))
-            std::printf("   %s %12.1f (%.3f)", who.c_str(), time, time / best);
+        if (isPeer(who))
+            continue;
+        std::printf("   %s %12.1f", who.c_str(), time);
+        if (hasPeer)
+            std::printf(" (%.3f)", time / best);
     }
     std::printf("\n");
 }
