@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int s_widestColumn = 400;        // logical pixels, for a start
-constexpr int s_widestLastColumn = 6000;   // logical pixels
+constexpr int s_widestLastColumn = 3000;   // logical pixels
 constexpr qsizetype s_measuredText = 1000; // characters
 constexpr int s_narrowestCharacter = 2;    // logical pixels
 
@@ -37,6 +37,7 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setFrameShape(NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setTextElideMode(Qt::ElideRight);
     header()->setSectionsMovable(true);
 }
@@ -56,18 +57,22 @@ void ViewerTable::resizeEvent(QResizeEvent *event)
     growColumns();
 }
 
+// Unlike other item views, this one does not make a row current that nobody chose:
+// with the current index at an edge the selection would follow the new rows.
+void ViewerTable::focusInEvent(QFocusEvent *event)
+{
+    if (currentIndex().isValid())
+        QTableFastView::focusInEvent(event);
+    else
+        QAbstractScrollArea::focusInEvent(event);
+}
+
 void ViewerTable::fitColumns()
 {
-    if (!model())
-        return;
-    const int last = model()->columnCount() - 1;
-    for (int column = 0; column < last; ++column) {
-        const int wanted = qMax(sizeHintForColumn(column), header()->sectionSizeHint(column));
-        header()->resizeSection(column, qMin(wanted, s_widestColumn));
-    }
-    m_widestText = 0;
-    if (last >= 0)
-        header()->resizeSection(last, header()->sectionSizeHint(last));
+    m_widest.clear();
+    m_given.clear();
+    for (int column = 0; column < header()->count(); ++column)
+        m_given.insert(column, header()->sectionSize(column));
     growColumns();
 }
 
@@ -88,19 +93,30 @@ int ViewerTable::textWidth(int column) const
     return widest + metrics.height();
 }
 
+//! Gives a column the width that it has needed so far, unless the user chose another.
+void ViewerTable::growColumn(int column, int atLeast, int atMost)
+{
+    const int present = header()->sectionSize(column);
+    if (m_given.value(column, present) != present)
+        return;
+    int &widest = m_widest[column];
+    widest = qMax(widest, qMax(textWidth(column), header()->sectionSizeHint(column)));
+    header()->resizeSection(column, qMax(atLeast, qMin(widest, atMost)));
+    m_given.insert(column, header()->sectionSize(column));
+}
+
 void ViewerTable::growColumns()
 {
     if (!model() || header()->count() == 0)
         return;
-    const int first = header()->logicalIndex(0);
-    const int last = header()->logicalIndex(header()->count() - 1);
-    if (first != last && header()->sectionSize(first) < s_widestColumn)
-        header()->resizeSection(first, qMax(header()->sectionSize(first), textWidth(first)));
-    m_widestText = qMax(m_widestText, qMin(textWidth(last), s_widestLastColumn));
-    const int left = viewport()->width() - header()->sectionPosition(last);
-    const int wanted = qMax(left, m_widestText);
-    // A width that was not the user's choice may shrink with the viewport.
-    if (wanted > header()->sectionSize(last) || header()->sectionSize(last) == m_filledWidth)
-        header()->resizeSection(last, wanted);
-    m_filledWidth = wanted;
+    const auto [from, to] = startAndEndColumns(viewport()->rect());
+    const int last = header()->count() - 1;
+    for (int visual = qMax(from, 0); visual <= qMin(to, last - 1); ++visual) {
+        if (!header()->isSectionHidden(header()->logicalIndex(visual)))
+            growColumn(header()->logicalIndex(visual), 0, s_widestColumn);
+    }
+    const int column = header()->logicalIndex(last);
+    if (!header()->isSectionHidden(column))
+        growColumn(column, viewport()->width() - header()->sectionPosition(column),
+                   s_widestLastColumn);
 }

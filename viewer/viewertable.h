@@ -6,6 +6,7 @@
 
 #include "qtablefastview.h"
 
+#include <QHash>
 #include <QStyledItemDelegate>
 
 class FrameStatistics;
@@ -31,13 +32,12 @@ public:
     //! Adds its frames to \a statistics, which must outlive the table.
     explicit ViewerTable(FrameStatistics *statistics, QWidget *parent = nullptr);
 
-    //! Gives every column the width that header and rows on screen need, within
-    //! reason, and the last one what is left of the viewport.
+    //! Takes widths anew: forgets which ones the user chose, and calls growColumns().
     void fitColumns();
 
-    //! Widens the last column to the viewport's edge and to its longest text on
-    //! screen so far, and the first one if its numbers became longer. A width that
-    //! the user gave to the last column stays unless it is too small.
+    //! Widens the columns on screen to what header and rows on screen need, within
+    //! reason, and the last one to the viewport's edge. Widths that the user chose
+    //! stay.
     void growColumns();
 
     //! Whether rows have been painted at least once.
@@ -46,14 +46,16 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
+    void growColumn(int column, int atLeast, int atMost);
     int textWidth(int column) const;
 
     FrameStatistics *m_statistics; //!< not owned
     bool m_hasPaintedRows = false; //!< see hasPaintedRows()
-    int m_widestText = 0;          //!< of the last column, seen so far; logical pixels
-    int m_filledWidth = 0;         //!< last width given to the last column; logical pixels
+    QHash<int, int> m_widest;      //!< by column: width needed so far, logical pixels
+    QHash<int, int> m_given;       //!< by column: width that the user did not choose
 };
 
 #endif // VIEWERTABLE_H
