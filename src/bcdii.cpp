@@ -447,11 +447,16 @@ template<int N> [[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
     return any;
 }
 
-// The largest word that begins with a type's first byte, which is byte rest - 1 of it.
-[[gnu::always_inline]] inline Word largestTop(Layout d, int rest)
-{
-    return (topMasks[rest] / 128 + 1) * ((d.nint & 1) != 0 ? 10 : 100) - 1;
-}
+// The largest words whose first byte is byte rest - 1, by the tens digits that it may
+// have: 99 in front with an even nint, 9 with an odd one.
+constexpr auto largestTops = [] {
+    std::array<std::array<Word, wordPairs + 1>, 2> largest {};
+    for (int rest = 1; rest <= wordPairs; ++rest) {
+        largest[0][rest] = (Word {100} << (8 * (rest - 1))) - 1;
+        largest[1][rest] = (Word {10} << (8 * (rest - 1))) - 1;
+    }
+    return largest;
+}();
 
 // Whether the kept pairs fit nint digits: nothing in front of the first byte, and
 // no tens digit in it when nint is odd.
@@ -459,7 +464,7 @@ template<int N> [[gnu::always_inline]] inline bool fits(const Words<N> &w, Layou
 {
     const int rest = d.ball - wordPairs * (N - 1);
     if (rest > 0)
-        return w[N - 1] <= largestTop(d, rest);
+        return w[N - 1] <= largestTops[d.nint & 1][rest];
     if constexpr (N > 1) {
         Words<N - 1> low;
         std::copy_n(w.begin(), N - 1, low.begin());
@@ -658,6 +663,17 @@ int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType b
     }
 }
 
+// Whether all of n bytes are 0.
+bool isZero(const BYTE *bcd, int n)
+{
+    if (n < wordPairs)
+        return n <= 0 || loadShort(bcd, n) == 0;
+    Word any = load<Word>(bcd + n - wordPairs);
+    for (int i = 0; i < n - wordPairs; i += wordPairs)
+        any |= load<Word>(bcd + i);
+    return any == 0;
+}
+
 // Raw bytes of one layout. The last word overlaps the one before it, which is
 // known to be equal there.
 int compareBytes(const BYTE *a, const BYTE *b, int n)
@@ -821,7 +837,7 @@ template<int N>
     const Layout t(type);
     bool negative;
     Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
-    const UINT32 status = roundCut<N>(cut, t, 2 * t.bfrac(), negative, rs);
+    const UINT32 status = roundCut<N>(cut, t, t.nfrac + 1, negative, rs);
     if ((status & NoResult) != 0)
         return putNan(ret, t, status);
     storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
@@ -1306,8 +1322,7 @@ Found findNumber(const char *p)
     while (*p == '\t' || *p == '\n' || *p == '\r' || *p == ' ')
         ++p;
     found.negative = *p == '-';
-    if (*p == '-' || *p == '+')
-        ++p;
+    p += found.negative || *p == '+' ? 1 : 0;
     found.integer = skipZeros(p);
     const char *last = skipDigits(found.integer);
     found.nint = last - found.integer;
@@ -1561,7 +1576,7 @@ UINT32 BCDIINeg(void *bcd, BCDIIType type)
     if (isNan(b))
         return NanOperand | Invalid | NoResult;
     const Layout t(type);
-    if (isAllZero(b, b + std::max(t.ball, 0)))
+    if (isZero(b, t.ball))
         return IsZero;
     b[0] ^= signBit;
     return signStatus(isNegative(b));
@@ -1607,7 +1622,7 @@ int BCDIICmp(const void *a_, const void *b_)
 UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
-    if (isNan(bytes(a_)) || isNan(bytes(b_)))
+    if (isNan(bytes(a_)) | isNan(bytes(b_)))
         return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
     if (isSameType(aType, bType) && isSameType(aType, retType))
         return addOneType(bytes(ret), bytes(a_), bytes(b_), retType, rs);
@@ -1623,7 +1638,7 @@ UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
 UINT32 BCDIIMul(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
-    if (isNan(bytes(a_)) || isNan(bytes(b_)))
+    if (isNan(bytes(a_)) | isNan(bytes(b_)))
         return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
     return mulInternal(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
 }
@@ -1648,14 +1663,15 @@ UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd)
 
 UINT32 BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, INT64 i64, int fd)
 {
+    // No branch: the signs of numbers are as good as random.
     BYTE *const bcd = bytes(bcd_dst);
-    if (i64 >= 0)
-        return putInteger(bcd, type, static_cast<UINT64>(i64), fd);
-    const UINT32 status = putInteger(bcd, type, 0 - static_cast<UINT64>(i64), fd);
+    const Word negative = i64 < 0 ? 1 : 0;
+    const UINT64 magnitude = (static_cast<UINT64>(i64) ^ (Word {0} - negative)) + negative;
+    const UINT32 status = putInteger(bcd, type, magnitude, fd);
     // Deliberate: zero and NaN get the sign as well.
     if (Layout(type).ball > 0)
-        bcd[0] |= signBit;
-    return status | IsNegative;
+        bcd[0] = static_cast<BYTE>(bcd[0] | negative << 7);
+    return status | static_cast<UINT32>(negative) * IsNegative;
 }
 
 UINT32 BCDIIGetFromInt64(void *bcd_dst, INT64 i64, int fd)
@@ -1783,8 +1799,8 @@ std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
     const int width = std::max(t.nint, 0) + (hasFraction ? t.nfrac + 1 : 0);
     std::string text(static_cast<std::size_t>(width) + 2, '\0');
     char *to = text.data();
-    if (isNegative(b))
-        *to++ = '-';
+    *to = isNegative(b) ? '-' : '\0';
+    to += isNegative(b) ? 1 : 0;
     to = putIntegerDigits(to, b, t);
     if (hasFraction)
         putFractionDigits(to, b, t);

@@ -15,16 +15,36 @@ constexpr int s_widestLastColumn = 3000;   // logical pixels
 constexpr qsizetype s_measuredText = 1000; // characters
 constexpr int s_narrowestCharacter = 2;    // logical pixels
 
+// Somewhat more than fits, so that there still is a text to elide.
+qsizetype shownCharacters(const QRect &rect)
+{
+    return rect.isEmpty() ? s_measuredText
+                          : qMax<qsizetype>(rect.width() / s_narrowestCharacter, 1);
+}
+
 } // namespace
+
+ShortTextDelegate::ShortTextDelegate(QAbstractItemView *view)
+    : Vantix::ItemDelegate(view)
+{
+    setDrawFrame(false);
+}
 
 void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
                                         const QModelIndex &index) const
 {
-    QStyledItemDelegate::initStyleOption(option, index);
-    // Somewhat more than fits, so that the style still sees a text to elide.
-    const qsizetype shown =
-        option->rect.isEmpty() ? s_measuredText : option->rect.width() / s_narrowestCharacter;
-    option->text.truncate(qMax<qsizetype>(shown, 1));
+    Vantix::ItemDelegate::initStyleOption(option, index);
+    option->text.truncate(shownCharacters(option->rect));
+}
+
+void ShortTextDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
+                                       const QVariant &value) const
+{
+    if (value.metaType() == QMetaType::fromType<QString>())
+        Vantix::ItemDelegate::drawCustomText(painter, opt,
+                                             value.toString().left(shownCharacters(opt.rect)));
+    else
+        Vantix::ItemDelegate::drawCustomText(painter, opt, value);
 }
 
 ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)

@@ -4,20 +4,24 @@
 #ifndef VIEWERTABLE_H
 #define VIEWERTABLE_H
 
+#include "itemdelegate.h"
 #include "qtablefastview.h"
 
 #include <QHash>
-#include <QStyledItemDelegate>
 
 class FrameStatistics;
 
 //! Lays out no more of a text than its cell can show: lines may be very long.
-class ShortTextDelegate : public QStyledItemDelegate
+class ShortTextDelegate : public Vantix::ItemDelegate
 {
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    //! A delegate without grid lines; \a view is its parent.
+    explicit ShortTextDelegate(QAbstractItemView *view);
+
+    void drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
+                        const QVariant &value) const override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
