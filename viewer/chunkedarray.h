@@ -36,7 +36,7 @@ public:
         while (left > 0) {
             const std::size_t used = m_size % chunkLength;
             if (used == 0)
-                m_chunks.push_back(std::make_unique_for_overwrite<T[]>(chunkLength));
+                m_chunks.emplace_back(new T[chunkLength]); // left uninitialised on purpose
             const std::size_t count = std::min(left, chunkLength - used);
             std::copy_n(next, count, m_chunks.back().get() + used);
             next += count;

@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr qint64 s_second = 1'000'000'000;  // nanoseconds
-constexpr qint64 s_millisecond = 1'000'000; // nanoseconds
+constexpr qint64 s_second = 1000000000;   // nanoseconds
+constexpr qint64 s_millisecond = 1000000; // nanoseconds
 constexpr qint64 s_pastInterval = 25 * s_millisecond;
 
 // Invented names; any likeness is chance.
@@ -47,7 +47,7 @@ qint64 wave(quint64 seed, quint64 step, int shift, qint64 height)
 qint64 priceOf(int symbol, quint64 number)
 {
     const quint64 seed = scatter(quint64(symbol) + 1);
-    const qint64 floor = 2'000 + qint64(seed % 30'000);
+    const qint64 floor = 2000 + qint64(seed % 30000);
     return floor + wave(seed, number, 19, floor / 2) + wave(seed, number, 14, floor / 20)
         + wave(seed, number, 9, 1 + floor / 200) + qint64(scatter(number) >> 32) % 3;
 }

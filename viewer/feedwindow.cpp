@@ -19,8 +19,8 @@
 
 namespace {
 
-constexpr std::array s_rates {0, 10, 1'000, 10'000, 50'000}; // rows per second
-constexpr int s_tickTime = 16;                               // ms
+constexpr std::array s_rates {0, 10, 1000, 10000, 50000}; // rows per second
+constexpr int s_tickTime = 16;                            // ms
 
 QLabel *createSimulatedLabel(QWidget *parent)
 {

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr qint64 s_step = 10'000;        // nanoseconds
-constexpr std::size_t s_steps = 100'000; // a second in all
+constexpr qint64 s_step = 10000;        // nanoseconds
+constexpr std::size_t s_steps = 100000; // a second in all
 
 } // namespace
 

@@ -68,7 +68,7 @@ QString readNumbers(const QCommandLineParser &parser, SessionOptions *options)
     if (!parser.isSet(s_seconds))
         return {};
     options->seconds = parser.value(s_seconds).toDouble(&isNumber);
-    if (!isNumber || !(*options->seconds >= 0 && *options->seconds <= 1'000'000))
+    if (!isNumber || !(*options->seconds >= 0 && *options->seconds <= 1000000))
         return tr("--seconds wants a number from 0 to 1000000.");
     return {};
 }

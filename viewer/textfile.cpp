@@ -18,6 +18,8 @@
 
 namespace {
 
+using FileStatus = struct stat;
+
 QString tr(const char *text)
 {
     return QCoreApplication::translate("TextFile", text);
@@ -28,10 +30,10 @@ QString systemError()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-FileState toState(const struct stat &status)
+FileState toState(const FileStatus &status)
 {
     return {quint64(status.st_dev), quint64(status.st_ino), quint64(status.st_size),
-            qint64(status.st_mtim.tv_sec) * 1'000'000'000 + status.st_mtim.tv_nsec};
+            qint64(status.st_mtim.tv_sec) * 1000000000 + status.st_mtim.tv_nsec};
 }
 
 // Calls a function that signals may interrupt until they do not.
@@ -67,7 +69,7 @@ bool writeAll(int descriptor, const char *bytes, qint64 size)
 }
 
 // Files in /proc and the like claim to be empty but are not.
-bool hidesItsSize(int descriptor, const struct stat &status)
+bool hidesItsSize(int descriptor, const FileStatus &status)
 {
     char byte = 0;
     return status.st_size == 0
@@ -128,7 +130,7 @@ std::shared_ptr<TextFile> TextFile::open(const QString &path, QString *error)
     return file;
 }
 
-std::shared_ptr<TextFile> TextFile::openStream(FileDescriptor stream, QString *error)
+std::shared_ptr<TextFile> TextFile::openStream(FileDescriptor &&stream, QString *error)
 {
     auto file = std::make_shared<TextFile>();
     file->m_file = namelessFile();

@@ -86,7 +86,7 @@ public:
     qint64 pump(char *buffer, qint64 size, QString *error);
 
 private:
-    static std::shared_ptr<TextFile> openStream(FileDescriptor stream, QString *error);
+    static std::shared_ptr<TextFile> openStream(FileDescriptor &&stream, QString *error);
 
     FileDescriptor m_file;   //!< what is read
     FileDescriptor m_stream; //!< where it comes from, if not a regular file

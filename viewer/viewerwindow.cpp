@@ -29,7 +29,7 @@
 
 namespace {
 
-constexpr int s_mostCopiedRows = 100'000;
+constexpr int s_mostCopiedRows = 100000;
 constexpr int s_growDelay = 150; // ms
 
 // The selected rows as ranges, first to last, ascending.
@@ -93,8 +93,6 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     });
     resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 40);
 }
-
-ViewerWindow::~ViewerWindow() = default;
 
 void ViewerWindow::createActions()
 {

@@ -35,7 +35,6 @@ public:
 
     //! An empty window whose frames go to \a statistics, which must outlive it.
     explicit ViewerWindow(FrameStatistics *statistics);
-    ~ViewerWindow() override;
 
     ViewerTable *table() const { return m_table; }
     //! Rows of the table; 0 without a model.
