@@ -112,6 +112,16 @@ QPalette::ColorGroup usualGroup(QStyle::State state)
     return state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
 }
 
+//! Painters on widgets take the application's direction, not the widget's, which is in
+//! the option. One that was set on the painter counts.
+Qt::LayoutDirection directionOf(const QPainter &painter, const QStyleOptionViewItem &opt)
+{
+    const Qt::LayoutDirection direction = painter.layoutDirection();
+    if (direction == Qt::LayoutDirectionAuto)
+        return opt.direction == Qt::RightToLeft ? Qt::RightToLeft : direction;
+    return direction == QGuiApplication::layoutDirection() ? opt.direction : direction;
+}
+
 //! Where pictures are painted.
 struct Scratch
 {
@@ -222,10 +232,12 @@ void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         painter->save();
     if (!m_drawFrame)
         painter->setClipRect(option.rect, Qt::ReplaceClip);
-    if (m_drawIndicator)
+    if (m_drawIndicator) {
+        painter->setLayoutDirection(directionOf(*painter, opt));
         drawCell(painter, opt, index);
-    else
+    } else {
         drawPicture(painter, &opt, index);
+    }
     if (isPainterChanged)
         painter->restore();
 }
@@ -244,7 +256,7 @@ void ItemDelegate::drawPicture(QPainter *painter, QStyleOptionViewItem *opt,
                                const QModelIndex &index) const
 {
     const double dpr = pixelRatio(*opt);
-    const Qt::LayoutDirection direction = painter->layoutDirection();
+    const Qt::LayoutDirection direction = directionOf(*painter, *opt);
     const QPointF place = opt->rect.topLeft();
     QString key = cacheKey(*opt, dpr);
     key += keyExtension(*opt, index, direction);
