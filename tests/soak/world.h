@@ -112,7 +112,7 @@ private:
     void closeEditors();
 
     QAbstractItemDelegate *newDelegate(uint salt) const;
-    QRect expectedEditorRect(const QModelIndex &index) const;
+    QList<QRect> editorPlaces(const QModelIndex &index) const;
     QString check();
     QString checkPicture();
     QString checkEditors();
