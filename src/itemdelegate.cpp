@@ -81,9 +81,11 @@ quint64 brushKey(const QBrush &brush)
     return quint64(brush.style());
 }
 
-bool isGradient(const QBrush &brush)
+//! Whether the colour of a brush shows and lets something through.
+bool isTransparent(const QBrush &brush)
 {
-    return brush.gradient() != nullptr;
+    const bool hasColor = brush.style() != Qt::TexturePattern || brush.texture().isQBitmap();
+    return hasColor && brush.color().alpha() != 255;
 }
 
 //! What cacheKey() leaves out of a brush: gradients, transparency and transformations.
@@ -91,13 +93,12 @@ QString brushExtension(const QBrush &brush)
 {
     if (brush.style() == Qt::NoBrush)
         return {};
-    const bool isColored = brush.style() != Qt::TexturePattern || brush.texture().isQBitmap();
-    const bool isTransparent = isColored && brush.color().alpha() != 255;
-    if (!isGradient(brush) && !isTransparent && brush.transform().isIdentity())
+    const bool isGradient = brush.gradient() != nullptr;
+    if (!isGradient && !isTransparent(brush) && brush.transform().isIdentity())
         return {};
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    if (isGradient(brush))
+    if (isGradient)
         stream << brush;
     else
         stream << brush.color() << brush.transform();
@@ -148,15 +149,21 @@ QPixmap pictureOf(const QImage &painted)
     return QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion);
 }
 
+//! Whether the painter moves by whole units, if at all.
+bool isMovedByWholes(const QPainter &painter)
+{
+    const QTransform &transform = painter.worldTransform();
+    return transform.type() <= QTransform::TxTranslate
+        && transform.dx() == std::floor(transform.dx())
+        && transform.dy() == std::floor(transform.dy());
+}
+
 //! Where the pixels of a line of width 1 begin, left of or above its coordinate; −1 if
 //! that is not as simple as whole pixels.
 double lineOffset(const QPainter &painter)
 {
-    const QTransform &transform = painter.worldTransform();
-    const bool isWhole = transform.type() <= QTransform::TxTranslate
-        && transform.dx() == std::floor(transform.dx())
-        && transform.dy() == std::floor(transform.dy());
-    if (!isWhole || painter.compositionMode() != QPainter::CompositionMode_SourceOver
+    if (!isMovedByWholes(painter)
+        || painter.compositionMode() != QPainter::CompositionMode_SourceOver
         || painter.testRenderHint(QPainter::Antialiasing)) {
         return -1;
     }
@@ -177,6 +184,18 @@ QStyle::StateFlag markOf(Qt::CheckState state)
         return QStyle::State_On;
     }
     return QStyle::State_None;
+}
+
+//! The palette's colour group, if it is not the usual one and the frame shows that.
+QString frameExtension(const QStyleOptionViewItem &opt)
+{
+    const QPalette::ColorGroup current = opt.palette.currentColorGroup();
+    const QPalette::ColorGroup usual = usualGroup(opt.state);
+    if (current == usual
+        || opt.palette.color(current, QPalette::Mid) == opt.palette.color(usual, QPalette::Mid)) {
+        return {};
+    }
+    return QLatin1Char('G') + QString::number(current);
 }
 
 //! A decoration as an icon that fills \a size if it has no size of its own.
@@ -311,12 +330,8 @@ QString ItemDelegate::keyExtension(const QStyleOptionViewItem &opt, const QModel
                                    Qt::LayoutDirection direction) const
 {
     QString extension = brushExtension(opt.backgroundBrush);
-    const QPalette::ColorGroup current = opt.palette.currentColorGroup();
-    const QPalette::ColorGroup usual = usualGroup(opt.state);
-    if (m_drawFrame && current != usual
-        && opt.palette.color(current, QPalette::Mid) != opt.palette.color(usual, QPalette::Mid)) {
-        extension += QLatin1Char('G') + QString::number(current);
-    }
+    if (m_drawFrame)
+        extension += frameExtension(opt);
     if (colorGroup(opt) == QPalette::Disabled)
         extension += QLatin1Char('D');
     if (direction == Qt::RightToLeft)
