@@ -553,7 +553,8 @@ void TestItemDelegate::pictureIsKeptUnderTheKey()
         delegate.setParent(&viewport);
         cell.option.state = state;
         cell.option.rect.setWidth(41);
-        const QString key = delegate.cacheKey(cell.initialised(delegate), 1);
+        const QString key =
+            delegate.cacheKey(cell.initialised(delegate), viewport.devicePixelRatioF());
         QVERIFY(!isCached(key));
         painted(delegate, cell);
         QVERIFY(isCached(key));
