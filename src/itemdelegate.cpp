@@ -20,8 +20,6 @@
 #include <QToolTip>
 
 #include <cmath>
-#include <cstring>
-#include <numeric>
 #include <utility>
 
 namespace {
@@ -129,22 +127,21 @@ struct Scratch
     QImage image;
 };
 
-bool isOpaque(const QImage &image)
-{
-    const auto *pixels = reinterpret_cast<const QRgb *>(image.constBits());
-    const qsizetype count = image.sizeInBytes() / qsizetype(sizeof(QRgb));
-    const auto both = [](QRgb a, QRgb b) { return a & b; };
-    return qAlpha(std::reduce(pixels, pixels + count, QRgb(0xff000000), both)) == 0xff;
-}
-
 //! A copy of a painted image as a pixmap, without an alpha channel if that is not used:
 //! the pixmap is then blitted by copying.
 QPixmap pictureOf(const QImage &painted)
 {
     QImage picture(painted.size(), painted.format());
-    std::memcpy(picture.bits(), painted.constBits(), size_t(painted.sizeInBytes()));
+    const qsizetype count = painted.sizeInBytes() / qsizetype(sizeof(QRgb));
+    const auto *from = reinterpret_cast<const QRgb *>(painted.constBits());
+    auto *to = reinterpret_cast<QRgb *>(picture.bits());
+    QRgb all = 0xff000000;
+    for (qsizetype i = 0; i < count; ++i) {
+        all &= from[i];
+        to[i] = from[i];
+    }
     picture.setDevicePixelRatio(painted.devicePixelRatio());
-    if (isOpaque(painted))
+    if (all == 0xff000000)
         picture.reinterpretAsFormat(QImage::Format_RGB32);
     return QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion);
 }
