@@ -42,7 +42,7 @@ int saturatedPixel(qint64 value)
 }
 
 // Rounds toward minus infinity: y == −1 belongs to the row above.
-qint64 floorDiv(qint64 y, qint64 height)
+template<typename T> T floorDiv(T y, T height)
 {
     return y >= 0 ? y / height : (y + 1 - height) / height;
 }
@@ -351,7 +351,7 @@ int QTableFastViewPrivate::topRow() const
 int QTableFastViewPrivate::lastSeenRow() const
 {
     const qint64 y = qint64(q_ptr->viewport()->height()) - 1 - contentTop();
-    return saturated(floorDiv(y, q_ptr->m_itemHeight));
+    return saturated(floorDiv<qint64>(y, q_ptr->m_itemHeight));
 }
 
 QRect QTableFastViewPrivate::rowStrip(int row) const
@@ -376,9 +376,10 @@ int QTableFastView::itemAtCoordinate(int y) const
     const int rows = d_ptr->rowCount();
     if (rows == 0 || m_itemHeight < 1)
         return -1;
-    const qint64 inContent = y - d_ptr->contentTop();
-    const qint64 row =
-        d_ptr->isPerPixel() ? inContent / m_itemHeight : floorDiv(inContent, m_itemHeight);
+    const qint64 value = verticalScrollBar()->value();
+    const qint64 row = d_ptr->isPerPixel()
+        ? (value + y) / m_itemHeight
+        : floorDiv(std::max(y, -int(farAway)), m_itemHeight) + value;
     return row < 0 || row >= rows ? -1 : int(row);
 }
 

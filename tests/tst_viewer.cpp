@@ -23,11 +23,10 @@ struct Run
     QJsonObject stats() const { return QJsonDocument::fromJson(output).object(); }
 };
 
-Run run(const QStringList &arguments, const QByteArray &input = {})
+Run run(const QStringList &arguments)
 {
     QProcess process;
     process.start(VIEWER_PROGRAM, arguments);
-    process.write(input);
     process.closeWriteChannel();
     Run result;
     if (process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit)
@@ -223,9 +222,18 @@ void tst_Viewer::goesOnWithOtherFiles()
 
 void tst_Viewer::readsStandardInput()
 {
-    const Run shown = run({"--seconds", "0", "--stats", "-"}, "a\nb\nc");
-    QCOMPARE(shown.status, 0);
-    QCOMPARE(shown.stats().value("rows").toInt(), 3);
+    // The text is in the pipe before the program starts, and the pipe stays open.
+    QCOMPARE(::mkfifo(QFile::encodeName(path("fifo")), 0600), 0);
+    QFile writer(path("fifo"));
+    QVERIFY(writer.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    QCOMPARE(writer.write("a\nb\nc"), 5);
+    QProcess process;
+    process.setStandardInputFile(path("fifo"));
+    process.start(VIEWER_PROGRAM, {"--seconds", "0", "--stats", "-"});
+    QVERIFY(process.waitForFinished(120'000));
+    QCOMPARE(process.exitCode(), 0);
+    const QJsonObject stats = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+    QCOMPARE(stats.value("rows").toInt(), 3);
 }
 
 void tst_Viewer::readsEmptyStandardInput()
@@ -249,16 +257,12 @@ void tst_Viewer::readsFileAsStandardInput()
 void tst_Viewer::readsFifo()
 {
     QCOMPARE(::mkfifo(QFile::encodeName(path("fifo")), 0600), 0);
-    QProcess process;
-    process.start(VIEWER_PROGRAM, {"--seconds", "2", "--stats", path("fifo")});
-    QVERIFY(process.waitForStarted());
     QFile writer(path("fifo"));
-    QVERIFY(writer.open(QIODevice::WriteOnly)); // returns when the program reads
+    QVERIFY(writer.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
     QCOMPARE(writer.write("a\nb\n"), 4);
-    writer.close();
-    QVERIFY(process.waitForFinished(120'000));
-    const QJsonObject stats = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
-    QCOMPARE(stats.value("rows").toInt(), 2);
+    const Run shown = run({"--seconds", "0", "--stats", path("fifo")});
+    QCOMPARE(shown.status, 0);
+    QCOMPARE(shown.stats().value("rows").toInt(), 2);
 }
 
 void tst_Viewer::needsNoDisplay()

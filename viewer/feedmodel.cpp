@@ -74,10 +74,11 @@ bool isRightAligned(int column)
 
 } // namespace
 
-FeedModel::FeedModel(qint64 start, QObject *parent)
+FeedModel::FeedModel(qint64 start, int past, QObject *parent)
     : QAbstractTableModel(parent)
+    , m_count(past)
     , m_now(start * s_millisecond)
-    , m_paces {{0, m_now - (pastTrades - 1) * s_pastInterval, s_pastInterval}}
+    , m_paces {{0, m_now - qint64(past - 1) * s_pastInterval, s_pastInterval}}
 {
 }
 

@@ -57,8 +57,9 @@ public:
     static constexpr int maximumTrades = 2'000'000'000; //!< the feed ends there
     static constexpr int maximumRate = 50'000;          //!< rows per second
 
-    //! The last past trade happened at \a start, milliseconds since 1970.
-    explicit FeedModel(qint64 start, QObject *parent = nullptr);
+    //! Begins with \a past trades, 1 at least, the last of which happened at \a start,
+    //! milliseconds since 1970.
+    explicit FeedModel(qint64 start, int past = pastTrades, QObject *parent = nullptr);
 
     //! Where new rows appear; changing it turns the table upside down.
     NewRows newRows() const { return m_newRows; }
@@ -97,7 +98,7 @@ private:
 
     NewRows m_newRows = NewRows::AtTop; //!< see newRows()
     int m_rate = 0;                     //!< rows per second
-    int m_count = pastTrades;           //!< trades so far
+    int m_count;                        //!< trades so far
     qint64 m_now;                       //!< nanoseconds since 1970
     qint64 m_owed = 0;                  //!< billionths of a trade that are due
     std::vector<Pace> m_paces;          //!< in order; never empty

@@ -66,11 +66,11 @@ void FileFollower::start()
         fail(error);
         return;
     }
-    follow(std::move(file), Restart::Opened);
-    if (m_file->streamDescriptor() >= 0)
-        watchStream();
+    if (file->streamDescriptor() >= 0)
+        watchStream(file->streamDescriptor());
     else
         watchFile();
+    follow(std::move(file), Restart::Opened);
 }
 
 void FileFollower::watchFile()
@@ -83,10 +83,9 @@ void FileFollower::watchFile()
     connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &FileFollower::checkSoon);
 }
 
-void FileFollower::watchStream()
+void FileFollower::watchStream(int descriptor)
 {
-    m_notifier =
-        std::make_unique<QSocketNotifier>(m_file->streamDescriptor(), QSocketNotifier::Read);
+    m_notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &FileFollower::pumpStream);
 }
 
@@ -99,11 +98,13 @@ void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
     m_head.clear();
     m_tail.clear();
     m_firstSlice = true;
+    const std::optional<FileState> state = m_file->state();
     tell([&](FollowerNews &news) {
         // A first opening that nobody has heard of stays one.
         if (news.restart != Restart::Opened)
             news.restart = reason;
         news.file = m_file;
+        news.size = state ? state->size : 0;
         news.batches.clear();
     });
     continueIndexing();
@@ -111,6 +112,12 @@ void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
 
 void FileFollower::continueIndexing()
 {
+    // What a stream already has belongs to its first news.
+    m_activity = Activity::Indexing;
+    if (m_file->streamDescriptor() >= 0 && m_file->hasStreamText()) {
+        pumpStream();
+        return;
+    }
     setActivity(Activity::Indexing);
     if (m_file->streamDescriptor() < 0)
         m_sliceTimer.start(0);
@@ -134,6 +141,16 @@ void FileFollower::resume()
     if (m_notifier)
         m_notifier->setEnabled(true);
     continueIndexing();
+}
+
+void FileFollower::finish()
+{
+    for (QTimer *timer : {&m_checkTimer, &m_soonTimer, &m_sliceTimer})
+        timer->stop();
+    m_watcher.reset();
+    m_notifier.reset();
+    const std::lock_guard lock(m_mutex);
+    m_announced = true;
 }
 
 //! Adds text that follows what was scanned before.

@@ -82,6 +82,9 @@ public Q_SLOTS:
     void stop();
     //! Goes on after stop().
     void resume();
+    //! Stops for good. To be called in the follower's thread before that ends; after
+    //! another takeNews() any thread may delete the follower.
+    void finish();
 
 Q_SIGNALS:
     //! takeNews() has something. Not repeated before it was called.
@@ -99,7 +102,7 @@ private:
 
     void follow(std::shared_ptr<TextFile> file, Restart reason);
     void watchFile();
-    void watchStream();
+    void watchStream(int descriptor);
     void checkPath();
     void checkContents();
     void continueIndexing();

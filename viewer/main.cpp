@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QPixmapCache>
 
 #include <algorithm>
 #include <cstdio>
@@ -160,5 +161,6 @@ int main(int argc, char **argv)
         return printHelp(argc, argv);
     doWithoutDisplay(argc, argv);
     const QApplication application(argc, argv);
+    QPixmapCache::setCacheLimit(64 * 1024); // KiB: several screens of cells, at a ratio of 2 too
     return runProgram(application);
 }

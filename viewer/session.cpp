@@ -5,7 +5,6 @@
 
 #include "feedwindow.h"
 #include "filewindow.h"
-#include "viewertable.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -105,9 +104,10 @@ void Session::endWhenSettled()
         return;
     // However short the time: what was opened shall have been on the screen, unless
     // the window system shows nothing at all.
-    const bool isPainted = m_statistics.frames() > 0 || !m_windows.front()->table()->isVisible();
+    const bool isPainted = std::all_of(m_windows.begin(), m_windows.end(),
+                                       [](const auto &window) { return window->isPainted(); });
     if (isPainted || m_waits == s_mostWaits) {
-        QApplication::quit();
+        QApplication::exit(); // quit() would close the windows, which are asked later
         return;
     }
     ++m_waits;

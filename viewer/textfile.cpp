@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -181,6 +182,12 @@ QByteArray TextFile::readAt(quint64 offset, qint64 size) const
     QByteArray bytes(qsizetype(size), Qt::Uninitialized);
     bytes.truncate(qsizetype(std::max<qint64>(readAt(offset, bytes.data(), size), 0)));
     return bytes;
+}
+
+bool TextFile::hasStreamText() const
+{
+    pollfd stream {m_stream.get(), POLLIN, 0};
+    return uninterrupted([&] { return ::poll(&stream, 1, 0); }) > 0;
 }
 
 qint64 TextFile::pump(char *buffer, qint64 size, QString *error)

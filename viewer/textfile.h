@@ -77,6 +77,9 @@ public:
     //! The stream to wait for before pump(), or −1 for a regular file.
     int streamDescriptor() const { return m_stream.get(); }
 
+    //! Whether pump() would find text or the stream's end now.
+    bool hasStreamText() const;
+
     //! Moves what the stream has, up to \a size bytes, to the copy, and leaves it
     //! in \a buffer too. 0 at the stream's end, −1 if there is nothing yet or, with
     //! \a error set, if it failed.

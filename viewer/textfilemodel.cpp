@@ -86,24 +86,23 @@ TextFileModel::TextFileModel(const QString &path, const FormatRequest &request, 
     , m_path(path)
     , m_request(request)
     , m_maximumRows(maximumRows)
-    , m_follower(new FileFollower(path, qint64(maximumRows) + 1)) // one may be the header
+    // One line more, for the header.
+    , m_follower(std::make_unique<FileFollower>(path, qint64(maximumRows) + 1))
 {
     m_follower->moveToThread(&m_thread);
-    connect(&m_thread, &QThread::started, m_follower, &FileFollower::start);
-    connect(&m_thread, &QThread::finished, m_follower, &QObject::deleteLater);
-    connect(this, &TextFileModel::stopRequested, m_follower, &FileFollower::stop);
-    connect(this, &TextFileModel::resumeRequested, m_follower, &FileFollower::resume);
-    connect(m_follower, &FileFollower::news, this, &TextFileModel::takeNews);
+    connect(&m_thread, &QThread::started, m_follower.get(), &FileFollower::start);
+    connect(&m_thread, &QThread::finished, m_follower.get(), &FileFollower::finish,
+            Qt::DirectConnection); // in the thread that ends
+    connect(this, &TextFileModel::stopRequested, m_follower.get(), &FileFollower::stop);
+    connect(this, &TextFileModel::resumeRequested, m_follower.get(), &FileFollower::resume);
+    connect(m_follower.get(), &FileFollower::news, this, &TextFileModel::takeNews);
 }
 
 TextFileModel::~TextFileModel()
 {
-    if (!m_thread.isRunning()) {
-        delete m_follower;
-        return;
-    }
     m_thread.quit();
     m_thread.wait();
+    m_follower->takeNews();
 }
 
 void TextFileModel::start()

@@ -117,7 +117,7 @@ private:
     const FormatRequest m_request;                      //!< as given
     const int m_maximumRows;                            //!< as given
     QThread m_thread;                                   //!< the follower's
-    FileFollower *m_follower;                           //!< lives in m_thread and is deleted by it
+    std::unique_ptr<FileFollower> m_follower;           //!< works in m_thread
     std::shared_ptr<const TextFile> m_file;             //!< what the index is about
     LineIndex m_index;                                  //!< lines of m_file
     TextFormat m_format;                                //!< how lines are shown

@@ -11,20 +11,40 @@
 namespace {
 
 constexpr int s_widestColumn = 400;        // logical pixels, for a start
-constexpr int s_widestLastColumn = 6000;   // logical pixels
+constexpr int s_widestLastColumn = 3000;   // logical pixels
 constexpr qsizetype s_measuredText = 1000; // characters
 constexpr int s_narrowestCharacter = 2;    // logical pixels
 
+// Somewhat more than fits, so that there still is a text to elide.
+qsizetype shownCharacters(const QRect &rect)
+{
+    return rect.isEmpty() ? s_measuredText
+                          : qMax<qsizetype>(rect.width() / s_narrowestCharacter, 1);
+}
+
 } // namespace
+
+ShortTextDelegate::ShortTextDelegate(QAbstractItemView *view)
+    : Vantix::ItemDelegate(view)
+{
+    setDrawFrame(false);
+}
 
 void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
                                         const QModelIndex &index) const
 {
-    QStyledItemDelegate::initStyleOption(option, index);
-    // Somewhat more than fits, so that the style still sees a text to elide.
-    const qsizetype shown =
-        option->rect.isEmpty() ? s_measuredText : option->rect.width() / s_narrowestCharacter;
-    option->text.truncate(qMax<qsizetype>(shown, 1));
+    Vantix::ItemDelegate::initStyleOption(option, index);
+    option->text.truncate(shownCharacters(option->rect));
+}
+
+void ShortTextDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
+                                       const QVariant &value) const
+{
+    if (value.metaType() == QMetaType::fromType<QString>())
+        Vantix::ItemDelegate::drawCustomText(painter, opt,
+                                             value.toString().left(shownCharacters(opt.rect)));
+    else
+        Vantix::ItemDelegate::drawCustomText(painter, opt, value);
 }
 
 ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
@@ -37,6 +57,7 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setFrameShape(NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setTextElideMode(Qt::ElideRight);
     header()->setSectionsMovable(true);
 }
@@ -47,6 +68,7 @@ void ViewerTable::paintEvent(QPaintEvent *event)
     timer.start();
     QTableFastView::paintEvent(event);
     m_statistics->add(timer.nsecsElapsed());
+    m_hasPaintedRows = m_hasPaintedRows || (model() && model()->rowCount() > 0);
 }
 
 void ViewerTable::resizeEvent(QResizeEvent *event)
@@ -55,18 +77,22 @@ void ViewerTable::resizeEvent(QResizeEvent *event)
     growColumns();
 }
 
+// Unlike other item views, this one does not make a row current that nobody chose:
+// with the current index at an edge the selection would follow the new rows.
+void ViewerTable::focusInEvent(QFocusEvent *event)
+{
+    if (currentIndex().isValid())
+        QTableFastView::focusInEvent(event);
+    else
+        QAbstractScrollArea::focusInEvent(event);
+}
+
 void ViewerTable::fitColumns()
 {
-    if (!model())
-        return;
-    const int last = model()->columnCount() - 1;
-    for (int column = 0; column < last; ++column) {
-        const int wanted = qMax(sizeHintForColumn(column), header()->sectionSizeHint(column));
-        header()->resizeSection(column, qMin(wanted, s_widestColumn));
-    }
-    m_widestText = 0;
-    if (last >= 0)
-        header()->resizeSection(last, header()->sectionSizeHint(last));
+    m_widest.clear();
+    m_given.clear();
+    for (int column = 0; column < header()->count(); ++column)
+        m_given.insert(column, header()->sectionSize(column));
     growColumns();
 }
 
@@ -76,9 +102,8 @@ int ViewerTable::textWidth(int column) const
     const int first = getFirstVisibleItem();
     if (first < 0)
         return 0;
-    int last = itemAtCoordinate(viewport()->height() - 1);
-    if (last < 0)
-        last = model()->rowCount() - 1;
+    const int visible = viewport()->height() / qMax(m_itemHeight, 1);
+    const int last = qMin(first + visible, model()->rowCount() - 1);
     const QFontMetrics metrics = fontMetrics();
     int widest = 0;
     for (int row = first; row <= last; ++row) {
@@ -88,19 +113,30 @@ int ViewerTable::textWidth(int column) const
     return widest + metrics.height();
 }
 
+//! Gives a column the width that it has needed so far, unless the user chose another.
+void ViewerTable::growColumn(int column, int atLeast, int atMost)
+{
+    const int present = header()->sectionSize(column);
+    if (m_given.value(column, present) != present)
+        return;
+    int &widest = m_widest[column];
+    widest = qMax(widest, qMax(textWidth(column), header()->sectionSizeHint(column)));
+    header()->resizeSection(column, qMax(atLeast, qMin(widest, atMost)));
+    m_given.insert(column, header()->sectionSize(column));
+}
+
 void ViewerTable::growColumns()
 {
     if (!model() || header()->count() == 0)
         return;
-    const int first = header()->logicalIndex(0);
-    const int last = header()->logicalIndex(header()->count() - 1);
-    if (first != last && header()->sectionSize(first) < s_widestColumn)
-        header()->resizeSection(first, qMax(header()->sectionSize(first), textWidth(first)));
-    m_widestText = qMax(m_widestText, qMin(textWidth(last), s_widestLastColumn));
-    const int left = viewport()->width() - header()->sectionPosition(last);
-    const int wanted = qMax(left, m_widestText);
-    // A width that was not the user's choice may shrink with the viewport.
-    if (wanted > header()->sectionSize(last) || header()->sectionSize(last) == m_filledWidth)
-        header()->resizeSection(last, wanted);
-    m_filledWidth = wanted;
+    const auto [from, to] = startAndEndColumns(viewport()->rect());
+    const int last = header()->count() - 1;
+    for (int visual = qMax(from, 0); visual <= qMin(to, last - 1); ++visual) {
+        if (!header()->isSectionHidden(header()->logicalIndex(visual)))
+            growColumn(header()->logicalIndex(visual), 0, s_widestColumn);
+    }
+    const int column = header()->logicalIndex(last);
+    if (!header()->isSectionHidden(column))
+        growColumn(column, viewport()->width() - header()->sectionPosition(column),
+                   s_widestLastColumn);
 }

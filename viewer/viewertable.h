@@ -4,19 +4,24 @@
 #ifndef VIEWERTABLE_H
 #define VIEWERTABLE_H
 
+#include "itemdelegate.h"
 #include "qtablefastview.h"
 
-#include <QStyledItemDelegate>
+#include <QHash>
 
 class FrameStatistics;
 
 //! Lays out no more of a text than its cell can show: lines may be very long.
-class ShortTextDelegate : public QStyledItemDelegate
+class ShortTextDelegate : public Vantix::ItemDelegate
 {
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    //! A delegate without grid lines; \a view is its parent.
+    explicit ShortTextDelegate(QAbstractItemView *view);
+
+    void drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
+                        const QVariant &value) const override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
@@ -31,25 +36,30 @@ public:
     //! Adds its frames to \a statistics, which must outlive the table.
     explicit ViewerTable(FrameStatistics *statistics, QWidget *parent = nullptr);
 
-    //! Gives every column the width that header and rows on screen need, within
-    //! reason, and the last one what is left of the viewport.
+    //! Takes widths anew: forgets which ones the user chose, and calls growColumns().
     void fitColumns();
 
-    //! Widens the last column to the viewport's edge and to its longest text on
-    //! screen so far, and the first one if its numbers became longer. A width that
-    //! the user gave to the last column stays unless it is too small.
+    //! Widens the columns on screen to what header and rows on screen need, within
+    //! reason, and the last one to the viewport's edge. Widths that the user chose
+    //! stay.
     void growColumns();
+
+    //! Whether rows have been painted at least once.
+    bool hasPaintedRows() const { return m_hasPaintedRows; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
+    void growColumn(int column, int atLeast, int atMost);
     int textWidth(int column) const;
 
     FrameStatistics *m_statistics; //!< not owned
-    int m_widestText = 0;          //!< of the last column, seen so far; logical pixels
-    int m_filledWidth = 0;         //!< last width given to the last column; logical pixels
+    bool m_hasPaintedRows = false; //!< see hasPaintedRows()
+    QHash<int, int> m_widest;      //!< by column: width needed so far, logical pixels
+    QHash<int, int> m_given;       //!< by column: width that the user did not choose
 };
 
 #endif // VIEWERTABLE_H

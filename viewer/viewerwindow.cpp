@@ -155,7 +155,7 @@ void ViewerWindow::setModel(QAbstractItemModel *model, Edge edge)
     setEdge(edge);
     followModel(model);
     endChange();
-    fitAfterReset();
+    fitNewColumns();
 }
 
 //! The view was connected before: what the model announces has reached it when these
@@ -166,8 +166,8 @@ void ViewerWindow::followModel(QAbstractItemModel *model)
     connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &ViewerWindow::beginChange);
     connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::endChange);
     connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::endChange);
-    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::fitAfterReset);
-    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::fitAfterReset);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::fitNewColumns);
+    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::fitNewColumns);
 }
 
 void ViewerWindow::endChange()
@@ -178,9 +178,10 @@ void ViewerWindow::endChange()
 }
 
 //! Takes column widths when the first rows of new columns have come.
-void ViewerWindow::fitAfterReset()
+void ViewerWindow::fitNewColumns()
 {
-    const int columns = rows() > 0 ? m_table->model()->columnCount() : 0;
+    const bool isOnScreen = rows() > 0 && m_table->isVisible();
+    const int columns = isOnScreen ? m_table->model()->columnCount() : 0;
     if (columns > 0 && columns != m_columnsFitted) {
         m_columnsFitted = columns;
         m_table->fitColumns();
@@ -282,6 +283,17 @@ void ViewerWindow::copySelection()
     if (isCut)
         statusBar()->showMessage(tr("Only the first %L1 rows were copied.").arg(s_mostCopiedRows),
                                  5000);
+}
+
+bool ViewerWindow::isPainted() const
+{
+    return rows() == 0 || !m_table->isVisible() || m_table->hasPaintedRows();
+}
+
+void ViewerWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    QTimer::singleShot(0, this, &ViewerWindow::fitNewColumns);
 }
 
 void ViewerWindow::closeEvent(QCloseEvent *event)

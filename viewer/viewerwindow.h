@@ -45,6 +45,8 @@ public:
 
     //! It is known whether there is anything to show.
     virtual bool isSettled() const { return true; }
+    //! The rows, if there are any, have been on the screen.
+    bool isPainted() const;
     //! There is nothing to show: it could not be opened.
     virtual bool hasFailed() const { return false; }
 
@@ -77,6 +79,7 @@ protected:
     QToolBar *toolBar() const { return m_toolBar; }
     QAction *followAction() const { return m_followAction; }
 
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -91,7 +94,7 @@ private:
     void leaveEdge();
     void beginChange() { m_modelChanges = true; }
     void endChange();
-    void fitAfterReset();
+    void fitNewColumns();
 
     QStackedWidget *m_pages;           //!< table or message
     ViewerTable *m_table;              //!< page 0

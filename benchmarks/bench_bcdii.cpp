@@ -1,0 +1,864 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+//! \file
+//! The packed decimals beside binary-coded decimals, big numbers and scaled integers,
+//! with the same operands, named operation/digits/who. Time is that of 4096
+//! operations; items per second are operations. Medians of interleaved runs:
+//!
+//!     bench_bcdii --benchmark_enable_random_interleaving=true
+//!                 --benchmark_repetitions=7 --benchmark_report_aggregates_only=true
+
+#include "bcdii.h"
+#include "compilerdecimal.h"
+
+#include <benchmark/benchmark.h>
+#include <boost/multiprecision/cpp_dec_float.hpp>
+#include <boost/multiprecision/cpp_int.hpp>
+#include <gmp.h>
+
+#define DECIMAL_CALL_BY_REFERENCE 0
+#define DECIMAL_GLOBAL_ROUNDING 0
+#define DECIMAL_GLOBAL_EXCEPTION_FLAGS 0
+#include <bid_conf.h>
+// After its configuration.
+#include <bid_functions.h>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <random>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+__extension__ using Int128 = __int128;
+using Integer = boost::multiprecision::cpp_int;
+
+constexpr int operandCount = 4096;
+
+struct Type
+{
+    int nall = 0;
+    int nfrac = 0;
+
+    BCDIIType word() const { return BCDIIType((nall & 0xFF) << 8 | (nfrac & 0xFF)); }
+};
+
+// The types of one precision: most digits, an addend with fewer fraction digits, the
+// type to round to, a small factor, and one that holds products exactly.
+struct Row
+{
+    const char *name;
+    Type t, u, r, m, x;
+};
+
+const Row rows[] = {
+    {"9", {9, 2}, {8, 1}, {8, 1}, {4, 2}, {9, 4}},
+    {"16", {16, 4}, {14, 2}, {14, 2}, {6, 2}, {16, 8}},
+    {"18", {18, 6}, {15, 3}, {14, 2}, {6, 2}, {18, 12}},
+    {"18odd", {18, 5}, {15, 2}, {16, 3}, {6, 3}, {18, 10}},
+    {"34", {34, 10}, {30, 6}, {28, 4}, {6, 2}, {34, 20}},
+    {"63", {63, 20}, {55, 12}, {51, 8}, {6, 2}, {63, 40}},
+};
+
+// What an operation is to do, besides its operands.
+struct Task
+{
+    Type a, b, r;
+    bool truncates = false;
+
+    int surplus(bool product) const // fraction digits of the exact result to round away
+    {
+        return (product ? a.nfrac + b.nfrac : std::max(a.nfrac, b.nfrac)) - r.nfrac;
+    }
+    BCDIIroundstyle style() const { return truncates ? BCDII_ROUND_TRUNC : BCDII_ROUND_NEAREST; }
+};
+
+Integer powerOfTen(int n)
+{
+    return boost::multiprecision::pow(Integer(10), unsigned(n));
+}
+
+// Units of a type in scientific notation.
+std::string textOf(const Integer &units, int nfrac)
+{
+    return units.str() + "e" + std::to_string(-nfrac);
+}
+
+std::string plainText(const Integer &units, int nfrac)
+{
+    std::string digits = Integer(abs(units)).str();
+    if (int(digits.size()) <= nfrac)
+        digits.insert(0, std::size_t(nfrac + 1) - digits.size(), '0');
+    if (nfrac > 0)
+        digits.insert(digits.size() - std::size_t(nfrac), ".");
+    return (units < 0 ? "-" : "") + digits;
+}
+
+// ------------------------------------------------------------------------- peers
+
+struct Ours
+{
+    static constexpr const char *name = "bcdii";
+    static constexpr int mostDigits = 63;
+    struct Value
+    {
+        std::array<BYTE, 32> bytes;
+    };
+    static Value make(const Integer &units, int nfrac, Type t)
+    {
+        Value v {};
+        BCDIIType word = Type {63, 0}.word();
+        std::array<BYTE, 33> wide;
+        BCDIIFromString(wide.data(), word, plainText(units, nfrac).c_str());
+        BCDIICopy(v.bytes.data(), t.word(), wide.data(), word, BCDII_ROUND_TRUNC);
+        return v;
+    }
+    static void add(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        BCDIIAdd(r.bytes.data(), task.r.word(), a.bytes.data(), task.a.word(), b.bytes.data(),
+                 task.b.word(), task.style());
+    }
+    static void sub(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        Value negated = b;
+        BCDIINeg(negated.bytes.data(), task.b.word());
+        add(r, a, negated, task);
+    }
+    static void mul(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        BCDIIMul(r.bytes.data(), task.r.word(), a.bytes.data(), task.a.word(), b.bytes.data(),
+                 task.b.word(), task.style());
+    }
+    static int cmp(const Value &a, const Value &b, const Task &task)
+    {
+        return BCDIICmp(a.bytes.data(), task.a.word(), b.bytes.data(), task.b.word());
+    }
+    static void rescale(Value &r, const Value &a, const Task &task)
+    {
+        BCDIICopy(r.bytes.data(), task.r.word(), a.bytes.data(), task.a.word(), task.style());
+    }
+    static void fromInt(Value &r, INT64 i, Type t)
+    {
+        BCDIIGetFromInt64(r.bytes.data(), t.word(), i, t.nfrac);
+    }
+    static INT64 toInt(const Value &a, Type t)
+    {
+        INT64 i = 0;
+        BCDII2Int64(&i, a.bytes.data(), t.word(), 0, BCDII_ROUND_NEAREST);
+        return i;
+    }
+    static void fromDouble(Value &r, double d, Type t)
+    {
+        BCDIIGetFromDouble(r.bytes.data(), d, t.word());
+    }
+    static double toDouble(const Value &a, Type t)
+    {
+        double d = 0;
+        BCDII2Double(&d, a.bytes.data(), t.word());
+        return d;
+    }
+    static void parse(Value &r, const char *text, Type t)
+    {
+        BCDIIType word = t.word();
+        BCDIIFromString(r.bytes.data(), word, text);
+    }
+    static std::size_t format(const Value &a, Type t)
+    {
+        const std::string text = BCDII2StringSequence(a.bytes.data(), t.word());
+        benchmark::DoNotOptimize(text.data());
+        return text.size();
+    }
+};
+
+constexpr unsigned nearestAway = 4;
+constexpr unsigned towardZero = 3;
+
+unsigned bidRounding(const Task &task)
+{
+    return task.truncates ? towardZero : nearestAway;
+}
+
+struct Bid128
+{
+    static constexpr const char *name = "bid128";
+    static constexpr int mostDigits = 34;
+    using Value = BID_UINT128;
+    static Value parsed(const char *text)
+    {
+        unsigned flags = 0;
+        return bid128_from_string(const_cast<char *>(text), nearestAway, &flags);
+    }
+    static Value make(const Integer &units, int nfrac, Type)
+    {
+        return parsed(textOf(units, nfrac).c_str());
+    }
+    static Value unit(int nfrac)
+    {
+        static const std::vector<Value> units = [] {
+            std::vector<Value> v;
+            for (int i = 0; i < 64; ++i)
+                v.push_back(parsed(textOf(1, i).c_str()));
+            return v;
+        }();
+        return units[std::size_t(nfrac)];
+    }
+    static void add(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        unsigned flags = 0;
+        r = bid128_add(a, b, nearestAway, &flags);
+        if (task.surplus(false) > 0)
+            r = bid128_quantize(r, unit(task.r.nfrac), bidRounding(task), &flags);
+    }
+    static void sub(Value &r, const Value &a, const Value &b, const Task &)
+    {
+        unsigned flags = 0;
+        r = bid128_sub(a, b, nearestAway, &flags);
+    }
+    static void mul(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        unsigned flags = 0;
+        r = bid128_mul(a, b, bidRounding(task), &flags);
+        if (task.surplus(true) > 0)
+            r = bid128_quantize(r, unit(task.r.nfrac), bidRounding(task), &flags);
+    }
+    static int cmp(const Value &a, const Value &b, const Task &)
+    {
+        unsigned flags = 0;
+        if (bid128_quiet_less(a, b, &flags) != 0)
+            return -1;
+        return bid128_quiet_greater(a, b, &flags);
+    }
+    static void rescale(Value &r, const Value &a, const Task &task)
+    {
+        unsigned flags = 0;
+        r = bid128_quantize(a, unit(task.r.nfrac), bidRounding(task), &flags);
+    }
+    static void fromInt(Value &r, INT64 i, Type t)
+    {
+        unsigned flags = 0;
+        r = bid128_scalbn(bid128_from_int64(i), -t.nfrac, nearestAway, &flags);
+    }
+    static INT64 toInt(const Value &a, Type)
+    {
+        unsigned flags = 0;
+        return bid128_to_int64_rninta(a, &flags);
+    }
+    static void fromDouble(Value &r, double d, Type t)
+    {
+        unsigned flags = 0;
+        r = bid128_quantize(binary64_to_bid128(d, nearestAway, &flags), unit(t.nfrac), nearestAway,
+                            &flags);
+    }
+    static double toDouble(const Value &a, Type)
+    {
+        unsigned flags = 0;
+        return bid128_to_binary64(a, nearestAway, &flags);
+    }
+    static void parse(Value &r, const char *text, Type) { r = parsed(text); }
+    static std::size_t format(const Value &a, Type)
+    {
+        unsigned flags = 0;
+        char text[64];
+        bid128_to_string(text, a, &flags);
+        benchmark::DoNotOptimize(text[0]);
+        return 0;
+    }
+};
+
+struct Bid64
+{
+    static constexpr const char *name = "bid64";
+    static constexpr int mostDigits = 16;
+    using Value = BID_UINT64;
+    static Value parsed(const char *text)
+    {
+        unsigned flags = 0;
+        return bid64_from_string(const_cast<char *>(text), nearestAway, &flags);
+    }
+    static Value make(const Integer &units, int nfrac, Type)
+    {
+        return parsed(textOf(units, nfrac).c_str());
+    }
+    static Value unit(int nfrac)
+    {
+        static const std::vector<Value> units = [] {
+            std::vector<Value> v;
+            for (int i = 0; i < 64; ++i)
+                v.push_back(parsed(textOf(1, i).c_str()));
+            return v;
+        }();
+        return units[std::size_t(nfrac)];
+    }
+    static void add(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        unsigned flags = 0;
+        r = bid64_add(a, b, nearestAway, &flags);
+        if (task.surplus(false) > 0)
+            r = bid64_quantize(r, unit(task.r.nfrac), bidRounding(task), &flags);
+    }
+    static void sub(Value &r, const Value &a, const Value &b, const Task &)
+    {
+        unsigned flags = 0;
+        r = bid64_sub(a, b, nearestAway, &flags);
+    }
+    static void mul(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        unsigned flags = 0;
+        r = bid64_mul(a, b, bidRounding(task), &flags);
+        if (task.surplus(true) > 0)
+            r = bid64_quantize(r, unit(task.r.nfrac), bidRounding(task), &flags);
+    }
+    static int cmp(const Value &a, const Value &b, const Task &)
+    {
+        unsigned flags = 0;
+        if (bid64_quiet_less(a, b, &flags) != 0)
+            return -1;
+        return bid64_quiet_greater(a, b, &flags);
+    }
+    static void rescale(Value &r, const Value &a, const Task &task)
+    {
+        unsigned flags = 0;
+        r = bid64_quantize(a, unit(task.r.nfrac), bidRounding(task), &flags);
+    }
+    static void fromInt(Value &r, INT64 i, Type t)
+    {
+        unsigned flags = 0;
+        r = bid64_scalbn(bid64_from_int64(i, nearestAway, &flags), -t.nfrac, nearestAway, &flags);
+    }
+    static INT64 toInt(const Value &a, Type)
+    {
+        unsigned flags = 0;
+        return bid64_to_int64_rninta(a, &flags);
+    }
+    static void fromDouble(Value &r, double d, Type t)
+    {
+        unsigned flags = 0;
+        r = bid64_quantize(binary64_to_bid64(d, nearestAway, &flags), unit(t.nfrac), nearestAway,
+                           &flags);
+    }
+    static double toDouble(const Value &a, Type)
+    {
+        unsigned flags = 0;
+        return bid64_to_binary64(a, nearestAway, &flags);
+    }
+    static void parse(Value &r, const char *text, Type) { r = parsed(text); }
+    static std::size_t format(const Value &a, Type)
+    {
+        unsigned flags = 0;
+        char text[64];
+        bid64_to_string(text, a, &flags);
+        benchmark::DoNotOptimize(text[0]);
+        return 0;
+    }
+};
+
+// The compiler's decimal floats; they have no operation that rounds to a scale.
+template<int Digits> struct CompilerDecimal
+{
+    static constexpr const char *name = Digits == 16 ? "gcc_d64" : "gcc_d128";
+    static constexpr int mostDigits = Digits;
+    using Native = CompilerDecimalOperations<Digits>;
+    using Value = CompilerDecimalValue<Digits>;
+    static Value make(const Integer &units, int nfrac, Type)
+    {
+        Value v;
+        Native::read(&v, Integer(abs(units)).str().c_str(), nfrac, units < 0);
+        return v;
+    }
+    static void add(Value &r, const Value &a, const Value &b, const Task &)
+    {
+        Native::add(&r, &a, &b);
+    }
+    static void sub(Value &r, const Value &a, const Value &b, const Task &)
+    {
+        Native::sub(&r, &a, &b);
+    }
+    static void mul(Value &r, const Value &a, const Value &b, const Task &)
+    {
+        Native::mul(&r, &a, &b);
+    }
+    static int cmp(const Value &a, const Value &b, const Task &) { return Native::cmp(&a, &b); }
+    static INT64 toInt(const Value &a, Type) { return Native::toInt(&a); }
+    static double toDouble(const Value &a, Type) { return Native::toDouble(&a); }
+};
+
+template<unsigned Digits> struct DecFloat
+{
+    static constexpr const char *name = "cpp_dec_float";
+    static constexpr int mostDigits = int(Digits);
+    using Value = boost::multiprecision::number<boost::multiprecision::cpp_dec_float<Digits>,
+                                                boost::multiprecision::et_off>;
+    static Value make(const Integer &units, int nfrac, Type) { return Value(textOf(units, nfrac)); }
+    static void add(Value &r, const Value &a, const Value &b, const Task &) { r = a + b; }
+    static void sub(Value &r, const Value &a, const Value &b, const Task &) { r = a - b; }
+    static void mul(Value &r, const Value &a, const Value &b, const Task &) { r = a * b; }
+    static int cmp(const Value &a, const Value &b, const Task &) { return a.compare(b); }
+    static INT64 toInt(const Value &a, Type) { return static_cast<INT64>(a); }
+    static double toDouble(const Value &a, Type) { return static_cast<double>(a); }
+    static void fromDouble(Value &r, double d, Type) { r = d; }
+    static void parse(Value &r, const char *text, Type) { r.assign(text); }
+    static std::size_t format(const Value &a, Type t)
+    {
+        return a.str(t.nfrac, std::ios_base::fixed).size();
+    }
+};
+
+// Scaled integers: the caller keeps the scales and rounds by hand.
+template<typename T> T divideAway(const T &value, const T &divisor, bool truncates)
+{
+    if (truncates)
+        return value / divisor;
+    return (value < 0 ? T(value - divisor / 2) : T(value + divisor / 2)) / divisor;
+}
+
+template<typename T> const T &scaleOf(int n)
+{
+    static const std::vector<T> powers = [] {
+        std::vector<T> p {T(1)};
+        while (p.size() < (std::is_same_v<T, Int128> ? 39U : 64U))
+            p.push_back(p.back() * T(10));
+        return p;
+    }();
+    return powers[std::size_t(n)];
+}
+
+template<typename T, int Digits> struct Scaled
+{
+    static constexpr const char *name = std::is_same_v<T, Int128> ? "int128" : "cpp_int";
+    static constexpr int mostDigits = Digits;
+    using Value = T;
+    static Value make(const Integer &units, int, Type) { return static_cast<T>(units); }
+    static T rounded(T exact, int surplus, const Task &task)
+    {
+        return surplus > 0 ? divideAway<T>(exact, scaleOf<T>(surplus), task.truncates) : exact;
+    }
+    static T lifted(const T &a, int digits) { return digits > 0 ? T(a * scaleOf<T>(digits)) : a; }
+    static void add(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        const T sum =
+            lifted(a, task.b.nfrac - task.a.nfrac) + lifted(b, task.a.nfrac - task.b.nfrac);
+        r = rounded(sum, task.surplus(false), task);
+    }
+    static void sub(Value &r, const Value &a, const Value &b, const Task &) { r = a - b; }
+    static void mul(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        r = rounded(T(a * b), task.surplus(true), task);
+    }
+    static int cmp(const Value &a, const Value &b, const Task &task)
+    {
+        const T x = lifted(a, task.b.nfrac - task.a.nfrac);
+        const T y = lifted(b, task.a.nfrac - task.b.nfrac);
+        return x < y ? -1 : x > y;
+    }
+    static void rescale(Value &r, const Value &a, const Task &task)
+    {
+        r = rounded(lifted(a, task.r.nfrac - task.a.nfrac), task.a.nfrac - task.r.nfrac, task);
+    }
+    static void fromInt(Value &r, INT64 i, Type) { r = i; }
+    static INT64 toInt(const Value &a, Type t)
+    {
+        return static_cast<INT64>(divideAway<T>(a, scaleOf<T>(t.nfrac), false));
+    }
+    static double toDouble(const Value &a, Type t)
+    {
+        return static_cast<double>(a) / static_cast<double>(scaleOf<T>(t.nfrac));
+    }
+};
+
+class BigInteger
+{
+public:
+    BigInteger() { mpz_init(m_z); }
+    BigInteger(const BigInteger &other) { mpz_init_set(m_z, other.m_z); }
+    BigInteger &operator=(const BigInteger &other)
+    {
+        mpz_set(m_z, other.m_z);
+        return *this;
+    }
+    ~BigInteger() { mpz_clear(m_z); }
+    mpz_ptr z() { return m_z; }
+    mpz_srcptr z() const { return m_z; }
+
+private:
+    mpz_t m_z;
+};
+
+struct Mpz
+{
+    static constexpr const char *name = "mpz";
+    static constexpr int mostDigits = 63;
+    using Value = BigInteger;
+    static const Value &scale(int n)
+    {
+        static const std::vector<Value> powers = [] {
+            std::vector<Value> v(80);
+            for (unsigned i = 0; i < 80; ++i)
+                mpz_ui_pow_ui(v[i].z(), 10, i);
+            return v;
+        }();
+        return powers[std::size_t(n)];
+    }
+    static Value make(const Integer &units, int, Type)
+    {
+        Value v;
+        mpz_set_str(v.z(), units.str().c_str(), 10);
+        return v;
+    }
+    static void round(Value &r, int surplus, bool truncates)
+    {
+        if (surplus <= 0)
+            return;
+        if (!truncates) {
+            static thread_local Value half;
+            mpz_fdiv_q_2exp(half.z(), scale(surplus).z(), 1);
+            if (mpz_sgn(r.z()) < 0)
+                mpz_sub(r.z(), r.z(), half.z());
+            else
+                mpz_add(r.z(), r.z(), half.z());
+        }
+        mpz_tdiv_q(r.z(), r.z(), scale(surplus).z());
+    }
+    static void add(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        const int lift = task.a.nfrac - task.b.nfrac;
+        if (lift == 0) {
+            mpz_add(r.z(), a.z(), b.z());
+        } else {
+            mpz_mul(r.z(), b.z(), scale(lift).z());
+            mpz_add(r.z(), r.z(), a.z());
+        }
+        round(r, task.surplus(false), task.truncates);
+    }
+    static void sub(Value &r, const Value &a, const Value &b, const Task &)
+    {
+        mpz_sub(r.z(), a.z(), b.z());
+    }
+    static void mul(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        mpz_mul(r.z(), a.z(), b.z());
+        round(r, task.surplus(true), task.truncates);
+    }
+    static int cmp(const Value &a, const Value &b, const Task &task)
+    {
+        const int lift = task.a.nfrac - task.b.nfrac;
+        if (lift == 0)
+            return mpz_cmp(a.z(), b.z());
+        static thread_local Value lifted;
+        mpz_mul(lifted.z(), b.z(), scale(lift).z());
+        return mpz_cmp(a.z(), lifted.z());
+    }
+    static void rescale(Value &r, const Value &a, const Task &task)
+    {
+        const int lift = task.r.nfrac - task.a.nfrac;
+        if (lift > 0) {
+            mpz_mul(r.z(), a.z(), scale(lift).z());
+            return;
+        }
+        mpz_set(r.z(), a.z());
+        round(r, -lift, task.truncates);
+    }
+    static void fromInt(Value &r, INT64 i, Type) { mpz_set_si(r.z(), i); }
+    static double toDouble(const Value &a, Type t)
+    {
+        return mpz_get_d(a.z()) / mpz_get_d(scale(t.nfrac).z());
+    }
+    static std::size_t format(const Value &a, Type)
+    {
+        char text[80];
+        mpz_get_str(text, 10, a.z());
+        benchmark::DoNotOptimize(text[0]);
+        return 0;
+    }
+};
+
+// --------------------------------------------------------------------- operands
+
+class Draw
+{
+public:
+    Integer digits(int count)
+    {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text += char('0' + (i == 0 ? 1 + m_engine() % 9 : m_engine() % 10));
+        return count > 0 ? Integer(text) : Integer(0);
+    }
+    // Between half and all of a number of digits.
+    int count(int most) { return most - int(m_engine() % (unsigned(most) / 2 + 1)); }
+    Integer sign(const Integer &units) { return m_engine() % 2 != 0 ? Integer(-units) : units; }
+    std::uint64_t bits() { return m_engine(); }
+
+private:
+    std::mt19937_64 m_engine {97};
+};
+
+// Pairs of units.
+struct Pairs
+{
+    std::vector<Integer> a, b;
+};
+
+// For sums, so that no carry leaves the type.
+Pairs addends(Type a, Type b, bool positive)
+{
+    Draw draw;
+    Pairs pairs;
+    for (int i = 0; i < operandCount; ++i) {
+        const Integer x = draw.digits(draw.count(a.nall - 1));
+        const Integer y = draw.digits(draw.count(b.nall - 1));
+        pairs.a.push_back(positive ? x : draw.sign(x));
+        pairs.b.push_back(positive ? y : draw.sign(y));
+    }
+    return pairs;
+}
+
+// For products that fit a type.
+Pairs factors(Type a, Type b, Type r)
+{
+    Draw draw;
+    Pairs pairs;
+    const int most = r.nall + a.nfrac + b.nfrac - r.nfrac; // digits of the exact product
+    for (int i = 0; i < operandCount; ++i) {
+        const int second = std::min(draw.count(b.nall), most - 1);
+        const int first = std::min(draw.count(a.nall), most - second);
+        pairs.a.push_back(draw.sign(draw.digits(first)));
+        pairs.b.push_back(draw.sign(draw.digits(second)));
+    }
+    return pairs;
+}
+
+// ----------------------------------------------------------------- registration
+
+template<typename F> void measure(const std::string &name, F f)
+{
+    benchmark::RegisterBenchmark(name.c_str(), [f](benchmark::State &state) {
+        for (auto _ : state) {
+            for (std::size_t i = 0; i < operandCount; ++i) {
+                f(i);
+                benchmark::ClobberMemory();
+            }
+        }
+        state.SetItemsProcessed(state.iterations() * operandCount);
+    });
+}
+
+template<typename Peer> struct Operands
+{
+    std::vector<typename Peer::Value> a, b;
+    std::vector<typename Peer::Value> r = std::vector<typename Peer::Value>(operandCount);
+    Task task;
+
+    Operands(const Pairs &pairs, const Task &t)
+        : task(t)
+    {
+        for (std::size_t i = 0; i < pairs.a.size(); ++i) {
+            a.push_back(Peer::make(pairs.a[i], task.a.nfrac, task.a));
+            b.push_back(Peer::make(pairs.b[i], task.b.nfrac, task.b));
+        }
+    }
+};
+
+template<typename Peer> std::string title(const char *operation, const Row &row)
+{
+    return std::string(operation) + "/" + row.name + "/" + Peer::name;
+}
+
+template<typename Peer>
+void registerSum(const char *operation, const Row &row, Type b, Type r, bool positive, bool chained)
+{
+    Pairs pairs = addends(row.t, b, positive);
+    if (chained) { // every other addend takes the one before away again
+        for (std::size_t i = 1; i < operandCount; i += 2)
+            pairs.b[i] = -pairs.b[i - 1];
+    }
+    auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, b, r});
+    if (chained) {
+        measure(title<Peer>(operation, row), [data](std::size_t i) {
+            Peer::add(data->r[0], i == 0 ? data->a[0] : data->r[0], data->b[i], data->task);
+        });
+        return;
+    }
+    measure(title<Peer>(operation, row),
+            [data](std::size_t i) { Peer::add(data->r[i], data->a[i], data->b[i], data->task); });
+}
+
+template<typename Peer>
+void registerProduct(const char *operation, const Row &row, Type a, Type b, Type r, bool truncates)
+{
+    auto data = std::make_shared<Operands<Peer>>(factors(a, b, r), Task {a, b, r, truncates});
+    measure(title<Peer>(operation, row),
+            [data](std::size_t i) { Peer::mul(data->r[i], data->a[i], data->b[i], data->task); });
+}
+
+// Each product is the next one's operand; the factors are near 1 to stay in range.
+template<typename Peer> void registerChainedProduct(const Row &row)
+{
+    Pairs pairs;
+    Draw draw;
+    const Integer one = powerOfTen(row.t.nfrac);
+    for (int i = 0; i < operandCount; ++i) {
+        const Integer near = one + draw.sign(Integer(draw.bits()) % (one / 16));
+        pairs.a.push_back(i == 0 ? draw.digits(row.t.nall - 3) : near);
+        pairs.b.push_back(i % 2 == 0 ? near : Integer(one * one / pairs.b.back()));
+    }
+    auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, row.t, row.t});
+    measure(title<Peer>("mul_lat", row), [data](std::size_t i) {
+        Peer::mul(data->r[0], i == 0 ? data->a[0] : data->r[0], data->b[i], data->task);
+    });
+}
+
+template<typename Peer> void registerComparisons(const Row &row)
+{
+    for (const bool same : {true, false}) {
+        const Type b = same ? row.t : row.u;
+        auto data = std::make_shared<Operands<Peer>>(addends(row.t, b, false), Task {row.t, b, b});
+        measure(title<Peer>(same ? "cmp" : "cmp_diff", row), [data](std::size_t i) {
+            benchmark::DoNotOptimize(Peer::cmp(data->a[i], data->b[i], data->task));
+        });
+    }
+}
+
+template<typename Peer> void registerRescales(const Row &row)
+{
+    const auto one = [&](const char *operation, Type from, Type to, bool truncates) {
+        auto data = std::make_shared<Operands<Peer>>(addends(from, from, false),
+                                                     Task {from, from, to, truncates});
+        measure(title<Peer>(operation, row),
+                [data](std::size_t i) { Peer::rescale(data->r[i], data->a[i], data->task); });
+    };
+    one("round", row.t, row.r, false);
+    one("trunc", row.t, row.r, true);
+    one("widen", row.r, row.t, false);
+}
+
+template<typename Peer> void registerIntegers(const Row &row)
+{
+    const int most = std::min(row.t.nall, 18);
+    Draw draw;
+    auto integers = std::make_shared<std::vector<INT64>>();
+    Pairs pairs;
+    for (int i = 0; i < operandCount; ++i) {
+        integers->push_back(static_cast<INT64>(draw.sign(draw.digits(draw.count(most)))));
+        const int digits = draw.count(std::min(row.t.nall, 18 + row.t.nfrac));
+        pairs.a.push_back(draw.sign(draw.digits(digits)));
+        pairs.b.push_back(0);
+    }
+    auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, row.t, row.t});
+    if constexpr (requires { Peer::fromInt(data->r[0], 1, row.t); }) {
+        measure(title<Peer>("from_i64", row), [data, integers](std::size_t i) {
+            Peer::fromInt(data->r[i], (*integers)[i], data->task.a);
+        });
+    }
+    if constexpr (requires { Peer::toInt(data->a[0], row.t); }) {
+        measure(title<Peer>("to_i64", row), [data](std::size_t i) {
+            benchmark::DoNotOptimize(Peer::toInt(data->a[i], data->task.a));
+        });
+    }
+}
+
+template<typename Peer> void registerDoubles(const Row &row)
+{
+    auto data =
+        std::make_shared<Operands<Peer>>(addends(row.t, row.t, false), Task {row.t, row.t, row.t});
+    if constexpr (requires { Peer::fromDouble(data->r[0], 1.0, row.t); }) {
+        auto doubles = std::make_shared<std::vector<double>>();
+        for (const Integer &units : addends(row.t, row.t, false).a)
+            doubles->push_back(static_cast<double>(units) / std::pow(10.0, row.t.nfrac));
+        measure(title<Peer>("from_double", row), [data, doubles](std::size_t i) {
+            Peer::fromDouble(data->r[i], (*doubles)[i], data->task.a);
+        });
+    }
+    if constexpr (requires { Peer::toDouble(data->a[0], row.t); }) {
+        measure(title<Peer>("to_double", row), [data](std::size_t i) {
+            benchmark::DoNotOptimize(Peer::toDouble(data->a[i], data->task.a));
+        });
+    }
+}
+
+template<typename Peer> void registerTexts(const Row &row)
+{
+    const Pairs pairs = addends(row.t, row.t, false);
+    auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, row.t, row.t});
+    if constexpr (requires { Peer::parse(data->r[0], "", row.t); }) {
+        auto texts = std::make_shared<std::vector<std::string>>();
+        for (const Integer &units : pairs.a)
+            texts->push_back(plainText(units, row.t.nfrac));
+        measure(title<Peer>("parse", row), [data, texts](std::size_t i) {
+            Peer::parse(data->r[i], (*texts)[i].c_str(), data->task.a);
+        });
+    }
+    if constexpr (requires { Peer::format(data->a[0], row.t); }) {
+        measure(title<Peer>("format", row), [data](std::size_t i) {
+            benchmark::DoNotOptimize(Peer::format(data->a[i], data->task.a));
+        });
+    }
+}
+
+template<typename Peer>
+concept Rounds = requires(typename Peer::Value v, const Task &task)
+{
+    Peer::rescale(v, v, task);
+};
+
+template<typename Peer> void registerPeer(const Row &row)
+{
+    if (row.t.nall > Peer::mostDigits)
+        return;
+    registerSum<Peer>("add", row, row.t, row.t, false, false);
+    registerSum<Peer>("add_pos", row, row.t, row.t, true, false);
+    registerSum<Peer>("add_diff", row, row.u, row.t, false, false);
+    registerSum<Peer>("add_lat", row, row.t, row.t, false, true);
+    {
+        auto data = std::make_shared<Operands<Peer>>(addends(row.t, row.t, false),
+                                                     Task {row.t, row.t, row.t});
+        measure(title<Peer>("sub", row), [data](std::size_t i) {
+            Peer::sub(data->r[i], data->a[i], data->b[i], data->task);
+        });
+    }
+    // A scaled int128 has no room for products of more than 38 digits.
+    if (!std::is_same_v<typename Peer::Value, Int128> || row.t.nall <= 18)
+        registerProduct<Peer>("mul_exact", row, row.t, row.t, row.x, false);
+    if constexpr (Rounds<Peer>) {
+        registerSum<Peer>("add_round", row, row.u, row.r, false, false);
+        registerRescales<Peer>(row);
+        if (!std::is_same_v<typename Peer::Value, Int128> || row.t.nall <= 18) {
+            registerProduct<Peer>("mul", row, row.t, row.t, row.t, false);
+            registerProduct<Peer>("mul_trunc", row, row.t, row.t, row.t, true);
+            registerProduct<Peer>("mul_small", row, row.t, row.m, row.t, false);
+            registerChainedProduct<Peer>(row);
+        }
+    }
+    registerComparisons<Peer>(row);
+    registerIntegers<Peer>(row);
+    registerDoubles<Peer>(row);
+    registerTexts<Peer>(row);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    using boost::multiprecision::int512_t;
+    for (const Row &row : rows) {
+        registerPeer<Ours>(row);
+        registerPeer<Bid64>(row);
+        registerPeer<Bid128>(row);
+        registerPeer<CompilerDecimal<16>>(row);
+        registerPeer<CompilerDecimal<34>>(row);
+        registerPeer<DecFloat<63>>(row);
+        registerPeer<Scaled<Int128, 34>>(row);
+        registerPeer<Scaled<int512_t, 63>>(row);
+        registerPeer<Mpz>(row);
+    }
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,1813 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "bcdii.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+// Two ways lead to every result of copying, adding and multiplying.
+//
+// The short way takes values that meet in a window of 32 bytes around the point,
+// which is nearly all of them: up to four machine words, read so that the first
+// pair is the most significant byte on every machine. Carries between pairs are
+// made to be carries between bytes, and rounding is a shift by whole bytes.
+//
+// The plain way works pair by pair in arrays, follows the rules word for word and
+// takes whatever is left: far-apart scales, and types that are not valid.
+
+namespace {
+
+// ---------------------------------------------------------------- value format
+
+enum StatusBit : UINT32 {
+    Overflow = 0x01,
+    IsZero = 0x02,
+    IsNegative = 0x04,
+    NoResult = 0x10,
+    Invalid = 0x20,
+    Rounded = 0x40,
+    NanOperand = 0x80
+};
+
+constexpr BYTE nanByte = 101;
+constexpr BYTE signBit = 0x80;
+constexpr BYTE pairMask = 0x7F;
+constexpr int headerSize = sizeof(BCDIIStoreType);
+constexpr int lowestPosition = -62; // of a digit; a value that begins lower is 0
+
+// What a type says about its bytes. Counts are ints: an exact product has up to
+// 128 digits, more than a type word can say.
+struct Layout
+{
+    constexpr Layout(int digits, int fractionDigits)
+        : nfrac(fractionDigits)
+        , nint(digits - fractionDigits)
+        , ball(bint() + bfrac())
+    {
+    }
+
+    constexpr explicit Layout(BCDIIType type)
+        : nfrac(static_cast<std::int8_t>(type))
+        , nint(static_cast<std::int8_t>(type >> 8) - nfrac)
+        , ball(nint + nfrac > 0 ? bint() + bfrac() : 0)
+    {
+    }
+
+    constexpr int bint() const { return (nint + 1) >> 1; }
+    constexpr int bfrac() const { return (nfrac + 1) >> 1; }
+
+    int nfrac;
+    int nint;
+    int ball; // a type of no digits, or fewer, has no bytes
+};
+
+constexpr BCDIIType typeWord(int nall, int nfrac)
+{
+    return static_cast<BCDIIType>((nall & 0xFF) << 8 | (nfrac & 0xFF));
+}
+
+BYTE *bytes(void *p)
+{
+    return static_cast<BYTE *>(p);
+}
+
+const BYTE *bytes(const void *p)
+{
+    return static_cast<const BYTE *>(p);
+}
+
+BYTE *dataOf(void *bcd)
+{
+    return bytes(bcd) + headerSize;
+}
+
+const BYTE *dataOf(const void *bcd)
+{
+    return bytes(bcd) + headerSize;
+}
+
+void storeHeader(void *bcd, BCDIIType type)
+{
+    const auto word = static_cast<BCDIIStoreType>(type);
+    std::memcpy(bcd, &word, sizeof word);
+}
+
+bool isSameType(BCDIIType a, BCDIIType b)
+{
+    return static_cast<BCDIIStoreType>(a) == static_cast<BCDIIStoreType>(b);
+}
+
+bool isNan(const BYTE *bcd)
+{
+    return (bcd[0] & pairMask) > 99;
+}
+
+bool isNegative(const BYTE *bcd)
+{
+    return (bcd[0] & signBit) != 0;
+}
+
+UINT32 signStatus(bool negative)
+{
+    return negative ? UINT32 {IsNegative} : 0;
+}
+
+UINT32 putZero(BYTE *bcd, Layout t)
+{
+    std::fill_n(bcd, t.ball, BYTE {0});
+    return IsZero;
+}
+
+UINT32 putNan(BYTE *bcd, Layout t, UINT32 status)
+{
+    if (t.ball > 0)
+        bcd[0] = nanByte;
+    return status;
+}
+
+// First pair that is not zero, or ball.
+int firstPair(const BYTE *bcd, int ball)
+{
+    int i = 0;
+    while (i < ball && (bcd[i] & pairMask) == 0)
+        ++i;
+    return i;
+}
+
+bool isAllZero(const BYTE *first, const BYTE *last)
+{
+    return std::all_of(first, last, [](BYTE b) { return b == 0; });
+}
+
+// -------------------------------------------------------- the plain way: rounding
+
+// Room for the widest temporary: 160 pairs before the point (a 19-digit integer
+// scaled by 10^300) and 128 after it (a product).
+using Pairs = std::array<BYTE, 320>;
+
+// Digit of weight 10^n, 0 outside the value. n >> 1 is the pair counted from the
+// point on both sides of it, and the odd n are the tens digits.
+int digitAt(const BYTE *bcd, Layout t, int n)
+{
+    if (n < -t.nfrac || n >= t.nint)
+        return 0;
+    const int i = t.bint() - 1 - (n >> 1);
+    const int pair = i == 0 ? bcd[i] & pairMask : bcd[i];
+    return (n & 1) != 0 ? pair / 10 : pair % 10;
+}
+
+bool roundsUp(BCDIIroundstyle rs, bool negative, bool atLeastHalf)
+{
+    switch (rs) {
+    case BCDII_ROUND_UP:
+        return !negative;
+    case BCDII_ROUND_DOWN:
+        return negative;
+    case BCDII_ROUND_FROMZERO:
+        return true;
+    case BCDII_ROUND_TRUNC:
+        return false;
+    default:
+        return atLeastHalf;
+    }
+}
+
+// The rounding unit is above every digit of the type: what would be rounded up
+// does not fit. Deliberate: directed rounding reports 21, the others 17.
+UINT32 roundAllAway(BYTE *bcd, Layout t, bool negative, int firstLost, BCDIIroundstyle rs)
+{
+    if (roundsUp(rs, negative, firstLost >= 5)) {
+        const bool directed = rs == BCDII_ROUND_UP || rs == BCDII_ROUND_DOWN;
+        return putNan(bcd, t, NoResult | Overflow | signStatus(directed));
+    }
+    putZero(bcd, t);
+    return Rounded | IsZero;
+}
+
+// Adds a unit to the digit of weight 10^-fd.
+UINT32 incrementPlain(BYTE *bcd, Layout t, int fd)
+{
+    const int q = t.nint + fd - 1 + (t.nint & 1); // digit in whole pairs
+    int i = q >> 1;
+    int carry = (q & 1) != 0 ? 1 : 10;
+    for (; i > 0; --i) {
+        const int pair = bcd[i] + carry;
+        if (pair <= 99) {
+            bcd[i] = static_cast<BYTE>(pair);
+            return Rounded | signStatus(isNegative(bcd));
+        }
+        bcd[i] = static_cast<BYTE>(pair - 100);
+        carry = 1;
+    }
+    const int top = (bcd[0] & pairMask) + carry;
+    if (top > ((t.nint & 1) != 0 ? 9 : 99))
+        return putNan(bcd, t, Rounded | NoResult | Overflow);
+    bcd[0] = static_cast<BYTE>(top | (bcd[0] & signBit));
+    return Rounded | signStatus(isNegative(bcd));
+}
+
+// Rounds a value of type t in place so that no digit stands behind the fd-th
+// fraction digit.
+UINT32 roundPlain(BYTE *bcd, Layout t, int fd, BCDIIroundstyle rs)
+{
+    const bool negative = isNegative(bcd);
+    if (isAllZero(bcd, bcd + t.ball))
+        return IsZero;
+    if (t.nfrac <= fd)
+        return signStatus(negative);
+    const int firstLost = digitAt(bcd, t, -fd - 1);
+    if (-fd >= t.nint)
+        return roundAllAway(bcd, t, negative, firstLost, rs);
+    BYTE *const cut = bcd + t.bint() + ((fd + 1) >> 1);
+    BYTE *const end = bcd + t.ball;
+    if (firstLost == 0 && isAllZero(cut, end))
+        return signStatus(negative);
+
+    std::fill(cut, end, BYTE {0});
+    if ((fd & 1) != 0) { // the pair before the cut keeps its tens digit
+        BYTE &last = bcd[t.bint() + ((fd - 1) >> 1)];
+        last = static_cast<BYTE>((last & signBit) | ((last & pairMask) / 10 * 10));
+    }
+    if (roundsUp(rs, negative, firstLost >= 5))
+        return incrementPlain(bcd, t, fd);
+    if (firstPair(bcd, t.ball) < t.ball)
+        return Rounded | signStatus(negative);
+    bcd[0] = 0;
+    return Rounded | IsZero;
+}
+
+// Copies src to dst with rounding. The buffers may overlap.
+UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
+{
+    const int first = firstPair(src, s.ball);
+    if (first >= s.ball)
+        return putZero(dst, d);
+    const int pairs = s.bint() - first; // from the first one to the point
+    const int position = 2 * pairs - ((src[first] & pairMask) > 9 ? 1 : 2);
+    if (position < lowestPosition)
+        return putZero(dst, d);
+    if (position >= d.nint)
+        return putNan(dst, d, NoResult | Overflow);
+
+    // position < nint: the first pair is not in front of the destination's first.
+    Pairs temporary {};
+    BYTE *const t = temporary.data();
+    const bool negative = isNegative(src);
+    std::copy_n(src + first, pairs + s.bfrac(), t + d.bint() - pairs);
+    t[d.bint() - pairs] &= pairMask;
+    t[0] = static_cast<BYTE>(t[0] | (negative ? signBit : 0));
+    UINT32 status = signStatus(negative);
+    if (d.nfrac < s.nfrac)
+        status = roundPlain(t, Layout(d.nint + s.nfrac, s.nfrac), d.nfrac, rs);
+    if ((status & NoResult) != 0)
+        return putNan(dst, d, status);
+    std::copy_n(t, d.ball, dst);
+    return status;
+}
+
+// --------------------------------------------------- the short way: words of pairs
+
+using Word = UINT64;
+__extension__ using UInt128 = unsigned __int128;
+
+constexpr int wordPairs = 8;
+constexpr int windowWords = 4;
+constexpr int windowFraction = 31; // bytes: with more, a value may begin below position -62
+constexpr Word eachByte = 0x0101010101010101;
+
+template<int N> using Words = std::array<Word, N>; // least significant first
+
+// Between the machine's byte order and the first byte as the most significant one.
+template<typename T> [[gnu::always_inline]] inline T bigEndian(T w)
+{
+    if constexpr (std::endian::native == std::endian::big)
+        return w;
+    else if constexpr (sizeof(T) == 8)
+        return __builtin_bswap64(w);
+    else
+        return __builtin_bswap32(w);
+}
+
+template<typename T> [[gnu::always_inline]] inline T load(const BYTE *p)
+{
+    T w;
+    std::memcpy(&w, p, sizeof w);
+    return bigEndian(w);
+}
+
+template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
+{
+    w = bigEndian(w);
+    std::memcpy(p, &w, sizeof w);
+}
+
+// 1 to 7 bytes as a number. The pieces overlap, so that none lies outside the
+// bytes and no loop is needed: with 3, bytes 0, 1 and 2; with 2, byte 1 twice.
+[[gnu::always_inline]] inline Word loadShort(const BYTE *p, int n)
+{
+    if (n == 1)
+        return p[0];
+    if (n >= 4)
+        return Word {load<UINT32>(p)} << (8 * (n - 4)) | load<UINT32>(p + n - 4);
+    return Word {p[0]} << (8 * (n - 1)) | Word {p[1]} << (8 * (n - 2)) | Word {p[n - 1]};
+}
+
+[[gnu::always_inline]] inline void storeShort(BYTE *p, int n, Word w)
+{
+    if (n == 1) {
+        p[0] = static_cast<BYTE>(w);
+    } else if (n >= 4) {
+        store(p, static_cast<UINT32>(w >> (8 * (n - 4))));
+        store(p + n - 4, static_cast<UINT32>(w));
+    } else {
+        p[0] = static_cast<BYTE>(w >> (8 * (n - 1)));
+        p[1] = static_cast<BYTE>(w >> (8 * (n - 2)));
+        p[n - 1] = static_cast<BYTE>(w);
+    }
+}
+
+// The bits of a word whose first byte is byte rest - 1, but for the sign.
+constexpr auto topMasks = [] {
+    std::array<Word, wordPairs + 1> masks {};
+    for (int rest = 1; rest <= wordPairs; ++rest)
+        masks[rest] = ~Word {0} >> (65 - 8 * rest);
+    return masks;
+}();
+
+int wordsOf(int bytes)
+{
+    return (bytes + wordPairs - 1) >> 3;
+}
+
+// n bytes, 8 (N - 1) < n <= 8 N, as a number without the sign bit of the first.
+template<int N> [[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, int n)
+{
+    Words<N> w;
+    for (int j = 0; j + 1 < N; ++j)
+        w[j] = load<Word>(p + n - wordPairs * (j + 1));
+    const int rest = n - wordPairs * (N - 1);
+    const Word top = rest == wordPairs ? load<Word>(p) : loadShort(p, rest);
+    w[N - 1] = top & topMasks[rest];
+    return w;
+}
+
+template<int N>
+[[gnu::always_inline]] inline void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
+{
+    for (int j = 0; j + 1 < N; ++j)
+        store<Word>(p + n - wordPairs * (j + 1), w[j]);
+    const int rest = n - wordPairs * (N - 1);
+    const Word top = w[N - 1] | ((Word {0} - Word {negative}) & (topMasks[rest] + 1));
+    if (rest == wordPairs)
+        store<Word>(p, top);
+    else
+        storeShort(p, rest, top);
+}
+
+// The same for 1 to 8 N bytes.
+template<int N> [[gnu::always_inline]] inline Words<N> loadWords(const BYTE *p, int n)
+{
+    if constexpr (N > 1) {
+        if (n <= wordPairs * (N - 1)) {
+            const Words<N - 1> low = loadWords<N - 1>(p, n);
+            Words<N> w {};
+            std::copy(low.begin(), low.end(), w.begin());
+            return w;
+        }
+    }
+    return loadExact<N>(p, n);
+}
+
+template<int N>
+[[gnu::always_inline]] inline void storeWords(BYTE *p, int n, const Words<N> &w, bool negative)
+{
+    if constexpr (N > 1) {
+        if (n <= wordPairs * (N - 1)) {
+            Words<N - 1> low;
+            std::copy_n(w.begin(), N - 1, low.begin());
+            storeWords<N - 1>(p, n, low, negative);
+            return;
+        }
+    }
+    storeExact<N>(p, n, w, negative);
+}
+
+template<int N> [[gnu::always_inline]] inline void shiftUp(Words<N> &w, int pairs)
+{
+    for (; pairs >= wordPairs; pairs -= wordPairs) {
+        for (int j = N - 1; j > 0; --j)
+            w[j] = w[j - 1];
+        w[0] = 0;
+    }
+    const int shift = 8 * pairs;
+    for (int j = N - 1; j > 0; --j)
+        w[j] = w[j] << shift | w[j - 1] >> 1 >> (63 - shift);
+    w[0] <<= shift;
+}
+
+// A value in a window that ends fraction bytes behind the point.
+template<int N>
+[[gnu::always_inline]] inline Words<N> loadAligned(const BYTE *bcd, Layout t, int fraction)
+{
+    Words<N> w = loadWords<N>(bcd, t.ball);
+    if (t.bfrac() != fraction)
+        shiftUp<N>(w, fraction - t.bfrac());
+    return w;
+}
+
+// Words of the window that both byte ranges fit in, or 0 when there is none.
+int windowOf(int integerBytes, int fractionBytes, int shortest)
+{
+    const int words = wordsOf(integerBytes + fractionBytes);
+    return shortest > 0 && words <= windowWords && fractionBytes <= windowFraction ? words : 0;
+}
+
+// ------------------------------------------------ the short way: rounding and storing
+
+// An exact magnitude, cut behind the destination's last byte.
+template<int N> struct Cut
+{
+    Words<N> kept;        //!< ends with the destination's last byte
+    Word lost = 0;        //!< the pairs behind, the first in the highest byte; others may be merged
+    bool tooWide = false; //!< more pairs stand in front of kept
+};
+
+template<int N> [[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
+{
+    Word any = w[0];
+    for (int j = 1; j < N; ++j)
+        any |= w[j];
+    return any;
+}
+
+// The largest words whose first byte is byte rest - 1, by the tens digits that it may
+// have: 99 in front with an even nint, 9 with an odd one.
+constexpr auto largestTops = [] {
+    std::array<std::array<Word, wordPairs + 1>, 2> largest {};
+    for (int rest = 1; rest <= wordPairs; ++rest) {
+        largest[0][rest] = (Word {100} << (8 * (rest - 1))) - 1;
+        largest[1][rest] = (Word {10} << (8 * (rest - 1))) - 1;
+    }
+    return largest;
+}();
+
+// Whether the kept pairs fit nint digits: nothing in front of the first byte, and
+// no tens digit in it when nint is odd.
+template<int N> [[gnu::always_inline]] inline bool fits(const Words<N> &w, Layout d)
+{
+    const int rest = d.ball - wordPairs * (N - 1);
+    if (rest > 0)
+        return w[N - 1] <= largestTops[d.nint & 1][rest];
+    if constexpr (N > 1) {
+        Words<N - 1> low;
+        std::copy_n(w.begin(), N - 1, low.begin());
+        return w[N - 1] == 0 && fits<N - 1>(low, d);
+    }
+    return false;
+}
+
+// Carries 1 into the pair in front of the last one, which has become 0 or 100 less.
+template<int N> void carryOn(Words<N> &w)
+{
+    for (int j = 0; j < N; ++j) {
+        for (int shift = j == 0 ? 8 : 0; shift < 64; shift += 8) {
+            if ((w[j] >> shift & 0xFF) != 99) {
+                w[j] += Word {1} << shift;
+                return;
+            }
+            w[j] -= Word {99} << shift;
+        }
+    }
+    w[N - 1] = Word {100} << 56; // fits nowhere
+}
+
+// Rounds what is kept when pairs or a digit are lost.
+template<int N>
+[[gnu::always_inline]] inline UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf,
+                                               Word unit, bool negative, BCDIIroundstyle rs)
+{
+    const bool up = roundsUp(rs, negative, atLeastHalf);
+    kept[0] += up ? unit : 0;
+    const bool carries = (kept[0] & 0xFF) >= 100;
+    if (carries) {
+        kept[0] -= 100;
+        carryOn<N>(kept);
+    }
+    if ((carries || d.ball == 1) && !fits<N>(kept, d))
+        return Rounded | NoResult | Overflow;
+    return anyOf<N>(kept) == 0 ? Rounded | IsZero : Rounded | signStatus(negative);
+}
+
+// Rounds a cut magnitude to the destination; without NoResult kept is the result.
+// sourceFraction is the number of digits after the point that the source's type has.
+template<int N>
+[[gnu::always_inline]] inline UINT32 roundCut(Cut<N> &cut, Layout d, int sourceFraction,
+                                              bool negative, BCDIIroundstyle rs)
+{
+    if (cut.tooWide | !fits<N>(cut.kept, d)) // one branch, not two
+        return NoResult | Overflow;
+    // The first lost digit is the tens digit of a whole pair, or with an odd nfrac
+    // the units digit of the last pair kept.
+    if ((d.nfrac & 1) != 0 && d.nfrac < sourceFraction) {
+        const Word units = (cut.kept[0] & 0xFF) % 10;
+        if ((units | cut.lost) != 0) {
+            cut.kept[0] -= units;
+            return roundKept<N>(cut.kept, d, units >= 5, 10, negative, rs);
+        }
+    } else if (cut.lost != 0) {
+        return roundKept<N>(cut.kept, d, cut.lost >= Word {50} << 56, 1, negative, rs);
+    }
+    return anyOf<N>(cut.kept) == 0 ? UINT32 {IsZero} : signStatus(negative);
+}
+
+template<int N>
+[[gnu::always_inline]] inline UINT32 deliver(BYTE *dst, Layout d, Cut<N> &cut, int sourceFraction,
+                                             bool negative, BCDIIroundstyle rs)
+{
+    const UINT32 status = roundCut<N>(cut, d, sourceFraction, negative, rs);
+    if ((status & NoResult) != 0)
+        return putNan(dst, d, status);
+    storeWords<N>(dst, d.ball, cut.kept, (status & IsNegative) != 0);
+    return status;
+}
+
+// Drops pairs from the end of the window.
+template<int N> [[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w, int pairs)
+{
+    Cut<N> cut {w};
+    if (pairs == 0)
+        return cut;
+    Words<N> &kept = cut.kept;
+    Word merged = 0;
+    for (; pairs > wordPairs; pairs -= wordPairs) {
+        merged |= kept[0];
+        for (int j = 0; j + 1 < N; ++j)
+            kept[j] = kept[j + 1];
+        kept[N - 1] = 0;
+    }
+    const int shift = 8 * pairs; // 8 to 64
+    cut.lost = kept[0] << (64 - shift) | Word {merged != 0};
+    for (int j = 0; j + 1 < N; ++j)
+        kept[j] = kept[j] >> 1 >> (shift - 1) | kept[j + 1] << (64 - shift);
+    kept[N - 1] = kept[N - 1] >> 1 >> (shift - 1);
+    return cut;
+}
+
+// Copies a value of type s, read into words that end with its last byte.
+template<int N>
+[[gnu::always_inline]] inline UINT32 copyWords(BYTE *dst, Layout d, Words<N> w, Layout s,
+                                               bool negative, BCDIIroundstyle rs)
+{
+    if (d.bfrac() > s.bfrac())
+        shiftUp<N>(w, d.bfrac() - s.bfrac());
+    Cut<N> cut = cutWindow<N>(w, std::max(0, s.bfrac() - d.bfrac()));
+    return deliver<N>(dst, d, cut, s.nfrac, negative, rs);
+}
+
+template<int N>
+[[gnu::always_inline]] inline UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s,
+                                               BCDIIroundstyle rs)
+{
+    return copyWords<N>(dst, d, loadWords<N>(src, s.ball), s, isNegative(src), rs);
+}
+
+int windowOfBoth(Layout d, Layout s)
+{
+    return windowOf(std::max(d.bint(), s.bint()), std::max(d.bfrac(), s.bfrac()),
+                    std::min(d.ball, s.ball));
+}
+
+UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType srcType,
+                    BCDIIroundstyle rs)
+{
+    const Layout d(dstType);
+    const Layout s(srcType);
+    switch (windowOfBoth(d, s)) {
+    case 0:
+        return copyPlain(dst, Layout(dstType), src, Layout(srcType), rs);
+    case 1:
+        return copyShort<1>(dst, d, src, s, rs);
+    case 2:
+        return copyShort<2>(dst, d, src, s, rs);
+    case 3:
+        return copyShort<3>(dst, d, src, s, rs);
+    default:
+        return copyShort<4>(dst, d, src, s, rs);
+    }
+}
+
+// ------------------------------------------------------------------ comparison
+
+template<int N> [[gnu::always_inline]] inline bool isLess(const Words<N> &a, const Words<N> &b)
+{
+    bool less = false;
+    for (int j = N % 2; j < N; j += 2) { // two words at a time
+        const UInt128 x = UInt128 {a[j + 1]} << 64 | a[j];
+        const UInt128 y = UInt128 {b[j + 1]} << 64 | b[j];
+        if (j == 1)
+            less = a[0] < b[0];
+        less = (x < y) | ((x == y) & less);
+    }
+    return N == 1 ? a[0] < b[0] : less;
+}
+
+int pairOrZero(const BYTE *bcd, Layout t, int i)
+{
+    return i >= 0 && i < t.ball ? bcd[i] & pairMask : 0;
+}
+
+int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt)
+{
+    const int fraction = std::max(at.bfrac(), bt.bfrac());
+    for (int place = std::max(at.bint(), bt.bint()); place > -fraction; --place) {
+        const int x = pairOrZero(a, at, at.bint() - place);
+        const int y = pairOrZero(b, bt, bt.bint() - place);
+        if (x != y)
+            return x < y ? -1 : 1;
+    }
+    return 0;
+}
+
+template<int N>
+[[gnu::always_inline]] inline int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                                               int fraction)
+{
+    const Words<N> x = loadAligned<N>(a, at, fraction);
+    const Words<N> y = loadAligned<N>(b, bt, fraction);
+    return int {isLess<N>(y, x)} - int {isLess<N>(x, y)};
+}
+
+int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
+{
+    const Layout at(aType);
+    const Layout bt(bType);
+    const int fraction = std::max(at.bfrac(), bt.bfrac());
+    switch (windowOfBoth(at, bt)) {
+    case 0:
+        return compareMagnitudesPlain(a, Layout(aType), b, Layout(bType));
+    case 1:
+        return compareShort<1>(a, at, b, bt, fraction);
+    case 2:
+        return compareShort<2>(a, at, b, bt, fraction);
+    case 3:
+        return compareShort<3>(a, at, b, bt, fraction);
+    default:
+        return compareShort<4>(a, at, b, bt, fraction);
+    }
+}
+
+// Whether all of n bytes are 0.
+bool isZero(const BYTE *bcd, int n)
+{
+    if (n < wordPairs)
+        return n <= 0 || loadShort(bcd, n) == 0;
+    Word any = load<Word>(bcd + n - wordPairs);
+    for (int i = 0; i < n - wordPairs; i += wordPairs)
+        any |= load<Word>(bcd + i);
+    return any == 0;
+}
+
+// Raw bytes of one layout. The last word overlaps the one before it, which is
+// known to be equal there.
+int compareBytes(const BYTE *a, const BYTE *b, int n)
+{
+    if (n < wordPairs) {
+        if (n <= 0)
+            return 0;
+        const Word x = loadShort(a, n);
+        const Word y = loadShort(b, n);
+        return int {x > y} - int {x < y};
+    }
+    for (int i = 0;; i = std::min(i + wordPairs, n - wordPairs)) {
+        const Word x = load<Word>(a + i);
+        const Word y = load<Word>(b + i);
+        if (x != y || i + wordPairs >= n)
+            return int {x > y} - int {x < y};
+    }
+}
+
+// -------------------------------------------------------------------- addition
+
+// Where a value's pairs begin in an array whose point is at byte point.
+void placePairs(Pairs &pairs, int point, const BYTE *bcd, Layout t)
+{
+    if (t.ball == 0)
+        return;
+    std::copy_n(bcd, t.ball, pairs.begin() + point - t.bint());
+    pairs[point - t.bint()] &= pairMask;
+}
+
+void addPairs(Pairs &sum, const Pairs &b, int size)
+{
+    int carry = 0;
+    for (int i = size - 1; i >= 0; --i) {
+        const int pair = sum[i] + b[i] + carry;
+        carry = pair > 99 ? 1 : 0;
+        sum[i] = static_cast<BYTE>(pair - 100 * carry);
+    }
+}
+
+// The first is not the smaller, so that no borrow is left at the end.
+void subtractPairs(Pairs &difference, const Pairs &b, int size)
+{
+    int borrow = 0;
+    for (int i = size - 1; i >= 0; --i) {
+        const int pair = difference[i] - b[i] - borrow;
+        borrow = pair < 0 ? 1 : 0;
+        difference[i] = static_cast<BYTE>(pair + 100 * borrow);
+    }
+}
+
+UINT32 addPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout at(aType);
+    const Layout bt(bType);
+    const int point = std::max({at.bint(), bt.bint(), 0}) + 1; // a byte for the carry
+    const int fraction = std::max({at.bfrac(), bt.bfrac(), 0});
+    bool negative = isNegative(a);
+    Pairs x {};
+    Pairs y {};
+    placePairs(x, point, a, at);
+    placePairs(y, point, b, bt);
+    if (negative == isNegative(b)) {
+        addPairs(x, y, point + fraction);
+    } else {
+        if (x < y) {
+            std::swap(x, y);
+            negative = !negative;
+        }
+        subtractPairs(x, y, point + fraction);
+    }
+    x[0] = static_cast<BYTE>(x[0] | (negative ? signBit : 0));
+    return copyPlain(ret, Layout(retType), x.data(), Layout(2 * (point + fraction), 2 * fraction),
+                     rs);
+}
+
+// Adds b to a, or with subtract (all ones, else 0) takes it away, and returns the
+// carry of an addition. Pairs add like bytes when every byte of one operand is raised
+// by 156: it overflows exactly when the pair reaches 100. To subtract is to add the
+// hundred's complement, 99 - pair, raised by 156: that is the byte's own complement.
+// In the sum, a byte that overflowed is a pair, at most 99; one that did not still
+// holds the 156, which its bit 7 shows, and gets rid of it.
+template<int N>
+[[gnu::always_inline]] inline bool addWords(Words<N> &a, const Words<N> &b, Word subtract)
+{
+    const Word raise = (eachByte * 156) & ~subtract;
+    bool carry = subtract != 0;
+    for (int j = 0; j < N; ++j) {
+        const Word y = (b[j] + raise) ^ subtract;
+        const Word partial = a[j] + y;
+        const Word sum = partial + Word {carry};
+        carry = (partial < y) | (sum < partial);
+        a[j] = sum - (sum >> 7 & eachByte) * 156;
+    }
+    return carry & (subtract == 0);
+}
+
+// The sum of two magnitudes with signs; *negative is its sign. With different signs
+// the smaller is taken from the larger.
+template<int N>
+[[gnu::always_inline]] inline Cut<N> addSigned(Words<N> x, Words<N> y, const BYTE *a, const BYTE *b,
+                                               bool *negative)
+{
+    const bool differ = ((a[0] ^ b[0]) & signBit) != 0;
+    // Signs are as good as random: masks, since branches would be guessed wrong.
+    const bool swap = differ & isLess<N>(x, y);
+    const Word mask = Word {0} - Word {swap};
+    for (int j = 0; j < N; ++j) {
+        const Word change = (x[j] ^ y[j]) & mask;
+        x[j] ^= change;
+        y[j] ^= change;
+    }
+    *negative = isNegative(a) != swap;
+    const bool tooWide = addWords<N>(x, y, Word {0} - Word {differ});
+    return {x, 0, tooWide};
+}
+
+// fraction is the most bytes behind the point that a value or the result has.
+template<int N>
+[[gnu::always_inline]] inline UINT32 addShort(BYTE *ret, Layout d, const BYTE *a, Layout at,
+                                              const BYTE *b, Layout bt, int fraction,
+                                              BCDIIroundstyle rs)
+{
+    bool negative;
+    const Cut<N> sum = addSigned<N>(loadAligned<N>(a, at, fraction),
+                                    loadAligned<N>(b, bt, fraction), a, b, &negative);
+    // A carry out of the window is beyond every integer digit of the result.
+    Cut<N> cut = cutWindow<N>(sum.kept, fraction - d.bfrac());
+    cut.tooWide = sum.tooWide;
+    return deliver<N>(ret, d, cut, 2 * std::max(at.bfrac(), bt.bfrac()), negative, rs);
+}
+
+UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout d(retType);
+    const Layout at(aType);
+    const Layout bt(bType);
+    const int fraction = std::max({at.bfrac(), bt.bfrac(), d.bfrac()});
+    switch (windowOf(std::max({at.bint(), bt.bint(), d.bint()}), fraction,
+                     std::min({at.ball, bt.ball, d.ball}))) {
+    case 0:
+        return addPlain(ret, retType, a, aType, b, bType, rs);
+    case 1:
+        return addShort<1>(ret, d, a, at, b, bt, fraction, rs);
+    case 2:
+        return addShort<2>(ret, d, a, at, b, bt, fraction, rs);
+    case 3:
+        return addShort<3>(ret, d, a, at, b, bt, fraction, rs);
+    default:
+        return addShort<4>(ret, d, a, at, b, bt, fraction, rs);
+    }
+}
+
+// One type for all, of N words: nothing to align, and nothing to cut off.
+template<int N>
+[[gnu::noinline]] UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type,
+                                 BCDIIroundstyle rs)
+{
+    const Layout t(type);
+    bool negative;
+    Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
+    const UINT32 status = roundCut<N>(cut, t, t.nfrac + 1, negative, rs);
+    if ((status & NoResult) != 0)
+        return putNan(ret, t, status);
+    storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
+    return status;
+}
+
+UINT32 addOneType(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIroundstyle rs)
+{
+    const int bytes = Layout(type).ball;
+    switch (windowOf(bytes, 0, bytes)) {
+    case 0:
+        return addPlain(ret, type, a, type, b, type, rs);
+    case 1:
+        return addSame<1>(ret, a, b, type, rs);
+    case 2:
+        return addSame<2>(ret, a, b, type, rs);
+    case 3:
+        return addSame<3>(ret, a, b, type, rs);
+    default:
+        return addSame<4>(ret, a, b, type, rs);
+    }
+}
+
+// ---------------------------------------------------------------- binary limbs
+
+// A limb is the number that a word of pairs stands for, below 10^16.
+constexpr Word tenToEight = 100000000;
+constexpr Word limbBase = tenToEight * tenToEight;
+
+// Folds neighbours three times: pairs to fours, fours to eights, eights to one.
+// Of high * 2^k + low, taking high * (2^k - 10^m) leaves high * 10^m + low.
+[[gnu::always_inline]] inline Word toLimb(Word pairs)
+{
+    Word x = pairs - (pairs >> 8 & 0x00FF00FF00FF00FF) * (0x100 - 100);
+    x -= (x >> 16 & 0x0000FFFF0000FFFF) * (0x10000 - 10000);
+    return x - (x >> 32) * (0x100000000 - tenToEight);
+}
+
+// The inverse of toLimb(): splits eights, fours and pairs. The reciprocals are exact
+// for their ranges: 109951163 / 2^40 for 1 / 10^4 below 10^8, 10486 / 2^20 for 1 / 100
+// below 10^4.
+[[gnu::always_inline]] inline Word toPairs(Word limb)
+{
+    constexpr Word lanes = 0x0000007F0000007F;
+    const Word high = limb / tenToEight;
+    const Word low = limb - high * tenToEight;
+    const Word fours = (high * 109951163 >> 40) << 32 | low * 109951163 >> 40;
+    const Word otherFours = (high << 32 | low) - fours * 10000;
+    const Word hundreds = fours * 10486 >> 20 & lanes;
+    const Word otherHundreds = otherFours * 10486 >> 20 & lanes;
+    return (fours + hundreds * (0x100 - 100)) << 16 | (otherFours + otherHundreds * (0x100 - 100));
+}
+
+// Divides by limbBase. Let x' = floor(x / 2^46), below 2^63 for x < 2^109, and r =
+// floor(2^110 / limbBase). Then x / limbBase exceeds x' r / 2^64 by less than
+// 2^46 / limbBase + x' / 2^64 < 0.51, so the estimate is right or one too small.
+[[gnu::always_inline]] inline Word splitLimb(UInt128 x, Word *remainder)
+{
+    constexpr Word reciprocal = static_cast<Word>((UInt128 {1} << 110) / limbBase);
+    const Word quotient =
+        static_cast<Word>(UInt128 {static_cast<Word>(x >> 46)} * reciprocal >> 64);
+    const Word rest = static_cast<Word>(x) - quotient * limbBase;
+    const bool more = rest >= limbBase;
+    *remainder = more ? rest - limbBase : rest;
+    return quotient + Word {more};
+}
+
+// A magnitude in limbs, least significant first, with limbs of 0 on both sides, so
+// that those around the destination's bytes need no test.
+constexpr int zeroLimbs = 5;
+constexpr int mostLimbs = 2 * windowWords;
+
+struct Limbs
+{
+    Limbs(int limbs, int fractionBytes)
+        : count(limbs)
+        , fraction(fractionBytes)
+    {
+        for (int i = 0; i < zeroLimbs; ++i)
+            storage[i] = storage[zeroLimbs + count + i] = 0;
+    }
+
+    std::array<Word, zeroLimbs + mostLimbs + zeroLimbs> storage;
+    int count;
+    int fraction; //!< bytes behind the point where the last limb ends
+
+    Word *limb() { return storage.data() + zeroLimbs; }
+    const Word *limb() const { return storage.data() + zeroLimbs; }
+};
+
+// Cuts behind the last byte of the destination and turns only those limbs into
+// pairs that it needs; of the others it matters whether they are zero. shift is 8 to
+// 64 bits of the first limb that are lost, ball the destination's bytes.
+template<int N>
+[[gnu::always_inline]] inline Cut<N> cutLimbs(const Limbs &x, int first, int shift, int ball)
+{
+    const Word *const limb = x.limb() + first;
+    Word below = 0;
+    for (int i = -first; i < 0; ++i)
+        below |= limb[i];
+    Word above = 0;
+    for (int i = N + 1; i < x.count - first; ++i)
+        above |= limb[i];
+    Cut<N> cut;
+    Word next = toPairs(limb[0]);
+    cut.lost = next << (64 - shift) | Word {below != 0};
+    for (int j = 0; j < N; ++j) {
+        const Word low = next >> 1 >> (shift - 1);
+        if (j + 1 == N && ball <= wordPairs * N - (shift >> 3)) {
+            above |= limb[N]; // all in front of the destination
+            next = 0;
+        } else {
+            next = toPairs(limb[j + 1]);
+        }
+        cut.kept[j] = low | next << (64 - shift);
+    }
+    cut.tooWide = ((next >> 1 >> (shift - 1)) | above) != 0;
+    return cut;
+}
+
+// The destination begins with a limb: nothing to shift.
+template<int N> [[gnu::always_inline]] inline Cut<N> takeLimbs(const Limbs &x)
+{
+    Cut<N> cut;
+    for (int j = 0; j < N; ++j)
+        cut.kept[j] = toPairs(x.limb()[j]);
+    Word above = 0;
+    for (int i = N; i < x.count; ++i)
+        above |= x.limb()[i];
+    cut.tooWide = above != 0;
+    return cut;
+}
+
+UINT32 deliverLimbsPlain(BYTE *dst, Layout d, const Limbs &x, bool negative, BCDIIroundstyle rs)
+{
+    std::array<BYTE, wordPairs * mostLimbs> pairs {};
+    const int size = wordPairs * x.count;
+    for (int i = 0; i < x.count; ++i)
+        store<Word>(pairs.data() + size - wordPairs * (i + 1), toPairs(x.limb()[i]));
+    pairs[0] = static_cast<BYTE>(pairs[0] | (negative ? signBit : 0));
+    return copyPlain(dst, d, pairs.data(), Layout(2 * size, 2 * x.fraction), rs);
+}
+
+template<int N>
+[[gnu::always_inline]] inline UINT32 deliverLimbsShort(BYTE *dst, Layout d, const Limbs &x,
+                                                       bool negative, BCDIIroundstyle rs)
+{
+    const int drop = x.fraction - d.bfrac();
+    const int first = (drop - 1) >> 3;
+    Cut<N> cut =
+        drop == 0 ? takeLimbs<N>(x) : cutLimbs<N>(x, first, 8 * (drop - 8 * first), d.ball);
+    return deliver<N>(dst, d, cut, 2 * x.fraction, negative, rs);
+}
+
+// Writes a magnitude in limbs. The plain way is for values that may begin below the
+// lowest position, and for results that end far away from the limbs.
+UINT32 deliverLimbs(BYTE *dst, BCDIIType type, const Limbs &x, bool negative, BCDIIroundstyle rs)
+{
+    const Layout d(type);
+    const int first = (x.fraction - d.bfrac() - 1) >> 3; // negative: zeros follow
+    if (x.fraction > windowFraction || first < -zeroLimbs || first >= x.count)
+        return deliverLimbsPlain(dst, Layout(type), x, negative, rs);
+    switch (windowOf(d.ball, 0, d.ball)) {
+    case 0:
+        return deliverLimbsPlain(dst, Layout(type), x, negative, rs);
+    case 1:
+        return deliverLimbsShort<1>(dst, d, x, negative, rs);
+    case 2:
+        return deliverLimbsShort<2>(dst, d, x, negative, rs);
+    case 3:
+        return deliverLimbsShort<3>(dst, d, x, negative, rs);
+    default:
+        return deliverLimbsShort<4>(dst, d, x, negative, rs);
+    }
+}
+
+// -------------------------------------------------------------- multiplication
+
+UINT32 mulPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout at(aType);
+    const Layout bt(bType);
+    const int size = at.ball + bt.ball; // at most 128
+    Pairs product {};
+    for (int i = at.ball - 1; i >= 0; --i) {
+        const int factor = i == 0 ? a[i] & pairMask : a[i];
+        int carry = 0;
+        for (int j = bt.ball - 1; j >= 0; --j) {
+            const int pair =
+                (j == 0 ? b[j] & pairMask : b[j]) * factor + product[i + j + 1] + carry;
+            product[i + j + 1] = static_cast<BYTE>(pair % 100);
+            carry = pair / 100;
+        }
+        product[i] = static_cast<BYTE>(carry);
+    }
+    product[0] = static_cast<BYTE>(product[0] | ((a[0] ^ b[0]) & signBit));
+    return copyPlain(ret, Layout(retType), product.data(),
+                     Layout(2 * size, 2 * (at.bfrac() + bt.bfrac())), rs);
+}
+
+// Column by column. A column sums at most 4 products below 10^32 and a carry, which
+// splitLimb() takes.
+template<int NA, int NB>
+void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *product)
+{
+    Words<NA> x = loadExact<NA>(a, aBall);
+    Words<NB> y = loadExact<NB>(b, bBall);
+    for (int i = 0; i < NA; ++i)
+        x[i] = i == aBall >> 3 && (aBall & 7) == 1 ? x[i] : toLimb(x[i]);
+    for (int i = 0; i < NB; ++i)
+        y[i] = i == bBall >> 3 && (bBall & 7) == 1 ? y[i] : toLimb(y[i]);
+    Word carry = 0;
+    for (int k = 0; k < NA + NB - 1; ++k) {
+        UInt128 column = carry;
+        for (int i = std::max(0, k - NB + 1); i <= std::min(k, NA - 1); ++i)
+            column += UInt128 {x[i]} * y[k - i];
+        carry = splitLimb(column, &product[k]);
+    }
+    product[NA + NB - 1] = carry;
+}
+
+// a is not the shorter; both have 1 to 4 words.
+void multiply(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *product)
+{
+    switch (4 * wordsOf(aBall) + wordsOf(bBall)) {
+    case 4 * 1 + 1:
+        return multiplyLimbs<1, 1>(a, aBall, b, bBall, product);
+    case 4 * 2 + 1:
+        return multiplyLimbs<2, 1>(a, aBall, b, bBall, product);
+    case 4 * 2 + 2:
+        return multiplyLimbs<2, 2>(a, aBall, b, bBall, product);
+    case 4 * 3 + 1:
+        return multiplyLimbs<3, 1>(a, aBall, b, bBall, product);
+    case 4 * 3 + 2:
+        return multiplyLimbs<3, 2>(a, aBall, b, bBall, product);
+    case 4 * 3 + 3:
+        return multiplyLimbs<3, 3>(a, aBall, b, bBall, product);
+    case 4 * 4 + 1:
+        return multiplyLimbs<4, 1>(a, aBall, b, bBall, product);
+    case 4 * 4 + 2:
+        return multiplyLimbs<4, 2>(a, aBall, b, bBall, product);
+    case 4 * 4 + 3:
+        return multiplyLimbs<4, 3>(a, aBall, b, bBall, product);
+    default:
+        return multiplyLimbs<4, 4>(a, aBall, b, bBall, product);
+    }
+}
+
+UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                   BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout at(aType);
+    const Layout bt(bType);
+    if (std::min(at.ball, bt.ball) < 1 || std::max(at.ball, bt.ball) > wordPairs * windowWords)
+        return mulPlain(ret, retType, a, aType, b, bType, rs);
+    Limbs product(wordsOf(at.ball) + wordsOf(bt.ball), at.bfrac() + bt.bfrac());
+    if (at.ball < bt.ball)
+        multiply(b, bt.ball, a, at.ball, product.limb());
+    else
+        multiply(a, at.ball, b, bt.ball, product.limb());
+    return deliverLimbs(ret, retType, product, isNegative(a) != isNegative(b), rs);
+}
+
+// ------------------------------------------------------------------- conversion
+
+// Beyond this a count of fraction digits makes no more difference: all digits of
+// every type are on one side of the point. Even, so that parity is kept.
+constexpr int farAway = 300;
+
+int nearFractionDigits(int fd)
+{
+    return fd > farAway ? farAway : fd < -farAway ? -farAway : fd;
+}
+
+// 10.0^i for i = -128 to 128, by repeated multiplication or division, whose
+// roundings are part of the conversions.
+constexpr auto powersOfTen = [] {
+    std::array<double, 257> powers {};
+    powers[128] = 1.0;
+    for (int i = 1; i <= 128; ++i) {
+        powers[128 + i] = powers[128 + i - 1] * 10.0;
+        powers[128 - i] = powers[128 - i + 1] / 10.0;
+    }
+    return powers;
+}();
+
+double power10(int i)
+{
+    return powersOfTen[128 + i];
+}
+
+constexpr int integerBytes = 11; // 20 digits, and one of padding with an odd fd
+
+// The integer in pairs that are aligned on a point fd digits from its end.
+[[gnu::always_inline]] inline Words<2> integerPairs(UINT64 i64, int fd)
+{
+    // With an odd fd times 10, to fill a pair.
+    const bool odd = (fd & 1) != 0;
+    const Word high = odd ? i64 / (limbBase / 10) : i64 / limbBase;
+    const Word low = odd ? (i64 - high * (limbBase / 10)) * 10 : i64 - high * limbBase;
+    // The high part is below 2^16: three pairs.
+    const Word hundreds = high * 5243 >> 19;
+    const Word tenThousands = hundreds * 5243 >> 19;
+    return {toPairs(low), high + hundreds * (0x100 - 100) + tenThousands * (0x10000 - 0x6400)};
+}
+
+template<int N>
+[[gnu::always_inline]] inline UINT32 putIntegerShort(BYTE *dst, Layout d, UINT64 i64, int fd)
+{
+    const Layout s(2 * integerBytes - (fd & 1), fd);
+    const Words<2> pairs = integerPairs(i64, fd);
+    Words<N> w {pairs[0], pairs[1]};
+    return copyWords<N>(dst, d, w, s, false, BCDII_ROUND_TRUNC);
+}
+
+UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
+{
+    const Layout s(2 * integerBytes - (fd & 1), fd);
+    std::array<BYTE, integerBytes> pairs;
+    storeExact<2>(pairs.data(), integerBytes, integerPairs(i64, fd), false);
+    return copyPlain(dst, Layout(type), pairs.data(), s, BCDII_ROUND_TRUNC);
+}
+
+UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
+{
+    fd = nearFractionDigits(fd);
+    const Layout d(type);
+    switch (windowOfBoth(d, Layout(2 * integerBytes - (fd & 1), fd))) {
+    case 0:
+        return putIntegerPlain(dst, type, i64, fd);
+    case 1:
+    case 2:
+        return putIntegerShort<2>(dst, d, i64, fd);
+    case 3:
+        return putIntegerShort<3>(dst, d, i64, fd);
+    default:
+        return putIntegerShort<4>(dst, d, i64, fd);
+    }
+}
+
+// Hands out a value of a type of 19 digits. With an odd fraction the last digit is
+// padding: 20 digits, more than a word holds.
+[[gnu::always_inline]] inline UINT32 giveInteger(INT64 *pi64, Layout d, Word high, Word low,
+                                                 UINT32 status)
+{
+    if ((status & Overflow) != 0)
+        return NoResult | Overflow; // also where a rounding carry overflowed
+    const Word highPart = high - (high >> 8) * (0x100 - 100); // two pairs at most
+    const Word magnitude = (d.nfrac & 1) != 0 ? highPart * (limbBase / 10) + toLimb(low) / 10
+                                              : highPart * limbBase + toLimb(low);
+    const bool negative = (status & IsNegative) != 0;
+    constexpr auto most = static_cast<Word>(std::numeric_limits<INT64>::max());
+    if (magnitude > most + Word {negative})
+        return NoResult | Overflow;
+    *pi64 = static_cast<INT64>((magnitude ^ (Word {0} - Word {negative})) + Word {negative});
+    return status;
+}
+
+template<int N>
+[[gnu::always_inline]] inline UINT32 toIntegerShort(INT64 *pi64, Layout d, const BYTE *bcd,
+                                                    Layout t, BCDIIroundstyle rs)
+{
+    const int fraction = std::max(d.bfrac(), t.bfrac());
+    Cut<N> cut = cutWindow<N>(loadAligned<N>(bcd, t, fraction), fraction - d.bfrac());
+    const UINT32 status = roundCut<N>(cut, d, t.nfrac, isNegative(bcd), rs);
+    return giveInteger(pi64, d, cut.kept[1], cut.kept[0], status);
+}
+
+UINT32 toIntegerPlain(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
+{
+    const Layout d(19, fd);
+    std::array<BYTE, 10> digits {};
+    const UINT32 status = copyPlain(digits.data(), d, bcd, Layout(type), rs);
+    const Words<2> w = loadExact<2>(digits.data(), 10);
+    return giveInteger(pi64, d, w[1], w[0], status);
+}
+
+constexpr double doubleExact = 9007199254740992.0; // 2^53: integers below are exact
+constexpr double tolerance = 0.125;
+
+// For x >= 0; from 2^52 on every double is an integer.
+double floorPositive(double x)
+{
+    return x < doubleExact ? static_cast<double>(static_cast<INT64>(x)) : x;
+}
+
+// Takes the lowest digits (base 10 or 100) off x in double arithmetic. Below 2^63
+// integers do the same: x - digits is an integer, rounded when it becomes a double.
+BYTE takeDigits(double *x, unsigned base)
+{
+    double digits;
+    double rest;
+    if (*x < 9223372036854775808.0) {
+        const auto integer = static_cast<INT64>(*x);
+        digits = static_cast<double>(integer % base);
+        rest = static_cast<double>(integer - integer % base);
+    } else {
+        digits = std::fmod(*x, base);
+        rest = *x - digits;
+    }
+    *x = floorPositive(rest / base + tolerance);
+    return static_cast<BYTE>(digits);
+}
+
+// Puts pairs into the bytes of a type; false when they do not fit, and then the
+// bytes hold the last of them.
+bool putPairs(BYTE *bcd, Layout t, Words<2> pairs)
+{
+    const Words<windowWords> w {pairs[0], pairs[1]};
+    if (t.ball <= 2 * wordPairs && fits<2>(pairs, t)) {
+        storeWords<2>(bcd, t.ball, pairs, false);
+        return true;
+    }
+    if (t.ball <= windowWords * wordPairs && fits<windowWords>(w, t)) {
+        storeWords<windowWords>(bcd, t.ball, w, false);
+        return true;
+    }
+    for (int i = t.ball; i > 0; --i) {
+        bcd[i - 1] = static_cast<BYTE>(pairs[0]);
+        pairs = {pairs[0] >> 8 | pairs[1] << 56, pairs[1] >> 8};
+    }
+    return anyOf<2>(pairs) == 0 && ((t.nint & 1) == 0 || bcd[0] < 10);
+}
+
+// Places the integer x; false when it does not fit. From 2^53 on the double arithmetic
+// may round, below it is the same as that of integers.
+bool putDouble(BYTE *bcd, Layout t, double x)
+{
+    bool half = (t.nfrac & 1) != 0; // the last byte holds one digit
+    while (x >= doubleExact && t.ball > 0) {
+        const bool single = half || (t.ball == 1 && (t.nint & 1) != 0);
+        const BYTE digits = takeDigits(&x, single ? 10 : 100);
+        bcd[--t.ball] = static_cast<BYTE>(half ? 10 * digits : digits);
+        half = false;
+    }
+    if (t.ball == 0)
+        return x <= tolerance;
+    return putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), half ? 1 : 0));
+}
+
+// ------------------------------------------------------------------------- text
+
+constexpr int parseBuffer = 63; // bytes
+constexpr int mostFractionDigits = 127;
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+const char *skipZeros(const char *p)
+{
+    while (*p == '0')
+        ++p;
+    return p;
+}
+
+const char *skipDigits(const char *p)
+{
+    while (isDigit(*p))
+        ++p;
+    return p;
+}
+
+// A number found in a text.
+struct Found
+{
+    const char *integer = nullptr;  //!< first integer digit that is not a leading zero
+    const char *point = nullptr;    //!< first digit after the point
+    const char *fraction = nullptr; //!< the same, without zeros when no integer digits stand before
+    std::ptrdiff_t nint = 0;        //!< digits before the point; negative: zeros after it
+    std::ptrdiff_t nfrac = 0;       //!< digits after the point, with those zeros
+    bool negative = false;
+    bool anyDigit = false;
+    bool anySignificant = false;
+};
+
+Found findNumber(const char *p)
+{
+    Found found;
+    while (*p == '\t' || *p == '\n' || *p == '\r' || *p == ' ')
+        ++p;
+    found.negative = *p == '-';
+    p += found.negative || *p == '+' ? 1 : 0;
+    found.integer = skipZeros(p);
+    const char *last = skipDigits(found.integer);
+    found.nint = last - found.integer;
+    found.anyDigit = last != p;
+    found.anySignificant = found.nint > 0;
+    found.point = last;
+    found.fraction = last;
+    if ((*last != '.' && *last != ',') || !isDigit(last[1]))
+        return found;
+
+    found.point = last + 1;
+    found.anyDigit = true;
+    found.fraction = found.nint > 0 ? found.point : skipZeros(found.point);
+    last = skipDigits(found.fraction);
+    found.nfrac = last - found.point;
+    if (found.nint == 0) {
+        found.nint = found.point - found.fraction;
+        found.anySignificant = last != found.fraction;
+    }
+    return found;
+}
+
+// Packs count digits, the first into the tens place unless it stands alone; a digit
+// left over is followed by padding.
+BYTE *packDigits(BYTE *out, const char *digit, std::ptrdiff_t count, bool firstAlone)
+{
+    if (firstAlone && count > 0) {
+        *out++ = static_cast<BYTE>(*digit++ - '0');
+        --count;
+    }
+    for (; count > 1; count -= 2, digit += 2)
+        *out++ = static_cast<BYTE>(10 * (digit[0] - '0') + (digit[1] - '0'));
+    if (count > 0)
+        *out++ = static_cast<BYTE>(10 * (digit[0] - '0'));
+    return out;
+}
+
+constexpr int chunkDigits = 8;
+
+// 1 to 8 digit characters as digits in bytes, zeros in front.
+[[gnu::always_inline]] inline Word digitBytes(const char *text, int n)
+{
+    const auto *const p = reinterpret_cast<const BYTE *>(text);
+    const Word zeros = eachByte * '0' >> (64 - 8 * n);
+    return (n == chunkDigits ? load<Word>(p) : loadShort(p, n)) - zeros;
+}
+
+// Eight digits in bytes as four pairs.
+[[gnu::always_inline]] inline Word packChunk(Word digits)
+{
+    const Word pairs = (digits >> 8 & 0x00FF00FF00FF00FF) * 10 + (digits & 0x00FF00FF00FF00FF);
+    const Word halves = (pairs | pairs >> 8) & 0x0000FFFF0000FFFF;
+    return (halves | halves >> 16) & 0xFFFFFFFF;
+}
+
+// At most 16 H digits in pairs that end with the last digit.
+template<int H> [[gnu::always_inline]] inline Words<H> packToEnd(const char *digits, int n)
+{
+    Words<H> w {};
+    for (int j = 0; j < 2 * H; ++j) {
+        const int rest = n - chunkDigits * j;
+        if (rest <= 0)
+            break;
+        const int first = std::max(0, rest - chunkDigits);
+        w[j / 2] |= packChunk(digitBytes(digits + first, rest - first)) << (32 * (j % 2));
+    }
+    return w;
+}
+
+// At most 16 H digits in pairs that begin with the first digit.
+template<int H> [[gnu::always_inline]] inline Words<H> packFromStart(const char *digits, int n)
+{
+    Words<H> w {};
+    for (int j = 0; j < 2 * H; ++j) {
+        const int rest = n - chunkDigits * j;
+        if (rest <= 0)
+            break;
+        const int count = std::min(rest, chunkDigits);
+        const Word chunk = digitBytes(digits + chunkDigits * j, count)
+            << (8 * (chunkDigits - count));
+        w[H - 1 - j / 2] |= packChunk(chunk) << (32 - 32 * (j % 2));
+    }
+    return w;
+}
+
+// Stores a number of at most 16 H digits on either side of the point.
+template<int H>
+[[gnu::always_inline]] inline UINT32 putFoundShort(BYTE *dst, Layout d, const Found &found)
+{
+    const int nint = static_cast<int>(std::max<std::ptrdiff_t>(found.nint, 0));
+    const Words<H> integer = packToEnd<H>(found.integer, nint);
+    const Words<H> fraction = packFromStart<H>(found.point, d.nfrac);
+    Words<2 * H> all;
+    for (int j = 0; j < H; ++j) {
+        all[j] = fraction[j];
+        all[H + j] = integer[j];
+    }
+    Cut<2 *H> cut = cutWindow<2 * H>(all, H * wordPairs - d.bfrac());
+    return deliver<2 * H>(dst, d, cut, d.nfrac, found.negative, BCDII_ROUND_NEAREST);
+}
+
+// The new type's fraction digits are the text's, so that nothing is rounded.
+UINT32 putFound(BYTE *dst, BCDIIType type, const Found &found)
+{
+    const Layout d(type);
+    const int nint = static_cast<int>(found.nint);
+    const int most = std::max({nint, d.nfrac, d.ball});
+    if (most <= 16 && d.ball > 0)
+        return putFoundShort<1>(dst, d, found);
+    if (most <= 32 && d.ball > 0)
+        return putFoundShort<2>(dst, d, found);
+    std::array<BYTE, parseBuffer> pairs;
+    const bool odd = (nint & 1) != 0;
+    BYTE *next = packDigits(pairs.data(), found.integer, std::max(nint, 0), odd);
+    packDigits(next, found.fraction, d.nfrac + std::min(nint, 0), nint < 0 && odd);
+    pairs[0] = static_cast<BYTE>(pairs[0] | (found.negative ? signBit : 0));
+    return copyInternal(dst, type, pairs.data(), typeWord(nint + d.nfrac, d.nfrac),
+                        BCDII_ROUND_NEAREST);
+}
+
+constexpr auto pairTexts = [] {
+    std::array<char, 256> texts {};
+    for (int pair = 0; pair < 128; ++pair) {
+        texts[2 * pair] = static_cast<char>('0' + pair / 10 % 10);
+        texts[2 * pair + 1] = static_cast<char>('0' + pair % 10);
+    }
+    return texts;
+}();
+
+char *putPairText(char *to, BYTE pair)
+{
+    std::memcpy(to, &pairTexts[2 * (pair & pairMask)], 2);
+    return to + 2;
+}
+
+// The digits before the point without leading zeros. Pairs that a negative nfrac
+// leaves out follow as zeros.
+char *putIntegerDigits(char *to, const BYTE *bcd, Layout t)
+{
+    const int stored = std::min(t.bint(), t.ball);
+    int i = firstPair(bcd, stored);
+    if (i >= stored)
+        return to;
+    const int first = bcd[i] & pairMask;
+    if (first > 9 && (i > 0 || (t.nint & 1) == 0))
+        *to++ = pairTexts[2 * first];
+    *to++ = pairTexts[2 * first + 1];
+    for (++i; i < stored; ++i)
+        to = putPairText(to, bcd[i]);
+    return std::fill_n(to, 2 * (t.bint() - stored), '0');
+}
+
+// The point and nfrac digits. Pairs in front of the first byte are zeros.
+void putFractionDigits(char *to, const BYTE *bcd, Layout t)
+{
+    *to++ = '.';
+    to = std::fill_n(to, std::min(2 * std::max(0, -t.bint()), t.nfrac), '0');
+    for (int i = std::max(0, t.bint()); i < t.ball; ++i)
+        to = putPairText(to, bcd[i]);
+    if ((t.nfrac & 1) != 0 && t.ball > 0)
+        to[-1] = '\0'; // the padding digit
+}
+
+} // namespace
+
+// ----------------------------------------------------------------- value format
+
+void BCDIIInit(void *bcd_dst, BCDIIType type)
+{
+    storeHeader(bcd_dst, type);
+    dataOf(bcd_dst)[0] = nanByte;
+}
+
+BCDIIType BCDIIGetType(const void *bcd_)
+{
+    BCDIIStoreType word;
+    std::memcpy(&word, bcd_, sizeof word);
+    return word;
+}
+
+BOOL BCDIICheckType(BCDIIType type)
+{
+    const Layout t(type);
+    const int nall = t.nint + t.nfrac;
+    return nall >= 1 && nall <= 63 && t.nfrac >= -62 && t.nfrac <= 62 ? 1 : 0;
+}
+
+UINT32 BCDIICheck(const void *bcd_, BCDIIType type)
+{
+    if (BCDIICheckType(type) == 0)
+        return Invalid;
+    const BYTE *const bcd = bytes(bcd_);
+    const Layout t(type);
+    if (bcd[0] == nanByte)
+        return NanOperand | Invalid;
+    const int last = bcd[t.ball - 1] & pairMask;
+    if ((t.nfrac & 1) != 0 && (last > 90 || last % 10 != 0))
+        return Invalid;
+    if ((bcd[0] & pairMask) > ((t.nint & 1) != 0 ? 9 : 99))
+        return Invalid;
+    if (std::any_of(bcd + 1, bcd + t.ball, [](BYTE b) { return b > 99; }))
+        return Invalid;
+    if (firstPair(bcd, t.ball) < t.ball)
+        return signStatus(isNegative(bcd));
+    return isNegative(bcd) ? Invalid : IsZero;
+}
+
+UINT32 BCDIICheck(const void *bcd_)
+{
+    return BCDIICheck(dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+void BCDIISetZero(void *bcd_dst)
+{
+    putZero(dataOf(bcd_dst), Layout(BCDIIGetType(bcd_dst)));
+}
+
+void BCDIISetMax(void *bcd_, BCDIIType type)
+{
+    const Layout t(type);
+    if (t.ball <= 0)
+        return;
+    BYTE *const bcd = bytes(bcd_);
+    std::fill_n(bcd, t.ball, BYTE {99});
+    if ((t.nfrac & 1) != 0)
+        bcd[t.ball - 1] = 90;
+    if ((t.nint & 1) != 0)
+        bcd[0] = 9;
+}
+
+void BCDIISetMax(void *bcd_)
+{
+    BCDIISetMax(dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+void BCDIISetMin(void *bcd, BCDIIType type)
+{
+    BCDIISetMax(bcd, type);
+    if (Layout(type).ball > 0)
+        bytes(bcd)[0] |= signBit;
+}
+
+void BCDIISetMin(void *bcd_)
+{
+    BCDIISetMin(dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+UINT32 BCDIINeg(void *bcd, BCDIIType type)
+{
+    BYTE *const b = bytes(bcd);
+    if (isNan(b))
+        return NanOperand | Invalid | NoResult;
+    const Layout t(type);
+    if (isZero(b, t.ball))
+        return IsZero;
+    b[0] ^= signBit;
+    return signStatus(isNegative(b));
+}
+
+UINT32 BCDIINeg(void *bcd_)
+{
+    return BCDIINeg(dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+UINT32 BCDIICopy(void *dst_, BCDIIType dstType, const void *src_, BCDIIType srcType,
+                 BCDIIroundstyle rs)
+{
+    if (isNan(bytes(src_)))
+        return putNan(bytes(dst_), Layout(dstType), NanOperand | Invalid | NoResult);
+    return copyInternal(bytes(dst_), dstType, bytes(src_), srcType, rs);
+}
+
+UINT32 BCDIICopy(void *dst_, const void *src_)
+{
+    return BCDIICopy(dataOf(dst_), BCDIIGetType(dst_), dataOf(src_), BCDIIGetType(src_),
+                     BCDII_ROUND_NEAREST);
+}
+
+int BCDIICmp(const void *a, BCDIIType aType, const void *b, BCDIIType bType)
+{
+    const BYTE *const x = bytes(a);
+    const BYTE *const y = bytes(b);
+    if (isNegative(x) != isNegative(y))
+        return isNegative(x) ? -1 : 1;
+    const int order = isSameType(aType, bType) ? compareBytes(x, y, Layout(aType).ball)
+                                               : compareMagnitudes(x, aType, y, bType);
+    return isNegative(x) ? -order : order;
+}
+
+int BCDIICmp(const void *a_, const void *b_)
+{
+    return BCDIICmp(dataOf(a_), BCDIIGetType(a_), dataOf(b_), BCDIIGetType(b_));
+}
+
+// ------------------------------------------------------------------- arithmetic
+
+UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
+                BCDIIType bType, BCDIIroundstyle rs)
+{
+    if (isNan(bytes(a_)) | isNan(bytes(b_)))
+        return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
+    if (isSameType(aType, bType) && isSameType(aType, retType))
+        return addOneType(bytes(ret), bytes(a_), bytes(b_), retType, rs);
+    return addTypes(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
+}
+
+UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
+{
+    return BCDIIAdd(dataOf(ret_), BCDIIGetType(ret_), dataOf(a_), BCDIIGetType(a_), dataOf(b_),
+                    BCDIIGetType(b_), BCDII_ROUND_NEAREST);
+}
+
+UINT32 BCDIIMul(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
+                BCDIIType bType, BCDIIroundstyle rs)
+{
+    if (isNan(bytes(a_)) | isNan(bytes(b_)))
+        return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
+    return mulInternal(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
+}
+
+UINT32 BCDIIMul(void *ret_, const void *a_, const void *b_)
+{
+    return BCDIIMul(dataOf(ret_), BCDIIGetType(ret_), dataOf(a_), BCDIIGetType(a_), dataOf(b_),
+                    BCDIIGetType(b_), BCDII_ROUND_NEAREST);
+}
+
+// ------------------------------------------------------------------- conversion
+
+UINT32 BCDIIGetFromUInt64(void *bcd, BCDIIType type, UINT64 i64, int fd)
+{
+    return putInteger(bytes(bcd), type, i64, fd);
+}
+
+UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd)
+{
+    return BCDIIGetFromUInt64(dataOf(bcd_dst), BCDIIGetType(bcd_dst), i64, fd);
+}
+
+UINT32 BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, INT64 i64, int fd)
+{
+    // No branch: the signs of numbers are as good as random.
+    BYTE *const bcd = bytes(bcd_dst);
+    const Word negative = i64 < 0 ? 1 : 0;
+    const UINT64 magnitude = (static_cast<UINT64>(i64) ^ (Word {0} - negative)) + negative;
+    const UINT32 status = putInteger(bcd, type, magnitude, fd);
+    // Deliberate: zero and NaN get the sign as well.
+    if (Layout(type).ball > 0)
+        bcd[0] = static_cast<BYTE>(bcd[0] | negative << 7);
+    return status | static_cast<UINT32>(negative) * IsNegative;
+}
+
+UINT32 BCDIIGetFromInt64(void *bcd_dst, INT64 i64, int fd)
+{
+    return BCDIIGetFromInt64(dataOf(bcd_dst), BCDIIGetType(bcd_dst), i64, fd);
+}
+
+UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
+{
+    if (isNan(bytes(bcd)))
+        return NanOperand | Invalid | NoResult;
+    fd = nearFractionDigits(fd);
+    const Layout d(19, fd); // 10 bytes, so 2 words at least
+    const Layout t(type);
+    switch (windowOfBoth(d, t)) {
+    case 0:
+        return toIntegerPlain(pi64, bytes(bcd), type, fd, rs);
+    case 1:
+    case 2:
+        return toIntegerShort<2>(pi64, d, bytes(bcd), t, rs);
+    case 3:
+        return toIntegerShort<3>(pi64, d, bytes(bcd), t, rs);
+    default:
+        return toIntegerShort<4>(pi64, d, bytes(bcd), t, rs);
+    }
+}
+
+UINT32 BCDII2Int64(INT64 *pi64, const void *bcd_, int fd)
+{
+    return BCDII2Int64(pi64, dataOf(bcd_), BCDIIGetType(bcd_), fd, BCDII_ROUND_NEAREST);
+}
+
+UINT32 BCDII2Double(double *dbl, const void *bcd, BCDIIType type)
+{
+    const BYTE *const b = bytes(bcd);
+    if (isNan(b))
+        return NanOperand | Invalid | NoResult;
+    const Layout t(type);
+    // Seven pairs are below 2^53, where integers and doubles agree. Zeros in front
+    // make no difference.
+    const int exact = std::min(7, t.ball);
+    const Word leading = exact > 0 ? toLimb(loadShort(b, exact) & topMasks[exact]) : 0;
+    auto value = static_cast<double>(static_cast<INT64>(leading));
+    for (int i = exact; i < t.ball; ++i)
+        value = value * 100.0 + b[i];
+    if (value == 0.0) {
+        *dbl = 0.0;
+        return IsZero;
+    }
+    value /= power10(2 * t.bfrac());
+    *dbl = isNegative(b) ? -value : value;
+    return signStatus(isNegative(b));
+}
+
+UINT32 BCDII2Double(double *dbl, const void *bcd_)
+{
+    return BCDII2Double(dbl, dataOf(bcd_), BCDIIGetType(bcd_));
+}
+
+UINT32 BCDIIGetFromDouble(void *bcd_, double src, BCDIIType type)
+{
+    constexpr double integral = 4503599627370496.0; // 2^52: no fraction from here on
+    const Layout t(type);
+    BYTE *const bcd = bytes(bcd_);
+    double x = std::fabs(src) * power10(t.nfrac) + 0.5;
+    if (x < integral)
+        x = floorPositive(x);
+    if (x < tolerance)
+        return putZero(bcd, t);
+    if (std::isnan(x)) {
+        putZero(bcd, t);
+        return 0; // nothing compares with it: no digit is placed, no sign seen
+    }
+    if (std::isinf(x))
+        putZero(bcd, t);
+    if (std::isinf(x) || !putDouble(bcd, t, x))
+        return putNan(bcd, t, NoResult | Overflow);
+    if (src < 0 && t.ball > 0)
+        bcd[0] |= signBit;
+    return signStatus(src < 0);
+}
+
+UINT32 BCDIIGetFromDouble(void *bcd_, double dbl)
+{
+    return BCDIIGetFromDouble(dataOf(bcd_), dbl, BCDIIGetType(bcd_));
+}
+
+// ------------------------------------------------------------------------- text
+
+UINT32 BCDIIFromString(void *bcd, BCDIIType &type, const char *str)
+{
+    const Layout given(type);
+    BYTE *const dst = bytes(bcd);
+    const Found found = findNumber(str);
+    if (!found.anyDigit)
+        return putNan(dst, given, Invalid | NoResult);
+    if (!found.anySignificant)
+        return putZero(dst, given);
+    if (((found.nint + 1) >> 1) + ((found.nfrac + 1) >> 1) > parseBuffer
+        || found.nfrac > mostFractionDigits)
+        return putNan(dst, given, Invalid | NoResult);
+    if (found.nint > given.nint)
+        return putNan(dst, given, NoResult | Overflow);
+
+    type = (type & 0xFF00) | static_cast<BYTE>(found.nfrac);
+    return putFound(dst, type, found);
+}
+
+UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok)
+{
+    BCDIIType type = BCDIIGetType(bcd_);
+    BCDIIFromString(dataOf(bcd_), type, str);
+    storeHeader(bcd_, type);
+    const UINT32 status = BCDIICheck(bcd_);
+    if (ok != nullptr)
+        *ok = (status & ~UINT32 {IsZero | IsNegative}) == 0;
+    return status;
+}
+
+std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
+{
+    const Layout t(type);
+    const BYTE *const b = bytes(bcd);
+    const bool hasFraction = t.nfrac > 0;
+    const int width = std::max(t.nint, 0) + (hasFraction ? t.nfrac + 1 : 0);
+    std::string text(static_cast<std::size_t>(width) + 2, '\0');
+    char *to = text.data();
+    *to = isNegative(b) ? '-' : '\0';
+    to += isNegative(b) ? 1 : 0;
+    to = putIntegerDigits(to, b, t);
+    if (hasFraction)
+        putFractionDigits(to, b, t);
+    return text;
+}
+
+std::string BCDII2StringSequence(const void *bcd_)
+{
+    return BCDII2StringSequence(dataOf(bcd_), BCDIIGetType(bcd_));
+}

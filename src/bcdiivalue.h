@@ -1,0 +1,351 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef BCDIIVALUE_H
+#define BCDIIVALUE_H
+
+#include "bcdii.h"
+
+#include <algorithm>
+#include <array>
+#include <compare>
+#include <cstddef>
+#include <functional>
+#include <limits>
+#include <string>
+
+#if __has_include(<QString>)
+#include <QString>
+#endif
+
+//! A decimal number of \a Digits digits, \a Fraction of them after the point, that owns
+//! its bytes. Only as large as they are, trivially copied, never on the heap.
+//!
+//! \code
+//! using Money = BCDIIValue<15, 2>;
+//! const Money price = Money::fromString("19.90");
+//! const Money total = price * Money(3) + Money::fromString("4.50"); // 64.20
+//! \endcode
+//!
+//! Results that do not fit become NaN, which every operation hands on and which is
+//! neither equal to nor less than anything. Lost digits are rounded to nearest,
+//! halves away from zero, unless a function takes a style. Functions with a
+//! \a status parameter store the status word of bcdii.h there, if given.
+template<int Digits, int Fraction> class BCDIIValue
+{
+    static_assert(Digits >= 1 && Digits <= 63, "a value has 1 to 63 digits");
+    static_assert(Fraction >= -62 && Fraction <= 62, "-62 to 62 digits stand after the point");
+
+public:
+    //! Zero.
+    constexpr BCDIIValue() = default;
+
+    //! NaN when the integer does not fit; digits that the type does not have are cut off.
+    explicit BCDIIValue(INT64 integer, UINT32 *status = nullptr)
+    {
+        const UINT32 result = BCDIIGetFromInt64(data(), type(), integer, 0);
+        if ((result & 2) != 0)
+            m_bytes = {}; // a negative integer cut to zero has a sign
+        report(status, (result & 2) != 0 ? result & ~4U : result);
+    }
+
+    //! The value nearest to \a real * 10^Fraction, taken in double; see BCDIIGetFromDouble().
+    //! Infinities and numbers that do not fit give NaN, a NaN too.
+    static BCDIIValue fromDouble(double real, UINT32 *status = nullptr)
+    {
+        BCDIIValue value = nan();
+        if (real != real) {
+            report(status, 176);
+            return value;
+        }
+        report(status, BCDIIGetFromDouble(value.data(), real, type()));
+        return value;
+    }
+
+    //! The number at the beginning of \a text (see BCDIIFromString()), rounded to this
+    //! type; NaN when there is none or it does not fit.
+    static BCDIIValue fromString(const char *text, UINT32 *status = nullptr)
+    {
+        BCDIIType textType = 63U << 8;
+        std::array<BYTE, 32> bytes {};
+        UINT32 result = BCDIIFromString(bytes.data(), textType, text);
+        BCDIIValue value = nan();
+        if ((result & 0x10) == 0)
+            result = BCDIICopy(value.data(), type(), bytes.data(), textType, BCDII_ROUND_NEAREST);
+        report(status, result);
+        return value;
+    }
+    static BCDIIValue fromString(const std::string &text, UINT32 *status = nullptr)
+    {
+        return fromString(text.c_str(), status);
+    }
+
+    //! Not a number.
+    static constexpr BCDIIValue nan()
+    {
+        BCDIIValue value;
+        value.m_bytes[0] = 101;
+        return value;
+    }
+    //! The largest value: all nines.
+    static BCDIIValue highest()
+    {
+        BCDIIValue value;
+        BCDIISetMax(value.data(), type());
+        return value;
+    }
+    //! The most negative value.
+    static BCDIIValue lowest()
+    {
+        BCDIIValue value;
+        BCDIISetMin(value.data(), type());
+        return value;
+    }
+    //! One unit of the last digit.
+    static BCDIIValue smallest()
+    {
+        BCDIIValue value;
+        value.m_bytes.back() = Fraction % 2 != 0 ? 10 : 1;
+        return value;
+    }
+
+    //! The type word of the functions of bcdii.h.
+    static constexpr BCDIIType type()
+    {
+        return static_cast<BCDIIType>((Digits & 0xFF) << 8 | (Fraction & 0xFF));
+    }
+    //! The bytes, for those functions.
+    //! @{
+    BYTE *data() { return m_bytes.data(); }
+    const BYTE *data() const { return m_bytes.data(); }
+    //! @}
+    static constexpr std::size_t size() { return byteCount; }
+
+    //! 0 positive, 4 negative, 2 zero, 160 NaN; 32 when data() was filled with what is
+    //! not a value.
+    UINT32 status() const { return BCDIICheck(data(), type()); }
+    constexpr bool isNan() const { return (m_bytes[0] & 0x7F) > 99; }
+    constexpr bool isNegative() const { return !isNan() && m_bytes[0] >= 0x80; }
+    constexpr bool isZero() const { return m_bytes == std::array<BYTE, byteCount> {}; }
+
+    //! The value in another type, BCDIIValue<...>, rounded by \a style.
+    template<typename Other>
+    Other to(BCDIIroundstyle style = BCDII_ROUND_NEAREST, UINT32 *status = nullptr) const
+    {
+        Other value;
+        report(status, BCDIICopy(value.data(), Other::type(), data(), type(), style));
+        return value;
+    }
+    //! The nearest integer, or 0 when it does not fit or the value is NaN.
+    INT64 toInt64(BCDIIroundstyle style = BCDII_ROUND_NEAREST, UINT32 *status = nullptr) const
+    {
+        INT64 integer = 0;
+        report(status, BCDII2Int64(&integer, data(), type(), 0, style));
+        return integer;
+    }
+    //! The value as a double; a quiet NaN for NaN.
+    double toDouble() const
+    {
+        double real = std::numeric_limits<double>::quiet_NaN();
+        BCDII2Double(&real, data(), type());
+        return real;
+    }
+    //! "-12.50", "0.5", "0", or "NaN". Always Fraction digits after the point.
+    std::string toString() const
+    {
+        if (isNan())
+            return "NaN";
+        std::string text = BCDII2StringSequence(data(), type()).c_str();
+        const std::size_t first = isNegative() ? 1 : 0;
+        if (text.size() == first || text[first] == '.')
+            text.insert(first, 1, '0');
+        return text;
+    }
+
+#if __has_include(<QString>)
+    //! \sa fromString(), toString()
+    //! @{
+    static BCDIIValue fromQString(const QString &text, UINT32 *status = nullptr)
+    {
+        return fromString(text.toLatin1().constData(), status);
+    }
+    QString toQString() const
+    {
+        return QString::fromStdString(toString());
+    }
+    //! @}
+#endif
+
+    //! a + b and a * b of any two types in this one, rounded by \a style.
+    //! @{
+    template<typename A, typename B>
+    static BCDIIValue sum(const A &a, const B &b, BCDIIroundstyle style = BCDII_ROUND_NEAREST,
+                          UINT32 *status = nullptr)
+    {
+        BCDIIValue value;
+        report(status,
+               BCDIIAdd(value.data(), type(), a.data(), A::type(), b.data(), B::type(), style));
+        return value;
+    }
+    template<typename A, typename B>
+    static BCDIIValue product(const A &a, const B &b, BCDIIroundstyle style = BCDII_ROUND_NEAREST,
+                              UINT32 *status = nullptr)
+    {
+        BCDIIValue value;
+        report(status,
+               BCDIIMul(value.data(), type(), a.data(), A::type(), b.data(), B::type(), style));
+        return value;
+    }
+    //! @}
+
+    BCDIIValue &operator+=(const BCDIIValue &other)
+    {
+        return *this = sum(*this, other);
+    }
+    BCDIIValue &operator-=(const BCDIIValue &other)
+    {
+        return *this = sum(*this, -other);
+    }
+    BCDIIValue &operator*=(const BCDIIValue &other)
+    {
+        return *this = product(*this, other);
+    }
+    friend BCDIIValue operator+(const BCDIIValue &a, const BCDIIValue &b)
+    {
+        return sum(a, b);
+    }
+    friend BCDIIValue operator-(const BCDIIValue &a, const BCDIIValue &b)
+    {
+        return sum(a, -b);
+    }
+    friend BCDIIValue operator*(const BCDIIValue &a, const BCDIIValue &b)
+    {
+        return product(a, b);
+    }
+    BCDIIValue operator-() const
+    {
+        BCDIIValue value = *this;
+        BCDIINeg(value.data(), type());
+        return value;
+    }
+    BCDIIValue operator+() const
+    {
+        return *this;
+    }
+
+    //! By value, also between types: 1.5 equals 1.50. NaN is unordered.
+    //! @{
+    template<int OtherDigits, int OtherFraction>
+    std::partial_ordering operator<=>(const BCDIIValue<OtherDigits, OtherFraction> &other) const
+    {
+        if (isNan() || other.isNan())
+            return std::partial_ordering::unordered;
+        return BCDIICmp(data(), type(), other.data(), other.type()) <=> 0;
+    }
+    template<int OtherDigits, int OtherFraction>
+    bool operator==(const BCDIIValue<OtherDigits, OtherFraction> &other) const
+    {
+        return (*this <=> other) == 0;
+    }
+    //! @}
+
+private:
+    static constexpr std::size_t byteCount = (Digits >> 1) + ((Digits | Fraction) & 1);
+
+    static void report(UINT32 *status, UINT32 result)
+    {
+        if (status != nullptr)
+            *status = result;
+    }
+
+    std::array<BYTE, byteCount> m_bytes {}; //!< as described in bcdii.h
+};
+
+//! Hashes equal values of one type equally.
+template<int Digits, int Fraction> struct std::hash<BCDIIValue<Digits, Fraction>>
+{
+    std::size_t operator()(const BCDIIValue<Digits, Fraction> &value) const noexcept
+    {
+        UINT64 h = 14695981039346656037U; // FNV-1a
+        for (std::size_t i = 0; i < value.size(); ++i)
+            h = (h ^ value.data()[i]) * 1099511628211U;
+        return static_cast<std::size_t>(h);
+    }
+};
+
+//! min() is the smallest positive value, as with floating point; every value between
+//! lowest() and max() that has the type's digits is exact.
+template<int Digits, int Fraction> class std::numeric_limits<BCDIIValue<Digits, Fraction>>
+{
+    using Value = BCDIIValue<Digits, Fraction>;
+
+public:
+    static constexpr bool is_specialized = true;
+    static constexpr bool is_signed = true;
+    static constexpr bool is_integer = Fraction <= 0;
+    static constexpr bool is_exact = true;
+    static constexpr bool has_infinity = false;
+    static constexpr bool has_quiet_NaN = true;
+    static constexpr bool has_signaling_NaN = false;
+    static constexpr bool is_iec559 = false;
+    static constexpr bool is_bounded = true;
+    static constexpr bool is_modulo = false;
+    static constexpr bool traps = false;
+    static constexpr int radix = 10;
+    static constexpr int digits = Digits;
+    static constexpr int digits10 = Digits;
+    static constexpr int max_digits10 = Digits;
+    static constexpr float_round_style round_style = round_to_nearest;
+
+    static Value min() { return Value::smallest(); }
+    static Value max() { return Value::highest(); }
+    static Value lowest() { return Value::lowest(); }
+    static Value epsilon() { return Value::smallest(); }
+    static Value quiet_NaN() { return Value::nan(); }
+};
+
+namespace BCDIILiterals {
+
+//! What a literal's text has: its digits without leading zeros, those after the point.
+struct Shape
+{
+    int digits = 0;
+    int fraction = 0;
+    bool plain = true; //!< digits and at most one point
+};
+
+template<char... Text> consteval Shape shapeOf()
+{
+    Shape shape;
+    bool behindPoint = false;
+    bool significant = false;
+    for (char c : {Text...}) {
+        if (c == '\'')
+            continue;
+        if (c == '.' && !behindPoint) {
+            behindPoint = true;
+            continue;
+        }
+        shape.plain = shape.plain && c >= '0' && c <= '9';
+        significant = significant || c != '0';
+        shape.digits += significant ? 1 : 0;
+        shape.fraction += behindPoint ? 1 : 0;
+    }
+    shape.digits = std::max({shape.digits, shape.fraction, 1});
+    return shape;
+}
+
+//! A decimal literal: 12.50_bcd is a BCDIIValue<4, 2>. Digits, ' and one point.
+template<char... Text> auto operator""_bcd()
+{
+    constexpr Shape shape = shapeOf<Text...>();
+    static_assert(shape.plain, "a decimal literal has digits and at most one point");
+    constexpr char text[] = {Text..., '\0'};
+    char digits[sizeof text] = {};
+    std::remove_copy(text, text + sizeof text, digits, '\'');
+    return BCDIIValue<shape.digits, shape.fraction>::fromString(digits);
+}
+
+} // namespace BCDIILiterals
+
+#endif // BCDIIVALUE_H
