@@ -9,6 +9,7 @@
 #include <QTextOption>
 
 #include <algorithm>
+#include <utility>
 
 namespace CellText {
 namespace {
@@ -118,9 +119,12 @@ bool isSpecial(QChar c)
 //! Latin, Greek and Cyrillic characters, each of which is read and removed on its own.
 bool isPlain(QChar c)
 {
+    static constexpr std::pair<char16_t, char16_t> ranges[] = {
+        {0x20, 0x7e}, {0xa0, 0xac}, {0xae, 0x2ff}, {0x370, 0x482}, {0x48a, 0x52f}};
     const char16_t code = c.unicode();
-    return (code >= 0x20 && code <= 0x7e) || (code >= 0xa0 && code <= 0x2ff && code != 0xad)
-        || (code >= 0x370 && code <= 0x482) || (code >= 0x48a && code <= 0x52f);
+    return std::any_of(std::begin(ranges), std::end(ranges), [=](const auto &range) {
+        return code >= range.first && code <= range.second;
+    });
 }
 
 //! How much of the space that a text leaves is left of it.

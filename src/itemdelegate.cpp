@@ -20,8 +20,6 @@
 #include <QToolTip>
 
 #include <cmath>
-#include <cstring>
-#include <numeric>
 #include <utility>
 
 namespace {
@@ -81,9 +79,11 @@ quint64 brushKey(const QBrush &brush)
     return quint64(brush.style());
 }
 
-bool isGradient(const QBrush &brush)
+//! Whether the colour of a brush shows and lets something through.
+bool isTransparent(const QBrush &brush)
 {
-    return brush.gradient() != nullptr;
+    const bool hasColor = brush.style() != Qt::TexturePattern || brush.texture().isQBitmap();
+    return hasColor && brush.color().alpha() != 255;
 }
 
 //! What cacheKey() leaves out of a brush: gradients, transparency and transformations.
@@ -91,13 +91,12 @@ QString brushExtension(const QBrush &brush)
 {
     if (brush.style() == Qt::NoBrush)
         return {};
-    const bool isColored = brush.style() != Qt::TexturePattern || brush.texture().isQBitmap();
-    const bool isTransparent = isColored && brush.color().alpha() != 255;
-    if (!isGradient(brush) && !isTransparent && brush.transform().isIdentity())
+    const bool isGradient = brush.gradient() != nullptr;
+    if (!isGradient && !isTransparent(brush) && brush.transform().isIdentity())
         return {};
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    if (isGradient(brush))
+    if (isGradient)
         stream << brush;
     else
         stream << brush.color() << brush.transform();
@@ -112,41 +111,56 @@ QPalette::ColorGroup usualGroup(QStyle::State state)
     return state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
 }
 
+//! Painters on widgets take the application's direction, not the widget's, which is in
+//! the option. One that was set on the painter counts.
+Qt::LayoutDirection directionOf(const QPainter &painter, const QStyleOptionViewItem &opt)
+{
+    const Qt::LayoutDirection direction = painter.layoutDirection();
+    if (direction == Qt::LayoutDirectionAuto)
+        return opt.direction == Qt::RightToLeft ? Qt::RightToLeft : direction;
+    return direction == QGuiApplication::layoutDirection() ? opt.direction : direction;
+}
+
 //! Where pictures are painted.
 struct Scratch
 {
     QImage image;
 };
 
-bool isOpaque(const QImage &image)
-{
-    const auto *pixels = reinterpret_cast<const QRgb *>(image.constBits());
-    const qsizetype count = image.sizeInBytes() / qsizetype(sizeof(QRgb));
-    const auto both = [](QRgb a, QRgb b) { return a & b; };
-    return qAlpha(std::reduce(pixels, pixels + count, QRgb(0xff000000), both)) == 0xff;
-}
-
 //! A copy of a painted image as a pixmap, without an alpha channel if that is not used:
 //! the pixmap is then blitted by copying.
 QPixmap pictureOf(const QImage &painted)
 {
     QImage picture(painted.size(), painted.format());
-    std::memcpy(picture.bits(), painted.constBits(), size_t(painted.sizeInBytes()));
+    const qsizetype count = painted.sizeInBytes() / qsizetype(sizeof(QRgb));
+    const auto *from = reinterpret_cast<const QRgb *>(painted.constBits());
+    auto *to = reinterpret_cast<QRgb *>(picture.bits());
+    QRgb all = 0xff000000;
+    for (qsizetype i = 0; i < count; ++i) {
+        all &= from[i];
+        to[i] = from[i];
+    }
     picture.setDevicePixelRatio(painted.devicePixelRatio());
-    if (isOpaque(painted))
+    if (all == 0xff000000)
         picture.reinterpretAsFormat(QImage::Format_RGB32);
     return QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion);
+}
+
+//! Whether the painter moves by whole units, if at all.
+bool isMovedByWholes(const QPainter &painter)
+{
+    const QTransform &transform = painter.worldTransform();
+    return transform.type() <= QTransform::TxTranslate
+        && transform.dx() == std::floor(transform.dx())
+        && transform.dy() == std::floor(transform.dy());
 }
 
 //! Where the pixels of a line of width 1 begin, left of or above its coordinate; −1 if
 //! that is not as simple as whole pixels.
 double lineOffset(const QPainter &painter)
 {
-    const QTransform &transform = painter.worldTransform();
-    const bool isWhole = transform.type() <= QTransform::TxTranslate
-        && transform.dx() == std::floor(transform.dx())
-        && transform.dy() == std::floor(transform.dy());
-    if (!isWhole || painter.compositionMode() != QPainter::CompositionMode_SourceOver
+    if (!isMovedByWholes(painter)
+        || painter.compositionMode() != QPainter::CompositionMode_SourceOver
         || painter.testRenderHint(QPainter::Antialiasing)) {
         return -1;
     }
@@ -167,6 +181,18 @@ QStyle::StateFlag markOf(Qt::CheckState state)
         return QStyle::State_On;
     }
     return QStyle::State_None;
+}
+
+//! The palette's colour group, if it is not the usual one and the frame shows that.
+QString frameExtension(const QStyleOptionViewItem &opt)
+{
+    const QPalette::ColorGroup current = opt.palette.currentColorGroup();
+    const QPalette::ColorGroup usual = usualGroup(opt.state);
+    if (current == usual
+        || opt.palette.color(current, QPalette::Mid) == opt.palette.color(usual, QPalette::Mid)) {
+        return {};
+    }
+    return QLatin1Char('G') + QString::number(current);
 }
 
 //! A decoration as an icon that fills \a size if it has no size of its own.
@@ -222,10 +248,12 @@ void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         painter->save();
     if (!m_drawFrame)
         painter->setClipRect(option.rect, Qt::ReplaceClip);
-    if (m_drawIndicator)
+    if (m_drawIndicator) {
+        painter->setLayoutDirection(directionOf(*painter, opt));
         drawCell(painter, opt, index);
-    else
+    } else {
         drawPicture(painter, &opt, index);
+    }
     if (isPainterChanged)
         painter->restore();
 }
@@ -244,7 +272,7 @@ void ItemDelegate::drawPicture(QPainter *painter, QStyleOptionViewItem *opt,
                                const QModelIndex &index) const
 {
     const double dpr = pixelRatio(*opt);
-    const Qt::LayoutDirection direction = painter->layoutDirection();
+    const Qt::LayoutDirection direction = directionOf(*painter, *opt);
     const QPointF place = opt->rect.topLeft();
     QString key = cacheKey(*opt, dpr);
     key += keyExtension(*opt, index, direction);
@@ -299,12 +327,8 @@ QString ItemDelegate::keyExtension(const QStyleOptionViewItem &opt, const QModel
                                    Qt::LayoutDirection direction) const
 {
     QString extension = brushExtension(opt.backgroundBrush);
-    const QPalette::ColorGroup current = opt.palette.currentColorGroup();
-    const QPalette::ColorGroup usual = usualGroup(opt.state);
-    if (m_drawFrame && current != usual
-        && opt.palette.color(current, QPalette::Mid) != opt.palette.color(usual, QPalette::Mid)) {
-        extension += QLatin1Char('G') + QString::number(current);
-    }
+    if (m_drawFrame)
+        extension += frameExtension(opt);
     if (colorGroup(opt) == QPalette::Disabled)
         extension += QLatin1Char('D');
     if (direction == Qt::RightToLeft)

@@ -372,6 +372,8 @@ private slots:
     void disabledParentIsNotMixedUp();
     void otherGroupIsNotMixedUp();
     void otherDirectionIsNotMixedUp();
+    void directionIsTheViews_data();
+    void directionIsTheViews();
     void narrowDateTimeShowsItsSeconds();
 
     // The steps
@@ -551,7 +553,8 @@ void TestItemDelegate::pictureIsKeptUnderTheKey()
         delegate.setParent(&viewport);
         cell.option.state = state;
         cell.option.rect.setWidth(41);
-        const QString key = delegate.cacheKey(cell.initialised(delegate), 1);
+        const QString key =
+            delegate.cacheKey(cell.initialised(delegate), viewport.devicePixelRatioF());
         QVERIFY(!isCached(key));
         painted(delegate, cell);
         QVERIFY(isCached(key));
@@ -762,6 +765,44 @@ void TestItemDelegate::otherDirectionIsNotMixedUp()
         QVERIFY(images.at(0) != images.at(1));
         QCOMPARE(painted(delegate, cell, Qt::LeftToRight), images.at(0));
         QCOMPARE(painted(delegate, cell, Qt::RightToLeft), images.at(1));
+    }
+}
+
+void TestItemDelegate::directionIsTheViews_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("ofApplication");
+    QTest::addColumn<Qt::LayoutDirection>("ofPainter");
+    QTest::addColumn<Qt::LayoutDirection>("ofOption");
+    QTest::addColumn<Qt::LayoutDirection>("expected");
+    const Qt::LayoutDirection left = Qt::LeftToRight;
+    const Qt::LayoutDirection right = Qt::RightToLeft;
+    const Qt::LayoutDirection any = Qt::LayoutDirectionAuto;
+    QTest::newRow("all left to right") << left << left << left << left;
+    QTest::newRow("view in a left-to-right application") << left << left << right << right;
+    QTest::newRow("view in a right-to-left application") << right << right << left << left;
+    QTest::newRow("all right to left") << right << right << right << right;
+    QTest::newRow("set on the painter") << left << right << left << right;
+    QTest::newRow("painter of no direction") << left << any << left << any;
+    QTest::newRow("painter of no direction, view of one") << left << any << right << right;
+}
+
+void TestItemDelegate::directionIsTheViews()
+{
+    QFETCH(Qt::LayoutDirection, ofApplication);
+    QFETCH(Qt::LayoutDirection, ofPainter);
+    QFETCH(Qt::LayoutDirection, ofOption);
+    QFETCH(Qt::LayoutDirection, expected);
+    const auto restore = qScopeGuard([] { QGuiApplication::setLayoutDirection(Qt::LeftToRight); });
+    QGuiApplication::setLayoutDirection(ofApplication);
+    const QString text = QStringLiteral("שלום abc (12).");
+    Cell cell({{Qt::DisplayRole, text}});
+    cell.option.direction = ofOption;
+    for (bool hasIndicator : {false, true}) {
+        ItemDelegate delegate(nullptr);
+        delegate.setDrawIndicator(hasIndicator);
+        const QRect &rect = cell.option.rect;
+        QCOMPARE(painted(delegate, cell, ofPainter).copy(rect),
+                 plainlyPainted(cell, text, expected).copy(rect));
     }
 }
 

@@ -83,6 +83,7 @@ private slots:
     void showsValues();
     void ignoresTheLocaleForDateTimes();
     void writesShortAndWideForms();
+    void writesManyDateTimes();
 
     void switchesToTheTimeByTheReferenceWidth();
     void measuresTheOverriddenWideText();
@@ -209,6 +210,24 @@ void TestStyledItemDelegate::writesShortAndWideForms()
              QLocale().toString(evening, QLocale::ShortFormat));
     QCOMPARE(delegate.dateTimeToShortText(QDateTime()), QString());
     QCOMPARE(delegate.dateTimeToWideText(QDateTime()), QString());
+}
+
+void TestStyledItemDelegate::writesManyDateTimes()
+{
+    const QLocale before;
+    const auto restore = qScopeGuard([&] { QLocale::setDefault(before); });
+    const StyledItemDelegate delegate(nullptr);
+    for (const QLocale::Language language : {QLocale::C, QLocale::French, QLocale::C}) {
+        QLocale::setDefault(QLocale(language));
+        for (int i = 0; i < 5000; ++i) {
+            const qint64 msecs = i * 7654321LL * 97;
+            const QDateTime dt = i % 3 ? QDateTime::fromMSecsSinceEpoch(msecs)
+                                       : QDateTime::fromMSecsSinceEpoch(msecs, QTimeZone::utc());
+            QCOMPARE(delegate.displayText(dt, QLocale()),
+                     QLocale().toString(dt, QLocale::ShortFormat));
+            QCOMPARE(delegate.dateTimeToWideText(dt), QLocale().toString(dt, QLocale::ShortFormat));
+        }
+    }
 }
 
 void TestStyledItemDelegate::switchesToTheTimeByTheReferenceWidth()

@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
@@ -53,6 +54,21 @@ void ColorDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionView
     editor->setGeometry(option.rect);
 }
 
+CellDelegate::CellDelegate(uint salt, QAbstractItemView *view)
+    : ItemDelegate(view)
+{
+    // Lines of directly painted cells reach into their neighbours, so that the order
+    // of painting would show.
+    setDrawIndicator(salt % 3 == 0);
+    setDrawFrame(salt % 3 == 1);
+}
+
+QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem & /*option*/,
+                                    const QModelIndex & /*index*/) const
+{
+    return new QLineEdit(parent);
+}
+
 QImage SoakView::maintainedPicture() const
 {
     const auto *image = static_cast<const QImage *>(window()->backingStore()->paintDevice());
@@ -67,6 +83,7 @@ QImage SoakView::plainPicture() const
     const QAbstractItemModel *shown = model();
     if (!shown)
         return image;
+    QPixmapCache::clear(); // a picture kept under a wrong key would be right here as well
     QPainter painter(&image);
     painter.setFont(viewport()->font());
     painter.setLayoutDirection(viewport()->layoutDirection());

@@ -7,6 +7,7 @@
 #include <QAbstractItemDelegate>
 #include <QImage>
 
+#include "itemdelegate.h"
 #include "qtablefastview.h"
 
 //! Paints a cell as a colour made of everything that its look may depend on.
@@ -26,6 +27,18 @@ public:
 
 private:
     uint m_salt;
+};
+
+//! The library's own cells: with lines, without, or with marks, as \a salt has it.
+class CellDelegate : public Vantix::ItemDelegate
+{
+    Q_OBJECT
+
+public:
+    CellDelegate(uint salt, QAbstractItemView *view);
+    //! An editor that keeps its size.
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override;
 };
 
 //! A view that tells what it holds.

@@ -22,10 +22,13 @@ struct Failure
     QStringList history;
 };
 
+//! The library's delegates instead of coloured rectangles.
+bool hasCells = false;
+
 //! Runs the given steps of a seed; stops at the first failure.
 Failure run(const Combination &combination, quint64 seed, const QList<int> &steps)
 {
-    World world(combination, seed);
+    World world(combination, seed, hasCells);
     Failure failure;
     for (qsizetype i = 0; i < steps.size(); ++i) {
         failure.reason = world.step(steps.at(i));
@@ -84,8 +87,13 @@ int main(int argc, char *argv[])
     const QCommandLineOption onlyOption(QStringLiteral("only"),
                                         QStringLiteral("One combination, as printed."),
                                         QStringLiteral("NAME"));
-    parser.addOptions({seedOption, stepsOption, roundsOption, onlyOption});
+    const QCommandLineOption delegateOption(
+        QStringLiteral("delegate"),
+        QStringLiteral("What paints: color (rectangles) or cells (Vantix::ItemDelegate)."),
+        QStringLiteral("NAME"), QStringLiteral("color"));
+    parser.addOptions({seedOption, stepsOption, roundsOption, onlyOption, delegateOption});
     parser.process(app);
+    hasCells = parser.value(delegateOption) == QStringLiteral("cells");
 
     QTextStream out(stdout);
     const quint64 firstSeed = parser.value(seedOption).toULongLong();

@@ -3,6 +3,8 @@
 
 #include "soakmodel.h"
 
+#include <QBrush>
+
 #include <algorithm>
 
 SoakModel::SoakModel(int rows, QObject *parent)
@@ -23,12 +25,34 @@ int SoakModel::columnCount(const QModelIndex &parent) const
 
 QVariant SoakModel::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid() || role != Qt::DisplayRole)
+    if (!index.isValid())
         return {};
     const Row &row = m_rows.at(index.row());
     const int column = m_columns.at(index.column());
+    if (role != Qt::DisplayRole)
+        return look(row, column, role);
     return QString::number((row.identity * 7 + column) * 13
                            + (row.versions.value(column) + m_version) * 5);
+}
+
+//! Some cells are coloured, aligned, decorated or checked.
+QVariant SoakModel::look(const Row &row, int column, int role) const
+{
+    const auto kind = int(row.identity + row.versions.value(column));
+    switch (role) {
+    case Qt::TextAlignmentRole:
+        return column % 2 ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
+    case Qt::ForegroundRole:
+        return kind % 4 == 1 ? QVariant(QBrush(QColor(0, 16 * (kind % 16), 96))) : QVariant();
+    case Qt::BackgroundRole:
+        return kind % 7 == 2 ? QVariant(QBrush(QColor(255, 200, 0, 40 * (kind % 6)))) : QVariant();
+    case Qt::DecorationRole:
+        return kind % 5 == 3 ? QVariant(QColor(Qt::darkCyan)) : QVariant();
+    case Qt::CheckStateRole:
+        return column == 0 ? QVariant(kind % 3) : QVariant();
+    default:
+        return {};
+    }
 }
 
 Qt::ItemFlags SoakModel::flags(const QModelIndex &index) const

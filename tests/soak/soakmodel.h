@@ -47,6 +47,7 @@ private:
 
     template<typename Change> void relayout(LayoutChangeHint hint, Change change);
     QList<Row> fresh(int count);
+    QVariant look(const Row &row, int column, int role) const;
 
     qint64 m_next = 0; // before m_rows, which takes from it
     QList<Row> m_rows;

@@ -31,7 +31,8 @@ struct Combination
 class World
 {
 public:
-    World(const Combination &combination, quint64 seed);
+    //! \a hasCells: the library's delegates instead of coloured rectangles.
+    World(const Combination &combination, quint64 seed, bool hasCells);
     ~World();
 
     //! Does step \a number, which depends on the seed and the number only, and
@@ -110,6 +111,8 @@ private:
     void focusEditor();
     void closeEditors();
 
+    QAbstractItemDelegate *newDelegate(uint salt) const;
+    QList<QRect> editorPlaces(const QModelIndex &index) const;
     QString check();
     QString checkPicture();
     QString checkEditors();
@@ -118,6 +121,7 @@ private:
 
     QRandomGenerator m_random;
     quint64 m_seed;
+    bool m_hasCells;
     QString m_said;
     QString m_broken; //!< a promise that an action found broken
     QList<QPersistentModelIndex> m_editors;
