@@ -1211,6 +1211,8 @@ void QTableFastView::paintEvent(QPaintEvent *event)
     d_ptr->pixelMoves = 0;
     d_ptr->isRepaintPending = false;
     QPainter painter(viewport());
+    // A painter on a widget begins with the application's direction.
+    painter.setLayoutDirection(viewport()->layoutDirection());
     draw(&painter, event->region());
     paintDropIndicator(&painter);
 }
