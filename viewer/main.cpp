@@ -161,6 +161,6 @@ int main(int argc, char **argv)
         return printHelp(argc, argv);
     doWithoutDisplay(argc, argv);
     const QApplication application(argc, argv);
-    QPixmapCache::setCacheLimit(64 * 1024); // KiB: several screens of cells, at a ratio of 2 too
+    QPixmapCache::setCacheLimit(32 * 1024); // KiB: a big screen of cells at a ratio of 2
     return runProgram(application);
 }
