@@ -245,6 +245,8 @@ QList<Operation> operations()
         {"insert in view", middle, insertInView},
         {"1 changed cell", middle, [](Stage &s, int turn) { changeCells(s, turn, 1); }},
         {"100 changed cells", middle, [](Stage &s, int turn) { changeCells(s, turn, 100); }},
+        {"10000 cell changes a second, a frame", middle,
+         [](Stage &s, int turn) { changeCells(s, turn, 10000 / 60); }},
         {"mixed storm, a frame", middle, stormFrame},
         {"reset", middle, [](Stage &s, int) { s.model.restart(); }},
         {"layout change", middle, [](Stage &s, int) { s.model.relayout(); }},
