@@ -1404,10 +1404,8 @@ void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, co
     if (wanted != look) {
         look = std::move(wanted);
         clearCache();
-        if (!pass.region->contains(q_ptr->viewport()->rect())
-            || pass.region->boundingRect() != q_ptr->viewport()->rect()) {
-            q_ptr->viewport()->update();
-        }
+        // What this event does not paint still shows the old look.
+        q_ptr->viewport()->update(QRegion(q_ptr->viewport()->rect()) - *pass.region);
     }
     noticeDelegates(pass);
     if (q_ptr->m_usePixmapCacheIndexed) {

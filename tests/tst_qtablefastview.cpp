@@ -334,7 +334,7 @@ private slots:
     void dropIndicator_data();
     void dropIndicator();
     void editorGetsFocusFrame();
-    void pixmapsAreSharpAtRatio();
+    void otherRatiosPaintAnew();
     void shortTableLeavesBackground();
 
     // Current index, keyboard, selection
@@ -1369,16 +1369,36 @@ void TestQTableFastView::editorGetsFocusFrame()
     QCOMPARE(maintained(view), before);
 }
 
-void TestQTableFastView::pixmapsAreSharpAtRatio()
+// Device pixels are held against logical ones: nothing is reused, nothing is blurred.
+void TestQTableFastView::otherRatiosPaintAnew()
 {
-    // A ratio of the device cannot be had in this process: what counts is the option's
-    // widget, and that the buffer's pixmaps carry its ratio.
+    class Fine : public View
+    {
+    public:
+        using View::View;
+
+    protected:
+        int metric(PaintDeviceMetric metric) const override
+        {
+            return metric == PdmDevicePixelRatioScaled ? int(2 * devicePixelRatioFScale())
+                                                       : View::metric(metric);
+        }
+    };
     BigModel model(5);
-    View view(&model);
+    Fine view(&model);
     view.setPaintBufferEnabled(true);
     view.showWith(200, 100);
     QCOMPARE(view.recorder.optionOf(0, 0).rect, QRect(0, 0, 60, rowHeight));
-    QCOMPARE(view.recorder.optionOf(0, 0).widget->devicePixelRatioF(), view.devicePixelRatioF());
+    QCOMPARE(view.recorder.optionOf(0, 0).widget->devicePixelRatioF(), 2.0);
+    const QImage buffered = maintained(view);
+    view.recorder.forget();
+    view.viewport()->update();
+    View::settle();
+    QCOMPARE(view.recorder.timesPainted(0, 0), 1);
+    view.setPaintBufferEnabled(false);
+    view.viewport()->update();
+    View::settle();
+    QCOMPARE(maintained(view), buffered);
 }
 
 void TestQTableFastView::shortTableLeavesBackground()
