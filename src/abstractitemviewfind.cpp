@@ -1,0 +1,746 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "abstractitemviewfind.h"
+
+#include "common.h"
+#include "itemdelegate.h"
+#include "sortfilterproxymodel.h"
+#include "styleditemdelegate.h"
+
+#include <QCoreApplication>
+#include <QItemSelectionModel>
+#include <QLocale>
+#include <QPersistentModelIndex>
+#include <QStringMatcher>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <memory>
+#include <optional>
+#include <typeinfo>
+#include <vector>
+
+namespace {
+
+constexpr qint64 s_eventInterval = 39; // ms that have to be exceeded
+constexpr QChar s_lineSeparator(0x2028);
+constexpr int s_mostColumns = 1024; // whose delegates are remembered
+
+bool isNumber(int type)
+{
+    return type == QMetaType::Int || type == QMetaType::UInt || type == QMetaType::LongLong
+        || type == QMetaType::ULongLong || type == QMetaType::Double;
+}
+
+//! Whether displayText() is that of one of these classes and no other.
+bool isWellKnown(const QStyledItemDelegate &delegate)
+{
+    const std::type_info &type = typeid(delegate);
+    return type == typeid(QStyledItemDelegate) || type == typeid(StyledItemDelegate)
+        || type == typeid(Vantix::ItemDelegate);
+}
+
+/*!
+ * \brief Writes numbers as a delegate of Qt's does, but without group separators.
+ *
+ * Making that text by the locale and taking the separators out costs several times more.
+ */
+class NumberWriter
+{
+public:
+    explicit NumberWriter(const QLocale &locale)
+        : m_minus(locale.negativeSign())
+        , m_point(locale.decimalPoint())
+    {
+    }
+
+    //! The text of \a value, valid until the next call. Empty if only the locale knows
+    //! how to write it.
+    QStringView text(const QVariant &value)
+    {
+        char16_t *to = m_text.data();
+        for (const char *c = m_ascii.data(), *end = write(value); c != end; ++c) {
+            if (*c >= '0' && *c <= '9')
+                *to++ = char16_t(*c);
+            else if ((*c == '-' && m_minus.size() == 1) || (*c == '.' && m_point.size() == 1))
+                *to++ = (*c == '-' ? m_minus : m_point).front().unicode();
+            else
+                return {};
+        }
+        return {m_text.data(), to - m_text.data()};
+    }
+
+private:
+    //! Into m_ascii, in the way of C. Returns the end.
+    const char *write(const QVariant &value)
+    {
+        char *begin = m_ascii.data();
+        char *limit = begin + m_ascii.size();
+        const void *data = value.constData();
+        switch (value.typeId()) {
+        case QMetaType::Int:
+            return std::to_chars(begin, limit, *static_cast<const int *>(data)).ptr;
+        case QMetaType::UInt:
+            return std::to_chars(begin, limit, *static_cast<const uint *>(data)).ptr;
+        case QMetaType::LongLong:
+            return std::to_chars(begin, limit, *static_cast<const qlonglong *>(data)).ptr;
+        case QMetaType::ULongLong:
+            return std::to_chars(begin, limit, *static_cast<const qulonglong *>(data)).ptr;
+        case QMetaType::Double:
+            return writeReal(*static_cast<const double *>(data), begin, limit);
+        default:
+            return begin;
+        }
+    }
+
+    //! Six digits at most. Delegates round a tie away from zero, the standard library
+    //! to even: what may be a tie is left to the locale, as are exponents.
+    static const char *writeReal(double value, char *begin, char *limit)
+    {
+        const double size = std::abs(value);
+        if (size == 0)
+            return std::to_chars(begin, limit, 0).ptr;
+        if (!(size >= 1e-4 && size < 999999))
+            return begin;
+        const char *end = std::to_chars(begin, limit, value, std::chars_format::fixed).ptr;
+        const char *first = std::find_if(begin, end, [](char c) { return c >= '1' && c <= '9'; });
+        const auto digits = end - first - std::count(first, end, '.');
+        if (digits <= 6)
+            return end;
+        if (digits == 7 && end[-1] == '5')
+            return begin;
+        return std::to_chars(begin, limit, value, std::chars_format::general, 6).ptr;
+    }
+
+    QString m_minus;
+    QString m_point;
+    std::array<char, 32> m_ascii;
+    std::array<char16_t, 32> m_text;
+};
+
+//! A text to be found, upper and lower case alike.
+class Needle
+{
+public:
+    explicit Needle(const QString &text)
+        : m_text(text)
+        , m_matcher(text, Qt::CaseInsensitive)
+        , m_isInPairs(
+              std::any_of(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); }))
+    {
+    }
+
+    const QString &text() const { return m_text; }
+
+    //! The matcher is quicker, but does not see half a surrogate pair.
+    bool isIn(QStringView shown) const
+    {
+        return m_isInPairs ? shown.contains(m_text, Qt::CaseInsensitive)
+                           : m_matcher.indexIn(shown) >= 0;
+    }
+
+private:
+    QString m_text;
+    QStringMatcher m_matcher;
+    bool m_isInPairs;
+};
+
+//! What is searched for, made ready once.
+struct Needles
+{
+    Needle text;
+    Needle number; //!< without white space and separators
+    bool hasBreak; //!< delegates show a line break as another character
+};
+
+} // namespace
+
+/*!
+ * \brief One search: the row where it is, and what it has asked of the view.
+ *
+ * Lives on the stack of the function that searches. The engine knows the latest one,
+ * and each knows the one that it interrupted.
+ */
+class ItemViewSearch : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Result {
+        Found,
+        End,   //!< all rows were looked at
+        Broken //!< stopped, or something that it needs is gone
+    };
+
+    class ShownTexts;
+    using Iterator = AbstractItemViewFind::Iterator;
+
+    ItemViewSearch(AbstractItemViewFind *engine, const QModelIndex &start, bool forward);
+    ~ItemViewSearch() override;
+
+    //! From the row of \a it to the end.
+    Result walk(Iterator it, const QString &text);
+    //! Forward from the first row to the row of the start.
+    Result walkToStart(const QString &text);
+
+    //! Ends this search and those that it interrupted.
+    void breakOff();
+    void engineDestroyed();
+
+    //! Events run between these two.
+    void beginEvents();
+    void endEvents();
+    bool runsEvents() const { return m_runsEvents; }
+
+    //! What the view shows, asked anew after events.
+    ShownTexts &shownTexts();
+
+private Q_SLOTS:
+    //! Goes on from the row that takes the place of the current one.
+    void rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last);
+
+private:
+    bool isBroken() const { return m_isBroken || m_engine->m_stopped; }
+    bool hasLostItsView() const;
+    QModelIndex stopRow() const;
+    QModelIndex rowBehind(QModelIndex parent, int row) const;
+
+    AbstractItemViewFind *m_engine;       //!< null when destroyed
+    ItemViewSearch *m_interrupted;        //!< this one began in its events
+    QPointer<QAbstractItemView> m_view;   //!< searched
+    QPointer<QHeaderView> m_header;       //!< gave the columns
+    QPointer<QAbstractItemModel> m_model; //!< walked
+    std::unique_ptr<ShownTexts> m_shown;  //!< null until asked for
+    QPersistentModelIndex m_start;        //!< invalid when its row has gone
+    QModelIndex m_stopAt;                 //!< end of the second walk
+    QModelIndex m_position;               //!< the row looked at
+    QPersistentModelIndex m_kept;         //!< m_position while events run
+    const bool m_forward;                 //!< direction
+    bool m_wraps = false;                 //!< in the second walk
+    bool m_isBroken = false;              //!< has to end
+    bool m_runsEvents = false;            //!< m_kept counts
+    bool m_isReplaced = false;            //!< m_position was not looked at yet
+};
+
+/*!
+ * \brief Tells whether cells show a text.
+ *
+ * Delegates, locale and separator are asked for once, since they cost more than
+ * comparing.
+ */
+class ItemViewSearch::ShownTexts
+{
+public:
+    explicit ShownTexts(const QAbstractItemView *view);
+
+    bool accept(const QVariant &data, const QString &text, int column);
+
+private:
+    struct Column
+    {
+        QPointer<const QStyledItemDelegate> delegate; //!< null for plain strings
+        bool isKnown = false;                         //!< was asked for
+        bool isPlain = false;                         //!< texts are shown as they are
+        bool hasPlainNumbers = false;                 //!< NumberWriter writes the same
+    };
+
+    QString trimmed(QString text)
+    {
+        AbstractItemViewFind::trim(text, m_separator);
+        return text;
+    }
+    Column &column(int number);
+    Column askedColumn(int number);
+    bool writesPlainly(const QStyledItemDelegate &delegate);
+    const Needles &needles(const QString &text);
+    bool acceptNumber(const QVariant &data, const Needle &searched, const Column &shown);
+    QString displayed(const QVariant &data, const Column &shown) const;
+
+    QPointer<const QAbstractItemView> m_view;
+    QLocale m_locale;
+    QString m_separator; //!< of groups of digits
+    NumberWriter m_numbers;
+    std::optional<Needles> m_needles; //!< for the last text
+    std::vector<Column> m_columns;
+    Column m_farColumn; //!< the last that is too far right for m_columns
+};
+
+ItemViewSearch::ShownTexts::ShownTexts(const QAbstractItemView *view)
+    : m_view(view)
+    , m_locale(view->locale())
+    , m_separator(m_locale.groupSeparator())
+    , m_numbers(m_locale)
+{
+}
+
+bool ItemViewSearch::ShownTexts::accept(const QVariant &data, const QString &text, int number)
+{
+    const Needles &searched = needles(text);
+    const Column &shown = column(number);
+    const int type = data.typeId();
+    if (isNumber(type))
+        return acceptNumber(data, searched.number, shown);
+    // The text that a delegate shows differs from the value in its line breaks only.
+    if (type == QMetaType::QString && shown.isPlain && !searched.hasBreak)
+        return searched.text.isIn(*static_cast<const QString *>(data.constData()));
+    return searched.text.isIn(displayed(data, shown));
+}
+
+bool ItemViewSearch::ShownTexts::acceptNumber(const QVariant &data, const Needle &searched,
+                                              const Column &shown)
+{
+    if (shown.hasPlainNumbers) {
+        const QStringView text = m_numbers.text(data);
+        if (!text.isEmpty())
+            return searched.isIn(text);
+    }
+    return searched.isIn(trimmed(displayed(data, shown)));
+}
+
+QString ItemViewSearch::ShownTexts::displayed(const QVariant &data, const Column &shown) const
+{
+    return shown.delegate ? shown.delegate->displayText(data, m_locale) : data.toString();
+}
+
+const Needles &ItemViewSearch::ShownTexts::needles(const QString &text)
+{
+    if (!m_needles || m_needles->text.text() != text) {
+        const bool hasBreak = text.contains(u'\n') || text.contains(s_lineSeparator);
+        m_needles = {Needle(text), Needle(trimmed(text)), hasBreak};
+    }
+    return *m_needles;
+}
+
+ItemViewSearch::ShownTexts::Column &ItemViewSearch::ShownTexts::column(int number)
+{
+    if (number < 0 || number >= s_mostColumns) {
+        m_farColumn = askedColumn(number);
+        return m_farColumn;
+    }
+    if (size_t(number) >= m_columns.size())
+        m_columns.resize(size_t(number) + 1);
+    Column &known = m_columns[size_t(number)];
+    if (!known.isKnown)
+        known = askedColumn(number);
+    return known;
+}
+
+ItemViewSearch::ShownTexts::Column ItemViewSearch::ShownTexts::askedColumn(int number)
+{
+    Column asked;
+    asked.isKnown = true;
+    if (!m_view)
+        return asked;
+    const auto *own = qobject_cast<QStyledItemDelegate *>(m_view->itemDelegateForColumn(number));
+    asked.delegate = own ? own : qobject_cast<QStyledItemDelegate *>(m_view->itemDelegate());
+    asked.isPlain = asked.delegate && isWellKnown(*asked.delegate);
+    asked.hasPlainNumbers = asked.isPlain && writesPlainly(*asked.delegate);
+    return asked;
+}
+
+//! Which digits, signs and precision a delegate uses is told by samples.
+bool ItemViewSearch::ShownTexts::writesPlainly(const QStyledItemDelegate &delegate)
+{
+    static const std::array<QVariant, 3> samples {-1234567890, -9876.54321, 0.000125};
+    return std::all_of(samples.begin(), samples.end(), [&](const QVariant &sample) {
+        return m_numbers.text(sample) == trimmed(delegate.displayText(sample, m_locale));
+    });
+}
+
+ItemViewSearch::ItemViewSearch(AbstractItemViewFind *engine, const QModelIndex &start, bool forward)
+    : m_engine(engine)
+    , m_interrupted(engine->m_search)
+    , m_view(engine->m_view)
+    , m_header(engine->m_header)
+    , m_model(engine->itemModel())
+    , m_start(start)
+    , m_forward(forward)
+{
+    if (m_interrupted)
+        m_interrupted->breakOff();
+    engine->m_search = this;
+    if (!m_model || m_model != start.model()) {
+        m_isBroken = true;
+        return;
+    }
+    connect(m_model, SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)),
+            SLOT(rowsAboutToBeRemoved(QModelIndex, int, int)));
+}
+
+ItemViewSearch::~ItemViewSearch()
+{
+    if (m_engine)
+        m_engine->m_search = m_interrupted;
+}
+
+ItemViewSearch::Result ItemViewSearch::walk(Iterator it, const QString &text)
+{
+    while (!isBroken()) {
+        m_isReplaced = false;
+        m_position = *it;
+        if (m_engine->tryAcceptCurrentLine(m_position, text, m_forward))
+            return Result::Found;
+        if (isBroken())
+            break;
+        if (m_isReplaced || m_position != *it)
+            it = Iterator(m_position, m_engine);
+        if (!m_isReplaced)
+            m_forward ? ++it : --it;
+        if (!(*it).isValid() || *it == m_stopAt)
+            return Result::End;
+    }
+    return Result::Broken;
+}
+
+ItemViewSearch::Result ItemViewSearch::walkToStart(const QString &text)
+{
+    if (isBroken())
+        return Result::Broken;
+    m_wraps = true;
+    m_stopAt = stopRow();
+    return walk(Iterator(m_model, m_engine), text);
+}
+
+QModelIndex ItemViewSearch::stopRow() const
+{
+    const QModelIndex start = m_start;
+    return m_wraps ? start.sibling(start.row(), m_engine->m_columnList.first()) : QModelIndex();
+}
+
+void ItemViewSearch::breakOff()
+{
+    for (ItemViewSearch *search = this; search; search = search->m_interrupted)
+        search->m_isBroken = true;
+}
+
+void ItemViewSearch::engineDestroyed()
+{
+    breakOff();
+    for (ItemViewSearch *search = this; search; search = search->m_interrupted)
+        search->m_engine = nullptr;
+}
+
+void ItemViewSearch::beginEvents()
+{
+    m_kept = m_position;
+    m_runsEvents = true;
+}
+
+void ItemViewSearch::endEvents()
+{
+    m_runsEvents = false;
+    m_shown.reset();
+    const bool isLost = m_position.isValid() && !m_kept.isValid() && !m_isReplaced;
+    m_position = m_kept;
+    if (isLost || hasLostItsView())
+        m_isBroken = true;
+    if (!m_isBroken)
+        m_stopAt = stopRow();
+}
+
+bool ItemViewSearch::hasLostItsView() const
+{
+    return !m_engine || !m_view || !m_header || !m_model || m_engine->m_view != m_view
+        || m_engine->m_header != m_header || m_view->model() != m_model;
+}
+
+void ItemViewSearch::rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last)
+{
+    QModelIndex row = m_runsEvents ? QModelIndex(m_kept) : QModelIndex();
+    while (row.isValid() && row.parent() != parent)
+        row = row.parent();
+    if (!row.isValid() || row.row() < first || row.row() > last || !m_engine)
+        return;
+    const QList<int> columns = m_engine->m_columnList;
+    if (columns.isEmpty())
+        return;
+    if (m_forward)
+        m_kept = rowBehind(parent, last);
+    else
+        m_kept = *--Iterator(m_model->index(first, columns.last(), parent), m_engine);
+    m_isReplaced = true;
+}
+
+//! The row after \a row of \a parent and its children.
+QModelIndex ItemViewSearch::rowBehind(QModelIndex parent, int row) const
+{
+    while (row + 1 >= m_model->rowCount(parent)) {
+        if (!parent.isValid())
+            return {};
+        row = parent.row();
+        parent = parent.parent();
+    }
+    return m_model->index(row + 1, m_engine->m_columnList.first(), parent);
+}
+
+ItemViewSearch::ShownTexts &ItemViewSearch::shownTexts()
+{
+    if (!m_shown)
+        m_shown = std::make_unique<ShownTexts>(m_view);
+    return *m_shown;
+}
+
+AbstractItemViewFind::Iterator::Iterator(const QAbstractItemModel *model,
+                                         AbstractItemViewFind *find)
+    : m_model(model)
+    , m_toolbar(find)
+{
+}
+
+AbstractItemViewFind::Iterator::Iterator(const QModelIndex &index, AbstractItemViewFind *find)
+    : m_index(index)
+    , m_model(index.model())
+    , m_toolbar(find)
+{
+}
+
+AbstractItemViewFind::Iterator &AbstractItemViewFind::Iterator::operator++()
+{
+    if (!m_model || !m_toolbar || m_toolbar->m_columnList.isEmpty()) {
+        m_index = QModelIndex();
+        return *this;
+    }
+    const int first = m_toolbar->m_columnList.first();
+    if (m_model->hasChildren(m_index)) {
+        m_index = m_model->index(0, first, m_index);
+        return *this;
+    }
+    if (m_index.row() < 0)
+        return *this;
+    QModelIndex parent = m_index.parent();
+    while (m_index.row() + 1 == m_model->rowCount(parent)) {
+        m_index = parent;
+        if (m_index.row() < 0)
+            return *this;
+        parent = m_index.parent();
+    }
+    m_index = m_index.sibling(m_index.row() + 1, first);
+    return *this;
+}
+
+AbstractItemViewFind::Iterator &AbstractItemViewFind::Iterator::operator--()
+{
+    if (!m_model || !m_toolbar || m_toolbar->m_columnList.isEmpty())
+        m_index = QModelIndex();
+    if (!m_index.isValid())
+        return *this;
+    const int last = m_toolbar->m_columnList.last();
+    if (m_index.row() == 0) {
+        const QModelIndex parent = m_index.parent();
+        m_index = parent.isValid() ? parent.sibling(parent.row(), last) : QModelIndex();
+        return *this;
+    }
+    m_index = m_index.sibling(m_index.row() - 1, last);
+    // An invalid index would be the root, and have children again.
+    while (m_index.isValid() && m_model->hasChildren(m_index))
+        m_index = m_model->index(m_model->rowCount(m_index) - 1, last, m_index);
+    return *this;
+}
+
+AbstractItemViewFind::AbstractItemViewFind(QObject *parent)
+    : QObject(parent)
+{
+}
+
+AbstractItemViewFind::~AbstractItemViewFind()
+{
+    if (m_search)
+        m_search->engineDestroyed();
+}
+
+void AbstractItemViewFind::setView(QAbstractItemView *view)
+{
+    m_view = view;
+}
+
+void AbstractItemViewFind::setHeader(QHeaderView *header)
+{
+    m_header = header;
+}
+
+QAbstractItemModel *AbstractItemViewFind::itemModel() const
+{
+    return m_view ? m_view->model() : nullptr;
+}
+
+bool AbstractItemViewFind::isFilterAvailable() const
+{
+    return itemModel() != nullptr;
+}
+
+bool AbstractItemViewFind::findIncremental(const QString &text)
+{
+    return find(text, true, true);
+}
+
+bool AbstractItemViewFind::findPrev(const QString &text)
+{
+    return find(text, false, false);
+}
+
+bool AbstractItemViewFind::findNext(const QString &text)
+{
+    return find(text, true, false);
+}
+
+void AbstractItemViewFind::stop()
+{
+    m_stopped = true;
+}
+
+void AbstractItemViewFind::filter(const QString &text)
+{
+    dofilter(text);
+}
+
+bool AbstractItemViewFind::acceptsData(const QVariant &data, const QString &text, int column) const
+{
+    if (!m_view)
+        return false;
+    if (m_search && !m_search->runsEvents())
+        return m_search->shownTexts().accept(data, text, column);
+    return ItemViewSearch::ShownTexts(m_view).accept(data, text, column);
+}
+
+bool AbstractItemViewFind::acceptsIndex(const QModelIndex &index, const QString &text) const
+{
+    const QAbstractItemModel *model = itemModel();
+    if (!model || (index.isValid() && index.model() != model))
+        return false;
+    const QVariant data = index.isValid() ? model->data(index, Qt::DisplayRole) : QVariant();
+    return acceptsData(data, text, index.column());
+}
+
+void AbstractItemViewFind::dofilter(const QString &text)
+{
+    auto *proxy = qobject_cast<SortFilterProxyModel *>(itemModel());
+    if (!proxy || !m_header)
+        return;
+    proxy->setVisibleColumns(getVisibleColumns(m_header));
+    proxy->setFilter(text);
+}
+
+bool AbstractItemViewFind::find(const QString &text, bool forward, bool incremental)
+{
+    if (m_search)
+        m_search->breakOff();
+    m_stopped = false;
+    if (text.isEmpty())
+        return true;
+    m_timer.invalidate();
+    m_timer.start();
+    const QAbstractItemModel *model = itemModel();
+    if (!model || !m_header)
+        return false;
+    m_columnList = getVisibleColumns(m_header);
+    if (m_columnList.isEmpty())
+        return false;
+    QModelIndex start = m_view->currentIndex();
+    if (!start.isValid())
+        start = model->index(0, m_columnList.first());
+    return forward ? dofind(start, text, incremental) : dofindReverse(start, text);
+}
+
+bool AbstractItemViewFind::dofind(const QModelIndex &idx, const QString &text, bool incremental)
+{
+    if (!idx.isValid() || m_columnList.isEmpty())
+        return false;
+    ItemViewSearch search(this, idx, true);
+    Iterator it(idx, this);
+    if (!incremental)
+        ++it;
+    ItemViewSearch::Result result = ItemViewSearch::Result::End;
+    if ((*it).isValid())
+        result = search.walk(it, text);
+    if (result == ItemViewSearch::Result::End)
+        result = search.walkToStart(text);
+    return result == ItemViewSearch::Result::Found;
+}
+
+bool AbstractItemViewFind::dofindReverse(const QModelIndex &idx, const QString &text)
+{
+    if (!idx.isValid() || m_columnList.isEmpty())
+        return false;
+    ItemViewSearch search(this, idx, false);
+    Iterator it(idx, this);
+    --it;
+    return (*it).isValid() && search.walk(it, text) == ItemViewSearch::Result::Found;
+}
+
+void AbstractItemViewFind::processEvents()
+{
+    if (!m_timer.isValid() || m_timer.elapsed() <= s_eventInterval)
+        return;
+    const QPointer<AbstractItemViewFind> self(this);
+    ItemViewSearch *search = m_search;
+    if (search)
+        search->beginEvents();
+    QCoreApplication::processEvents();
+    if (self)
+        m_timer.restart();
+    if (search)
+        search->endEvents();
+}
+
+bool AbstractItemViewFind::tryAcceptCurrentLine(const QModelIndex &index, const QString &text,
+                                                bool forward)
+{
+    const QModelIndex match =
+        forward ? acceptsLineForward(index, text) : acceptsLineReverse(index, text);
+    if (match.isValid()) {
+        setCurrentIndex(match);
+        return true;
+    }
+    processEvents();
+    return false;
+}
+
+QModelIndex AbstractItemViewFind::acceptsLineForward(const QModelIndex &index,
+                                                     const QString &text) const
+{
+    if (!index.isValid())
+        return {};
+    const QList<int> columns = m_columnList;
+    const qsizetype position = columns.indexOf(index.column());
+    for (qsizetype i = qMax<qsizetype>(position, 0); i < columns.size(); ++i) {
+        const QModelIndex cell = i == position ? index : index.sibling(index.row(), columns.at(i));
+        if (acceptsIndex(cell, text))
+            return cell;
+    }
+    return {};
+}
+
+QModelIndex AbstractItemViewFind::acceptsLineReverse(const QModelIndex &index,
+                                                     const QString &text) const
+{
+    if (!index.isValid())
+        return {};
+    const QList<int> columns = m_columnList;
+    const qsizetype position = columns.indexOf(index.column());
+    for (qsizetype i = position < 0 ? columns.size() - 1 : position; i >= 0; --i) {
+        const QModelIndex cell = i == position ? index : index.sibling(index.row(), columns.at(i));
+        if (acceptsIndex(cell, text))
+            return cell;
+    }
+    return {};
+}
+
+void AbstractItemViewFind::setCurrentIndex(const QModelIndex &index)
+{
+    const QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::ClearAndSelect
+        | QItemSelectionModel::Current | QItemSelectionModel::Rows;
+    const QPointer<QItemSelectionModel> selection = m_view ? m_view->selectionModel() : nullptr;
+    if (!selection)
+        return;
+    // Whoever hears of the new current index may change the model or end the view.
+    const QPersistentModelIndex kept(index);
+    selection->setCurrentIndex(index, flags);
+    if (selection)
+        selection->select(kept, flags);
+}
+
+#include "abstractitemviewfind.moc"
