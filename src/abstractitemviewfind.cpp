@@ -97,8 +97,7 @@ private:
         }
     }
 
-    //! Six digits at most. Delegates round a tie away from zero, the standard library
-    //! to even: what may be a tie is left to the locale, as are exponents.
+    //! Six digits at most, as delegates write them. Exponents are left to the locale.
     static const char *writeReal(double value, char *begin, char *limit)
     {
         const double size = std::abs(value);
@@ -106,14 +105,37 @@ private:
             return std::to_chars(begin, limit, 0).ptr;
         if (!(size >= 1e-4 && size < 999999))
             return begin;
-        const char *end = std::to_chars(begin, limit, value, std::chars_format::fixed).ptr;
-        const char *first = std::find_if(begin, end, [](char c) { return c >= '1' && c <= '9'; });
+        char *end = std::to_chars(begin, limit, value, std::chars_format::fixed).ptr;
+        char *first = std::find_if(begin, end, [](char c) { return c >= '1' && c <= '9'; });
         const auto digits = end - first - std::count(first, end, '.');
         if (digits <= 6)
             return end;
-        if (digits == 7 && end[-1] == '5')
-            return begin;
-        return std::to_chars(begin, limit, value, std::chars_format::general, 6).ptr;
+        // Whether it is a tie exactly does not show here.
+        return digits == 7 && end[-1] == '5' ? begin : roundedToSix(begin, first);
+    }
+
+    //! Rounds what begins at \a begin to six digits from \a first on. Returns the end.
+    //! Rounding the shortest digits of a value rounds the value itself: a tie between
+    //! the two would have been shorter still.
+    static const char *roundedToSix(char *begin, char *first)
+    {
+        char *end = first;
+        for (int digits = 0; digits < 6; ++end)
+            digits += *end != '.';
+        bool carries = (*end == '.' ? end[1] : *end) >= '5';
+        for (char *digit = end - 1; carries; --digit) {
+            if (digit < first)
+                return begin;
+            if (*digit == '.')
+                continue;
+            carries = *digit == '9';
+            *digit = carries ? '0' : char(*digit + 1);
+        }
+        if (std::find(begin, end, '.') == end)
+            return end;
+        while (end[-1] == '0')
+            --end;
+        return end[-1] == '.' ? end - 1 : end;
     }
 
     QString m_minus;

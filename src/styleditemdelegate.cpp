@@ -34,7 +34,7 @@ public:
         if (m_hasZone || !dt.isValid())
             return locale.toString(dt, QLocale::ShortFormat);
         const qint64 day = dt.date().toJulianDay();
-        const int time = dt.time().msecsSinceStartOfDay();
+        const int time = dt.time().msecsSinceStartOfDay() / m_step;
         Entry &entry = m_entries[qHashMulti(0, day, time) % m_entries.size()];
         if (entry.text.isNull() || entry.day != day || entry.time != time)
             entry = {day, time, locale.toString(dt, QLocale::ShortFormat)};
@@ -45,7 +45,7 @@ private:
     struct Entry
     {
         qint64 day = 0;
-        int time = 0;
+        int time = 0; //!< steps since the day began
         QString text;
     };
 
@@ -53,12 +53,15 @@ private:
     {
         m_entries.fill(Entry());
         m_locale = locale;
-        m_hasZone = locale.dateTimeFormat(QLocale::ShortFormat).contains(u't');
+        const QString format = locale.dateTimeFormat(QLocale::ShortFormat);
+        m_hasZone = format.contains(u't');
+        m_step = format.contains(u's') || format.contains(u'z') ? 1 : 60000;
     }
 
     std::array<Entry, 1024> m_entries;
     QLocale m_locale = QLocale::c();
     bool m_hasZone = false;
+    int m_step = 1; //!< ms that a text stands for: a minute if it shows no seconds
 };
 
 QString shortText(const QDateTime &dt)

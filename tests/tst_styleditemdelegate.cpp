@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QScopeGuard>
+#include <QSet>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTest>
@@ -84,6 +85,7 @@ private slots:
     void ignoresTheLocaleForDateTimes();
     void writesShortAndWideForms();
     void writesManyDateTimes();
+    void writesEverySecond();
 
     void switchesToTheTimeByTheReferenceWidth();
     void measuresTheOverriddenWideText();
@@ -228,6 +230,28 @@ void TestStyledItemDelegate::writesManyDateTimes()
             QCOMPARE(delegate.dateTimeToWideText(dt), QLocale().toString(dt, QLocale::ShortFormat));
         }
     }
+}
+
+//! Seconds that follow each other may share a text only where none shows them.
+void TestStyledItemDelegate::writesEverySecond()
+{
+    const QLocale before;
+    const auto restore = qScopeGuard([&] { QLocale::setDefault(before); });
+    const StyledItemDelegate delegate(nullptr);
+    bool somethingShowsSeconds = false;
+    for (const QLocale &locale : QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript,
+                                                          QLocale::AnyTerritory)) {
+        QLocale::setDefault(locale);
+        QDateTime dt = evening.addMSecs(-70250);
+        QSet<QString> texts;
+        for (int i = 0; i < 140; ++i, dt = dt.addMSecs(500)) {
+            const QString expected = locale.toString(dt, QLocale::ShortFormat);
+            QCOMPARE(delegate.displayText(dt, locale), expected);
+            texts << expected;
+        }
+        somethingShowsSeconds = somethingShowsSeconds || texts.size() > 3;
+    }
+    QVERIFY(somethingShowsSeconds);
 }
 
 void TestStyledItemDelegate::switchesToTheTimeByTheReferenceWidth()
