@@ -11,6 +11,7 @@ namespace {
 
 constexpr qint64 s_sampleLines = 64;     // that decide on the format
 constexpr quint64 s_sampleBytes = 65536; // the same
+constexpr quint64 s_blockBytes = 65536;  // read at once where lines are asked for in turn
 
 // Characters that would be invisible or begin a new line get a visible stand-in.
 QString withPictures(QString text)
@@ -28,7 +29,7 @@ QString withPictures(QString text)
 }
 
 // A cut may fall into a character: its first bytes are no error of the text's.
-QByteArray withoutPartialCharacter(QByteArray bytes)
+QByteArrayView withoutPartialCharacter(QByteArrayView bytes)
 {
     qsizetype continuations = 0;
     while (continuations < 3 && continuations < bytes.size()
@@ -41,7 +42,7 @@ QByteArray withoutPartialCharacter(QByteArray bytes)
 }
 
 // The text of a line without its end.
-QString decode(QByteArray bytes)
+QString decode(QByteArrayView bytes)
 {
     if (bytes.endsWith('\n')) {
         bytes.chop(1);
@@ -146,6 +147,7 @@ bool TextFileModel::isFull() const
 void TextFileModel::takeNews()
 {
     const FollowerNews news = m_follower->takeNews();
+    m_block.clear();
     m_activity = news.activity;
     m_missing = news.missing;
     m_error = news.error;
@@ -242,11 +244,33 @@ QString TextFileModel::readLine(qint64 line) const
 {
     const LineSpan span = m_index.line(line);
     const bool isCut = span.length > quint64(maximumLineBytes);
-    const QByteArray bytes =
-        m_file->readAt(span.offset, isCut ? maximumLineBytes : qint64(span.length));
+    const QByteArrayView bytes =
+        bytesAt(span.offset, isCut ? quint64(maximumLineBytes) : span.length);
     if (!isCut)
         return decode(bytes);
     return decode(withoutPartialCharacter(bytes)) + QChar(0x2026);
+}
+
+//! Bytes of the file, valid until the next call. Who asks for what is near to the bytes
+//! read last goes through the lines one by one, up or down: then a block is read.
+QByteArrayView TextFileModel::bytesAt(quint64 offset, quint64 size) const
+{
+    const quint64 blockEnd = m_blockOffset + quint64(m_block.size());
+    if (offset < m_blockOffset || offset + size > blockEnd) {
+        const bool isBehind = offset >= m_blockOffset && offset <= blockEnd + s_blockBytes;
+        const bool isBefore = offset < m_blockOffset && offset + s_blockBytes >= m_blockOffset;
+        quint64 from = offset;
+        quint64 count = size;
+        if (isBehind || isBefore)
+            count = qMax(size, s_blockBytes);
+        if (isBefore)
+            from = offset + size - qMin(offset + size, count);
+        m_block = m_file->readAt(from, qint64(count));
+        m_blockOffset = from;
+    }
+    const qsizetype skipped = qMin(qsizetype(offset - m_blockOffset), m_block.size());
+    const QByteArrayView rest = QByteArrayView(m_block).sliced(skipped);
+    return rest.first(qMin(rest.size(), qsizetype(size)));
 }
 
 //! The fields of a row, or its text as the only one. Valid until the next call.

@@ -110,6 +110,7 @@ private:
     void contentsTouched();
     const QStringList &fields(int row) const;
     QString readLine(qint64 line) const;
+    QByteArrayView bytesAt(quint64 offset, quint64 size) const;
     QString text(const QModelIndex &index) const;
     bool isNumeric(const QModelIndex &index) const;
 
@@ -122,6 +123,8 @@ private:
     LineIndex m_index;                                  //!< lines of m_file
     TextFormat m_format;                                //!< how lines are shown
     mutable QCache<int, QStringList> m_cache {1 << 20}; //!< fields by row; cost in characters
+    mutable QByteArray m_block;                         //!< bytes of m_file read last
+    mutable quint64 m_blockOffset = 0;                  //!< where m_block begins
     Activity m_activity = Activity::Opening;            //!< the follower's
     Restart m_lastRestart = Restart::None;              //!< see lastRestart()
     bool m_missing = false;                             //!< see isMissing()
