@@ -37,7 +37,8 @@ need_packages() {
     { echo "Please install: ${missing[*]}" >&2; exit 1; }
 }
 
-build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-qpa-plugins fonts-dejavu-core)
+build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-l10n-tools qt6-qpa-plugins
+  fonts-dejavu-core)
 
 # configure PRESET [OPTION...]: configures a preset, through ccache where there is one.
 configure() {

@@ -1,0 +1,11 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "vantixglobal.h"
+
+// Programs may register and release the icons themselves, so the functions are seen from
+// outside although rcc writes them without an export macro: these declarations come first.
+VANTIX_EXPORT int qInitResources_vantix();
+VANTIX_EXPORT int qCleanupResources_vantix();
+
+#include "qrc_vantix.cpp" // NOLINT(bugprone-suspicious-include): rcc's output
