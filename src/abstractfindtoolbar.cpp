@@ -1,0 +1,238 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "abstractfindtoolbar.h"
+
+#include "filterlineedit.h"
+#include "qprogressindicator.h"
+
+#include <QAction>
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPointer>
+#include <QToolButton>
+
+namespace {
+
+//! The theme's icon, or else ours, with the picture of double size whatever the ratio
+//! of today's screen is.
+QIcon icon(const QString &name)
+{
+    if (QIcon::hasThemeIcon(name))
+        return QIcon::fromTheme(name);
+    QIcon pictures;
+    pictures.addFile(QStringLiteral(":/icons/16x16/%1.png").arg(name));
+    pictures.addFile(QStringLiteral(":/icons/16x16/%1@2x.png").arg(name));
+    return pictures;
+}
+
+} // namespace
+
+//! Brings the panel back to life, however a search ends.
+class AbstractFindToolBarSwitcher
+{
+public:
+    explicit AbstractFindToolBarSwitcher(AbstractFindToolBar *toolBar)
+        : m_toolBar(toolBar)
+    {
+        m_toolBar->setActionsEnabled(false);
+        m_toolBar->m_progressIndicator->startAnimation();
+    }
+    ~AbstractFindToolBarSwitcher()
+    {
+        if (!m_toolBar)
+            return;
+        m_toolBar->m_progressIndicator->stopAnimation();
+        m_toolBar->setActionsEnabled(true);
+    }
+    Q_DISABLE_COPY_MOVE(AbstractFindToolBarSwitcher)
+
+    //! The search has destroyed the panel.
+    bool isOrphaned() const { return !m_toolBar; }
+
+private:
+    QPointer<AbstractFindToolBar> m_toolBar;
+};
+
+AbstractFindToolBar::AbstractFindToolBar(QWidget *parent)
+    : QToolBar(parent)
+{
+    Q_INIT_RESOURCE(vantix);
+    setupUi();
+    setupActions();
+    setupConnections();
+}
+
+AbstractFindToolBar::~AbstractFindToolBar() = default;
+
+bool AbstractFindToolBar::isFilterAvailable() const
+{
+    return false;
+}
+
+void AbstractFindToolBar::filter(const QString & /*text*/)
+{
+}
+
+void AbstractFindToolBar::setupUi()
+{
+    setObjectName(QStringLiteral("FindToolBar"));
+
+    m_widget = new QWidget(this);
+    addWidget(m_widget);
+    m_layout = new QGridLayout(m_widget);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_Spacer = new QSpacerItem(50, 0, QSizePolicy::Expanding, QSizePolicy::Minimum);
+
+    m_notFoundLabel = new QLabel(this);
+    m_notFoundLabel->setFixedWidth(
+        m_notFoundLabel->fontMetrics().horizontalAdvance(tr("Not found")));
+    m_progressIndicator = new QProgressIndicator;
+
+    m_findLineEdit = new FilterLineEdit(this);
+    m_findLineEdit->setObjectName(QStringLiteral("findLineEdit"));
+    m_findLineEdit->setButtonMenu(FancyLineEdit::Left, m_lineEditMenu);
+    m_findLineEdit->setStyleSheet(QStringLiteral("QLineEdit { border : 1px solid grey; }"));
+    m_findLineEdit->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
+    m_findLineEdit->setPlaceholderText(tr("Find"));
+
+    m_findPrevButton = createButton(QStringLiteral("findPrevButton"));
+    m_findPrevButton->setFocusPolicy(Qt::NoFocus);
+    m_findNextButton = createButton(QStringLiteral("findNextButton"));
+    m_findNextButton->setFocusPolicy(Qt::NoFocus);
+    m_filterButton = createButton(QStringLiteral("filterButton"));
+    m_closeButton = createButton(QStringLiteral("closeButton"));
+
+    m_layout->addItem(m_Spacer, 0, 0, 1, 1);
+    m_layout->addWidget(m_notFoundLabel, 0, 1);
+    m_layout->addWidget(m_progressIndicator, 0, 2);
+    m_layout->addWidget(m_findLineEdit, 0, 3);
+    m_layout->addWidget(m_findPrevButton, 0, 4);
+    m_layout->addWidget(m_findNextButton, 0, 5);
+    m_layout->addWidget(m_filterButton, 0, 6);
+    m_layout->addWidget(m_closeButton, 0, 7);
+
+    setFloatable(false);
+    setMovable(false);
+    toggleViewAction()->setVisible(false);
+}
+
+QToolButton *AbstractFindToolBar::createButton(const QString &name)
+{
+    auto *button = new QToolButton(this);
+    button->setObjectName(name);
+    button->setMaximumHeight(m_findLineEdit->sizeHint().height());
+    return button;
+}
+
+void AbstractFindToolBar::setupActions()
+{
+    m_findPrevAction =
+        createAction(QStringLiteral("previous_small"), tr("Find previous"), tr("Find previous"));
+    m_findPrevAction->setShortcuts(QKeySequence::FindPrevious);
+    m_defaultAction = new QAction(this);
+    m_defaultAction->setShortcuts(
+        {QKeySequence(QStringLiteral("Enter")), QKeySequence(QStringLiteral("Return"))});
+    m_findNextAction = createAction(QStringLiteral("next_small"), tr("Find next"), tr("Find next"));
+    m_findNextAction->setShortcuts(QKeySequence::FindNext);
+    m_filterAction =
+        createAction(QStringLiteral("filter"), tr("Filter"), tr("Filter strings by value"));
+    m_closeAction = createAction(QStringLiteral("close"), tr("Done"), tr("Close search panel"));
+    m_closeAction->setShortcut(QKeySequence(QStringLiteral("Esc")));
+    for (QAction *action : {m_findPrevAction, m_defaultAction, m_findNextAction, m_closeAction})
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+
+    m_findPrevButton->setDefaultAction(m_findPrevAction);
+    m_findNextButton->setDefaultAction(m_findNextAction);
+    m_filterButton->setDefaultAction(m_filterAction);
+    m_closeButton->setDefaultAction(m_closeAction);
+    m_widget->addActions(
+        {m_defaultAction, m_findPrevAction, m_findNextAction, m_filterAction, m_closeAction});
+}
+
+QAction *AbstractFindToolBar::createAction(const QString &iconName, const QString &text,
+                                           const QString &toolTip)
+{
+    auto *action = new QAction(icon(iconName), text, this);
+    action->setToolTip(toolTip);
+    return action;
+}
+
+void AbstractFindToolBar::setupConnections()
+{
+    connect(m_findLineEdit, SIGNAL(filterChanged(QString)), SLOT(textChanged(QString)));
+    connect(m_defaultAction, SIGNAL(triggered()), SLOT(findNext()));
+    connect(m_findPrevAction, SIGNAL(triggered()), SLOT(findPrev()));
+    connect(m_findNextAction, SIGNAL(triggered()), SLOT(findNext()));
+    connect(m_filterAction, SIGNAL(triggered()), SLOT(filter()));
+    connect(m_closeAction, SIGNAL(triggered()), SLOT(close()));
+    connect(m_findLineEdit, SIGNAL(rightButtonClicked()), SLOT(resetSearch()));
+}
+
+void AbstractFindToolBar::setActionsEnabled(bool enabled)
+{
+    m_findPrevAction->setEnabled(enabled);
+    m_findNextAction->setEnabled(enabled);
+    m_filterAction->setEnabled(enabled && isFilterAvailable());
+    m_defaultAction->setEnabled(enabled);
+}
+
+void AbstractFindToolBar::updateFilterVisibility()
+{
+    const bool available = isFilterAvailable();
+    m_filterAction->setEnabled(available);
+    m_filterButton->setVisible(available);
+}
+
+void AbstractFindToolBar::openFind()
+{
+    updateFilterVisibility();
+    setVisible(true);
+    m_found = false;
+    m_findLineEdit->setFocus(Qt::OtherFocusReason);
+}
+
+void AbstractFindToolBar::findPrev()
+{
+    findPrevNext(false);
+}
+
+void AbstractFindToolBar::findNext()
+{
+    findPrevNext(true);
+}
+
+void AbstractFindToolBar::findPrevNext(bool next)
+{
+    const AbstractFindToolBarSwitcher switcher(this);
+    const QString text = m_findLineEdit->text();
+    const bool found = next ? findNext(text) : findPrev(text);
+    if (switcher.isOrphaned())
+        return;
+    m_found = m_found || found;
+    showFound(m_found);
+}
+
+void AbstractFindToolBar::showFound(bool found)
+{
+    m_notFoundLabel->setText(found ? QString() : tr("Not found"));
+}
+
+void AbstractFindToolBar::filter()
+{
+    const AbstractFindToolBarSwitcher switcher(this);
+    filter(m_findLineEdit->text());
+}
+
+bool AbstractFindToolBar::close()
+{
+    resetSearch();
+    return QWidget::close();
+}
+
+void AbstractFindToolBar::textChanged(const QString &text)
+{
+    m_found = false;
+    showFound(findIncremental(text));
+}

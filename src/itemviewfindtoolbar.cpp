@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "itemviewfindtoolbar.h"
+
+#include "abstractitemviewfind.h"
+
+ItemViewFindToolBar::ItemViewFindToolBar(QWidget *parent)
+    : AbstractFindToolBar(parent)
+{
+}
+
+ItemViewFindToolBar::~ItemViewFindToolBar() = default;
+
+void ItemViewFindToolBar::setViewFind(AbstractItemViewFind *find)
+{
+    m_find = find;
+}
+
+bool ItemViewFindToolBar::isFilterAvailable() const
+{
+    return m_find && m_find->isFilterAvailable();
+}
+
+bool ItemViewFindToolBar::findIncremental(const QString & /*text*/)
+{
+    if (m_find)
+        m_find->stop();
+    return true;
+}
+
+bool ItemViewFindToolBar::findPrev(const QString &text)
+{
+    return m_find && m_find->findPrev(text);
+}
+
+bool ItemViewFindToolBar::findNext(const QString &text)
+{
+    return m_find && m_find->findNext(text);
+}
+
+void ItemViewFindToolBar::resetSearch()
+{
+    if (!m_find)
+        return;
+    m_find->stop();
+    m_find->filter(QString());
+}
+
+void ItemViewFindToolBar::filter(const QString &text)
+{
+    if (m_find)
+        m_find->filter(text);
+}

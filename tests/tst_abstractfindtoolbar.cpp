@@ -1,0 +1,646 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "abstractfindtoolbar.h"
+#include "filterlineedit.h"
+#include "qprogressindicator.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPointer>
+#include <QTest>
+#include <QToolButton>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+namespace {
+
+//! Records what it is asked for, and answers as it is told.
+class Panel : public AbstractFindToolBar
+{
+public:
+    using AbstractFindToolBar::AbstractFindToolBar;
+    using AbstractFindToolBar::filter;
+    using AbstractFindToolBar::findNext;
+    using AbstractFindToolBar::findPrev;
+
+    bool isFilterAvailable() const override
+    {
+        ++availabilityAsked;
+        return canFilter;
+    }
+    bool findIncremental(const QString &text) override { return answer("incremental", text); }
+    bool findPrev(const QString &text) override { return answer("previous", text); }
+    bool findNext(const QString &text) override { return answer("next", text); }
+    void resetSearch() override { answer("reset", QString()); }
+    void filter(const QString &text) override { answer("filter", text); }
+
+    template<typename Widget> Widget *child(const char *name = "") const
+    {
+        return findChild<Widget *>(QString::fromLatin1(name));
+    }
+    FilterLineEdit *field() const { return child<FilterLineEdit>("findLineEdit"); }
+    QToolButton *button(const char *name) const { return child<QToolButton>(name); }
+    QLabel *label() const { return findChild<QLabel *>(); }
+    QProgressIndicator *indicator() const { return findChild<QProgressIndicator *>(); }
+    QWidget *inside() const { return label()->parentWidget(); }
+
+    bool found = false;
+    bool canFilter = true;
+    mutable int availabilityAsked = 0;
+    QStringList calls;
+    std::function<void()> during;
+
+private:
+    bool answer(const char *what, const QString &text)
+    {
+        calls << QString::fromLatin1(what) + u' ' + text;
+        if (during)
+            during();
+        return found;
+    }
+};
+
+//! A window with the panel and something else that takes the focus.
+struct Window
+{
+    Window()
+        : panel(new Panel)
+        , other(new QLineEdit)
+    {
+        window.addToolBar(Qt::BottomToolBarArea, panel);
+        window.setCentralWidget(other);
+        panel->hide();
+        window.show();
+        QApplication::setActiveWindow(&window);
+        other->setFocus();
+    }
+
+    QMainWindow window;
+    QPointer<Panel> panel;
+    QLineEdit *other;
+};
+
+//! Does not outlive its search.
+class Dying : public AbstractFindToolBar
+{
+public:
+    bool findIncremental(const QString &) override { return true; }
+    bool findPrev(const QString &) override { return true; }
+    bool findNext(const QString &) override
+    {
+        delete this;
+        return true;
+    }
+    void resetSearch() override { }
+    void filter(const QString &) override { delete this; }
+};
+
+const QStringList buttonNames {"findPrevButton", "findNextButton", "filterButton", "closeButton"};
+
+} // namespace
+
+class tst_AbstractFindToolBar : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void toolBar();
+    void layout();
+    void field();
+    void buttons_data();
+    void buttons();
+    void actions_data();
+    void actions();
+    void orderOfActions();
+    void pictures();
+    void picturesAreSharpAtRatioTwo_data();
+    void picturesAreSharpAtRatioTwo();
+    void slotsInOrder();
+    void noFilterByDefault();
+
+    void opening();
+    void filterVisibility();
+    void stickyResult();
+    void textChanges();
+    void enablingDuringSearch();
+    void filterDuringSearch();
+    void throwingSearch();
+    void panelDestroyedBySearch();
+    void searchInSearch();
+    void closing();
+    void clearButton();
+
+    void keys_data();
+    void keys();
+    void keysOutside_data();
+    void keysOutside();
+    void keysDuringSearch();
+    void clicks_data();
+    void clicks();
+};
+
+void tst_AbstractFindToolBar::toolBar()
+{
+    Panel panel;
+    QCOMPARE(panel.objectName(), QStringLiteral("FindToolBar"));
+    QVERIFY(!panel.isFloatable());
+    QVERIFY(!panel.isMovable());
+    QVERIFY(!panel.toggleViewAction()->isVisible());
+    QVERIFY(panel.label()->text().isEmpty());
+    QCOMPARE(panel.label()->minimumWidth(),
+             panel.label()->fontMetrics().horizontalAdvance(QStringLiteral("Not found")));
+    QCOMPARE(panel.label()->maximumWidth(), panel.label()->minimumWidth());
+    QVERIFY(!panel.indicator()->isAnimated());
+    QVERIFY(panel.calls.isEmpty());
+}
+
+void tst_AbstractFindToolBar::layout()
+{
+    Panel panel;
+    auto *grid = qobject_cast<QGridLayout *>(panel.inside()->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->contentsMargins(), QMargins());
+    QCOMPARE(grid->rowCount(), 1);
+    QCOMPARE(grid->columnCount(), 8);
+    QSpacerItem *spacer = grid->itemAtPosition(0, 0)->spacerItem();
+    QVERIFY(spacer);
+    QCOMPARE(spacer->sizeHint(), QSize(50, 0));
+    QCOMPARE(spacer->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    QCOMPARE(spacer->sizePolicy().verticalPolicy(), QSizePolicy::Minimum);
+    QList<QWidget *> widgets {panel.label(), panel.indicator(), panel.field()};
+    for (const QString &name : buttonNames)
+        widgets << panel.button(qPrintable(name));
+    for (int column = 1; column < 8; ++column)
+        QCOMPARE(grid->itemAtPosition(0, column)->widget(), widgets.at(column - 1));
+    // One widget in the tool bar, with everything inside.
+    for (const QWidget *widget : std::as_const(widgets))
+        QCOMPARE(widget->parentWidget(), panel.inside());
+    QCOMPARE(panel.inside()->parentWidget(), &panel);
+}
+
+void tst_AbstractFindToolBar::field()
+{
+    const Panel panel;
+    FilterLineEdit *field = panel.field();
+    QVERIFY(field);
+    QCOMPARE(field->placeholderText(), QStringLiteral("Find"));
+    QCOMPARE(field->styleSheet(), QStringLiteral("QLineEdit { border : 1px solid grey; }"));
+    QCOMPARE(field->sizePolicy().horizontalPolicy(), QSizePolicy::MinimumExpanding);
+    QCOMPARE(field->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+    QVERIFY(!field->buttonMenu(FancyLineEdit::Left));
+    QVERIFY(!field->isButtonVisible(FancyLineEdit::Left));
+    QVERIFY(field->isButtonVisible(FancyLineEdit::Right));
+}
+
+void tst_AbstractFindToolBar::buttons_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("takesFocus");
+
+    QTest::newRow("previous") << buttonNames.at(0) << false;
+    QTest::newRow("next") << buttonNames.at(1) << false;
+    QTest::newRow("filter") << buttonNames.at(2) << true;
+    QTest::newRow("close") << buttonNames.at(3) << true;
+}
+
+void tst_AbstractFindToolBar::buttons()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, takesFocus);
+
+    const Panel panel;
+    const QToolButton *button = panel.button(qPrintable(name));
+    QVERIFY(button);
+    QCOMPARE(button->maximumHeight(), panel.field()->sizeHint().height());
+    QCOMPARE(button->focusPolicy(), takesFocus ? QToolButton().focusPolicy() : Qt::NoFocus);
+    QVERIFY(button->defaultAction());
+    QCOMPARE(button->defaultAction()->parent(), &panel);
+}
+
+void tst_AbstractFindToolBar::actions_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("toolTip");
+    QTest::addColumn<QList<QKeySequence>>("shortcuts");
+    QTest::addColumn<bool>("isInside");
+
+    using Keys = QList<QKeySequence>;
+    QTest::newRow("previous") << buttonNames.at(0) << QStringLiteral("Find previous")
+                              << QStringLiteral("Find previous")
+                              << QKeySequence::keyBindings(QKeySequence::FindPrevious) << true;
+    QTest::newRow("next") << buttonNames.at(1) << QStringLiteral("Find next")
+                          << QStringLiteral("Find next")
+                          << QKeySequence::keyBindings(QKeySequence::FindNext) << true;
+    QTest::newRow("filter") << buttonNames.at(2) << QStringLiteral("Filter")
+                            << QStringLiteral("Filter strings by value") << Keys() << false;
+    QTest::newRow("close") << buttonNames.at(3) << QStringLiteral("Done")
+                           << QStringLiteral("Close search panel")
+                           << Keys {QKeySequence(Qt::Key_Escape)} << true;
+}
+
+void tst_AbstractFindToolBar::actions()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, text);
+    QFETCH(QString, toolTip);
+    QFETCH(QList<QKeySequence>, shortcuts);
+    QFETCH(bool, isInside);
+
+    const Panel panel;
+    const QAction *action = panel.button(qPrintable(button))->defaultAction();
+    QCOMPARE(action->text(), text);
+    QCOMPARE(action->toolTip(), toolTip);
+    QCOMPARE(action->shortcuts(), shortcuts);
+    QCOMPARE(action->shortcutContext(),
+             isInside ? Qt::WidgetWithChildrenShortcut : Qt::WindowShortcut);
+    QVERIFY(!action->icon().isNull());
+}
+
+void tst_AbstractFindToolBar::orderOfActions()
+{
+    const Panel panel;
+    const QList<QAction *> actions = panel.inside()->actions();
+    QCOMPARE(actions.size(), 5);
+    QCOMPARE(actions.first()->shortcuts(),
+             QList<QKeySequence>({QKeySequence(Qt::Key_Enter), QKeySequence(Qt::Key_Return)}));
+    QCOMPARE(actions.first()->shortcutContext(), Qt::WidgetWithChildrenShortcut);
+    QVERIFY(actions.first()->text().isEmpty());
+    QCOMPARE(actions.first()->parent(), &panel);
+    for (int i = 0; i < 4; ++i)
+        QCOMPARE(actions.at(i + 1), panel.button(qPrintable(buttonNames.at(i)))->defaultAction());
+}
+
+void tst_AbstractFindToolBar::pictures()
+{
+    const Panel panel;
+    const QStringList files {"previous_small", "next_small", "filter", "close"};
+    for (int i = 0; i < 4; ++i) {
+        if (QIcon::hasThemeIcon(files.at(i)))
+            continue;
+        const QIcon icon = panel.button(qPrintable(buttonNames.at(i)))->icon();
+        const QPixmap expected(QStringLiteral(":/icons/16x16/%1.png").arg(files.at(i)));
+        QCOMPARE(expected.size(), QSize(16, 16));
+        QCOMPARE(icon.pixmap(QSize(16, 16), 1).toImage(), expected.toImage());
+    }
+}
+
+void tst_AbstractFindToolBar::picturesAreSharpAtRatioTwo_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("file");
+
+    const QStringList files {"previous_small", "next_small", "filter", "close"};
+    for (int i = 0; i < 4; ++i)
+        QTest::addRow("%s", qPrintable(files.at(i))) << buttonNames.at(i) << files.at(i);
+}
+
+//! Made on a screen of ratio 1, shown on one of ratio 2.
+void tst_AbstractFindToolBar::picturesAreSharpAtRatioTwo()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, file);
+    if (QIcon::hasThemeIcon(file))
+        return;
+    const Panel panel;
+    const QPixmap pixmap =
+        panel.button(qPrintable(button))->icon().pixmap(QSize(16, 16), 2, QIcon::Normal);
+    const QPixmap expected(QStringLiteral(":/icons/16x16/%1@2x.png").arg(file));
+    QCOMPARE(expected.size(), QSize(32, 32));
+    QCOMPARE(pixmap.devicePixelRatio(), 2.0);
+    QCOMPARE(pixmap.toImage(), expected.toImage());
+}
+
+void tst_AbstractFindToolBar::slotsInOrder()
+{
+    const QMetaObject &meta = AbstractFindToolBar::staticMetaObject;
+    QStringList names;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        names << QString::fromLatin1(meta.method(i).methodSignature());
+    QCOMPARE(names,
+             QStringList({"openFind()", "findIncremental(QString)", "findPrev(QString)",
+                          "findNext(QString)", "resetSearch()", "filter(QString)", "findPrev()",
+                          "findNext()", "filter()", "close()", "textChanged(QString)"}));
+}
+
+void tst_AbstractFindToolBar::noFilterByDefault()
+{
+    class Plain : public AbstractFindToolBar
+    {
+    public:
+        bool findIncremental(const QString &) override { return true; }
+        bool findPrev(const QString &) override { return true; }
+        bool findNext(const QString &) override { return true; }
+        void resetSearch() override { }
+    };
+    Plain panel;
+    QVERIFY(!panel.isFilterAvailable());
+    panel.openFind();
+    QVERIFY(!panel.findChild<QToolButton *>(QStringLiteral("filterButton"))->isVisible());
+    static_cast<AbstractFindToolBar &>(panel).filter();
+    static_cast<AbstractFindToolBar &>(panel).filter(QStringLiteral("a"));
+}
+
+void tst_AbstractFindToolBar::opening()
+{
+    Window w;
+    QVERIFY(!w.panel->isVisible());
+    w.panel->openFind();
+    QVERIFY(w.panel->isVisible());
+    QVERIFY(w.panel->field()->hasFocus());
+    QVERIFY(w.panel->label()->text().isEmpty());
+    w.other->setFocus();
+    w.panel->openFind();
+    QVERIFY(w.panel->field()->hasFocus());
+}
+
+void tst_AbstractFindToolBar::filterVisibility()
+{
+    Window w;
+    QToolButton *button = w.panel->button("filterButton");
+    w.panel->canFilter = false;
+    w.panel->openFind();
+    QVERIFY(!button->isVisible());
+    QVERIFY(!button->isEnabled());
+    w.panel->canFilter = true;
+    w.panel->openFind();
+    QVERIFY(button->isVisible());
+    QVERIFY(button->isEnabled());
+}
+
+void tst_AbstractFindToolBar::stickyResult()
+{
+    const QString notFound = QStringLiteral("Not found");
+    Panel panel;
+    panel.findNext();
+    // Found at construction, as far as the label is concerned.
+    QCOMPARE(panel.label()->text(), QString());
+
+    panel.openFind();
+    panel.findNext();
+    QCOMPARE(panel.label()->text(), notFound);
+    panel.findPrev();
+    QCOMPARE(panel.label()->text(), notFound);
+    panel.found = true;
+    panel.findPrev();
+    QCOMPARE(panel.label()->text(), QString());
+    panel.found = false;
+    panel.findNext();
+    QCOMPARE(panel.label()->text(), QString());
+
+    panel.openFind();
+    QCOMPARE(panel.label()->text(), QString());
+    panel.findNext();
+    QCOMPARE(panel.label()->text(), notFound);
+    panel.filter();
+    QCOMPARE(panel.label()->text(), notFound);
+    QCOMPARE(
+        panel.calls,
+        QStringList({"next ", "next ", "previous ", "previous ", "next ", "next ", "filter "}));
+}
+
+void tst_AbstractFindToolBar::textChanges()
+{
+    Panel panel;
+    panel.field()->setText(QStringLiteral("a"));
+    QCOMPARE(panel.calls, QStringList("incremental a"));
+    QCOMPARE(panel.label()->text(), QStringLiteral("Not found"));
+    panel.found = true;
+    panel.field()->setText(QStringLiteral("ab"));
+    QCOMPARE(panel.label()->text(), QString());
+    QVERIFY(!panel.indicator()->isAnimated());
+    // The next search speaks for the new text.
+    panel.found = false;
+    panel.findNext();
+    QCOMPARE(panel.label()->text(), QStringLiteral("Not found"));
+    panel.field()->setText(QStringLiteral("ab"));
+    QCOMPARE(panel.calls, QStringList({"incremental a", "incremental ab", "next ab"}));
+}
+
+void tst_AbstractFindToolBar::enablingDuringSearch()
+{
+    Panel panel;
+    QAction *enter = panel.inside()->actions().first();
+    int searches = 0;
+    panel.during = [&] {
+        ++searches;
+        QVERIFY(panel.indicator()->isAnimated());
+        QVERIFY(!panel.button("findPrevButton")->isEnabled());
+        QVERIFY(!panel.button("findNextButton")->isEnabled());
+        QVERIFY(!panel.button("filterButton")->isEnabled());
+        QVERIFY(!enter->isEnabled());
+        QVERIFY(panel.button("closeButton")->isEnabled());
+        QVERIFY(panel.field()->isEnabled());
+        QCOMPARE(panel.availabilityAsked, 0);
+    };
+    for (const bool canFilter : {true, false}) {
+        panel.canFilter = canFilter;
+        for (const auto &search : std::initializer_list<std::function<void()>> {
+                 [&] { panel.findNext(); }, [&] { panel.findPrev(); }, [&] { panel.filter(); }}) {
+            panel.availabilityAsked = 0;
+            search();
+            QVERIFY(!panel.indicator()->isAnimated());
+            QVERIFY(panel.button("findPrevButton")->isEnabled());
+            QVERIFY(panel.button("findNextButton")->isEnabled());
+            QCOMPARE(panel.button("filterButton")->isEnabled(), canFilter);
+            QVERIFY(enter->isEnabled());
+            QCOMPARE(panel.availabilityAsked, 1);
+        }
+    }
+    QCOMPARE(searches, 6);
+}
+
+void tst_AbstractFindToolBar::filterDuringSearch()
+{
+    Panel panel;
+    panel.field()->setText(QStringLiteral("a"));
+    panel.calls.clear();
+    panel.filter();
+    QCOMPARE(panel.calls, QStringList("filter a"));
+}
+
+void tst_AbstractFindToolBar::throwingSearch()
+{
+    Panel panel;
+    panel.openFind();
+    panel.during = [] { throw std::runtime_error("no"); };
+    QVERIFY_EXCEPTION_THROWN(panel.findNext(), std::runtime_error);
+    QVERIFY(!panel.indicator()->isAnimated());
+    QVERIFY(panel.button("findNextButton")->isEnabled());
+    QVERIFY_EXCEPTION_THROWN(panel.filter(), std::runtime_error);
+    QVERIFY(panel.button("filterButton")->isEnabled());
+}
+
+void tst_AbstractFindToolBar::panelDestroyedBySearch()
+{
+    for (const bool filters : {false, true}) {
+        QPointer<AbstractFindToolBar> dying = new Dying;
+        if (filters)
+            dying->filter();
+        else
+            dying->findNext();
+        QVERIFY(!dying);
+    }
+}
+
+void tst_AbstractFindToolBar::searchInSearch()
+{
+    Panel panel;
+    panel.openFind();
+    panel.during = [&] {
+        panel.during = nullptr;
+        panel.found = true;
+        panel.findNext();
+        panel.found = false;
+    };
+    panel.findNext();
+    QCOMPARE(panel.calls, QStringList({"next ", "next "}));
+    QCOMPARE(panel.label()->text(), QString());
+    QVERIFY(panel.button("findNextButton")->isEnabled());
+    QVERIFY(!panel.indicator()->isAnimated());
+}
+
+void tst_AbstractFindToolBar::closing()
+{
+    Window w;
+    w.panel->openFind();
+    w.panel->during = [&] { QVERIFY(w.panel->isVisible()); };
+    QVERIFY(w.panel->close());
+    QCOMPARE(w.panel->calls, QStringList("reset "));
+    QVERIFY(!w.panel->isVisible());
+}
+
+void tst_AbstractFindToolBar::clearButton()
+{
+    Window w;
+    w.panel->openFind();
+    QTest::keyClicks(w.panel->field(), QStringLiteral("ab"));
+    w.panel->calls.clear();
+    const QList<IconButton *> icons = w.panel->field()->findChildren<IconButton *>();
+    IconButton *clear = nullptr;
+    for (IconButton *icon : icons) {
+        if (icon->isVisible())
+            clear = icon;
+    }
+    QVERIFY(clear);
+    QTest::mouseClick(clear, Qt::LeftButton);
+    QVERIFY(w.panel->field()->text().isEmpty());
+    QCOMPARE(w.panel->calls, QStringList({"incremental ", "reset "}));
+    QVERIFY(w.panel->isVisible());
+}
+
+void tst_AbstractFindToolBar::keys_data()
+{
+    QTest::addColumn<QKeySequence>("key");
+    QTest::addColumn<QString>("focus"); // name of the focused widget
+    QTest::addColumn<QString>("call");
+
+    const QString field = QStringLiteral("findLineEdit");
+    const auto row = [](const QString &name, const QKeySequence &key, const QString &focus,
+                        const char *call) {
+        QTest::newRow(qPrintable(name)) << key << focus << QString::fromLatin1(call);
+    };
+    row("return", Qt::Key_Return, field, "next a");
+    row("enter", Qt::Key_Enter, field, "next a");
+    row("escape", Qt::Key_Escape, field, "reset ");
+    for (const QKeySequence &key : QKeySequence::keyBindings(QKeySequence::FindNext))
+        row("next, " + key.toString(), key, field, "next a");
+    for (const QKeySequence &key : QKeySequence::keyBindings(QKeySequence::FindPrevious))
+        row("previous, " + key.toString(), key, field, "previous a");
+    row("return on a button", Qt::Key_Return, buttonNames.at(2), "next a");
+    row("escape on a button", Qt::Key_Escape, buttonNames.at(3), "reset ");
+}
+
+void tst_AbstractFindToolBar::keys()
+{
+    QFETCH(QKeySequence, key);
+    QFETCH(QString, focus);
+    QFETCH(QString, call);
+
+    Window w;
+    w.panel->openFind();
+    QTest::keyClicks(w.panel->field(), QStringLiteral("a"));
+    w.panel->calls.clear();
+    auto *focused = w.panel->findChild<QWidget *>(focus);
+    focused->setFocus();
+    QCOMPARE(QApplication::focusWidget(), focused);
+    QTest::keySequence(&w.window, key);
+    QCOMPARE(w.panel->calls, QStringList(call));
+    QCOMPARE(w.panel->isVisible(), call != QStringLiteral("reset "));
+}
+
+void tst_AbstractFindToolBar::keysOutside_data()
+{
+    QTest::addColumn<QKeySequence>("key");
+
+    QTest::newRow("return") << QKeySequence(Qt::Key_Return);
+    QTest::newRow("enter") << QKeySequence(Qt::Key_Enter);
+    QTest::newRow("escape") << QKeySequence(Qt::Key_Escape);
+    QTest::newRow("next") << QKeySequence(QKeySequence::FindNext);
+    QTest::newRow("previous") << QKeySequence(QKeySequence::FindPrevious);
+}
+
+void tst_AbstractFindToolBar::keysOutside()
+{
+    QFETCH(QKeySequence, key);
+
+    Window w;
+    w.panel->openFind();
+    w.other->setFocus();
+    QTest::keySequence(&w.window, key);
+    QVERIFY(w.panel->calls.isEmpty());
+    QVERIFY(w.panel->isVisible());
+}
+
+void tst_AbstractFindToolBar::keysDuringSearch()
+{
+    Window w;
+    w.panel->openFind();
+    w.panel->during = [&] {
+        w.panel->during = nullptr;
+        QTest::keyClick(w.panel->field(), Qt::Key_Return);
+        QTest::keySequence(&w.window, QKeySequence(QKeySequence::FindNext));
+        QCOMPARE(w.panel->calls, QStringList("next "));
+        QTest::keyClicks(w.panel->field(), QStringLiteral("a"));
+        QTest::keyClick(w.panel->field(), Qt::Key_Escape);
+    };
+    QTest::keyClick(w.panel->field(), Qt::Key_Return);
+    QCOMPARE(w.panel->calls, QStringList({"next ", "incremental a", "reset "}));
+    QVERIFY(!w.panel->isVisible());
+    // Broken off by typing and closing: not found.
+    QCOMPARE(w.panel->label()->text(), QStringLiteral("Not found"));
+}
+
+void tst_AbstractFindToolBar::clicks_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("call");
+
+    QTest::newRow("previous") << buttonNames.at(0) << QStringLiteral("previous a");
+    QTest::newRow("next") << buttonNames.at(1) << QStringLiteral("next a");
+    QTest::newRow("filter") << buttonNames.at(2) << QStringLiteral("filter a");
+    QTest::newRow("close") << buttonNames.at(3) << QStringLiteral("reset ");
+}
+
+void tst_AbstractFindToolBar::clicks()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, call);
+
+    Window w;
+    w.panel->openFind();
+    QTest::keyClicks(w.panel->field(), QStringLiteral("a"));
+    w.panel->calls.clear();
+    QTest::mouseClick(w.panel->button(qPrintable(button)), Qt::LeftButton);
+    QCOMPARE(w.panel->calls, QStringList(call));
+}
+
+QTEST_MAIN(tst_AbstractFindToolBar)
+#include "tst_abstractfindtoolbar.moc"
