@@ -59,7 +59,7 @@ FeedWindow::FeedWindow(int rate, FeedModel::NewRows newRows, FrameStatistics *st
 
 FeedWindow::~FeedWindow()
 {
-    table()->setModel(nullptr);
+    removeModel();
 }
 
 void FeedWindow::createToolBar(int rate)
@@ -131,9 +131,13 @@ void FeedWindow::showRates()
         m_ratesLabel->setText(tr("%L1 frames/s, %L2 rows/s")
                                   .arg(qRound(double(frames) / seconds))
                                   .arg(qRound(rows / seconds)));
+    filterChanged();
+}
+
+void FeedWindow::filterChanged()
+{
     const bool isFull = m_model.rowCount() == FeedModel::maximumTrades;
-    m_rowsLabel->setText(isFull ? tr("%L1 rows, no more will come").arg(m_model.rowCount())
-                                : tr("%L1 rows").arg(m_model.rowCount()));
+    m_rowsLabel->setText(isFull ? tr("%1, no more will come").arg(rowsText()) : rowsText());
 }
 
 void FeedWindow::closeEvent(QCloseEvent *event)

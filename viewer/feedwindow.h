@@ -25,6 +25,7 @@ public:
     FeedModel *model() { return &m_model; }
 
 protected:
+    void filterChanged() override;
     void closeEvent(QCloseEvent *event) override;
 
 private:

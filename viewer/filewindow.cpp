@@ -54,7 +54,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
 
 FileWindow::~FileWindow()
 {
-    table()->setModel(nullptr);
+    removeModel();
 }
 
 void FileWindow::createStopAction()
@@ -62,6 +62,7 @@ void FileWindow::createStopAction()
     m_stopAction = new QAction(tr("&Stop Indexing"), this);
     m_stopAction->setShortcut(Qt::Key_Escape);
     m_stopAction->setEnabled(false);
+    addTableAction(m_stopAction);
     connect(m_stopAction, &QAction::triggered, this, &FileWindow::toggleIndexing);
     fileMenu()->insertAction(fileMenu()->actions().at(1), m_stopAction);
     toolBar()->addAction(m_stopAction);
@@ -88,6 +89,18 @@ void FileWindow::createStatusBar()
         statusBar()->addPermanentWidget(label);
 }
 
+//! Esc closes the panel first.
+void FileWindow::findPanelShown(bool isShown)
+{
+    ViewerWindow::findPanelShown(isShown);
+    m_stopAction->setShortcut(isShown ? QKeySequence() : QKeySequence(Qt::Key_Escape));
+}
+
+void FileWindow::filterChanged()
+{
+    m_rowsLabel->setText(rowsText());
+}
+
 bool FileWindow::isSettled() const
 {
     return m_settled;
@@ -104,7 +117,7 @@ void FileWindow::toggleIndexing()
 void FileWindow::updateStatus()
 {
     const QLocale locale;
-    m_rowsLabel->setText(tr("%L1 rows").arg(m_model->rowCount()));
+    m_rowsLabel->setText(rowsText());
     m_sizeLabel->setText(locale.formattedDataSize(qint64(m_model->fileSize())));
     m_encodingLabel->setText(m_model->encodingName());
     m_activityLabel->setText(activityText());

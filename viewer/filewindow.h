@@ -30,6 +30,8 @@ public:
     bool hasFailed() const override { return m_failed; }
 
 protected:
+    void filterChanged() override;
+    void findPanelShown(bool isShown) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:

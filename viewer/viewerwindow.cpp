@@ -3,7 +3,9 @@
 
 #include "viewerwindow.h"
 
+#include "common.h"
 #include "framestatistics.h"
+#include "tablefilter.h"
 #include "viewertable.h"
 
 #include <QAction>
@@ -14,6 +16,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScrollBar>
@@ -42,18 +45,6 @@ std::vector<std::pair<int, int>> selectedRanges(const QItemSelection &selection)
     return ranges;
 }
 
-// Visible columns from left to right.
-QList<int> shownColumns(const QHeaderView *header)
-{
-    QList<int> columns;
-    for (int visual = 0; visual < header->count(); ++visual) {
-        const int column = header->logicalIndex(visual);
-        if (!header->isSectionHidden(column))
-            columns << column;
-    }
-    return columns;
-}
-
 QString rowText(const QAbstractItemModel *model, int row, const QList<int> &columns)
 {
     QStringList fields;
@@ -67,6 +58,7 @@ QString rowText(const QAbstractItemModel *model, int row, const QList<int> &colu
 ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     : m_pages(new QStackedWidget(this))
     , m_table(new ViewerTable(statistics, m_pages))
+    , m_find(new TableFilter(m_table))
     , m_message(new QLabel(m_pages))
 {
     m_message->setAlignment(Qt::AlignCenter);
@@ -78,7 +70,9 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     m_pages->addWidget(m_message);
     setCentralWidget(m_pages);
     createActions();
+    createFindActions();
     createMenus();
+    createFindPanel();
 
     m_pinTimer.setSingleShot(true);
     m_growTimer.setSingleShot(true);
@@ -108,6 +102,58 @@ void ViewerWindow::createActions()
     connect(m_copyAction, &QAction::triggered, this, &ViewerWindow::copySelection);
 }
 
+void ViewerWindow::createFindActions()
+{
+    m_findAction = new QAction(tr("&Find…"), this);
+    m_findAction->setShortcuts(QKeySequence::Find);
+    connect(m_findAction, &QAction::triggered, this, &ViewerWindow::openFind);
+
+    // The panel has the same keys while the focus is inside.
+    m_nextAction = new QAction(tr("Find &Next"), this);
+    m_nextAction->setShortcuts(QKeySequence::FindNext);
+    addTableAction(m_nextAction);
+    m_prevAction = new QAction(tr("Find &Previous"), this);
+    m_prevAction->setShortcuts(QKeySequence::FindPrevious);
+    addTableAction(m_prevAction);
+    m_closeAction = new QAction(this);
+    m_closeAction->setShortcut(Qt::Key_Escape);
+    m_closeAction->setEnabled(false);
+    addTableAction(m_closeAction);
+}
+
+void ViewerWindow::addTableAction(QAction *action)
+{
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    m_pages->addAction(action);
+}
+
+void ViewerWindow::createFindPanel()
+{
+    m_findPanel = new FindPanel(m_find, this);
+    m_findPanel->setWindowTitle(tr("Find"));
+    m_findPanel->hide();
+    addToolBar(Qt::BottomToolBarArea, m_findPanel);
+    connect(m_nextAction, &QAction::triggered, m_findPanel, qOverload<>(&FindPanel::findNext));
+    connect(m_prevAction, &QAction::triggered, m_findPanel, qOverload<>(&FindPanel::findPrev));
+    connect(m_closeAction, &QAction::triggered, m_findPanel, &FindPanel::close);
+    connect(m_findPanel, &QToolBar::visibilityChanged, this, &ViewerWindow::findPanelShown);
+    connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::beginChange);
+    connect(m_find, &TableFilter::modelShown, this, &ViewerWindow::modelShown);
+}
+
+void ViewerWindow::openFind()
+{
+    m_findPanel->openFind();
+    m_findPanel->findChild<QLineEdit *>(QStringLiteral("findLineEdit"))->selectAll();
+}
+
+void ViewerWindow::findPanelShown(bool isShown)
+{
+    m_closeAction->setEnabled(isShown);
+    if (!isShown)
+        m_table->setFocus();
+}
+
 void ViewerWindow::createMenus()
 {
     m_fileMenu = menuBar()->addMenu(tr("&File"));
@@ -120,6 +166,8 @@ void ViewerWindow::createMenus()
 
     QMenu *editMenu = menuBar()->addMenu(tr("&Edit"));
     editMenu->addAction(m_copyAction);
+    editMenu->addSeparator();
+    editMenu->addActions({m_findAction, m_nextAction, m_prevAction});
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     m_viewMenu->addAction(m_followAction);
@@ -149,23 +197,45 @@ void ViewerWindow::showAbout()
 
 void ViewerWindow::setModel(QAbstractItemModel *model, Edge edge)
 {
-    m_table->setModel(model);
+    m_find->setSource(model);
     setEdge(edge);
+}
+
+void ViewerWindow::removeModel()
+{
+    m_find->setSource(nullptr);
+}
+
+//! The row that was chosen stays in sight when a filter goes, rather than the newest.
+void ViewerWindow::modelShown(QAbstractItemModel *model)
+{
+    if (!model)
+        return;
+    const bool isUnfiltered = model == m_find->source();
+    if (isUnfiltered && m_table->currentIndex().isValid() && isFollowing() && !isAtEdge())
+        setFollowing(false);
     followModel(model);
     endChange();
     fitNewColumns();
+    filterChanged();
 }
 
 //! The view was connected before: what the model announces has reached it when these
 //! slots run at the end of a change.
 void ViewerWindow::followModel(QAbstractItemModel *model)
 {
-    connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &ViewerWindow::beginChange);
-    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &ViewerWindow::beginChange);
-    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::endChange);
-    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::endChange);
-    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::fitNewColumns);
-    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::fitNewColumns);
+    connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &ViewerWindow::beginChange,
+            Qt::UniqueConnection);
+    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &ViewerWindow::beginChange,
+            Qt::UniqueConnection);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::endChange,
+            Qt::UniqueConnection);
+    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::endChange,
+            Qt::UniqueConnection);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::fitNewColumns,
+            Qt::UniqueConnection);
+    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::fitNewColumns,
+            Qt::UniqueConnection);
 }
 
 void ViewerWindow::endChange()
@@ -192,6 +262,13 @@ int ViewerWindow::rows() const
 {
     const QAbstractItemModel *model = m_table->model();
     return model ? model->rowCount() : 0;
+}
+
+QString ViewerWindow::rowsText() const
+{
+    if (!m_find->isFiltered())
+        return tr("%L1 rows").arg(rows());
+    return tr("%L1 of %L2 rows").arg(rows()).arg(m_find->source()->rowCount());
 }
 
 void ViewerWindow::showMessage(const QString &text)
@@ -254,7 +331,7 @@ void ViewerWindow::barMoved()
 QString ViewerWindow::selectedText(bool *isCut) const
 {
     const QAbstractItemModel *model = m_table->model();
-    const QList<int> columns = shownColumns(m_table->header());
+    const QList<int> columns = getVisibleColumns(m_table->header());
     QStringList lines;
     int next = 0;
     for (const auto &[first, last] : selectedRanges(m_table->selectionModel()->selection())) {
@@ -296,6 +373,7 @@ void ViewerWindow::showEvent(QShowEvent *event)
 
 void ViewerWindow::closeEvent(QCloseEvent *event)
 {
+    m_find->cancel();
     QMainWindow::closeEvent(event);
     if (event->isAccepted())
         Q_EMIT closed();

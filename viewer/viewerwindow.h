@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+class FindPanel;
 class FrameStatistics;
 class QAbstractItemModel;
 class QAction;
@@ -14,6 +15,7 @@ class QLabel;
 class QMenu;
 class QStackedWidget;
 class QToolBar;
+class TableFilter;
 class ViewerTable;
 
 /*!
@@ -37,7 +39,7 @@ public:
     explicit ViewerWindow(FrameStatistics *statistics);
 
     ViewerTable *table() const { return m_table; }
-    //! Rows of the table; 0 without a model.
+    //! Rows of the table; 0 without a model. Those that a filter hides do not count.
     int rows() const;
     bool isFollowing() const;
     void setFollowing(bool on);
@@ -65,13 +67,27 @@ Q_SIGNALS:
 public Q_SLOTS:
     //! Puts selectedText() on the clipboard.
     void copySelection();
+    //! Opens the panel to search and filter with, its text selected.
+    void openFind();
 
 protected:
     //! Shows \a model, which stays the caller's, following \a edge.
     void setModel(QAbstractItemModel *model, Edge edge);
+    //! Shows nothing: the model is about to go.
+    void removeModel();
     void setEdge(Edge edge);
     //! Shows \a text in place of the table.
     void showMessage(const QString &text);
+    //! How many rows there are, and how many of them are shown if there is a filter.
+    QString rowsText() const;
+    //! The table shows a model for the first time, or rows were filtered, or are all
+    //! shown again.
+    virtual void filterChanged() { }
+    //! The panel was shown or hidden.
+    virtual void findPanelShown(bool isShown);
+    //! Lets \a action, with its shortcut, act while the table has the focus, and in no
+    //! other part of the window.
+    void addTableAction(QAction *action);
 
     QMenu *fileMenu() const { return m_fileMenu; }
     QMenu *viewMenu() const { return m_viewMenu; }
@@ -83,10 +99,13 @@ protected:
 
 private:
     void createActions();
+    void createFindActions();
     void createMenus();
+    void createFindPanel();
     void chooseFile();
     void showAbout();
     void followModel(QAbstractItemModel *model);
+    void modelShown(QAbstractItemModel *model);
     void barMoved();
     void keepToEdge();
     bool isAtEdge() const;
@@ -97,12 +116,18 @@ private:
 
     QStackedWidget *m_pages;           //!< table or message
     ViewerTable *m_table;              //!< page 0
+    TableFilter *m_find;               //!< searches and filters the table
+    FindPanel *m_findPanel = nullptr;  //!< at the bottom, hidden at first
     QLabel *m_message;                 //!< page 1
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action
     QAction *m_followAction = nullptr; //!< checked while following
     QAction *m_copyAction = nullptr;   //!< Ctrl+C
+    QAction *m_findAction = nullptr;   //!< Ctrl+F
+    QAction *m_nextAction = nullptr;   //!< F3
+    QAction *m_prevAction = nullptr;   //!< Shift+F3
+    QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
     Edge m_edge = Edge::End;           //!< followed
     bool m_modelChanges = false;       //!< the view moves the bar, not the user
     int m_columnsFitted = 0;           //!< columns when widths were last taken; 0 for never

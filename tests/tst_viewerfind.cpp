@@ -1,0 +1,532 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "feedwindow.h"
+#include "filewindow.h"
+#include "framestatistics.h"
+#include "linefilter.h"
+#include "qprogressindicator.h"
+#include "tablefilter.h"
+#include "textfilemodel.h"
+#include "viewertable.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QStandardItemModel>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+//! A row takes longer than the time between two looks at the events.
+class SlowModel : public QStandardItemModel
+{
+public:
+    using QStandardItemModel::beginResetModel;
+    using QStandardItemModel::endResetModel;
+
+    explicit SlowModel(const char *rows)
+    {
+        for (const QByteArray &row : QByteArray(rows).split(' '))
+            appendRow(new QStandardItem(QString::fromLatin1(row)));
+    }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (role == Qt::DisplayRole && isSlow) {
+            QElapsedTimer timer;
+            timer.start();
+            while (timer.elapsed() < 41) { }
+        }
+        return QStandardItemModel::data(index, role);
+    }
+
+    bool isSlow = true;
+};
+
+QString rowsOf(const QAbstractItemModel &model)
+{
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row)
+        rows << model.index(row, 0).data().toString();
+    return rows.join(u' ');
+}
+
+FindPanel *panelOf(const ViewerWindow &window)
+{
+    return window.findChild<FindPanel *>();
+}
+
+QLineEdit *fieldOf(const ViewerWindow &window)
+{
+    return window.findChild<QLineEdit *>(QStringLiteral("findLineEdit"));
+}
+
+void click(const ViewerWindow &window, const char *button)
+{
+    QTest::mouseClick(window.findChild<QToolButton *>(QString::fromLatin1(button)), Qt::LeftButton);
+}
+
+} // namespace
+
+class tst_ViewerFind : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void lineFilterTakesRowsOver();
+    void lineFilterFollowsItsRows_data();
+    void lineFilterFollowsItsRows();
+    void lineFilterGivesUp_data();
+    void lineFilterGivesUp();
+
+    void opensByKey();
+    void findsFromTheTable();
+    void escapeClosesThePanelFirst();
+    void filtersAndComesBack();
+    void comesBackToAHiddenRow();
+    void comesBackToARowChosenMeanwhile();
+    void keepsColumns();
+    void filterFollowsTheFile();
+    void filterEndsWithTheFile();
+    void anotherFilterReplacesTheFirst();
+    void copiesFilteredRows();
+    void feedIsNotFilteredAtFirst();
+    void feedGoesOnWhileFiltered();
+    void searchIsStopped_data();
+    void searchIsStopped();
+
+private:
+    std::unique_ptr<FileWindow> openFile(const QByteArray &text);
+    void append(const QByteArray &text);
+
+    FrameStatistics m_statistics;               //!< of all windows
+    std::unique_ptr<QTemporaryDir> m_directory; //!< one per test
+    QString m_path;                             //!< of the file under test
+};
+
+void tst_ViewerFind::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_path = m_directory->filePath("file.txt");
+}
+
+void tst_ViewerFind::append(const QByteArray &text)
+{
+    QFile file(m_path);
+    QVERIFY(file.open(QIODevice::Append | QIODevice::Unbuffered));
+    QCOMPARE(file.write(text), text.size());
+}
+
+//! A window on a file with \a text, active and completely indexed.
+std::unique_ptr<FileWindow> tst_ViewerFind::openFile(const QByteArray &text)
+{
+    append(text);
+    auto window = std::make_unique<FileWindow>(m_path, FormatRequest(), &m_statistics);
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    [&] {
+        QTRY_COMPARE(window->model()->activity(), TextFileModel::Activity::Following);
+        QTRY_COMPARE(window->model()->indexedBytes(), quint64(text.size()));
+    }();
+    window->table()->setFocus();
+    return window;
+}
+
+//! "a 0", "b 1", "c 2", "a 3" and so on.
+static QByteArray lettered(int count)
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i)
+        text += QByteArray(1, "abc"[i % 3]) + ' ' + QByteArray::number(i) + '\n';
+    return text;
+}
+
+static QString currentText(const ViewerWindow &window)
+{
+    return window.table()->currentIndex().siblingAtColumn(1).data().toString();
+}
+
+static bool isInSight(const ViewerWindow &window)
+{
+    const ViewerTable *table = window.table();
+    return table->viewport()->rect().intersects(table->visualRect(table->currentIndex()));
+}
+
+void tst_ViewerFind::lineFilterTakesRowsOver()
+{
+    SlowModel model("ab b Ab cab x");
+    model.isSlow = false;
+    LineFilter filter({0}, QStringLiteral("ab"));
+    QVERIFY(filter.takeOver(&model));
+    QCOMPARE(rowsOf(filter), "ab cab");
+    // From now on it is a filter like any other.
+    model.appendRow(new QStandardItem(QStringLiteral("abc")));
+    model.removeRow(0);
+    QCOMPARE(rowsOf(filter), "cab abc");
+    LineFilter none({}, QStringLiteral("ab"));
+    QVERIFY(none.takeOver(&model));
+    QCOMPARE(none.rowCount(), 0);
+}
+
+void tst_ViewerFind::lineFilterFollowsItsRows_data()
+{
+    QTest::addColumn<std::function<void(SlowModel &)>>("change");
+    QTest::addColumn<QString>("rows");
+
+    using Change = std::function<void(SlowModel &)>;
+    const auto insert = [](int row) {
+        return Change([row](SlowModel &model) {
+            model.insertRow(row, new QStandardItem(QStringLiteral("anew")));
+        });
+    };
+    const auto remove = [](int row, int count) {
+        return Change([=](SlowModel &model) { model.removeRows(row, count); });
+    };
+    QTest::newRow("insert at the top") << insert(0) << "anew a0 a3 a6";
+    QTest::newRow("insert among the judged") << insert(1) << "a0 anew a3 a6";
+    QTest::newRow("insert at the place") << insert(3) << "a0 anew a3 a6";
+    QTest::newRow("insert at the end") << insert(7) << "a0 a3 a6 anew";
+    QTest::newRow("remove the first") << remove(0, 1) << "a3 a6";
+    QTest::newRow("remove around the place") << remove(1, 4) << "a0 a6";
+    QTest::newRow("remove the rest") << remove(2, 5) << "a0";
+    QTest::newRow("remove all") << remove(0, 7) << "";
+    QTest::newRow("sort") << Change([](SlowModel &model) {
+        model.isSlow = false;
+        model.sort(0, Qt::DescendingOrder);
+    }) << "a6 a3 a0";
+    QTest::newRow("reset") << Change([](SlowModel &model) {
+        model.clear();
+        model.appendRow(new QStandardItem(QStringLiteral("a fresh")));
+    }) << "a fresh";
+    QTest::newRow("reset with the same rows") << Change([](SlowModel &model) {
+        model.beginResetModel();
+        model.endResetModel();
+    }) << "a0 a3 a6";
+}
+
+//! The change happens when two or three rows have been judged.
+void tst_ViewerFind::lineFilterFollowsItsRows()
+{
+    QFETCH(std::function<void(SlowModel &)>, change);
+    QFETCH(QString, rows);
+
+    SlowModel model("a0 b1 c2 a3 b4 c5 a6");
+    LineFilter filter({0}, QStringLiteral("a"));
+    QObject context;
+    const auto later = [&](const std::function<void()> &what) {
+        QMetaObject::invokeMethod(&context, what, Qt::QueuedConnection);
+    };
+    later([&] { later([&] { later([&] { change(model); }); }); });
+    QVERIFY(filter.takeOver(&model));
+    model.isSlow = false;
+    QCOMPARE(rowsOf(filter), rows);
+}
+
+void tst_ViewerFind::lineFilterGivesUp_data()
+{
+    QTest::addColumn<bool>("isDestroyed");
+    QTest::newRow("cancelled") << false;
+    QTest::newRow("source destroyed") << true;
+}
+
+void tst_ViewerFind::lineFilterGivesUp()
+{
+    QFETCH(bool, isDestroyed);
+    auto model = std::make_unique<SlowModel>("a b c d");
+    LineFilter filter({0}, QStringLiteral("a"));
+    QMetaObject::invokeMethod(
+        this,
+        [&] {
+            if (isDestroyed)
+                model.reset();
+            else
+                filter.cancel();
+        },
+        Qt::QueuedConnection);
+    QVERIFY(!filter.takeOver(model.get()));
+    QVERIFY(!filter.sourceModel());
+    QCOMPARE(filter.rowCount(), 0);
+}
+
+void tst_ViewerFind::opensByKey()
+{
+    const auto window = openFile(lettered(100));
+    QVERIFY(!panelOf(*window)->isVisible());
+    QTest::keySequence(window.get(), QKeySequence(QKeySequence::Find));
+    QVERIFY(panelOf(*window)->isVisible());
+    QVERIFY(fieldOf(*window)->hasFocus());
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("b 4"));
+    QTest::keyClick(fieldOf(*window), Qt::Key_Return);
+    QCOMPARE(currentText(*window), "b 4");
+    QVERIFY(isInSight(*window));
+    // Again: what is there is ready to be typed over.
+    window->table()->setFocus();
+    QTest::keySequence(window.get(), QKeySequence(QKeySequence::Find));
+    QCOMPARE(fieldOf(*window)->selectedText(), "b 4");
+}
+
+void tst_ViewerFind::findsFromTheTable()
+{
+    const auto window = openFile(lettered(1000));
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("c 77"));
+    for (QWidget *focus : std::initializer_list<QWidget *> {window->table(), fieldOf(*window)}) {
+        window->table()->setCurrentIndex(window->table()->model()->index(0, 0));
+        focus->setFocus();
+        QTest::keySequence(window.get(), QKeySequence(QKeySequence::FindNext));
+        QCOMPARE(currentText(*window), "c 77");
+        QTest::keySequence(window.get(), QKeySequence(QKeySequence::FindNext));
+        QCOMPARE(currentText(*window), "c 770");
+        QTest::keySequence(window.get(), QKeySequence(QKeySequence::FindPrevious));
+        QCOMPARE(currentText(*window), "c 77");
+        QVERIFY(isInSight(*window));
+    }
+    // A row that was found is not left behind for new ones.
+    QVERIFY(!window->isFollowing());
+}
+
+void tst_ViewerFind::escapeClosesThePanelFirst()
+{
+    const auto window = openFile(lettered(10));
+    const auto pressEscape = [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); };
+    window->openFind();
+    pressEscape();
+    QVERIFY(!panelOf(*window)->isVisible());
+    QVERIFY(window->table()->hasFocus());
+    window->openFind();
+    window->table()->setFocus();
+    pressEscape();
+    QVERIFY(!panelOf(*window)->isVisible());
+    QCOMPARE(window->model()->activity(), TextFileModel::Activity::Following);
+    pressEscape();
+    QTRY_COMPARE(window->model()->activity(), TextFileModel::Activity::Stopped);
+}
+
+void tst_ViewerFind::filtersAndComesBack()
+{
+    const auto window = openFile(lettered(3000));
+    ViewerTable *table = window->table();
+    const QAbstractItemModel *source = table->model();
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 15"));
+    table->setCurrentIndex(source->index(1500, 0));
+    click(*window, "filterButton");
+    QVERIFY(table->model() != source);
+    // a 15, a 150, a 153, a 156, a 159 and those from a 1500 to a 1599.
+    QCOMPARE(window->rows(), 5 + 34);
+    QCOMPARE(currentText(*window), "a 1500");
+    QVERIFY(isInSight(*window));
+    const QString rowsText = QStringLiteral("%L1 of %L2 rows").arg(39).arg(3000);
+    const QList<QLabel *> labels = window->findChildren<QLabel *>();
+    QVERIFY(std::any_of(labels.begin(), labels.end(),
+                        [&](const QLabel *label) { return label->text() == rowsText; }));
+    fieldOf(*window)->setFocus();
+    QTest::keyClick(fieldOf(*window), Qt::Key_Escape);
+    QCOMPARE(table->model(), source);
+    QCOMPARE(table->currentIndex().row(), 1500);
+    QVERIFY(table->selectionModel()->isRowSelected(1500, QModelIndex()));
+    QVERIFY(isInSight(*window));
+    QCoreApplication::processEvents();
+    QVERIFY(isInSight(*window));
+}
+
+void tst_ViewerFind::comesBackToAHiddenRow()
+{
+    const auto window = openFile(lettered(3000));
+    ViewerTable *table = window->table();
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 15"));
+    table->setCurrentIndex(table->model()->index(700, 0));
+    click(*window, "filterButton");
+    panelOf(*window)->close();
+    QCOMPARE(table->currentIndex().row(), 700);
+    QVERIFY(isInSight(*window));
+}
+
+void tst_ViewerFind::comesBackToARowChosenMeanwhile()
+{
+    const auto window = openFile(lettered(3000));
+    ViewerTable *table = window->table();
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 15"));
+    table->setCurrentIndex(table->model()->index(700, 0));
+    click(*window, "filterButton");
+    table->setCurrentIndex(table->model()->index(2, 1));
+    QCOMPARE(currentText(*window), "a 153");
+    panelOf(*window)->close();
+    QCOMPARE(table->currentIndex().row(), 153);
+    QVERIFY(isInSight(*window));
+}
+
+void tst_ViewerFind::keepsColumns()
+{
+    const auto window = openFile("x;y;z\n1;a;2\n3;b;4\n5;a;6\n");
+    QHeaderView *header = window->table()->header();
+    header->moveSection(2, 0);
+    header->resizeSection(1, 123);
+    window->table()->hideColumn(0);
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a"));
+    for (int i = 0; i < 2; ++i) {
+        click(*window, i == 0 ? "filterButton" : "closeButton");
+        QCOMPARE(window->rows(), i == 0 ? 2 : 3);
+        QCOMPARE(header->visualIndex(2), 0);
+        QCOMPARE(header->sectionSize(1), 123);
+        QVERIFY(header->isSectionHidden(0));
+    }
+    // Hidden columns are not looked at.
+    window->openFind();
+    fieldOf(*window)->setText(QStringLiteral("5"));
+    click(*window, "filterButton");
+    QCOMPARE(window->rows(), 0);
+}
+
+void tst_ViewerFind::filterFollowsTheFile()
+{
+    const auto window = openFile(lettered(3000));
+    const QScrollBar *bar = window->table()->verticalScrollBar();
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a"));
+    click(*window, "filterButton");
+    QCOMPARE(window->rows(), 1000);
+    QVERIFY(window->isFollowing());
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    append("a new\nb new\na newer\n");
+    QTRY_COMPARE(window->rows(), 1002);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    QVERIFY(bar->value() > 900);
+    panelOf(*window)->close();
+    QCOMPARE(window->rows(), 3003);
+    QVERIFY(window->isFollowing());
+    QTRY_COMPARE(bar->value(), bar->maximum());
+}
+
+void tst_ViewerFind::filterEndsWithTheFile()
+{
+    auto window = openFile(lettered(30));
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a"));
+    click(*window, "filterButton");
+    QVERIFY(QFile::resize(m_path, 0));
+    QTRY_COMPARE(window->rows(), 0);
+    append("a\nb\n");
+    QTRY_COMPARE(window->rows(), 1);
+    window.reset();
+}
+
+void tst_ViewerFind::anotherFilterReplacesTheFirst()
+{
+    const auto window = openFile(lettered(30));
+    window->openFind();
+    for (const char *text : {"a", "b", "b 1", "c"}) {
+        fieldOf(*window)->setText(QString::fromLatin1(text));
+        click(*window, "filterButton");
+        QCOMPARE(window->rows(), int(lettered(30).count(text)));
+    }
+    // Empty: all of them.
+    fieldOf(*window)->clear();
+    click(*window, "filterButton");
+    QCOMPARE(window->rows(), 30);
+    QCOMPARE(window->table()->model(), window->model());
+}
+
+void tst_ViewerFind::copiesFilteredRows()
+{
+    const auto window = openFile("a;b\n1;x\n2;y\n3;x\n");
+    window->openFind();
+    fieldOf(*window)->setText(QStringLiteral("x"));
+    click(*window, "filterButton");
+    window->table()->selectAll();
+    QCOMPARE(window->selectedText(), "1\tx\n3\tx");
+}
+
+void tst_ViewerFind::feedIsNotFilteredAtFirst()
+{
+    FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
+    window.show();
+    QCOMPARE(window.table()->model(), window.model());
+    window.openFind();
+    QCOMPARE(window.table()->model(), window.model());
+    panelOf(window)->close();
+    QCOMPARE(window.table()->model(), window.model());
+}
+
+void tst_ViewerFind::feedGoesOnWhileFiltered()
+{
+    FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    window.openFind();
+    const QString trade =
+        window.model()->index(500, FeedModel::NumberColumn).data().toString().right(4);
+    fieldOf(window)->setText(trade);
+    click(window, "filterButton");
+    const int before = window.rows();
+    QVERIFY(before > 0 && before < window.model()->rowCount() / 100);
+    window.model()->setRate(50'000);
+    window.model()->advance(1'000'000'000);
+    QVERIFY(window.rows() >= before);
+    panelOf(window)->close();
+    QVERIFY(window.rows() >= FeedModel::pastTrades + 50'000);
+    QCOMPARE(window.table()->model(), window.model());
+}
+
+void tst_ViewerFind::searchIsStopped_data()
+{
+    QTest::addColumn<QByteArray>("what");
+    QTest::addColumn<bool>("filters");
+
+    for (const bool filters : {false, true}) {
+        for (const char *what : {"close button", "escape", "type", "close window"})
+            QTest::addRow("%s, %s", filters ? "filter" : "search", what)
+                << QByteArray(what) << filters;
+    }
+}
+
+//! The feed has a million rows: long enough for events to run.
+void tst_ViewerFind::searchIsStopped()
+{
+    QFETCH(QByteArray, what);
+    QFETCH(bool, filters);
+
+    FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    window.openFind();
+    fieldOf(window)->setText(QStringLiteral("nothing"));
+    bool wasBusy = false;
+    QTimer::singleShot(0, &window, [&] {
+        wasBusy = window.findChild<QProgressIndicator *>()->isAnimated();
+        if (what == "close button")
+            click(window, "closeButton");
+        if (what == "escape")
+            QTest::keyClick(fieldOf(window), Qt::Key_Escape);
+        if (what == "type")
+            QTest::keyClicks(fieldOf(window), QStringLiteral("x"));
+        if (what == "close window")
+            window.close();
+    });
+    if (filters)
+        click(window, "filterButton");
+    else
+        QTest::keyClick(fieldOf(window), Qt::Key_Return);
+    QVERIFY(wasBusy);
+    QVERIFY(!window.findChild<QProgressIndicator *>()->isAnimated());
+    QCOMPARE(window.table()->model(), window.model());
+    QCOMPARE(panelOf(window)->isVisible(), what == "type");
+}
+
+QTEST_MAIN(tst_ViewerFind)
+
+#include "tst_viewerfind.moc"

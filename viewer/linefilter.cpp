@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "linefilter.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 s_eventInterval = 40; // ms
+
+} // namespace
+
+LineFilter::LineFilter(const QList<int> &columns, const QString &text)
+    : m_columns(columns)
+    , m_text(text)
+{
+    setVisibleColumns(columns);
+    setFilter(text);
+}
+
+bool LineFilter::takeOver(QAbstractItemModel *source)
+{
+    const QPointer<QAbstractItemModel> alive(source);
+    QObject whileJudging;
+    const auto follow = [&](auto signal, auto slot) {
+        connect(source, signal, &whileJudging, slot);
+    };
+    follow(&QAbstractItemModel::rowsInserted,
+           [this](const QModelIndex &, int first, int last) { rowsCame(first, last); });
+    follow(&QAbstractItemModel::rowsRemoved,
+           [this](const QModelIndex &, int first, int last) { rowsWent(first, last); });
+    follow(&QAbstractItemModel::modelReset, [=, this] { beginAnew(source); });
+    follow(&QAbstractItemModel::layoutChanged, [=, this] { beginAnew(source); });
+    follow(&QAbstractItemModel::rowsMoved, [=, this] { beginAnew(source); });
+    follow(&QObject::destroyed, [this] { cancel(); });
+    beginAnew(source);
+    if (!judgeRows(source) || !alive)
+        return false;
+    setSourceModel(source);
+    rowCount(); // asks for the verdicts
+    m_verdicts = {};
+    return true;
+}
+
+bool LineFilter::judgeRows(const QAbstractItemModel *source)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (m_next < m_verdicts.size()) {
+        m_verdicts[m_next] = judge(source, int(m_next));
+        ++m_next;
+        if (timer.elapsed() < s_eventInterval)
+            continue;
+        QCoreApplication::processEvents();
+        if (m_isCancelled)
+            return false;
+        timer.restart();
+    }
+    return !m_isCancelled;
+}
+
+LineFilter::Verdict LineFilter::judge(const QAbstractItemModel *source, int row) const
+{
+    const bool isShown = std::any_of(m_columns.begin(), m_columns.end(), [&](int column) {
+        return source->index(row, column).data().toString().contains(m_text);
+    });
+    return isShown ? Verdict::Shown : Verdict::Hidden;
+}
+
+void LineFilter::beginAnew(const QAbstractItemModel *source)
+{
+    m_verdicts.assign(size_t(source->rowCount()), Verdict::Unknown);
+    m_next = 0;
+}
+
+//! Those among the judged rows stay unknown until the source is taken over.
+void LineFilter::rowsCame(int first, int last)
+{
+    const size_t count = size_t(last - first) + 1;
+    m_verdicts.insert(m_verdicts.begin() + first, count, Verdict::Unknown);
+    if (size_t(first) < m_next)
+        m_next += count;
+}
+
+void LineFilter::rowsWent(int first, int last)
+{
+    m_verdicts.erase(m_verdicts.begin() + first, m_verdicts.begin() + last + 1);
+    const size_t judged = std::clamp(m_next, size_t(first), size_t(last) + 1) - size_t(first);
+    m_next -= judged;
+}
+
+bool LineFilter::filterAcceptsRow(int source_row, const QModelIndex &source_parent) const
+{
+    const auto row = size_t(source_row);
+    const Verdict known = row < m_verdicts.size() ? m_verdicts[row] : Verdict::Unknown;
+    if (known != Verdict::Unknown)
+        return known == Verdict::Shown;
+    return SortFilterProxyModel::filterAcceptsRow(source_row, source_parent);
+}

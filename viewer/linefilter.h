@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef LINEFILTER_H
+#define LINEFILTER_H
+
+#include "sortfilterproxymodel.h"
+
+#include <vector>
+
+/*!
+ * \brief A filter that looks at its rows before it takes them over, letting events
+ * through.
+ *
+ * A proxy judges all rows of its source at once, which takes seconds for a few million
+ * lines. Here that is done piece by piece beforehand, while rows come and go. What was
+ * found is forgotten afterwards.
+ */
+class LineFilter : public SortFilterProxyModel
+{
+    Q_OBJECT
+
+public:
+    //! Shows rows with \a text in one of \a columns, of no model yet.
+    LineFilter(const QList<int> &columns, const QString &text);
+
+    //! Judges the rows of \a source and makes it the source model. Returns false
+    //! without doing that if cancel() was called or \a source was destroyed.
+    bool takeOver(QAbstractItemModel *source);
+    //! Makes takeOver(), from whose events this is called, give up.
+    void cancel() { m_isCancelled = true; }
+
+protected:
+    bool filterAcceptsRow(int source_row, const QModelIndex &source_parent) const override;
+
+private:
+    enum class Verdict : quint8 {
+        Unknown,
+        Shown,
+        Hidden
+    };
+
+    bool judgeRows(const QAbstractItemModel *source);
+    Verdict judge(const QAbstractItemModel *source, int row) const;
+    void beginAnew(const QAbstractItemModel *source);
+    void rowsCame(int first, int last);
+    void rowsWent(int first, int last);
+
+    const QList<int> m_columns;      //!< looked at
+    const QString m_text;            //!< looked for
+    std::vector<Verdict> m_verdicts; //!< by source row, until the source is taken over
+    size_t m_next = 0;               //!< the row to be judged next
+    bool m_isCancelled = false;      //!< see cancel()
+};
+
+#endif // LINEFILTER_H
