@@ -62,6 +62,13 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     header()->setSectionsMovable(true);
 }
 
+void ViewerTable::setModel(QAbstractItemModel *model)
+{
+    currentFirst = false;
+    currentLast = false;
+    QTableFastView::setModel(model);
+}
+
 void ViewerTable::paintEvent(QPaintEvent *event)
 {
     QElapsedTimer timer;

@@ -36,6 +36,10 @@ public:
     //! Adds its frames to \a statistics, which must outlive the table.
     explicit ViewerTable(FrameStatistics *statistics, QWidget *parent = nullptr);
 
+    //! Shows \a model with no current row, also where that of the model before was kept
+    //! at an edge.
+    void setModel(QAbstractItemModel *model) override;
+
     //! Takes widths anew: forgets which ones the user chose, and calls growColumns().
     void fitColumns();
 

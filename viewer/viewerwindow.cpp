@@ -137,7 +137,7 @@ void ViewerWindow::createFindPanel()
     connect(m_prevAction, &QAction::triggered, m_findPanel, qOverload<>(&FindPanel::findPrev));
     connect(m_closeAction, &QAction::triggered, m_findPanel, &FindPanel::close);
     connect(m_findPanel, &QToolBar::visibilityChanged, this, &ViewerWindow::findPanelShown);
-    connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::beginChange);
+    connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::modelAboutToBeShown);
     connect(m_find, &TableFilter::modelShown, this, &ViewerWindow::modelShown);
 }
 
@@ -206,16 +206,27 @@ void ViewerWindow::removeModel()
     m_find->setSource(nullptr);
 }
 
+//! Tells a current row that somebody chose from one that keeps to the newest rows.
+void ViewerWindow::modelAboutToBeShown()
+{
+    const int current = m_table->currentIndex().row();
+    const int newest = m_edge == Edge::Top ? 0 : rows() - 1;
+    if (current >= 0 || !m_find->isFiltered())
+        m_hasChosenRow = current >= 0 && !(isFollowing() && current == newest);
+    beginChange();
+}
+
 //! The row that was chosen stays in sight when a filter goes, rather than the newest.
 void ViewerWindow::modelShown(QAbstractItemModel *model)
 {
     if (!model)
         return;
     const bool isUnfiltered = model == m_find->source();
-    if (isUnfiltered && m_table->currentIndex().isValid() && isFollowing() && !isAtEdge())
+    if (isUnfiltered && m_hasChosenRow && isFollowing() && !isAtEdge())
         setFollowing(false);
     followModel(model);
     endChange();
+    keepToEdge();
     fitNewColumns();
     filterChanged();
 }

@@ -105,6 +105,7 @@ private:
     void chooseFile();
     void showAbout();
     void followModel(QAbstractItemModel *model);
+    void modelAboutToBeShown();
     void modelShown(QAbstractItemModel *model);
     void barMoved();
     void keepToEdge();
@@ -130,6 +131,7 @@ private:
     QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
     Edge m_edge = Edge::End;           //!< followed
     bool m_modelChanges = false;       //!< the view moves the bar, not the user
+    bool m_hasChosenRow = false;       //!< before rows were filtered, or of those shown since
     int m_columnsFitted = 0;           //!< columns when widths were last taken; 0 for never
     QTimer m_pinTimer {this};          //!< goes to the edge when the view is done
     QTimer m_growTimer {this};         //!< widens columns when scrolling pauses
