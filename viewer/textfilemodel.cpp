@@ -13,9 +13,24 @@ constexpr qint64 s_sampleLines = 64;     // that decide on the format
 constexpr quint64 s_sampleBytes = 65536; // the same
 constexpr quint64 s_blockBytes = 65536;  // read at once where lines are asked for in turn
 
-// Characters that would be invisible or begin a new line get a visible stand-in.
+// Whether any character would be invisible or begin a new line. Looks at all of them,
+// so that the compiler can look at several at once.
+bool needsPictures(QStringView text)
+{
+    unsigned found = 0;
+    for (const QChar character : text) {
+        const unsigned code = character.unicode();
+        found |= unsigned(code < 0x20) & unsigned(code != u'\t');
+        found |= unsigned(code == 0x7f) | unsigned((code & 0xfffe) == 0x2028);
+    }
+    return found != 0;
+}
+
+// Such characters get a visible stand-in.
 QString withPictures(QString text)
 {
+    if (!needsPictures(text))
+        return text;
     for (QChar &character : text) {
         const char16_t code = character.unicode();
         if (code < 0x20 && code != u'\t')
@@ -276,15 +291,14 @@ QByteArrayView TextFileModel::bytesAt(quint64 offset, quint64 size) const
 //! The fields of a row, or its text as the only one. Valid until the next call.
 const QStringList &TextFileModel::fields(int row) const
 {
-    if (const QStringList *cached = m_cache.object(row))
+    if (const QStringList *cached = m_cache.find(row))
         return *cached;
     const QString line = readLine(lineOfRow(row));
-    auto *fields = new QStringList(
-        m_format.isDelimited() ? splitFields(line, m_format.delimiter, m_format.names.size())
-                               : QStringList {line});
-    std::transform(fields->begin(), fields->end(), fields->begin(), withPictures);
-    m_cache.insert(row, fields, line.size() + fields->size() * 16 + 64);
-    return *fields;
+    QStringList fields = m_format.isDelimited()
+        ? splitFields(line, m_format.delimiter, m_format.names.size())
+        : QStringList {line};
+    std::transform(fields.begin(), fields.end(), fields.begin(), withPictures);
+    return m_cache.insert(row, std::move(fields));
 }
 
 QString TextFileModel::text(const QModelIndex &index) const

@@ -9,11 +9,42 @@
 #include "lineindex.h"
 
 #include <QAbstractTableModel>
-#include <QCache>
 #include <QThread>
 
+#include <array>
 #include <limits>
 #include <memory>
+
+//! The fields of a few rows: more than fit on a screen, at most one for each of its
+//! places.
+class RowCache
+{
+public:
+    //! Null if the row is not there.
+    const QStringList *find(int row) const
+    {
+        const Place &place = m_places[size_t(row) % m_places.size()];
+        return place.row == row ? &place.fields : nullptr;
+    }
+    //! Takes the place of another row. Valid until the next call.
+    const QStringList &insert(int row, QStringList &&fields)
+    {
+        Place &place = m_places[size_t(row) % m_places.size()];
+        place = {row, std::move(fields)};
+        return place.fields;
+    }
+    void remove(int row) { m_places[size_t(row) % m_places.size()] = {}; }
+    void clear() { m_places.fill({}); }
+
+private:
+    struct Place
+    {
+        int row = -1;
+        QStringList fields;
+    };
+
+    std::array<Place, 256> m_places;
+};
 
 /*!
  * \brief The lines of a text file of any size, while it is indexed and while it grows.
@@ -114,23 +145,23 @@ private:
     QString text(const QModelIndex &index) const;
     bool isNumeric(const QModelIndex &index) const;
 
-    const QString m_path;                               //!< as given
-    const FormatRequest m_request;                      //!< as given
-    const int m_maximumRows;                            //!< as given
-    QThread m_thread;                                   //!< the follower's
-    std::unique_ptr<FileFollower> m_follower;           //!< works in m_thread
-    std::shared_ptr<const TextFile> m_file;             //!< what the index is about
-    LineIndex m_index;                                  //!< lines of m_file
-    TextFormat m_format;                                //!< how lines are shown
-    mutable QCache<int, QStringList> m_cache {1 << 20}; //!< fields by row; cost in characters
-    mutable QByteArray m_block;                         //!< bytes of m_file read last
-    mutable quint64 m_blockOffset = 0;                  //!< where m_block begins
-    Activity m_activity = Activity::Opening;            //!< the follower's
-    Restart m_lastRestart = Restart::None;              //!< see lastRestart()
-    bool m_missing = false;                             //!< see isMissing()
-    quint64 m_fileSize = 0;                             //!< bytes
-    QString m_error;                                    //!< see errorString()
-    QString m_encoding;                                 //!< see encodingName()
+    const QString m_path;                     //!< as given
+    const FormatRequest m_request;            //!< as given
+    const int m_maximumRows;                  //!< as given
+    QThread m_thread;                         //!< the follower's
+    std::unique_ptr<FileFollower> m_follower; //!< works in m_thread
+    std::shared_ptr<const TextFile> m_file;   //!< what the index is about
+    LineIndex m_index;                        //!< lines of m_file
+    TextFormat m_format;                      //!< how lines are shown
+    mutable RowCache m_cache;                 //!< fields of rows asked for lately
+    mutable QByteArray m_block;               //!< bytes of m_file read last
+    mutable quint64 m_blockOffset = 0;        //!< where m_block begins
+    Activity m_activity = Activity::Opening;  //!< the follower's
+    Restart m_lastRestart = Restart::None;    //!< see lastRestart()
+    bool m_missing = false;                   //!< see isMissing()
+    quint64 m_fileSize = 0;                   //!< bytes
+    QString m_error;                          //!< see errorString()
+    QString m_encoding;                       //!< see encodingName()
 };
 
 #endif // TEXTFILEMODEL_H
