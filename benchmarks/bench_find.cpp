@@ -12,12 +12,15 @@
 #include <QAbstractTableModel>
 #include <QApplication>
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QTableView>
 #include <QTimeZone>
+#include <QTimer>
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -118,12 +121,35 @@ void measureFind(benchmark::State &state, const Kind &kind, bool isForward, bool
     }
 }
 
-//! From all rows shown to every tenth shown, and back.
+//! The longest time without events, of which a timer asks for as many as it can get.
+void measureGaps(benchmark::State &state)
+{
+    StoredModel model(sentence);
+    QTableView view;
+    view.setModel(&model);
+    AbstractItemViewFind find;
+    find.setView(&view);
+    find.setHeader(view.horizontalHeader());
+    qint64 longest = 0;
+    QElapsedTimer sinceEvents;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout,
+                     [&] { longest = std::max(longest, sinceEvents.nsecsElapsed()); });
+    QObject::connect(&timer, &QTimer::timeout, [&] { sinceEvents.start(); });
+    timer.start(0);
+    for ([[maybe_unused]] auto _ : state) {
+        sinceEvents.start();
+        find.findNext(QStringLiteral("nothing"));
+        longest = std::max(longest, sinceEvents.nsecsElapsed());
+    }
+    state.counters["longest_gap_ms"] = double(longest) / 1e6;
+}
+
+//! From all rows shown to none shown, and back.
 template<typename Proxy, typename SetFilter>
 void measureFilter(benchmark::State &state, Proxy &proxy, SetFilter setFilter)
 {
-    StoredModel model(
-        [](int n) { return n / columns % 10 ? sentence(n) : QVariant(QStringLiteral("Tenth")); });
+    StoredModel model(sentence);
     proxy.setSourceModel(&model);
     benchmark::DoNotOptimize(proxy.rowCount());
     for ([[maybe_unused]] auto _ : state) {
@@ -171,6 +197,7 @@ void registerAll()
                 });
         }
     }
+    add("texts, a timer running", "vantix", measureGaps);
     add("filter", "vantix", measureOurFilter);
     add("filter", "QSortFilterProxyModel", measureTheirFilter);
 }
