@@ -227,12 +227,16 @@ void AbstractFindToolBar::filter()
 
 bool AbstractFindToolBar::close()
 {
+    const QPointer<AbstractFindToolBar> self(this);
     resetSearch();
-    return QWidget::close();
+    return !self || QWidget::close();
 }
 
 void AbstractFindToolBar::textChanged(const QString &text)
 {
+    const QPointer<AbstractFindToolBar> self(this);
     m_found = false;
-    showFound(findIncremental(text));
+    const bool found = findIncremental(text);
+    if (self)
+        showFound(found);
 }

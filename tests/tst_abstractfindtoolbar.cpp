@@ -87,19 +87,22 @@ struct Window
     QLineEdit *other;
 };
 
-//! Does not outlive its search.
+//! Does not outlive what it is asked for.
 class Dying : public AbstractFindToolBar
 {
 public:
-    bool findIncremental(const QString &) override { return true; }
-    bool findPrev(const QString &) override { return true; }
-    bool findNext(const QString &) override
+    bool findIncremental(const QString &) override { return die(); }
+    bool findPrev(const QString &) override { return die(); }
+    bool findNext(const QString &) override { return die(); }
+    void resetSearch() override { die(); }
+    void filter(const QString &) override { die(); }
+
+private:
+    bool die()
     {
         delete this;
         return true;
     }
-    void resetSearch() override { }
-    void filter(const QString &) override { delete this; }
 };
 
 const QStringList buttonNames {"findPrevButton", "findNextButton", "filterButton", "closeButton"};
@@ -132,6 +135,7 @@ private slots:
     void enablingDuringSearch();
     void filterDuringSearch();
     void throwingSearch();
+    void panelDestroyedBySearch_data();
     void panelDestroyedBySearch();
     void searchInSearch();
     void closing();
@@ -478,16 +482,24 @@ void tst_AbstractFindToolBar::throwingSearch()
     QVERIFY(panel.button("filterButton")->isEnabled());
 }
 
+void tst_AbstractFindToolBar::panelDestroyedBySearch_data()
+{
+    QTest::addColumn<QByteArray>("slot");
+
+    for (const char *slot : {"findPrev", "findNext", "filter", "close", "textChanged"})
+        QTest::newRow(slot) << QByteArray(slot);
+}
+
 void tst_AbstractFindToolBar::panelDestroyedBySearch()
 {
-    for (const bool filters : {false, true}) {
-        QPointer<AbstractFindToolBar> dying = new Dying;
-        if (filters)
-            dying->filter();
-        else
-            dying->findNext();
-        QVERIFY(!dying);
-    }
+    QFETCH(QByteArray, slot);
+
+    QPointer<AbstractFindToolBar> dying = new Dying;
+    if (slot == "textChanged")
+        dying->textChanged(QStringLiteral("a"));
+    else
+        QVERIFY(QMetaObject::invokeMethod(dying, slot));
+    QVERIFY(!dying);
 }
 
 void tst_AbstractFindToolBar::searchInSearch()
