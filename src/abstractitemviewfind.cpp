@@ -259,7 +259,7 @@ class ItemViewSearch::ShownTexts
 public:
     explicit ShownTexts(const QAbstractItemView *view);
 
-    bool accept(const QVariant &data, const QString &text, int column);
+    bool accept(const QVariant &data, const QString &text, int number);
 
 private:
     struct Column
