@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QGridLayout>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QToolButton>
@@ -26,6 +27,65 @@ QIcon icon(const QString &name)
     pictures.addFile(QStringLiteral(":/icons/16x16/%1@2x.png").arg(name));
     return pictures;
 }
+
+//! Holds all that is in the panel.
+class Inside : public QWidget
+{
+public:
+    using QWidget::QWidget;
+
+protected:
+    //! While a search runs these keys find nothing, and would press a dialog's button.
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        const bool isPlain = !(event->modifiers() & ~Qt::KeypadModifier);
+        if (!isPlain || (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter))
+            QWidget::keyPressEvent(event);
+    }
+};
+
+//! As wide as the text that it may show, in any font.
+class NotFoundLabel : public QLabel
+{
+public:
+    explicit NotFoundLabel(QWidget *parent)
+        : QLabel(parent)
+    {
+        updateWidth();
+    }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        QLabel::changeEvent(event);
+        if (event->type() == QEvent::FontChange)
+            updateWidth();
+    }
+
+private:
+    void updateWidth()
+    {
+        setFixedWidth(fontMetrics().horizontalAdvance(AbstractFindToolBar::tr("Not found")));
+    }
+};
+
+//! In the colour of the texts around it.
+class PanelIndicator : public QProgressIndicator
+{
+public:
+    PanelIndicator() { updateColor(); }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        QProgressIndicator::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange)
+            updateColor();
+    }
+
+private:
+    void updateColor() { setColor(palette().color(foregroundRole())); }
+};
 
 } // namespace
 
@@ -79,16 +139,14 @@ void AbstractFindToolBar::setupUi()
 {
     setObjectName(QStringLiteral("FindToolBar"));
 
-    m_widget = new QWidget(this);
+    m_widget = new Inside(this);
     addWidget(m_widget);
     m_layout = new QGridLayout(m_widget);
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_Spacer = new QSpacerItem(50, 0, QSizePolicy::Expanding, QSizePolicy::Minimum);
 
-    m_notFoundLabel = new QLabel(this);
-    m_notFoundLabel->setFixedWidth(
-        m_notFoundLabel->fontMetrics().horizontalAdvance(tr("Not found")));
-    m_progressIndicator = new QProgressIndicator;
+    m_notFoundLabel = new NotFoundLabel(this);
+    m_progressIndicator = new PanelIndicator;
 
     m_findLineEdit = new FilterLineEdit(this);
     m_findLineEdit->setObjectName(QStringLiteral("findLineEdit"));
@@ -227,12 +285,16 @@ void AbstractFindToolBar::filter()
 
 bool AbstractFindToolBar::close()
 {
+    const QPointer<AbstractFindToolBar> self(this);
     resetSearch();
-    return QWidget::close();
+    return !self || QWidget::close();
 }
 
 void AbstractFindToolBar::textChanged(const QString &text)
 {
+    const QPointer<AbstractFindToolBar> self(this);
     m_found = false;
-    showFound(findIncremental(text));
+    const bool found = findIncremental(text);
+    if (self)
+        showFound(found);
 }

@@ -26,7 +26,8 @@ class QToolButton;
  *
  * While the focus is inside: Return and Enter find the next row, as QKeySequence's
  * FindNext does, FindPrevious the one before, and Esc closes. A program may bind the
- * same keys elsewhere to openFind(), findNext() and findPrev().
+ * same keys to findNext() and findPrev() for its view (Qt::WidgetShortcut), but not for
+ * the window: they would be ambiguous inside.
  *
  * GUI thread only.
  */

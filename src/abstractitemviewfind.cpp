@@ -259,7 +259,7 @@ class ItemViewSearch::ShownTexts
 public:
     explicit ShownTexts(const QAbstractItemView *view);
 
-    bool accept(const QVariant &data, const QString &text, int column);
+    bool accept(const QVariant &data, const QString &text, int number);
 
 private:
     struct Column
@@ -664,7 +664,8 @@ bool AbstractItemViewFind::find(const QString &text, bool forward, bool incremen
     QModelIndex start = m_view->currentIndex();
     if (!start.isValid())
         start = model->index(0, m_columnList.first());
-    return forward ? dofind(start, text, incremental) : dofindReverse(start, text);
+    const QString searched = text; // the caller's may go with its owner while events run
+    return forward ? dofind(start, searched, incremental) : dofindReverse(start, searched);
 }
 
 bool AbstractItemViewFind::dofind(const QModelIndex &idx, const QString &text, bool incremental)

@@ -30,6 +30,9 @@ class ItemViewSearch;
  * they do is allowed. Rows may come, go and move under it. stop(), another search,
  * another model, and the end of the view, the header, the model or the engine end it.
  *
+ * Rows that a model fetches later (QAbstractItemModel::canFetchMore()) are not asked
+ * for; a branch that has none of its rows yet is where a walk ends.
+ *
  * Without a view, a model or a header nothing is found and nothing is filtered.
  * GUI thread only.
  */

@@ -40,5 +40,5 @@ void FilterLineEdit::slotTextChanged()
     if (now == m_lastFilterText)
         return;
     m_lastFilterText = now;
-    Q_EMIT filterChanged(m_lastFilterText);
+    Q_EMIT filterChanged(now); // a slot may change the text again, or destroy the field
 }

@@ -33,7 +33,7 @@ public:
     ~ItemViewFindToolBar() override;
 
     //! Searches with \a find, which is not owned. Null, or one that is destroyed, is
-    //! none.
+    //! none. What the one before is doing goes on, and its filter stays.
     void setViewFind(AbstractItemViewFind *find);
 
     bool isFilterAvailable() const override;

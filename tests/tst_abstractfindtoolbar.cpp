@@ -7,13 +7,16 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPointer>
+#include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <functional>
 #include <memory>
@@ -61,8 +64,8 @@ private:
     bool answer(const char *what, const QString &text)
     {
         calls << QString::fromLatin1(what) + u' ' + text;
-        if (during)
-            during();
+        if (const auto run = during) // which may end itself
+            run();
         return found;
     }
 };
@@ -87,19 +90,22 @@ struct Window
     QLineEdit *other;
 };
 
-//! Does not outlive its search.
+//! Does not outlive what it is asked for.
 class Dying : public AbstractFindToolBar
 {
 public:
-    bool findIncremental(const QString &) override { return true; }
-    bool findPrev(const QString &) override { return true; }
-    bool findNext(const QString &) override
+    bool findIncremental(const QString &) override { return die(); }
+    bool findPrev(const QString &) override { return die(); }
+    bool findNext(const QString &) override { return die(); }
+    void resetSearch() override { die(); }
+    void filter(const QString &) override { die(); }
+
+private:
+    bool die()
     {
         delete this;
         return true;
     }
-    void resetSearch() override { }
-    void filter(const QString &) override { delete this; }
 };
 
 const QStringList buttonNames {"findPrevButton", "findNextButton", "filterButton", "closeButton"};
@@ -124,6 +130,8 @@ private slots:
     void picturesAreSharpAtRatioTwo();
     void slotsInOrder();
     void noFilterByDefault();
+    void indicatorFollowsPalette();
+    void labelFollowsFont();
 
     void opening();
     void filterVisibility();
@@ -132,6 +140,7 @@ private slots:
     void enablingDuringSearch();
     void filterDuringSearch();
     void throwingSearch();
+    void panelDestroyedBySearch_data();
     void panelDestroyedBySearch();
     void searchInSearch();
     void closing();
@@ -142,6 +151,8 @@ private slots:
     void keysOutside_data();
     void keysOutside();
     void keysDuringSearch();
+    void keysInDialog_data();
+    void keysInDialog();
     void clicks_data();
     void clicks();
 };
@@ -348,6 +359,32 @@ void tst_AbstractFindToolBar::noFilterByDefault()
     static_cast<AbstractFindToolBar &>(panel).filter(QStringLiteral("a"));
 }
 
+void tst_AbstractFindToolBar::indicatorFollowsPalette()
+{
+    Window w;
+    QCOMPARE(w.panel->indicator()->color(), w.window.palette().color(QPalette::WindowText));
+    w.window.setPalette(QPalette(QColor(0x35, 0x35, 0x35)));
+    const QColor light = w.window.palette().color(QPalette::WindowText);
+    QVERIFY(light.lightness() > 200);
+    QCOMPARE(w.panel->indicator()->color(), light);
+    const Panel later(&w.window);
+    QCOMPARE(later.indicator()->color(), light);
+}
+
+void tst_AbstractFindToolBar::labelFollowsFont()
+{
+    Panel panel;
+    QFont font = panel.font();
+    font.setPixelSize(40);
+    const int before = panel.label()->width();
+    panel.setFont(font);
+    const int needed =
+        QFontMetrics(panel.label()->font()).horizontalAdvance(QStringLiteral("Not found"));
+    QVERIFY(needed > before);
+    QCOMPARE(panel.label()->minimumWidth(), needed);
+    QCOMPARE(panel.label()->maximumWidth(), needed);
+}
+
 void tst_AbstractFindToolBar::opening()
 {
     Window w;
@@ -478,16 +515,24 @@ void tst_AbstractFindToolBar::throwingSearch()
     QVERIFY(panel.button("filterButton")->isEnabled());
 }
 
+void tst_AbstractFindToolBar::panelDestroyedBySearch_data()
+{
+    QTest::addColumn<QByteArray>("slot");
+
+    for (const char *slot : {"findPrev", "findNext", "filter", "close", "textChanged"})
+        QTest::newRow(slot) << QByteArray(slot);
+}
+
 void tst_AbstractFindToolBar::panelDestroyedBySearch()
 {
-    for (const bool filters : {false, true}) {
-        QPointer<AbstractFindToolBar> dying = new Dying;
-        if (filters)
-            dying->filter();
-        else
-            dying->findNext();
-        QVERIFY(!dying);
-    }
+    QFETCH(QByteArray, slot);
+
+    QPointer<AbstractFindToolBar> dying = new Dying;
+    if (slot == "textChanged")
+        dying->textChanged(QStringLiteral("a"));
+    else
+        QVERIFY(QMetaObject::invokeMethod(dying, slot));
+    QVERIFY(!dying);
 }
 
 void tst_AbstractFindToolBar::searchInSearch()
@@ -616,6 +661,60 @@ void tst_AbstractFindToolBar::keysDuringSearch()
     QVERIFY(!w.panel->isVisible());
     // Broken off by typing and closing: not found.
     QCOMPARE(w.panel->label()->text(), QStringLiteral("Not found"));
+}
+
+void tst_AbstractFindToolBar::keysInDialog_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QStringList>("calls");
+    QTest::addColumn<bool>("isOpen");
+
+    QTest::newRow("return") << int(Qt::Key_Return) << QStringList({"next ", "next "}) << true;
+    QTest::newRow("enter") << int(Qt::Key_Enter) << QStringList({"next ", "next "}) << true;
+    QTest::newRow("escape") << int(Qt::Key_Escape) << QStringList({"reset ", "next ", "reset "})
+                            << false;
+}
+
+//! The panel's keys are not the dialog's, though a search has disabled their actions.
+void tst_AbstractFindToolBar::keysInDialog()
+{
+    QFETCH(int, key);
+    QFETCH(QStringList, calls);
+    QFETCH(bool, isOpen);
+
+    QDialog dialog;
+    auto *panel = new Panel;
+    auto *button = new QPushButton;
+    auto *layout = new QVBoxLayout(&dialog);
+    layout->addWidget(panel);
+    layout->addWidget(button);
+    button->setDefault(true);
+    connect(button, SIGNAL(clicked()), &dialog, SLOT(accept()));
+    dialog.show();
+    QApplication::setActiveWindow(&dialog);
+    panel->openFind();
+    QTest::keyClick(panel->field(), Qt::Key(key));
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(panel->isVisible(), isOpen);
+
+    panel->openFind();
+    bool hasRun = false;
+    panel->during = [&] {
+        panel->during = nullptr;
+        hasRun = true;
+        QTest::keyClick(panel->field(), Qt::Key(key));
+    };
+    panel->findNext();
+    QVERIFY(hasRun);
+    QCOMPARE(panel->calls, calls);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
+
+    // Once the focus is elsewhere they are.
+    panel->openFind();
+    button->setFocus();
+    QTest::keyClick(&dialog, Qt::Key(key));
+    QVERIFY(!dialog.isVisible());
 }
 
 void tst_AbstractFindToolBar::clicks_data()

@@ -197,6 +197,7 @@ private slots:
     void branchRemovedInEvents();
     void modelResetInEvents();
     void filterChangedInEvents();
+    void textChangedInEvents();
     void throwingRule();
 
     void randomTrees_data();
@@ -1489,6 +1490,23 @@ void tst_AbstractItemViewFind::filterChangedInEvents()
     });
     QVERIFY(!table.find->findPrev(utf8("nothing")));
     QCOMPARE(table.find->asked, QStringList("ac"));
+}
+
+//! The caller's string may be a field that changes or goes.
+void tst_AbstractItemViewFind::textChangedInEvents()
+{
+    SlowTable table {{"a"}, {"b"}, {"c"}, {"b"}};
+    QString text = utf8("c");
+    table.inEvents([&] { text = utf8("b"); });
+    QVERIFY(table.find->findIncremental(text));
+    QCOMPARE(text, utf8("b"));
+    QCOMPARE(table.current(), utf8("c"));
+
+    table.view->setCurrentIndex(table.model->index(3, 0));
+    table.inEvents([&] { text = utf8("c"); });
+    text = utf8("nothing");
+    QVERIFY(!table.find->findPrev(text));
+    QCOMPARE(table.view->currentIndex().row(), 3);
 }
 
 void tst_AbstractItemViewFind::throwingRule()

@@ -53,6 +53,7 @@ private slots:
     void announcesChangesOnce();
     void tellsCaseApart();
     void announcesTyping();
+    void announcedTextStays();
     void clearsByClick();
     void mirrorsClearButton();
 };
@@ -167,6 +168,20 @@ void TestFilterLineEdit::announcesTyping()
     for (const QList<QVariant> &arguments : changed)
         texts.append(arguments.at(0).toString());
     QCOMPARE(texts, QStringList({"a", "ab", "a"}));
+}
+
+//! The text that a slot was given is the same until it returns.
+void TestFilterLineEdit::announcedTextStays()
+{
+    FilterLineEdit edit;
+    QStringList texts;
+    connect(&edit, &FilterLineEdit::filterChanged, &edit, [&](const QString &text) {
+        if (text == QStringLiteral("a"))
+            edit.setText(QStringLiteral("b"));
+        texts << text;
+    });
+    edit.setText(QStringLiteral("a"));
+    QCOMPARE(texts, QStringList({"b", "a"}));
 }
 
 void TestFilterLineEdit::clearsByClick()
