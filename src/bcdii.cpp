@@ -284,6 +284,25 @@ constexpr Word eachByte = 0x0101010101010101;
 
 template<int N> using Words = std::array<Word, N>; // least significant first
 
+// Calls f(0) to f(N - 1). Compilers unroll loops too late for their arrays to stay in
+// registers.
+template<int N, typename F> [[gnu::always_inline]] inline void repeat(const F &f)
+{
+    if constexpr (N > 0) {
+        repeat<N - 1>(f);
+        f(N - 1);
+    }
+}
+
+// The M lowest words, with words of 0 in front when there are more than N.
+template<int M, std::size_t N>
+[[gnu::always_inline]] inline Words<M> resized(const std::array<Word, N> &w)
+{
+    Words<M> r {};
+    repeat<std::min(M, int {N})>([&](int j) __attribute__((always_inline)) { r[j] = w[j]; });
+    return r;
+}
+
 // Between the machine's byte order and the first byte as the most significant one.
 template<typename T> [[gnu::always_inline]] inline T bigEndian(T w)
 {
@@ -308,14 +327,14 @@ template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
     std::memcpy(p, &w, sizeof w);
 }
 
-// 1 to 7 bytes as a number. The pieces overlap, so that none lies outside the
+// 1 to 8 bytes as a number. The pieces overlap, so that none lies outside the
 // bytes and no loop is needed: with 3, bytes 0, 1 and 2; with 2, byte 1 twice.
 [[gnu::always_inline]] inline Word loadShort(const BYTE *p, int n)
 {
-    if (n == 1)
-        return p[0];
     if (n >= 4)
         return Word {load<UINT32>(p)} << (8 * (n - 4)) | load<UINT32>(p + n - 4);
+    if (n == 1)
+        return p[0];
     return Word {p[0]} << (8 * (n - 1)) | Word {p[1]} << (8 * (n - 2)) | Word {p[n - 1]};
 }
 
@@ -376,10 +395,7 @@ template<int N> [[gnu::always_inline]] inline Words<N> loadWords(const BYTE *p, 
 {
     if constexpr (N > 1) {
         if (n <= wordPairs * (N - 1)) {
-            const Words<N - 1> low = loadWords<N - 1>(p, n);
-            Words<N> w {};
-            std::copy(low.begin(), low.end(), w.begin());
-            return w;
+            return resized<N>(loadWords<N - 1>(p, n));
         }
     }
     return loadExact<N>(p, n);
@@ -390,9 +406,7 @@ template<int N>
 {
     if constexpr (N > 1) {
         if (n <= wordPairs * (N - 1)) {
-            Words<N - 1> low;
-            std::copy_n(w.begin(), N - 1, low.begin());
-            storeWords<N - 1>(p, n, low, negative);
+            storeWords<N - 1>(p, n, resized<N - 1>(w), negative);
             return;
         }
     }
@@ -465,11 +479,8 @@ template<int N> [[gnu::always_inline]] inline bool fits(const Words<N> &w, Layou
     const int rest = d.ball - wordPairs * (N - 1);
     if (rest > 0)
         return w[N - 1] <= largestTops[d.nint & 1][rest];
-    if constexpr (N > 1) {
-        Words<N - 1> low;
-        std::copy_n(w.begin(), N - 1, low.begin());
-        return w[N - 1] == 0 && fits<N - 1>(low, d);
-    }
+    if constexpr (N > 1)
+        return w[N - 1] == 0 && fits<N - 1>(resized<N - 1>(w), d);
     return false;
 }
 
@@ -1307,40 +1318,42 @@ const char *skipDigits(const char *p)
 struct Found
 {
     const char *integer = nullptr;  //!< first integer digit that is not a leading zero
-    const char *point = nullptr;    //!< first digit after the point
     const char *fraction = nullptr; //!< the same, without zeros when no integer digits stand before
+    const char *end = nullptr;      //!< behind the last digit
     std::ptrdiff_t nint = 0;        //!< digits before the point; negative: zeros after it
     std::ptrdiff_t nfrac = 0;       //!< digits after the point, with those zeros
-    bool negative = false;
     bool anyDigit = false;
     bool anySignificant = false;
 };
 
+const char *skipSpace(const char *p)
+{
+    while (*p == '\t' || *p == '\n' || *p == '\r' || *p == ' ')
+        ++p;
+    return p;
+}
+
+// The number that begins behind the sign.
 Found findNumber(const char *p)
 {
     Found found;
-    while (*p == '\t' || *p == '\n' || *p == '\r' || *p == ' ')
-        ++p;
-    found.negative = *p == '-';
-    p += found.negative || *p == '+' ? 1 : 0;
     found.integer = skipZeros(p);
-    const char *last = skipDigits(found.integer);
-    found.nint = last - found.integer;
-    found.anyDigit = last != p;
+    found.end = skipDigits(found.integer);
+    found.nint = found.end - found.integer;
+    found.anyDigit = found.end != p;
     found.anySignificant = found.nint > 0;
-    found.point = last;
-    found.fraction = last;
-    if ((*last != '.' && *last != ',') || !isDigit(last[1]))
+    found.fraction = found.end;
+    if ((*found.end != '.' && *found.end != ',') || !isDigit(found.end[1]))
         return found;
 
-    found.point = last + 1;
+    const char *const point = found.end + 1;
     found.anyDigit = true;
-    found.fraction = found.nint > 0 ? found.point : skipZeros(found.point);
-    last = skipDigits(found.fraction);
-    found.nfrac = last - found.point;
+    found.fraction = found.nint > 0 ? point : skipZeros(point);
+    found.end = skipDigits(found.fraction);
+    found.nfrac = found.end - point;
     if (found.nint == 0) {
-        found.nint = found.point - found.fraction;
-        found.anySignificant = last != found.fraction;
+        found.nint = point - found.fraction;
+        found.anySignificant = found.end != found.fraction;
     }
     return found;
 }
@@ -1360,87 +1373,217 @@ BYTE *packDigits(BYTE *out, const char *digit, std::ptrdiff_t count, bool firstA
     return out;
 }
 
+// Texts of at most 64 characters are taken eight characters at a time, without a branch
+// for each of them. Digits stand in bytes, the last character of the text in the lowest.
+constexpr int mostShortText = 64;
 constexpr int chunkDigits = 8;
 
-// 1 to 8 digit characters as digits in bytes, zeros in front.
-[[gnu::always_inline]] inline Word digitBytes(const char *text, int n)
+// 8 (W - 1) < n <= 8 W characters, each less '0' if it is a digit.
+template<int W> [[gnu::always_inline]] inline Words<W> loadDigits(const char *text, int n)
 {
+    constexpr Word zeros = eachByte * '0';
     const auto *const p = reinterpret_cast<const BYTE *>(text);
-    const Word zeros = eachByte * '0' >> (64 - 8 * n);
-    return (n == chunkDigits ? load<Word>(p) : loadShort(p, n)) - zeros;
+    Words<W> w;
+    repeat<W - 1>([&](int j) __attribute__((always_inline)) {
+        w[j] = load<Word>(p + n - chunkDigits * (j + 1)) ^ zeros;
+    });
+    const int rest = n - chunkDigits * (W - 1);
+    const int surplus = 8 * (chunkDigits - rest); // bits
+    if constexpr (W > 1)
+        w[W - 1] = (load<Word>(p) ^ zeros) >> surplus;
+    else
+        w[0] = loadShort(p, rest) ^ zeros >> surplus;
+    return w;
 }
 
-// Eight digits in bytes as four pairs.
+// Takes the separator, which is marked by a 1 in its byte, out of the digits: those in
+// front move down by one, or those behind move up when they are odd in number, since
+// pairs are aligned on the point. The mark as a long number, less 1, is a mask of what is
+// behind.
+template<int W>
+[[gnu::always_inline]] inline Words<W> joinDigits(const Words<W> &w, const Words<W> &mark, bool odd)
+{
+    Words<W> behind;
+    Words<W> front;
+    Word borrow = 1;
+    repeat<W>([&](int j) __attribute__((always_inline)) {
+        behind[j] = w[j] & (mark[j] - borrow);
+        front[j] = w[j] & ~((mark[j] << 8) - borrow);
+        borrow &= Word {mark[j] == 0};
+    });
+    Words<W> joined;
+    repeat<W>([&](int j) __attribute__((always_inline)) {
+        if (odd)
+            joined[j] = front[j] | behind[j] << 8 | (j > 0 ? behind[j - 1] >> 56 : 0);
+        else
+            joined[j] = behind[j] | front[j] >> 8 | (j + 1 < W ? front[j + 1] << 56 : 0);
+    });
+    return joined;
+}
+
+// Whether all bytes are 0 to 9: above, adding 0x76 sets bit 7, or it is set already.
+template<int W> [[gnu::always_inline]] inline bool areDigits(const Words<W> &w)
+{
+    Word tops = 0;
+    repeat<W>([&](int j)
+                  __attribute__((always_inline)) { tops |= w[j] | (w[j] + eachByte * 0x76); });
+    return (tops & eachByte * 0x80) == 0;
+}
+
+// Eight digits as four pairs.
 [[gnu::always_inline]] inline Word packChunk(Word digits)
 {
-    const Word pairs = (digits >> 8 & 0x00FF00FF00FF00FF) * 10 + (digits & 0x00FF00FF00FF00FF);
+    const Word pairs = (digits + (digits >> 8) * 10) & 0x00FF00FF00FF00FF;
     const Word halves = (pairs | pairs >> 8) & 0x0000FFFF0000FFFF;
     return (halves | halves >> 16) & 0xFFFFFFFF;
 }
 
-// At most 16 H digits in pairs that end with the last digit.
-template<int H> [[gnu::always_inline]] inline Words<H> packToEnd(const char *digits, int n)
+// Digits from the first that is not 0 to the end; the pairs are not all zero.
+template<int N> [[gnu::always_inline]] inline int significantDigits(const Words<N> &pairs)
 {
-    Words<H> w {};
-    for (int j = 0; j < 2 * H; ++j) {
-        const int rest = n - chunkDigits * j;
-        if (rest <= 0)
-            break;
-        const int first = std::max(0, rest - chunkDigits);
-        w[j / 2] |= packChunk(digitBytes(digits + first, rest - first)) << (32 * (j % 2));
+    Word top = pairs[0];
+    int below = 0;
+    for (int j = 1; j < N; ++j) {
+        below = pairs[j] != 0 ? 2 * wordPairs * j : below;
+        top = pairs[j] != 0 ? pairs[j] : top;
     }
-    return w;
+    const int pair = (63 - std::countl_zero(top)) >> 3;
+    return below + 2 * pair + ((top >> (8 * pair)) > 9 ? 2 : 1);
 }
 
-// At most 16 H digits in pairs that begin with the first digit.
-template<int H> [[gnu::always_inline]] inline Words<H> packFromStart(const char *digits, int n)
+// What a text is read into.
+struct Target
 {
-    Words<H> w {};
-    for (int j = 0; j < 2 * H; ++j) {
-        const int rest = n - chunkDigits * j;
-        if (rest <= 0)
-            break;
-        const int count = std::min(rest, chunkDigits);
-        const Word chunk = digitBytes(digits + chunkDigits * j, count)
-            << (8 * (chunkDigits - count));
-        w[H - 1 - j / 2] |= packChunk(chunk) << (32 - 32 * (j % 2));
+    BYTE *dst;
+    BCDIIType *type;
+    bool negative;
+};
+
+// The same rules as for any other text, with the place of the first digit.
+template<int N>
+[[gnu::always_inline]] inline UINT32 putPairs(Target to, const Words<N> &pairs, int nfrac)
+{
+    const BCDIIType given = *to.type;
+    const Layout d(static_cast<std::int8_t>(given >> 8), nfrac);
+    const int nint = significantDigits<N>(pairs) - 2 * d.bfrac();
+    const bool fitsGiven = nint <= d.nint + nfrac - static_cast<std::int8_t>(given);
+    if (fitsGiven)
+        *to.type = (given & 0xFF00) | static_cast<BYTE>(nfrac);
+    if (!fitsGiven || nint > d.nint) {
+        to.dst[0] = nanByte;
+        return NoResult | Overflow;
     }
-    return w;
+    if (N == windowWords || d.ball <= wordPairs * N)
+        storeWords<N>(to.dst, d.ball, pairs, to.negative);
+    else
+        storeWords<windowWords>(to.dst, d.ball, resized<windowWords>(pairs), to.negative);
+    return signStatus(to.negative);
 }
 
-// Stores a number of at most 16 H digits on either side of the point.
-template<int H>
-[[gnu::always_inline]] inline UINT32 putFoundShort(BYTE *dst, Layout d, const Found &found)
+constexpr UINT32 notTaken = ~UINT32 {0};
+
+// Takes digits with at most one separator, and anything but zero.
+template<int W> [[gnu::always_inline]] inline UINT32 putDigits(Target to, const char *text, int n)
 {
-    const int nint = static_cast<int>(std::max<std::ptrdiff_t>(found.nint, 0));
-    const Words<H> integer = packToEnd<H>(found.integer, nint);
-    const Words<H> fraction = packFromStart<H>(found.point, d.nfrac);
-    Words<2 * H> all;
-    for (int j = 0; j < H; ++j) {
-        all[j] = fraction[j];
-        all[H + j] = integer[j];
+    constexpr Word gather = 0x0102040810204080; // bit 0 of byte i becomes bit 56 + i
+    Words<W> digits = loadDigits<W>(text, n);
+    Words<W> marks;
+    Word places = 0;
+    repeat<W>([&](int j) __attribute__((always_inline)) {
+        marks[j] = digits[j] >> 4 & eachByte; // in separators, not in digits
+        places |= marks[j] * gather >> 56 << (8 * j);
+    });
+    int nfrac = 0;
+    if (places != 0) {
+        nfrac = std::countr_zero(places);
+        const char separator = text[n - 1 - nfrac];
+        if ((separator != '.' && separator != ',') || nfrac > 2 * windowFraction)
+            return notTaken;
+        digits = joinDigits<W>(digits, marks, (nfrac & 1) != 0);
     }
-    Cut<2 *H> cut = cutWindow<2 * H>(all, H * wordPairs - d.bfrac());
-    return deliver<2 * H>(dst, d, cut, d.nfrac, found.negative, BCDII_ROUND_NEAREST);
+    if (!areDigits<W>(digits)) // a second separator is none
+        return notTaken;
+    Words<(W + 1) / 2> pairs {};
+    repeat<W>([&](int j) __attribute__((always_inline)) {
+        pairs[j / 2] |= packChunk(digits[j]) << (32 * (j % 2));
+    });
+    if (anyOf<(W + 1) / 2>(pairs) == 0)
+        return notTaken;
+    return putPairs<(W + 1) / 2>(to, pairs, nfrac);
+}
+
+UINT32 putShortText(Target to, const char *text, std::size_t n)
+{
+    const auto nall = static_cast<std::int8_t>(*to.type >> 8);
+    if (n > mostShortText || nall < 1 || nall > 63)
+        return notTaken;
+    const int length = static_cast<int>(n);
+    switch ((n + chunkDigits - 1) / chunkDigits) {
+    case 0:
+        return notTaken;
+    case 1:
+        return putDigits<1>(to, text, length);
+    case 2:
+        return putDigits<2>(to, text, length);
+    case 3:
+        return putDigits<3>(to, text, length);
+    case 4:
+        return putDigits<4>(to, text, length);
+    case 5:
+        return putDigits<5>(to, text, length);
+    case 6:
+        return putDigits<6>(to, text, length);
+    case 7:
+        return putDigits<7>(to, text, length);
+    default:
+        return putDigits<8>(to, text, length);
+    }
+}
+
+// Characters to the end of the text, or more than mostShortText. The search does not
+// look behind the end.
+std::size_t shortLength(const char *text)
+{
+    const void *const end = std::memchr(text, '\0', mostShortText + 1);
+    return static_cast<std::size_t>(end != nullptr ? static_cast<const char *>(end) - text
+                                                   : mostShortText + 1);
 }
 
 // The new type's fraction digits are the text's, so that nothing is rounded.
-UINT32 putFound(BYTE *dst, BCDIIType type, const Found &found)
+UINT32 putFound(Target to, const Found &found)
 {
-    const Layout d(type);
+    const Layout d(*to.type);
     const int nint = static_cast<int>(found.nint);
-    const int most = std::max({nint, d.nfrac, d.ball});
-    if (most <= 16 && d.ball > 0)
-        return putFoundShort<1>(dst, d, found);
-    if (most <= 32 && d.ball > 0)
-        return putFoundShort<2>(dst, d, found);
     std::array<BYTE, parseBuffer> pairs;
     const bool odd = (nint & 1) != 0;
     BYTE *next = packDigits(pairs.data(), found.integer, std::max(nint, 0), odd);
     packDigits(next, found.fraction, d.nfrac + std::min(nint, 0), nint < 0 && odd);
-    pairs[0] = static_cast<BYTE>(pairs[0] | (found.negative ? signBit : 0));
-    return copyInternal(dst, type, pairs.data(), typeWord(nint + d.nfrac, d.nfrac),
+    pairs[0] = static_cast<BYTE>(pairs[0] | (to.negative ? signBit : 0));
+    return copyInternal(to.dst, *to.type, pairs.data(), typeWord(nint + d.nfrac, d.nfrac),
                         BCDII_ROUND_NEAREST);
+}
+
+// Any text, without its sign.
+UINT32 putText(Target to, const char *text)
+{
+    const Layout given(*to.type);
+    const Found found = findNumber(text);
+    if (!found.anyDigit)
+        return putNan(to.dst, given, Invalid | NoResult);
+    if (!found.anySignificant)
+        return putZero(to.dst, given);
+    const auto length = static_cast<std::size_t>(found.end - found.integer);
+    const UINT32 status = putShortText(to, found.integer, length);
+    if (status != notTaken)
+        return status;
+    if (((found.nint + 1) >> 1) + ((found.nfrac + 1) >> 1) > parseBuffer
+        || found.nfrac > mostFractionDigits)
+        return putNan(to.dst, given, Invalid | NoResult);
+    if (found.nint > given.nint)
+        return putNan(to.dst, given, NoResult | Overflow);
+
+    *to.type = (*to.type & 0xFF00) | static_cast<BYTE>(found.nfrac);
+    return putFound(to, found);
 }
 
 constexpr auto pairTexts = [] {
@@ -1763,21 +1906,12 @@ UINT32 BCDIIGetFromDouble(void *bcd_, double dbl)
 
 UINT32 BCDIIFromString(void *bcd, BCDIIType &type, const char *str)
 {
-    const Layout given(type);
-    BYTE *const dst = bytes(bcd);
-    const Found found = findNumber(str);
-    if (!found.anyDigit)
-        return putNan(dst, given, Invalid | NoResult);
-    if (!found.anySignificant)
-        return putZero(dst, given);
-    if (((found.nint + 1) >> 1) + ((found.nfrac + 1) >> 1) > parseBuffer
-        || found.nfrac > mostFractionDigits)
-        return putNan(dst, given, Invalid | NoResult);
-    if (found.nint > given.nint)
-        return putNan(dst, given, NoResult | Overflow);
-
-    type = (type & 0xFF00) | static_cast<BYTE>(found.nfrac);
-    return putFound(dst, type, found);
+    const char *text = skipSpace(str);
+    const bool negative = *text == '-';
+    text += int {negative} | int {*text == '+'};
+    const Target to {bytes(bcd), &type, negative};
+    const UINT32 status = putShortText(to, text, shortLength(text));
+    return status != notTaken ? status : putText(to, text);
 }
 
 UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok)
