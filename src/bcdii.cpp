@@ -505,8 +505,8 @@ template<int N>
 [[gnu::always_inline]] inline UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf,
                                                Word unit, bool negative, BCDIIroundstyle rs)
 {
-    const bool up = roundsUp(rs, negative, atLeastHalf);
-    kept[0] += up ? unit : 0;
+    // No branch: halves are as good as random.
+    kept[0] += (Word {0} - Word {roundsUp(rs, negative, atLeastHalf)}) & unit;
     const bool carries = (kept[0] & 0xFF) >= 100;
     if (carries) {
         kept[0] -= 100;
@@ -950,7 +950,7 @@ constexpr Word limbBase = tenToEight * tenToEight;
     const Word otherFours = (high << 32 | low) - fours * 10000;
     const Word hundreds = fours * 10486 >> 20 & lanes;
     const Word otherHundreds = otherFours * 10486 >> 20 & lanes;
-    return (fours + hundreds * (0x100 - 100)) << 16 | (otherFours + otherHundreds * (0x100 - 100));
+    return (fours << 16 | otherFours) + (hundreds << 16 | otherHundreds) * (0x100 - 100);
 }
 
 // Divides by limbBase. Let x' = floor(x / 2^46), below 2^63 for x < 2^109, and r =
@@ -1149,8 +1149,8 @@ void multiply(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *product)
     }
 }
 
-UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
-                   BCDIIType bType, BCDIIroundstyle rs)
+UINT32 mulLong(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+               BCDIIType bType, BCDIIroundstyle rs)
 {
     const Layout at(aType);
     const Layout bt(bType);
@@ -1162,6 +1162,112 @@ UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
     else
         multiply(a, at.ball, b, bt.ball, product.limb());
     return deliverLimbs(ret, retType, product, isNegative(a) != isNegative(b), rs);
+}
+
+// Values of up to 18 digits are numbers below 10^19, so that a product is one of 128 bits
+// and the rounded one is a word again.
+
+// 100^0 to 100^7, shifted so that the highest bit is set, and floor((2^128 - 1) / divisor)
+// less 2^64.
+struct Divisor
+{
+    Word normalized;
+    Word reciprocal;
+    int shift;
+};
+
+constexpr auto hundreds = [] {
+    std::array<Divisor, wordPairs> divisors {};
+    Word power = 1;
+    for (Divisor &d : divisors) {
+        d.shift = std::countl_zero(power);
+        d.normalized = power << d.shift;
+        d.reciprocal = static_cast<Word>(~UInt128 {0} / d.normalized);
+        power *= 100;
+    }
+    return divisors;
+}();
+
+// Divides a number whose high word is less than the divisor, with the high word of the
+// product with the reciprocal as the estimate. It is the quotient or 1 too large, and in
+// rare cases 1 too small, which the remainder shows (Moeller and Granlund, "Improved
+// division by invariant integers", algorithm 4). The remainder stays shifted.
+[[gnu::always_inline]] inline Word divide(UInt128 x, const Divisor &d, Word *remainder)
+{
+    x <<= d.shift;
+    const UInt128 estimate = UInt128 {static_cast<Word>(x >> 64)} * d.reciprocal + x;
+    Word quotient = static_cast<Word>(estimate >> 64) + 1;
+    Word rest = static_cast<Word>(x) - quotient * d.normalized;
+    const Word over = Word {0} - Word {rest > static_cast<Word>(estimate)};
+    quotient += over;
+    rest += over & d.normalized;
+    if (rest >= d.normalized) [[unlikely]] {
+        ++quotient;
+        rest -= d.normalized;
+    }
+    *remainder = rest;
+    return quotient;
+}
+
+constexpr int numberPairs = 10;
+
+// 1 to 10 pairs as a number. With 10 the first is below 10.
+[[gnu::always_inline]] inline Word toNumber(const BYTE *p, int n)
+{
+    if (n < wordPairs)
+        return toLimb(loadShort(p, n) & topMasks[n]);
+    const Word low = load<Word>(p + n - wordPairs);
+    if (n == wordPairs)
+        return toLimb(low & topMasks[n]);
+    const Word first = p[0] & pairMask;
+    return toLimb(low) + (n == numberPairs ? first * 100 + p[1] : first) * limbBase;
+}
+
+// The pairs of a number that is cut, of 8 N at most; what does not fit makes it too wide.
+template<int N> [[gnu::always_inline]] inline Cut<N> cutNumber(Word number, Word lost)
+{
+    const Word high = number / limbBase; // below 1845: two pairs
+    const Word low = toPairs(number - high * limbBase);
+    if constexpr (N == 1)
+        return {{low}, lost, high != 0};
+    else
+        return {{low, high + (high * 5243 >> 19) * (0x100 - 100)}, lost, false};
+}
+
+// Whether a value is below 10^19.
+[[gnu::always_inline]] inline bool isNumber(const BYTE *p, int n)
+{
+    return n > 0 && (n < numberPairs || (n == numberPairs && (p[0] & pairMask) < 10));
+}
+
+UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                   BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout d(retType);
+    const Layout at(aType);
+    const Layout bt(bType);
+    const int fraction = at.bfrac() + bt.bfrac();
+    const auto drop = static_cast<unsigned>(fraction - d.bfrac());
+    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= hundreds.size()
+        || fraction > windowFraction || d.ball < 1 || d.ball > 2 * wordPairs)
+        return mulLong(ret, retType, a, aType, b, bType, rs);
+
+    const UInt128 product = UInt128 {toNumber(a, at.ball)} * toNumber(b, bt.ball);
+    const Divisor &divisor = hundreds[drop];
+    if (static_cast<Word>(product >> 64) >= divisor.normalized >> divisor.shift)
+        return mulLong(ret, retType, a, aType, b, bType, rs);
+    Word rest;
+    const Word rounded = divide(product, divisor, &rest);
+    // No branch: halves are as good as random.
+    const Word atLeastHalf = rest >= divisor.normalized - rest ? 1 : 0;
+    const Word lost = Word {rest != 0} | ((Word {0} - atLeastHalf) & Word {50} << 56);
+    const bool negative = isNegative(a) != isNegative(b);
+    if (d.ball <= wordPairs) {
+        Cut<1> cut = cutNumber<1>(rounded, lost);
+        return deliver<1>(ret, d, cut, 2 * fraction, negative, rs);
+    }
+    Cut<2> cut = cutNumber<2>(rounded, lost);
+    return deliver<2>(ret, d, cut, 2 * fraction, negative, rs);
 }
 
 // ------------------------------------------------------------------- conversion
