@@ -370,8 +370,9 @@ int wordsOf(int bytes)
 template<int N> [[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, int n)
 {
     Words<N> w;
-    for (int j = 0; j + 1 < N; ++j)
+    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
         w[j] = load<Word>(p + n - wordPairs * (j + 1));
+    });
     const int rest = n - wordPairs * (N - 1);
     const Word top = rest == wordPairs ? load<Word>(p) : loadShort(p, rest);
     w[N - 1] = top & topMasks[rest];
@@ -381,8 +382,9 @@ template<int N> [[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, 
 template<int N>
 [[gnu::always_inline]] inline void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
 {
-    for (int j = 0; j + 1 < N; ++j)
+    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
         store<Word>(p + n - wordPairs * (j + 1), w[j]);
+    });
     const int rest = n - wordPairs * (N - 1);
     const Word top = w[N - 1] | ((Word {0} - Word {negative}) & (topMasks[rest] + 1));
     if (rest == wordPairs)
@@ -417,13 +419,14 @@ template<int N>
 template<int N> [[gnu::always_inline]] inline void shiftUp(Words<N> &w, int pairs)
 {
     for (; pairs >= wordPairs; pairs -= wordPairs) {
-        for (int j = N - 1; j > 0; --j)
-            w[j] = w[j - 1];
+        repeat<N - 1>([&](int j) __attribute__((always_inline)) { w[N - 1 - j] = w[N - 2 - j]; });
         w[0] = 0;
     }
     const int shift = 8 * pairs;
-    for (int j = N - 1; j > 0; --j)
-        w[j] = w[j] << shift | w[j - 1] >> 1 >> (63 - shift);
+    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
+        const int k = N - 1 - j;
+        w[k] = w[k] << shift | w[k - 1] >> 1 >> (63 - shift);
+    });
     w[0] <<= shift;
 }
 
@@ -456,9 +459,8 @@ template<int N> struct Cut
 
 template<int N> [[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
 {
-    Word any = w[0];
-    for (int j = 1; j < N; ++j)
-        any |= w[j];
+    Word any = 0;
+    repeat<N>([&](int j) __attribute__((always_inline)) { any |= w[j]; });
     return any;
 }
 
@@ -560,14 +562,14 @@ template<int N> [[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w
     Word merged = 0;
     for (; pairs > wordPairs; pairs -= wordPairs) {
         merged |= kept[0];
-        for (int j = 0; j + 1 < N; ++j)
-            kept[j] = kept[j + 1];
+        repeat<N - 1>([&](int j) __attribute__((always_inline)) { kept[j] = kept[j + 1]; });
         kept[N - 1] = 0;
     }
     const int shift = 8 * pairs; // 8 to 64
     cut.lost = kept[0] << (64 - shift) | Word {merged != 0};
-    for (int j = 0; j + 1 < N; ++j)
+    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
         kept[j] = kept[j] >> 1 >> (shift - 1) | kept[j + 1] << (64 - shift);
+    });
     kept[N - 1] = kept[N - 1] >> 1 >> (shift - 1);
     return cut;
 }
@@ -619,15 +621,14 @@ UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType src
 
 template<int N> [[gnu::always_inline]] inline bool isLess(const Words<N> &a, const Words<N> &b)
 {
-    bool less = false;
-    for (int j = N % 2; j < N; j += 2) { // two words at a time
-        const UInt128 x = UInt128 {a[j + 1]} << 64 | a[j];
-        const UInt128 y = UInt128 {b[j + 1]} << 64 | b[j];
-        if (j == 1)
-            less = a[0] < b[0];
+    bool less = N % 2 != 0 && a[0] < b[0];
+    repeat<N / 2>([&](int j) __attribute__((always_inline)) { // two words at a time
+        const int low = 2 * j + N % 2;
+        const UInt128 x = UInt128 {a[low + 1]} << 64 | a[low];
+        const UInt128 y = UInt128 {b[low + 1]} << 64 | b[low];
         less = (x < y) | ((x == y) & less);
-    }
-    return N == 1 ? a[0] < b[0] : less;
+    });
+    return less;
 }
 
 int pairOrZero(const BYTE *bcd, Layout t, int i)
@@ -824,13 +825,13 @@ template<int N>
 {
     const Word raise = (eachByte * 156) & ~subtract;
     bool carry = subtract != 0;
-    for (int j = 0; j < N; ++j) {
+    repeat<N>([&](int j) __attribute__((always_inline)) {
         const Word y = (b[j] + raise) ^ subtract;
         const Word partial = a[j] + y;
         const Word sum = partial + Word {carry};
         carry = (partial < y) | (sum < partial);
         a[j] = sum - (sum >> 7 & eachByte) * 156;
-    }
+    });
     return carry & (subtract == 0);
 }
 
@@ -844,11 +845,11 @@ template<int N>
     // Signs are as good as random: masks, since branches would be guessed wrong.
     const bool swap = differ & isLess<N>(x, y);
     const Word mask = Word {0} - Word {swap};
-    for (int j = 0; j < N; ++j) {
+    repeat<N>([&](int j) __attribute__((always_inline)) {
         const Word change = (x[j] ^ y[j]) & mask;
         x[j] ^= change;
         y[j] ^= change;
-    }
+    });
     *negative = isNegative(a) != swap;
     const bool tooWide = addWords<N>(x, y, Word {0} - Word {differ});
     return {x, 0, tooWide};
@@ -1243,9 +1244,11 @@ template<int N> [[gnu::always_inline]] inline Cut<N> cutNumber(Word number, Word
 UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
                    BCDIIType bType, BCDIIroundstyle rs)
 {
-    const Layout d(retType);
     const Layout at(aType);
     const Layout bt(bType);
+    if (std::max(at.ball, bt.ball) > numberPairs)
+        return mulLong(ret, retType, a, aType, b, bType, rs);
+    const Layout d(retType);
     const int fraction = at.bfrac() + bt.bfrac();
     const auto drop = static_cast<unsigned>(fraction - d.bfrac());
     if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= hundreds.size()
