@@ -1007,7 +1007,7 @@ template<int N>
     Cut<N> cut;
     Word next = toPairs(limb[0]);
     cut.lost = next << (64 - shift) | Word {below != 0};
-    for (int j = 0; j < N; ++j) {
+    repeat<N>([&](int j) __attribute__((always_inline)) {
         const Word low = next >> 1 >> (shift - 1);
         if (j + 1 == N && ball <= wordPairs * N - (shift >> 3)) {
             above |= limb[N]; // all in front of the destination
@@ -1016,7 +1016,7 @@ template<int N>
             next = toPairs(limb[j + 1]);
         }
         cut.kept[j] = low | next << (64 - shift);
-    }
+    });
     cut.tooWide = ((next >> 1 >> (shift - 1)) | above) != 0;
     return cut;
 }
@@ -1025,8 +1025,7 @@ template<int N>
 template<int N> [[gnu::always_inline]] inline Cut<N> takeLimbs(const Limbs &x)
 {
     Cut<N> cut;
-    for (int j = 0; j < N; ++j)
-        cut.kept[j] = toPairs(x.limb()[j]);
+    repeat<N>([&](int j) __attribute__((always_inline)) { cut.kept[j] = toPairs(x.limb()[j]); });
     Word above = 0;
     for (int i = N; i < x.count; ++i)
         above |= x.limb()[i];
@@ -1109,17 +1108,24 @@ void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *pro
 {
     Words<NA> x = loadExact<NA>(a, aBall);
     Words<NB> y = loadExact<NB>(b, bBall);
-    for (int i = 0; i < NA; ++i)
-        x[i] = i == aBall >> 3 && (aBall & 7) == 1 ? x[i] : toLimb(x[i]);
-    for (int i = 0; i < NB; ++i)
-        y[i] = i == bBall >> 3 && (bBall & 7) == 1 ? y[i] : toLimb(y[i]);
+    // A single pair in front is a number already.
+    const bool isPairX = (aBall & 7) == 1;
+    const bool isPairY = (bBall & 7) == 1;
+    repeat<NA>([&](int j) __attribute__((always_inline)) {
+        x[j] = j + 1 == NA && isPairX ? x[j] : toLimb(x[j]);
+    });
+    repeat<NB>([&](int j) __attribute__((always_inline)) {
+        y[j] = j + 1 == NB && isPairY ? y[j] : toLimb(y[j]);
+    });
     Word carry = 0;
-    for (int k = 0; k < NA + NB - 1; ++k) {
+    repeat<NA + NB - 1>([&](int k) __attribute__((always_inline)) {
         UInt128 column = carry;
-        for (int i = std::max(0, k - NB + 1); i <= std::min(k, NA - 1); ++i)
-            column += UInt128 {x[i]} * y[k - i];
+        repeat<NA>([&](int i) __attribute__((always_inline)) {
+            if (k - i >= 0 && k - i < NB)
+                column += UInt128 {x[i]} * y[k - i];
+        });
         carry = splitLimb(column, &product[k]);
-    }
+    });
     product[NA + NB - 1] = carry;
 }
 
