@@ -1339,10 +1339,22 @@ UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     return copyPlain(dst, Layout(type), pairs.data(), s, BCDII_ROUND_TRUNC);
 }
 
+// The type has the integer's own fraction digits: nothing to cut.
+[[gnu::always_inline]] inline UINT32 putScaledInteger(BYTE *dst, Layout d, UINT64 i64)
+{
+    const Words<2> pairs = integerPairs(i64, d.nfrac);
+    if (!fits<2>(pairs, d))
+        return putNan(dst, d, NoResult | Overflow);
+    storeWords<2>(dst, d.ball, pairs, false);
+    return i64 == 0 ? UINT32 {IsZero} : 0;
+}
+
 UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 {
-    fd = nearFractionDigits(fd);
     const Layout d(type);
+    if (fd == d.nfrac && fd <= 2 * windowFraction && d.ball > 0 && d.ball <= 2 * wordPairs)
+        return putScaledInteger(dst, d, i64);
+    fd = nearFractionDigits(fd);
     switch (windowOfBoth(d, Layout(2 * integerBytes - (fd & 1), fd))) {
     case 0:
         return putIntegerPlain(dst, type, i64, fd);
@@ -1356,6 +1368,17 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     }
 }
 
+// Hands out a magnitude below 2^64.
+[[gnu::always_inline]] inline UINT32 giveMagnitude(INT64 *pi64, Word magnitude, bool negative,
+                                                   UINT32 status)
+{
+    constexpr auto most = static_cast<Word>(std::numeric_limits<INT64>::max());
+    if (magnitude > most + Word {negative})
+        return NoResult | Overflow;
+    *pi64 = static_cast<INT64>((magnitude ^ (Word {0} - Word {negative})) + Word {negative});
+    return status;
+}
+
 // Hands out a value of a type of 19 digits. With an odd fraction the last digit is
 // padding: 20 digits, more than a word holds.
 [[gnu::always_inline]] inline UINT32 giveInteger(INT64 *pi64, Layout d, Word high, Word low,
@@ -1366,12 +1389,24 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     const Word highPart = high - (high >> 8) * (0x100 - 100); // two pairs at most
     const Word magnitude = (d.nfrac & 1) != 0 ? highPart * (limbBase / 10) + toLimb(low) / 10
                                               : highPart * limbBase + toLimb(low);
-    const bool negative = (status & IsNegative) != 0;
-    constexpr auto most = static_cast<Word>(std::numeric_limits<INT64>::max());
-    if (magnitude > most + Word {negative})
-        return NoResult | Overflow;
-    *pi64 = static_cast<INT64>((magnitude ^ (Word {0} - Word {negative})) + Word {negative});
-    return status;
+    return giveMagnitude(pi64, magnitude, (status & IsNegative) != 0, status);
+}
+
+// A value below 10^19 less some whole pairs. Rounding cannot reach 10^19 again.
+[[gnu::always_inline]] inline UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball,
+                                                unsigned drop, BCDIIroundstyle rs)
+{
+    const Divisor &divisor = hundreds[drop];
+    const bool negative = isNegative(bcd);
+    Word rest;
+    Word magnitude = divide(toNumber(bcd, ball), divisor, &rest);
+    const bool isRounded = rest != 0;
+    const bool up = roundsUp(rs, negative, rest >= divisor.normalized - rest);
+    magnitude += Word {isRounded} & Word {up};
+    const UINT32 status = UINT32 {isRounded} * Rounded;
+    if (magnitude == 0)
+        return giveMagnitude(pi64, 0, false, status | IsZero);
+    return giveMagnitude(pi64, magnitude, negative, status | signStatus(negative));
 }
 
 template<int N>
@@ -1402,21 +1437,33 @@ double floorPositive(double x)
     return x < doubleExact ? static_cast<double>(static_cast<INT64>(x)) : x;
 }
 
-// Takes the lowest digits (base 10 or 100) off x in double arithmetic. Below 2^63
-// integers do the same: x - digits is an integer, rounded when it becomes a double.
+// 2^i modulo 100, for i = 0 to 21; from 2 on it returns every 20 powers.
+constexpr auto powerResidues = [] {
+    std::array<unsigned, 22> residues {1};
+    for (std::size_t i = 1; i < residues.size(); ++i)
+        residues[i] = residues[i - 1] * 2 % 100;
+    return residues;
+}();
+
+// An integer from 2^53 on modulo 100: its 53 bits and its power of two each have a residue.
+unsigned residue(double x)
+{
+    constexpr int mantissaBits = 53;
+    static_assert(std::numeric_limits<double>::is_iec559);
+    const auto bits = std::bit_cast<UINT64>(x);
+    const auto mantissa = (bits & 0xFFFFFFFFFFFFF) | 0x10000000000000;
+    const int exponent = static_cast<int>(bits >> (mantissaBits - 1)) - 1022 - mantissaBits;
+    const int index = exponent < 2 ? exponent : 2 + (exponent - 2) % 20;
+    return static_cast<unsigned>(mantissa % 100) * powerResidues[static_cast<std::size_t>(index)]
+        % 100;
+}
+
+// Takes the lowest digits (base 10 or 100) off x >= 2^53 in double arithmetic. Integers do
+// the same: the digits are exact, and x - digits is rounded as a double.
 BYTE takeDigits(double *x, unsigned base)
 {
-    double digits;
-    double rest;
-    if (*x < 9223372036854775808.0) {
-        const auto integer = static_cast<INT64>(*x);
-        digits = static_cast<double>(integer % base);
-        rest = static_cast<double>(integer - integer % base);
-    } else {
-        digits = std::fmod(*x, base);
-        rest = *x - digits;
-    }
-    *x = floorPositive(rest / base + tolerance);
+    const unsigned digits = residue(*x) % base;
+    *x = floorPositive((*x - digits) / base + tolerance);
     return static_cast<BYTE>(digits);
 }
 
@@ -1440,9 +1487,8 @@ bool putPairs(BYTE *bcd, Layout t, Words<2> pairs)
     return anyOf<2>(pairs) == 0 && ((t.nint & 1) == 0 || bcd[0] < 10);
 }
 
-// Places the integer x; false when it does not fit. From 2^53 on the double arithmetic
-// may round, below it is the same as that of integers.
-bool putDouble(BYTE *bcd, Layout t, double x)
+// From 2^53 on the double arithmetic may round, below it is the same as that of integers.
+[[gnu::noinline]] bool putLargeDouble(BYTE *bcd, Layout t, double x)
 {
     bool half = (t.nfrac & 1) != 0; // the last byte holds one digit
     while (x >= doubleExact && t.ball > 0) {
@@ -1451,9 +1497,15 @@ bool putDouble(BYTE *bcd, Layout t, double x)
         bcd[--t.ball] = static_cast<BYTE>(half ? 10 * digits : digits);
         half = false;
     }
-    if (t.ball == 0)
-        return x <= tolerance;
-    return putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), half ? 1 : 0));
+    return t.ball > 0 && putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), half ? 1 : 0));
+}
+
+// Places the integer x > 0; false when it does not fit.
+bool putDouble(BYTE *bcd, Layout t, double x)
+{
+    if (x >= doubleExact || t.ball == 0)
+        return putLargeDouble(bcd, t, x);
+    return putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), t.nfrac & 1));
 }
 
 // ------------------------------------------------------------------------- text
@@ -2102,9 +2154,13 @@ UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIro
 {
     if (isNan(bytes(bcd)))
         return NanOperand | Invalid | NoResult;
-    fd = nearFractionDigits(fd);
-    const Layout d(19, fd); // 10 bytes, so 2 words at least
     const Layout t(type);
+    fd = nearFractionDigits(fd);
+    const auto drop = static_cast<unsigned>(t.bfrac() - (fd >> 1));
+    if ((fd & 1) == 0 && drop < hundreds.size() && t.bfrac() <= windowFraction
+        && isNumber(bytes(bcd), t.ball))
+        return giveNumber(pi64, bytes(bcd), t.ball, drop, rs);
+    const Layout d(19, fd); // 10 bytes, so 2 words at least
     switch (windowOfBoth(d, t)) {
     case 0:
         return toIntegerPlain(pi64, bytes(bcd), type, fd, rs);
