@@ -311,8 +311,10 @@ template<typename T> [[gnu::always_inline]] inline T bigEndian(T w)
         return w;
     else if constexpr (sizeof(T) == 8)
         return __builtin_bswap64(w);
-    else
+    else if constexpr (sizeof(T) == 4)
         return __builtin_bswap32(w);
+    else
+        return __builtin_bswap16(w);
 }
 
 template<typename T> [[gnu::always_inline]] inline T load(const BYTE *p)
@@ -328,28 +330,30 @@ template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
     std::memcpy(p, &w, sizeof w);
 }
 
-// 1 to 8 bytes as a number. The pieces overlap, so that none lies outside the
-// bytes and no loop is needed: with 3, bytes 0, 1 and 2; with 2, byte 1 twice.
+// 1 to 8 bytes as a number. The pieces overlap, so that none lies outside the bytes and no
+// loop is needed.
 [[gnu::always_inline]] inline Word loadShort(const BYTE *p, int n)
 {
     if (n >= 4)
         return Word {load<UINT32>(p)} << (8 * (n - 4)) | load<UINT32>(p + n - 4);
     if (n == 1)
         return p[0];
-    return Word {p[0]} << (8 * (n - 1)) | Word {p[1]} << (8 * (n - 2)) | Word {p[n - 1]};
+    const Word high = load<UINT16>(p);
+    return n == 2 ? high : high << 8 | p[2];
 }
 
 [[gnu::always_inline]] inline void storeShort(BYTE *p, int n, Word w)
 {
-    if (n == 1) {
-        p[0] = static_cast<BYTE>(w);
-    } else if (n >= 4) {
+    if (n >= 4) {
         store(p, static_cast<UINT32>(w >> (8 * (n - 4))));
         store(p + n - 4, static_cast<UINT32>(w));
+    } else if (n == 1) {
+        p[0] = static_cast<BYTE>(w);
+    } else if (n == 2) {
+        store(p, static_cast<UINT16>(w));
     } else {
-        p[0] = static_cast<BYTE>(w >> (8 * (n - 1)));
-        p[1] = static_cast<BYTE>(w >> (8 * (n - 2)));
-        p[n - 1] = static_cast<BYTE>(w);
+        store(p, static_cast<UINT16>(w >> 8));
+        p[2] = static_cast<BYTE>(w);
     }
 }
 
@@ -892,35 +896,36 @@ UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
     }
 }
 
-// One type for all, of N words: nothing to align, and nothing to cut off.
+// One type for all, of N words and ball bytes: nothing to align, and nothing to cut off.
 template<int N>
 [[gnu::noinline]] UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type,
-                                 BCDIIroundstyle rs)
+                                 BCDIIroundstyle rs, int ball)
 {
-    const Layout t(type);
+    Layout t(type);
+    t.ball = ball; // known, not to be counted again
     bool negative;
-    Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
+    Cut<N> cut = addSigned<N>(loadExact<N>(a, ball), loadExact<N>(b, ball), a, b, &negative);
     const UINT32 status = roundCut<N>(cut, t, t.nfrac + 1, negative, rs);
     if ((status & NoResult) != 0)
         return putNan(ret, t, status);
-    storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
+    storeExact<N>(ret, ball, cut.kept, (status & IsNegative) != 0);
     return status;
 }
 
 UINT32 addOneType(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIroundstyle rs)
 {
-    const int bytes = Layout(type).ball;
-    switch (windowOf(bytes, 0, bytes)) {
+    const int ball = Layout(type).ball;
+    switch (static_cast<unsigned>(ball - 1) / wordPairs) {
     case 0:
-        return addPlain(ret, type, a, type, b, type, rs);
+        return addSame<1>(ret, a, b, type, rs, ball);
     case 1:
-        return addSame<1>(ret, a, b, type, rs);
+        return addSame<2>(ret, a, b, type, rs, ball);
     case 2:
-        return addSame<2>(ret, a, b, type, rs);
+        return addSame<3>(ret, a, b, type, rs, ball);
     case 3:
-        return addSame<3>(ret, a, b, type, rs);
-    default:
-        return addSame<4>(ret, a, b, type, rs);
+        return addSame<4>(ret, a, b, type, rs, ball);
+    default: // too long, or no bytes at all
+        return addPlain(ret, type, a, type, b, type, rs);
     }
 }
 
@@ -1665,7 +1670,7 @@ template<int N> [[gnu::always_inline]] inline int significantDigits(const Words<
         below = pairs[j] != 0 ? 2 * wordPairs * j : below;
         top = pairs[j] != 0 ? pairs[j] : top;
     }
-    const int pair = (63 - std::countl_zero(top)) >> 3;
+    const int pair = (63 - std::countl_zero(top | 1)) >> 3;
     return below + 2 * pair + ((top >> (8 * pair)) > 9 ? 2 : 1);
 }
 
