@@ -347,6 +347,7 @@ private Q_SLOTS:
     void valueText();
     void valueLiterals();
     void valueConversions();
+    void valueUnits();
     void valueLimits();
     void valueHash();
 };
@@ -1673,6 +1674,37 @@ void tst_Bcdii::valueConversions()
     QCOMPARE((Money::fromString("9.96").to<BCDIIValue<3, 1>>().toString()), std::string("10.0"));
     QVERIFY((Money::fromString("9.96").to<BCDIIValue<2, 1>>(BCDII_ROUND_NEAREST, &status).isNan()));
     QCOMPARE(status, 81U);
+}
+
+void tst_Bcdii::valueUnits()
+{
+    UINT32 status = 77;
+    QCOMPARE(Money::fromUnits(1990, &status).toString(), std::string("19.90"));
+    QCOMPARE(status, 0U);
+    QCOMPARE(Money::fromUnits(-5, &status).toString(), std::string("-0.05"));
+    QCOMPARE(status, 4U);
+    QVERIFY(Money::fromUnits(0, &status).isZero());
+    QCOMPARE(status, 2U);
+    using Small = BCDIIValue<3, 1>;
+    const Small tooLow = Small::fromUnits(-1000, &status);
+    QCOMPARE(status, 17U);
+    QCOMPARE(tooLow.status(), 160U); // as any other NaN
+    QCOMPARE(Small(-100, &status).status(), 160U);
+    QCOMPARE(status, 17U);
+
+    QCOMPARE(Money::fromString("-19.90").toUnits(&status), INT64 {-1990});
+    QCOMPARE(status, 4U);
+    QCOMPARE(tooLow.toUnits(&status), INT64 {0});
+    QCOMPARE(status, 176U);
+    using Large = BCDIIValue<30, 4>;
+    QCOMPARE(Large::highest().toUnits(&status), INT64 {0});
+    QCOMPARE(status, 17U);
+    for (INT64 units : {INT64 {0}, INT64 {7}, std::numeric_limits<INT64>::max(),
+                        std::numeric_limits<INT64>::min()})
+        QCOMPARE(Large::fromUnits(units).toUnits(), units);
+    using Thousands = BCDIIValue<4, -3>;
+    QCOMPARE(Thousands::fromUnits(12).toString(), std::string("12000"));
+    QCOMPARE(Thousands::fromString("12000").toUnits(), INT64 {12});
 }
 
 void tst_Bcdii::valueLimits()
