@@ -338,6 +338,7 @@ private Q_SLOTS:
     void randomFromDoubles();
     void randomToDoubles();
     void randomTexts();
+    void textsOfEveryShape();
     void randomFormats();
     void randomChecksAndConstants();
     void anyBytesAreSafe();
@@ -1421,29 +1422,76 @@ std::string randomText(Random &random)
 
 } // namespace
 
-void tst_Bcdii::randomTexts()
+namespace {
+
+// Reads a text that ends where memory ends, and compares status, type and bytes.
+class TextCheck
 {
-    Random random(12);
-    Guarded memory;
-    Guarded textMemory;
-    for (int i = 0; i < caseCount(); ++i) {
-        const Type t = random.oneIn(2) ? Type {63, random.between(0, 20)} : random.type();
-        const std::string text = randomText(random);
+public:
+    bool agrees(const std::string &text, Type t, BCDIIType word, bool atEnd)
+    {
         const Oracle::ParseOutcome expected = Oracle::parse(text, t);
         const int room = std::max(t.size(), expected.type.size());
-        memory.take(room, random.oneIn(2));
-        BYTE *const str = textMemory.take(int(text.size()) + 1, true); // no byte behind the NUL
+        m_memory.take(room, atEnd);
+        BYTE *const str = m_text.take(int(text.size()) + 1, true); // no byte behind the NUL
         std::memcpy(str, text.c_str(), text.size() + 1);
-        BCDIIType word = random.word(t);
-        const UINT32 status = BCDIIFromString(memory.data(), word, reinterpret_cast<char *>(str));
+        m_status = BCDIIFromString(m_memory.data(), word, reinterpret_cast<char *>(str));
         std::vector<BYTE> bytes(std::size_t(room), guardByte);
         if (expected.value.nan)
             bytes[0] = 101;
         else
             std::copy(expected.value.bytes.begin(), expected.value.bytes.end(), bytes.begin());
-        const bool same = status == expected.value.status && (word & 0xFFFF) == expected.type.word()
-            && memory.holds(bytes);
-        QVERIFY2(same, (text + " into " + name(t) + ": " + std::to_string(status)).c_str());
+        m_what = text + " into " + name(t) + ": " + std::to_string(m_status);
+        return m_status == expected.value.status && (word & 0xFFFF) == expected.type.word()
+            && m_memory.holds(bytes);
+    }
+    const char *what() const { return m_what.c_str(); }
+
+private:
+    Guarded m_memory;
+    Guarded m_text;
+    UINT32 m_status = 0;
+    std::string m_what;
+};
+
+} // namespace
+
+void tst_Bcdii::randomTexts()
+{
+    Random random(12);
+    TextCheck check;
+    for (int i = 0; i < caseCount(); ++i) {
+        const Type t = random.oneIn(2) ? Type {63, random.between(0, 20)} : random.type();
+        const std::string text = randomText(random);
+        const BCDIIType word = random.word(t);
+        QVERIFY2(check.agrees(text, t, word, random.oneIn(2)), check.what());
+    }
+}
+
+// Every length and place of the separator, alone and with one more character that may
+// end the number, at every place.
+void tst_Bcdii::textsOfEveryShape()
+{
+    static constexpr char others[] = {'.', ',', '/', ':', '\x1f', '\x10', '0', 'x', '\xff'};
+    const Type types[] = {{63, 20}, {63, 0}, {18, 6}, {9, 2}, {5, -2}, {3, 8}};
+    TextCheck check;
+    int other = 0;
+    for (int digits = 0; digits <= 66; ++digits) {
+        for (int before = 0; before <= digits + 1; ++before) {
+            std::string text;
+            for (int i = 0; i < digits; ++i)
+                text += char('0' + (7 * i + 3 * before + 1) % 10);
+            if (before <= digits)
+                text.insert(std::size_t(before), 1, digits % 2 != 0 ? '.' : ',');
+            for (const Type t : types)
+                QVERIFY2(check.agrees(text, t, t.word(), true), check.what());
+            for (std::size_t i = 0; i < text.size(); ++i) {
+                std::string odd = text;
+                odd[i] = others[std::size_t(++other) % sizeof others];
+                const Type t = types[std::size_t(other) % std::size(types)];
+                QVERIFY2(check.agrees(odd, t, t.word(), true), check.what());
+            }
+        }
     }
 }
 
@@ -1460,6 +1508,7 @@ void tst_Bcdii::randomFormats()
         QVERIFY2(text == Oracle::format(src.bytes.data(), t), (src.text() + " " + text).c_str());
         const int widest = std::max(t.nint(), 0) + (t.nfrac > 0 ? t.nfrac + 1 : 0);
         QCOMPARE(int(padded.size()), widest + 2);
+        QCOMPARE(padded.find_first_not_of('\0', text.size()), std::string::npos);
 
         // What is printed is read back: in the same type when that has a fraction.
         if (t.nfrac < 0 || text.empty())
