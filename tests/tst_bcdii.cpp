@@ -327,6 +327,7 @@ private Q_SLOTS:
     void shortCopiesExhaustively();
     void shortSumsExhaustively();
     void shortProductsExhaustively();
+    void productsNearPowersOfTen();
     void randomCopies();
     void randomComparisons();
     void randomSums();
@@ -1134,6 +1135,40 @@ void tst_Bcdii::shortSumsExhaustively()
 void tst_Bcdii::shortProductsExhaustively()
 {
     QCOMPARE(wrongShortResults(BCDIIMul, Oracle::multiply), 0);
+}
+
+// Factors beside powers of ten, where quotients and remainders are at their limits, in types
+// of 18 to 20 digits with every number of pairs to cut off.
+void tst_Bcdii::productsNearPowersOfTen()
+{
+    std::vector<Oracle::Integer> units;
+    for (int i = 0; i < 19; ++i) {
+        for (int beside = -1; beside <= 1; ++beside)
+            units.push_back(Oracle::tenTo(i) + beside);
+    }
+    const Type shapes[][3] = {{{18, 6}, {18, 6}, {18, 6}},  {{18, 5}, {18, 5}, {18, 5}},
+                              {{19, 0}, {19, 0}, {38, 0}},  {{19, 9}, {19, 5}, {20, 1}},
+                              {{20, 8}, {20, 6}, {16, 0}},  {{18, 2}, {19, 1}, {9, 2}},
+                              {{19, 15}, {18, 3}, {30, 4}}, {{18, -2}, {18, 16}, {19, 7}}};
+    BYTE result[40] = {};
+    for (const auto &[at, bt, d] : shapes) {
+        for (const Oracle::Integer &x : units) {
+            for (const Oracle::Integer &y : units) {
+                const std::vector<BYTE> a = Oracle::write(x % Oracle::tenTo(at.nall), false, at);
+                const std::vector<BYTE> b = Oracle::write(y % Oracle::tenTo(bt.nall), false, bt);
+                const auto rs = static_cast<BCDIIroundstyle>((a.back() + b.back()) % 5);
+                const Outcome expected =
+                    Oracle::multiply(Oracle::read(a.data(), at), Oracle::read(b.data(), bt), d, rs);
+                const UINT32 status =
+                    BCDIIMul(result, d.word(), a.data(), at.word(), b.data(), bt.word(), rs);
+                const bool same = expected.nan
+                    ? result[0] == 101
+                    : std::equal(expected.bytes.begin(), expected.bytes.end(), result);
+                QVERIFY2(same && status == expected.status,
+                         (x.str() + " * " + y.str() + " in " + name(d)).c_str());
+            }
+        }
+    }
 }
 
 void tst_Bcdii::randomCopies()
