@@ -4,13 +4,13 @@
 //! \file
 //! The packed decimals beside binary-coded decimals, big numbers and scaled integers,
 //! with the same operands, named operation/digits/who. Time is that of 4096
-//! operations; items per second are operations. Medians of interleaved runs:
-//!
-//!     bench_bcdii --benchmark_enable_random_interleaving=true
-//!                 --benchmark_repetitions=7 --benchmark_report_aggregates_only=true
+//! operations; items per second are operations. Then follow the times of one operation
+//! beside every peer's, and the goals. Peers take turns, the smallest time counts;
+//! --benchmark_repetitions=N sets how many turns there are.
 
 #include "bcdii.h"
 #include "compilerdecimal.h"
+#include "ratioreporter.h"
 
 #include <benchmark/benchmark.h>
 #include <boost/multiprecision/cpp_dec_float.hpp>
@@ -27,6 +27,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <random>
@@ -696,6 +697,32 @@ void registerProduct(const char *operation, const Row &row, Type a, Type b, Type
             [data](std::size_t i) { Peer::mul(data->r[i], data->a[i], data->b[i], data->task); });
 }
 
+// Each difference is the next one's operand; every other one takes the subtrahend before
+// back.
+template<typename Peer> void registerChainedDifference(const Row &row)
+{
+    Pairs pairs = addends(row.t, row.t, false);
+    for (std::size_t i = 1; i < operandCount; i += 2)
+        pairs.b[i] = -pairs.b[i - 1];
+    auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, row.t, row.t});
+    measure(title<Peer>("sub_lat", row), [data](std::size_t i) {
+        Peer::sub(data->r[0], i == 0 ? data->a[0] : data->r[0], data->b[i], data->task);
+    });
+}
+
+// One value goes back and forth between two types.
+template<typename Peer> void registerChainedRescale(const Row &row)
+{
+    auto data =
+        std::make_shared<Operands<Peer>>(addends(row.r, row.r, false), Task {row.t, row.t, row.r});
+    const Task back {row.r, row.r, row.t};
+    const auto start = data->a[0];
+    Peer::rescale(data->r[0], start, back);
+    measure(title<Peer>("rescale_lat", row), [data, back](std::size_t i) {
+        Peer::rescale(data->r[0], data->r[0], i % 2 == 0 ? data->task : back);
+    });
+}
+
 // Each product is the next one's operand; the factors are near 1 to stay in range.
 template<typename Peer> void registerChainedProduct(const Row &row)
 {
@@ -735,6 +762,7 @@ template<typename Peer> void registerRescales(const Row &row)
     one("round", row.t, row.r, false);
     one("trunc", row.t, row.r, true);
     one("widen", row.r, row.t, false);
+    registerChainedRescale<Peer>(row);
 }
 
 template<typename Peer> void registerIntegers(const Row &row)
@@ -820,6 +848,7 @@ template<typename Peer> void registerPeer(const Row &row)
         measure(title<Peer>("sub", row), [data](std::size_t i) {
             Peer::sub(data->r[i], data->a[i], data->b[i], data->task);
         });
+        registerChainedDifference<Peer>(row);
     }
     // A scaled int128 has no room for products of more than 38 digits.
     if (!std::is_same_v<typename Peer::Value, Int128> || row.t.nall <= 18)
@@ -840,6 +869,48 @@ template<typename Peer> void registerPeer(const Row &row)
     registerTexts<Peer>(row);
 }
 
+// What the decimals are to reach. The scaled integers are a bound, not a goal: they keep
+// neither a scale nor more than 38 digits.
+const std::vector<RatioReporter::Goal> goals = {
+    {"add/9", "bid64", 1.30},          {"add/16", "bid64", 1.20},
+    {"add/18", "bid128", 0.50},        {"add/18odd", "bid128", 0.50},
+    {"add/34", "bid128", 0.65},        {"add/63", "mpz", 1.10},
+    {"add_pos/16", "bid64", 1.00},     {"add_pos/18", "bid128", 0.45},
+    {"add_diff/16", "bid64", 1.90},    {"add_diff/18", "bid128", 0.70},
+    {"add_diff/34", "bid128", 1.00},   {"add_round/9", "bid64", 1.20},
+    {"add_round/18", "bid128", 0.50},  {"add_round/18odd", "bid128", 0.50},
+    {"add_round/34", "bid128", 0.70},  {"sub/18", "bid128", 0.70},
+    {"add_lat/16", "bid64", 1.20},     {"add_lat/18", "bid128", 0.55},
+    {"mul/9", "bid64", 1.50},          {"mul/16", "bid64", 1.30},
+    {"mul/18", "bid128", 0.40},        {"mul/18odd", "bid128", 0.45},
+    {"mul/34", "bid128", 0.60},        {"mul/63", "mpz", 1.10},
+    {"mul_trunc/18", "bid128", 0.40},  {"mul_small/18", "bid128", 0.40},
+    {"mul_small/18", "mpz", 0.85},     {"mul_small/34", "bid128", 0.50},
+    {"mul_lat/18", "bid128", 0.50},    {"cmp/16", "bid64", 0.30},
+    {"cmp/18", "bid128", 0.30},        {"cmp_diff/18", "bid128", 0.35},
+    {"cmp_diff/34", "bid128", 0.45},   {"round/16", "bid64", 1.40},
+    {"round/18", "bid128", 0.75},      {"round/18odd", "bid128", 0.75},
+    {"round/34", "bid128", 0.85},      {"trunc/18", "bid128", 0.70},
+    {"widen/18", "bid128", 1.10},      {"widen/34", "bid128", 1.10},
+    {"from_i64/18", "bid128", 1.20},   {"to_i64/18", "bid128", 0.50},
+    {"from_double/16", "bid64", 0.60}, {"from_double/18", "bid128", 0.45},
+    {"to_double/18", "bid128", 0.25},  {"to_double/34", "bid128", 0.50},
+    {"parse/9", "bid64", 0.65},        {"parse/18", "bid128", 0.75},
+    {"parse/34", "bid128", 0.65},      {"format/16", "bid64", 1.40},
+    {"format/18", "bid128", 1.30},
+};
+
+// A first round of options, so that those on the command line win.
+std::vector<char *> withDefaults(int argc, char **argv)
+{
+    static char interleaved[] = "--benchmark_enable_random_interleaving=true";
+    static char turns[] = "--benchmark_repetitions=5";
+    static char shortTurns[] = "--benchmark_min_time=0.02";
+    std::vector<char *> arguments = {argv[0], interleaved, turns, shortTurns};
+    arguments.insert(arguments.end(), argv + 1, argv + argc);
+    return arguments;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -856,9 +927,18 @@ int main(int argc, char **argv)
         registerPeer<Scaled<int512_t, 63>>(row);
         registerPeer<Mpz>(row);
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    std::vector<char *> arguments = withDefaults(argc, argv);
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
         return 1;
-    benchmark::RunSpecifiedBenchmarks();
+    RatioReporter reporter({Bid64::name, Bid128::name, CompilerDecimal<16>::name,
+                            CompilerDecimal<34>::name, DecFloat<63>::name, Scaled<Int128, 34>::name,
+                            Scaled<int512_t, 63>::name, Mpz::name});
+    reporter.setPerItem();
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.printPeers(Ours::name);
+    const int missed = reporter.printGoals(Ours::name, goals);
+    std::printf("%d missed\n", missed);
     return 0;
 }

@@ -8,6 +8,7 @@
 #include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <utility>
@@ -21,6 +22,9 @@
 //
 // The plain way works pair by pair in arrays, follows the rules word for word and
 // takes whatever is left: far-apart scales, and types that are not valid.
+//
+// Products and integers of up to 18 digits go a shorter way still, as 64-bit numbers.
+// Texts are read and written eight digits at a time.
 
 namespace {
 
@@ -284,6 +288,25 @@ constexpr Word eachByte = 0x0101010101010101;
 
 template<int N> using Words = std::array<Word, N>; // least significant first
 
+// Calls f(0) to f(N - 1). Compilers unroll loops too late for their arrays to stay in
+// registers.
+template<int N, typename F> [[gnu::always_inline]] inline void repeat(const F &f)
+{
+    if constexpr (N > 0) {
+        repeat<N - 1>(f);
+        f(N - 1);
+    }
+}
+
+// The M lowest words, with words of 0 in front when there are more than N.
+template<int M, std::size_t N>
+[[gnu::always_inline]] inline Words<M> resized(const std::array<Word, N> &w)
+{
+    Words<M> r {};
+    repeat<std::min(M, int {N})>([&](int j) __attribute__((always_inline)) { r[j] = w[j]; });
+    return r;
+}
+
 // Between the machine's byte order and the first byte as the most significant one.
 template<typename T> [[gnu::always_inline]] inline T bigEndian(T w)
 {
@@ -291,8 +314,10 @@ template<typename T> [[gnu::always_inline]] inline T bigEndian(T w)
         return w;
     else if constexpr (sizeof(T) == 8)
         return __builtin_bswap64(w);
-    else
+    else if constexpr (sizeof(T) == 4)
         return __builtin_bswap32(w);
+    else
+        return __builtin_bswap16(w);
 }
 
 template<typename T> [[gnu::always_inline]] inline T load(const BYTE *p)
@@ -308,28 +333,30 @@ template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
     std::memcpy(p, &w, sizeof w);
 }
 
-// 1 to 7 bytes as a number. The pieces overlap, so that none lies outside the
-// bytes and no loop is needed: with 3, bytes 0, 1 and 2; with 2, byte 1 twice.
+// 1 to 8 bytes as a number. The pieces overlap, so that none lies outside the bytes and no
+// loop is needed.
 [[gnu::always_inline]] inline Word loadShort(const BYTE *p, int n)
 {
-    if (n == 1)
-        return p[0];
     if (n >= 4)
         return Word {load<UINT32>(p)} << (8 * (n - 4)) | load<UINT32>(p + n - 4);
-    return Word {p[0]} << (8 * (n - 1)) | Word {p[1]} << (8 * (n - 2)) | Word {p[n - 1]};
+    if (n == 1)
+        return p[0];
+    const Word high = load<UINT16>(p);
+    return n == 2 ? high : high << 8 | p[2];
 }
 
 [[gnu::always_inline]] inline void storeShort(BYTE *p, int n, Word w)
 {
-    if (n == 1) {
-        p[0] = static_cast<BYTE>(w);
-    } else if (n >= 4) {
+    if (n >= 4) {
         store(p, static_cast<UINT32>(w >> (8 * (n - 4))));
         store(p + n - 4, static_cast<UINT32>(w));
+    } else if (n == 1) {
+        p[0] = static_cast<BYTE>(w);
+    } else if (n == 2) {
+        store(p, static_cast<UINT16>(w));
     } else {
-        p[0] = static_cast<BYTE>(w >> (8 * (n - 1)));
-        p[1] = static_cast<BYTE>(w >> (8 * (n - 2)));
-        p[n - 1] = static_cast<BYTE>(w);
+        store(p, static_cast<UINT16>(w >> 8));
+        p[2] = static_cast<BYTE>(w);
     }
 }
 
@@ -350,8 +377,9 @@ int wordsOf(int bytes)
 template<int N> [[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, int n)
 {
     Words<N> w;
-    for (int j = 0; j + 1 < N; ++j)
+    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
         w[j] = load<Word>(p + n - wordPairs * (j + 1));
+    });
     const int rest = n - wordPairs * (N - 1);
     const Word top = rest == wordPairs ? load<Word>(p) : loadShort(p, rest);
     w[N - 1] = top & topMasks[rest];
@@ -361,8 +389,9 @@ template<int N> [[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, 
 template<int N>
 [[gnu::always_inline]] inline void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
 {
-    for (int j = 0; j + 1 < N; ++j)
+    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
         store<Word>(p + n - wordPairs * (j + 1), w[j]);
+    });
     const int rest = n - wordPairs * (N - 1);
     const Word top = w[N - 1] | ((Word {0} - Word {negative}) & (topMasks[rest] + 1));
     if (rest == wordPairs)
@@ -376,10 +405,7 @@ template<int N> [[gnu::always_inline]] inline Words<N> loadWords(const BYTE *p, 
 {
     if constexpr (N > 1) {
         if (n <= wordPairs * (N - 1)) {
-            const Words<N - 1> low = loadWords<N - 1>(p, n);
-            Words<N> w {};
-            std::copy(low.begin(), low.end(), w.begin());
-            return w;
+            return resized<N>(loadWords<N - 1>(p, n));
         }
     }
     return loadExact<N>(p, n);
@@ -390,9 +416,7 @@ template<int N>
 {
     if constexpr (N > 1) {
         if (n <= wordPairs * (N - 1)) {
-            Words<N - 1> low;
-            std::copy_n(w.begin(), N - 1, low.begin());
-            storeWords<N - 1>(p, n, low, negative);
+            storeWords<N - 1>(p, n, resized<N - 1>(w), negative);
             return;
         }
     }
@@ -402,13 +426,14 @@ template<int N>
 template<int N> [[gnu::always_inline]] inline void shiftUp(Words<N> &w, int pairs)
 {
     for (; pairs >= wordPairs; pairs -= wordPairs) {
-        for (int j = N - 1; j > 0; --j)
-            w[j] = w[j - 1];
+        repeat<N - 1>([&](int j) __attribute__((always_inline)) { w[N - 1 - j] = w[N - 2 - j]; });
         w[0] = 0;
     }
     const int shift = 8 * pairs;
-    for (int j = N - 1; j > 0; --j)
-        w[j] = w[j] << shift | w[j - 1] >> 1 >> (63 - shift);
+    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
+        const int k = N - 1 - j;
+        w[k] = w[k] << shift | w[k - 1] >> 1 >> (63 - shift);
+    });
     w[0] <<= shift;
 }
 
@@ -441,9 +466,8 @@ template<int N> struct Cut
 
 template<int N> [[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
 {
-    Word any = w[0];
-    for (int j = 1; j < N; ++j)
-        any |= w[j];
+    Word any = 0;
+    repeat<N>([&](int j) __attribute__((always_inline)) { any |= w[j]; });
     return any;
 }
 
@@ -465,11 +489,8 @@ template<int N> [[gnu::always_inline]] inline bool fits(const Words<N> &w, Layou
     const int rest = d.ball - wordPairs * (N - 1);
     if (rest > 0)
         return w[N - 1] <= largestTops[d.nint & 1][rest];
-    if constexpr (N > 1) {
-        Words<N - 1> low;
-        std::copy_n(w.begin(), N - 1, low.begin());
-        return w[N - 1] == 0 && fits<N - 1>(low, d);
-    }
+    if constexpr (N > 1)
+        return w[N - 1] == 0 && fits<N - 1>(resized<N - 1>(w), d);
     return false;
 }
 
@@ -493,8 +514,8 @@ template<int N>
 [[gnu::always_inline]] inline UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf,
                                                Word unit, bool negative, BCDIIroundstyle rs)
 {
-    const bool up = roundsUp(rs, negative, atLeastHalf);
-    kept[0] += up ? unit : 0;
+    // No branch: halves are as good as random.
+    kept[0] += (Word {0} - Word {roundsUp(rs, negative, atLeastHalf)}) & unit;
     const bool carries = (kept[0] & 0xFF) >= 100;
     if (carries) {
         kept[0] -= 100;
@@ -548,14 +569,14 @@ template<int N> [[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w
     Word merged = 0;
     for (; pairs > wordPairs; pairs -= wordPairs) {
         merged |= kept[0];
-        for (int j = 0; j + 1 < N; ++j)
-            kept[j] = kept[j + 1];
+        repeat<N - 1>([&](int j) __attribute__((always_inline)) { kept[j] = kept[j + 1]; });
         kept[N - 1] = 0;
     }
     const int shift = 8 * pairs; // 8 to 64
     cut.lost = kept[0] << (64 - shift) | Word {merged != 0};
-    for (int j = 0; j + 1 < N; ++j)
+    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
         kept[j] = kept[j] >> 1 >> (shift - 1) | kept[j + 1] << (64 - shift);
+    });
     kept[N - 1] = kept[N - 1] >> 1 >> (shift - 1);
     return cut;
 }
@@ -607,15 +628,14 @@ UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType src
 
 template<int N> [[gnu::always_inline]] inline bool isLess(const Words<N> &a, const Words<N> &b)
 {
-    bool less = false;
-    for (int j = N % 2; j < N; j += 2) { // two words at a time
-        const UInt128 x = UInt128 {a[j + 1]} << 64 | a[j];
-        const UInt128 y = UInt128 {b[j + 1]} << 64 | b[j];
-        if (j == 1)
-            less = a[0] < b[0];
+    bool less = N % 2 != 0 && a[0] < b[0];
+    repeat<N / 2>([&](int j) __attribute__((always_inline)) { // two words at a time
+        const int low = 2 * j + N % 2;
+        const UInt128 x = UInt128 {a[low + 1]} << 64 | a[low];
+        const UInt128 y = UInt128 {b[low + 1]} << 64 | b[low];
         less = (x < y) | ((x == y) & less);
-    }
-    return N == 1 ? a[0] < b[0] : less;
+    });
+    return less;
 }
 
 int pairOrZero(const BYTE *bcd, Layout t, int i)
@@ -674,23 +694,73 @@ bool isZero(const BYTE *bcd, int n)
     return any == 0;
 }
 
-// Raw bytes of one layout. The last word overlaps the one before it, which is
-// known to be equal there.
-int compareBytes(const BYTE *a, const BYTE *b, int n)
+// Words that begin with a sign bit are in order as signed numbers when all other bits of
+// the negative ones are turned over: the larger of two becomes the smaller.
+[[gnu::always_inline]] inline int compareSigned(Word x, Word y)
 {
-    if (n < wordPairs) {
-        if (n <= 0)
-            return 0;
-        const Word x = loadShort(a, n);
-        const Word y = loadShort(b, n);
-        return int {x > y} - int {x < y};
+    const auto a = static_cast<INT64>(x ^ (Word {0} - (x >> 63)) >> 1);
+    const auto b = static_cast<INT64>(y ^ (Word {0} - (y >> 63)) >> 1);
+    return int {a > b} - int {a < b};
+}
+
+// n bytes of one layout, n >= 8. The last word overlaps the one before it, which is
+// known to be equal there.
+[[gnu::always_inline]] inline int compareLong(const BYTE *a, const BYTE *b, int n)
+{
+    for (int i = wordPairs; i < n; i += wordPairs) {
+        const int at = std::min(i, n - wordPairs);
+        const Word x = load<Word>(a + at);
+        const Word y = load<Word>(b + at);
+        if (x != y)
+            return (x < y) != isNegative(a) ? -1 : 1;
     }
-    for (int i = 0;; i = std::min(i + wordPairs, n - wordPairs)) {
-        const Word x = load<Word>(a + i);
-        const Word y = load<Word>(b + i);
-        if (x != y || i + wordPairs >= n)
-            return int {x > y} - int {x < y};
+    return 0;
+}
+
+// The first 8 bytes of n, n > 0, filled up with 0.
+[[gnu::always_inline]] inline Word loadFirst(const BYTE *p, int n)
+{
+    return n >= wordPairs ? load<Word>(p) : loadShort(p, n) << (8 * (wordPairs - n));
+}
+
+// Values of one type, by their raw bytes.
+[[gnu::always_inline]] inline int compareSame(const BYTE *a, const BYTE *b, BCDIIType type)
+{
+    constexpr int longDigits = 2 * wordPairs; // they fill 8 bytes at least
+    if (static_cast<std::int8_t>(type >> 8) >= longDigits) {
+        const Word x = load<Word>(a);
+        const Word y = load<Word>(b);
+        return x != y ? compareSigned(x, y) : compareLong(a, b, Layout(type).ball);
     }
+    const int n = Layout(type).ball; // 8 at most
+    if (n <= 0)
+        return int {isNegative(b)} - int {isNegative(a)};
+    return compareSigned(loadFirst(a, n), loadFirst(b, n));
+}
+
+int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
+{
+    const int sign = isNegative(a) ? -1 : 1;
+    return isNegative(a) != isNegative(b) ? sign : sign * compareMagnitudes(a, aType, b, bType);
+}
+
+// Nearly always the first 8 bytes tell, counted from the first of either value.
+[[gnu::always_inline]] inline int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b,
+                                               BCDIIType bType)
+{
+    constexpr Word sign = Word {1} << 63;
+    const Layout at(aType);
+    const Layout bt(bType);
+    const int ahead = at.bint() - bt.bint();
+    if (std::min(at.ball, bt.ball) > 0 && std::abs(ahead) < wordPairs) {
+        const Word x = loadFirst(a, at.ball);
+        const Word y = loadFirst(b, bt.ball);
+        const Word alignedX = (x & ~sign) >> (8 * std::max(-ahead, 0)) | (x & sign);
+        const Word alignedY = (y & ~sign) >> (8 * std::max(ahead, 0)) | (y & sign);
+        if (alignedX != alignedY)
+            return compareSigned(alignedX, alignedY);
+    }
+    return compareSlowly(a, aType, b, bType);
 }
 
 // -------------------------------------------------------------------- addition
@@ -762,13 +832,13 @@ template<int N>
 {
     const Word raise = (eachByte * 156) & ~subtract;
     bool carry = subtract != 0;
-    for (int j = 0; j < N; ++j) {
+    repeat<N>([&](int j) __attribute__((always_inline)) {
         const Word y = (b[j] + raise) ^ subtract;
         const Word partial = a[j] + y;
         const Word sum = partial + Word {carry};
         carry = (partial < y) | (sum < partial);
         a[j] = sum - (sum >> 7 & eachByte) * 156;
-    }
+    });
     return carry & (subtract == 0);
 }
 
@@ -782,11 +852,11 @@ template<int N>
     // Signs are as good as random: masks, since branches would be guessed wrong.
     const bool swap = differ & isLess<N>(x, y);
     const Word mask = Word {0} - Word {swap};
-    for (int j = 0; j < N; ++j) {
+    repeat<N>([&](int j) __attribute__((always_inline)) {
         const Word change = (x[j] ^ y[j]) & mask;
         x[j] ^= change;
         y[j] ^= change;
-    }
+    });
     *negative = isNegative(a) != swap;
     const bool tooWide = addWords<N>(x, y, Word {0} - Word {differ});
     return {x, 0, tooWide};
@@ -829,35 +899,36 @@ UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
     }
 }
 
-// One type for all, of N words: nothing to align, and nothing to cut off.
+// One type for all, of N words and ball bytes: nothing to align, and nothing to cut off.
 template<int N>
 [[gnu::noinline]] UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type,
-                                 BCDIIroundstyle rs)
+                                 BCDIIroundstyle rs, int ball)
 {
-    const Layout t(type);
+    Layout t(type);
+    t.ball = ball; // known, not to be counted again
     bool negative;
-    Cut<N> cut = addSigned<N>(loadExact<N>(a, t.ball), loadExact<N>(b, t.ball), a, b, &negative);
+    Cut<N> cut = addSigned<N>(loadExact<N>(a, ball), loadExact<N>(b, ball), a, b, &negative);
     const UINT32 status = roundCut<N>(cut, t, t.nfrac + 1, negative, rs);
     if ((status & NoResult) != 0)
         return putNan(ret, t, status);
-    storeExact<N>(ret, t.ball, cut.kept, (status & IsNegative) != 0);
+    storeExact<N>(ret, ball, cut.kept, (status & IsNegative) != 0);
     return status;
 }
 
 UINT32 addOneType(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIroundstyle rs)
 {
-    const int bytes = Layout(type).ball;
-    switch (windowOf(bytes, 0, bytes)) {
+    const int ball = Layout(type).ball;
+    switch (static_cast<unsigned>(ball - 1) / wordPairs) {
     case 0:
-        return addPlain(ret, type, a, type, b, type, rs);
+        return addSame<1>(ret, a, b, type, rs, ball);
     case 1:
-        return addSame<1>(ret, a, b, type, rs);
+        return addSame<2>(ret, a, b, type, rs, ball);
     case 2:
-        return addSame<2>(ret, a, b, type, rs);
+        return addSame<3>(ret, a, b, type, rs, ball);
     case 3:
-        return addSame<3>(ret, a, b, type, rs);
-    default:
-        return addSame<4>(ret, a, b, type, rs);
+        return addSame<4>(ret, a, b, type, rs, ball);
+    default: // too long, or no bytes at all
+        return addPlain(ret, type, a, type, b, type, rs);
     }
 }
 
@@ -888,7 +959,7 @@ constexpr Word limbBase = tenToEight * tenToEight;
     const Word otherFours = (high << 32 | low) - fours * 10000;
     const Word hundreds = fours * 10486 >> 20 & lanes;
     const Word otherHundreds = otherFours * 10486 >> 20 & lanes;
-    return (fours + hundreds * (0x100 - 100)) << 16 | (otherFours + otherHundreds * (0x100 - 100));
+    return (fours << 16 | otherFours) + (hundreds << 16 | otherHundreds) * (0x100 - 100);
 }
 
 // Divides by limbBase. Let x' = floor(x / 2^46), below 2^63 for x < 2^109, and r =
@@ -944,7 +1015,7 @@ template<int N>
     Cut<N> cut;
     Word next = toPairs(limb[0]);
     cut.lost = next << (64 - shift) | Word {below != 0};
-    for (int j = 0; j < N; ++j) {
+    repeat<N>([&](int j) __attribute__((always_inline)) {
         const Word low = next >> 1 >> (shift - 1);
         if (j + 1 == N && ball <= wordPairs * N - (shift >> 3)) {
             above |= limb[N]; // all in front of the destination
@@ -953,7 +1024,7 @@ template<int N>
             next = toPairs(limb[j + 1]);
         }
         cut.kept[j] = low | next << (64 - shift);
-    }
+    });
     cut.tooWide = ((next >> 1 >> (shift - 1)) | above) != 0;
     return cut;
 }
@@ -962,8 +1033,7 @@ template<int N>
 template<int N> [[gnu::always_inline]] inline Cut<N> takeLimbs(const Limbs &x)
 {
     Cut<N> cut;
-    for (int j = 0; j < N; ++j)
-        cut.kept[j] = toPairs(x.limb()[j]);
+    repeat<N>([&](int j) __attribute__((always_inline)) { cut.kept[j] = toPairs(x.limb()[j]); });
     Word above = 0;
     for (int i = N; i < x.count; ++i)
         above |= x.limb()[i];
@@ -1046,17 +1116,24 @@ void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *pro
 {
     Words<NA> x = loadExact<NA>(a, aBall);
     Words<NB> y = loadExact<NB>(b, bBall);
-    for (int i = 0; i < NA; ++i)
-        x[i] = i == aBall >> 3 && (aBall & 7) == 1 ? x[i] : toLimb(x[i]);
-    for (int i = 0; i < NB; ++i)
-        y[i] = i == bBall >> 3 && (bBall & 7) == 1 ? y[i] : toLimb(y[i]);
+    // A single pair in front is a number already.
+    const bool isPairX = (aBall & 7) == 1;
+    const bool isPairY = (bBall & 7) == 1;
+    repeat<NA>([&](int j) __attribute__((always_inline)) {
+        x[j] = j + 1 == NA && isPairX ? x[j] : toLimb(x[j]);
+    });
+    repeat<NB>([&](int j) __attribute__((always_inline)) {
+        y[j] = j + 1 == NB && isPairY ? y[j] : toLimb(y[j]);
+    });
     Word carry = 0;
-    for (int k = 0; k < NA + NB - 1; ++k) {
+    repeat<NA + NB - 1>([&](int k) __attribute__((always_inline)) {
         UInt128 column = carry;
-        for (int i = std::max(0, k - NB + 1); i <= std::min(k, NA - 1); ++i)
-            column += UInt128 {x[i]} * y[k - i];
+        repeat<NA>([&](int i) __attribute__((always_inline)) {
+            if (k - i >= 0 && k - i < NB)
+                column += UInt128 {x[i]} * y[k - i];
+        });
         carry = splitLimb(column, &product[k]);
-    }
+    });
     product[NA + NB - 1] = carry;
 }
 
@@ -1087,8 +1164,8 @@ void multiply(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *product)
     }
 }
 
-UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
-                   BCDIIType bType, BCDIIroundstyle rs)
+UINT32 mulLong(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+               BCDIIType bType, BCDIIroundstyle rs)
 {
     const Layout at(aType);
     const Layout bt(bType);
@@ -1100,6 +1177,114 @@ UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
     else
         multiply(a, at.ball, b, bt.ball, product.limb());
     return deliverLimbs(ret, retType, product, isNegative(a) != isNegative(b), rs);
+}
+
+// Values of up to 18 digits are numbers below 10^19, so that a product is one of 128 bits
+// and the rounded one is a word again.
+
+// 100^0 to 100^7, shifted so that the highest bit is set, and floor((2^128 - 1) / divisor)
+// less 2^64.
+struct Divisor
+{
+    Word normalized;
+    Word reciprocal;
+    int shift;
+};
+
+constexpr auto hundreds = [] {
+    std::array<Divisor, wordPairs> divisors {};
+    Word power = 1;
+    for (Divisor &d : divisors) {
+        d.shift = std::countl_zero(power);
+        d.normalized = power << d.shift;
+        d.reciprocal = static_cast<Word>(~UInt128 {0} / d.normalized);
+        power *= 100;
+    }
+    return divisors;
+}();
+
+// Divides a number whose high word is less than the divisor, with the high word of the
+// product with the reciprocal as the estimate. It is the quotient or 1 too large, and in
+// rare cases 1 too small, which the remainder shows (Moeller and Granlund, "Improved
+// division by invariant integers", algorithm 4). The remainder stays shifted.
+[[gnu::always_inline]] inline Word divide(UInt128 x, const Divisor &d, Word *remainder)
+{
+    x <<= d.shift;
+    const UInt128 estimate = UInt128 {static_cast<Word>(x >> 64)} * d.reciprocal + x;
+    Word quotient = static_cast<Word>(estimate >> 64) + 1;
+    Word rest = static_cast<Word>(x) - quotient * d.normalized;
+    const Word over = Word {0} - Word {rest > static_cast<Word>(estimate)};
+    quotient += over;
+    rest += over & d.normalized;
+    if (rest >= d.normalized) [[unlikely]] {
+        ++quotient;
+        rest -= d.normalized;
+    }
+    *remainder = rest;
+    return quotient;
+}
+
+constexpr int numberPairs = 10;
+
+// 1 to 10 pairs as a number. With 10 the first is below 10.
+[[gnu::always_inline]] inline Word toNumber(const BYTE *p, int n)
+{
+    if (n < wordPairs)
+        return toLimb(loadShort(p, n) & topMasks[n]);
+    const Word low = load<Word>(p + n - wordPairs);
+    if (n == wordPairs)
+        return toLimb(low & topMasks[n]);
+    const Word first = p[0] & pairMask;
+    return toLimb(low) + (n == numberPairs ? first * 100 + p[1] : first) * limbBase;
+}
+
+// The pairs of a number that is cut, of 8 N at most; what does not fit makes it too wide.
+template<int N> [[gnu::always_inline]] inline Cut<N> cutNumber(Word number, Word lost)
+{
+    const Word high = number / limbBase; // below 1845: two pairs
+    const Word low = toPairs(number - high * limbBase);
+    if constexpr (N == 1)
+        return {{low}, lost, high != 0};
+    else
+        return {{low, high + (high * 5243 >> 19) * (0x100 - 100)}, lost, false};
+}
+
+// Whether a value is below 10^19.
+[[gnu::always_inline]] inline bool isNumber(const BYTE *p, int n)
+{
+    return n > 0 && (n < numberPairs || (n == numberPairs && (p[0] & pairMask) < 10));
+}
+
+UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+                   BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout at(aType);
+    const Layout bt(bType);
+    if (std::max(at.ball, bt.ball) > numberPairs)
+        return mulLong(ret, retType, a, aType, b, bType, rs);
+    const Layout d(retType);
+    const int fraction = at.bfrac() + bt.bfrac();
+    const auto drop = static_cast<unsigned>(fraction - d.bfrac());
+    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= hundreds.size()
+        || fraction > windowFraction || d.ball < 1 || d.ball > 2 * wordPairs)
+        return mulLong(ret, retType, a, aType, b, bType, rs);
+
+    const UInt128 product = UInt128 {toNumber(a, at.ball)} * toNumber(b, bt.ball);
+    const Divisor &divisor = hundreds[drop];
+    if (static_cast<Word>(product >> 64) >= divisor.normalized >> divisor.shift)
+        return mulLong(ret, retType, a, aType, b, bType, rs);
+    Word rest;
+    const Word rounded = divide(product, divisor, &rest);
+    // No branch: halves are as good as random.
+    const Word atLeastHalf = rest >= divisor.normalized - rest ? 1 : 0;
+    const Word lost = Word {rest != 0} | ((Word {0} - atLeastHalf) & Word {50} << 56);
+    const bool negative = isNegative(a) != isNegative(b);
+    if (d.ball <= wordPairs) {
+        Cut<1> cut = cutNumber<1>(rounded, lost);
+        return deliver<1>(ret, d, cut, 2 * fraction, negative, rs);
+    }
+    Cut<2> cut = cutNumber<2>(rounded, lost);
+    return deliver<2>(ret, d, cut, 2 * fraction, negative, rs);
 }
 
 // ------------------------------------------------------------------- conversion
@@ -1162,10 +1347,22 @@ UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     return copyPlain(dst, Layout(type), pairs.data(), s, BCDII_ROUND_TRUNC);
 }
 
+// The type has the integer's own fraction digits: nothing to cut.
+[[gnu::always_inline]] inline UINT32 putScaledInteger(BYTE *dst, Layout d, UINT64 i64)
+{
+    const Words<2> pairs = integerPairs(i64, d.nfrac);
+    if (!fits<2>(pairs, d))
+        return putNan(dst, d, NoResult | Overflow);
+    storeWords<2>(dst, d.ball, pairs, false);
+    return i64 == 0 ? UINT32 {IsZero} : 0;
+}
+
 UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 {
-    fd = nearFractionDigits(fd);
     const Layout d(type);
+    if (fd == d.nfrac && fd <= 2 * windowFraction && d.ball > 0 && d.ball <= 2 * wordPairs)
+        return putScaledInteger(dst, d, i64);
+    fd = nearFractionDigits(fd);
     switch (windowOfBoth(d, Layout(2 * integerBytes - (fd & 1), fd))) {
     case 0:
         return putIntegerPlain(dst, type, i64, fd);
@@ -1179,6 +1376,17 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     }
 }
 
+// Hands out a magnitude below 2^64.
+[[gnu::always_inline]] inline UINT32 giveMagnitude(INT64 *pi64, Word magnitude, bool negative,
+                                                   UINT32 status)
+{
+    constexpr auto most = static_cast<Word>(std::numeric_limits<INT64>::max());
+    if (magnitude > most + Word {negative})
+        return NoResult | Overflow;
+    *pi64 = static_cast<INT64>((magnitude ^ (Word {0} - Word {negative})) + Word {negative});
+    return status;
+}
+
 // Hands out a value of a type of 19 digits. With an odd fraction the last digit is
 // padding: 20 digits, more than a word holds.
 [[gnu::always_inline]] inline UINT32 giveInteger(INT64 *pi64, Layout d, Word high, Word low,
@@ -1189,12 +1397,24 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     const Word highPart = high - (high >> 8) * (0x100 - 100); // two pairs at most
     const Word magnitude = (d.nfrac & 1) != 0 ? highPart * (limbBase / 10) + toLimb(low) / 10
                                               : highPart * limbBase + toLimb(low);
-    const bool negative = (status & IsNegative) != 0;
-    constexpr auto most = static_cast<Word>(std::numeric_limits<INT64>::max());
-    if (magnitude > most + Word {negative})
-        return NoResult | Overflow;
-    *pi64 = static_cast<INT64>((magnitude ^ (Word {0} - Word {negative})) + Word {negative});
-    return status;
+    return giveMagnitude(pi64, magnitude, (status & IsNegative) != 0, status);
+}
+
+// A value below 10^19 less some whole pairs. Rounding cannot reach 10^19 again.
+[[gnu::always_inline]] inline UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball,
+                                                unsigned drop, BCDIIroundstyle rs)
+{
+    const Divisor &divisor = hundreds[drop];
+    const bool negative = isNegative(bcd);
+    Word rest;
+    Word magnitude = divide(toNumber(bcd, ball), divisor, &rest);
+    const bool isRounded = rest != 0;
+    const bool up = roundsUp(rs, negative, rest >= divisor.normalized - rest);
+    magnitude += Word {isRounded} & Word {up};
+    const UINT32 status = UINT32 {isRounded} * Rounded;
+    if (magnitude == 0)
+        return giveMagnitude(pi64, 0, false, status | IsZero);
+    return giveMagnitude(pi64, magnitude, negative, status | signStatus(negative));
 }
 
 template<int N>
@@ -1225,21 +1445,33 @@ double floorPositive(double x)
     return x < doubleExact ? static_cast<double>(static_cast<INT64>(x)) : x;
 }
 
-// Takes the lowest digits (base 10 or 100) off x in double arithmetic. Below 2^63
-// integers do the same: x - digits is an integer, rounded when it becomes a double.
+// 2^i modulo 100, for i = 0 to 21; from 2 on it returns every 20 powers.
+constexpr auto powerResidues = [] {
+    std::array<unsigned, 22> residues {1};
+    for (std::size_t i = 1; i < residues.size(); ++i)
+        residues[i] = residues[i - 1] * 2 % 100;
+    return residues;
+}();
+
+// An integer from 2^53 on modulo 100: its 53 bits and its power of two each have a residue.
+unsigned residue(double x)
+{
+    constexpr int mantissaBits = 53;
+    static_assert(std::numeric_limits<double>::is_iec559);
+    const auto bits = std::bit_cast<UINT64>(x);
+    const auto mantissa = (bits & 0xFFFFFFFFFFFFF) | 0x10000000000000;
+    const int exponent = static_cast<int>(bits >> (mantissaBits - 1)) - 1022 - mantissaBits;
+    const int index = exponent < 2 ? exponent : 2 + (exponent - 2) % 20;
+    return static_cast<unsigned>(mantissa % 100) * powerResidues[static_cast<std::size_t>(index)]
+        % 100;
+}
+
+// Takes the lowest digits (base 10 or 100) off x >= 2^53 in double arithmetic. Integers do
+// the same: the digits are exact, and x - digits is rounded as a double.
 BYTE takeDigits(double *x, unsigned base)
 {
-    double digits;
-    double rest;
-    if (*x < 9223372036854775808.0) {
-        const auto integer = static_cast<INT64>(*x);
-        digits = static_cast<double>(integer % base);
-        rest = static_cast<double>(integer - integer % base);
-    } else {
-        digits = std::fmod(*x, base);
-        rest = *x - digits;
-    }
-    *x = floorPositive(rest / base + tolerance);
+    const unsigned digits = residue(*x) % base;
+    *x = floorPositive((*x - digits) / base + tolerance);
     return static_cast<BYTE>(digits);
 }
 
@@ -1263,9 +1495,8 @@ bool putPairs(BYTE *bcd, Layout t, Words<2> pairs)
     return anyOf<2>(pairs) == 0 && ((t.nint & 1) == 0 || bcd[0] < 10);
 }
 
-// Places the integer x; false when it does not fit. From 2^53 on the double arithmetic
-// may round, below it is the same as that of integers.
-bool putDouble(BYTE *bcd, Layout t, double x)
+// From 2^53 on the double arithmetic may round, below it is the same as that of integers.
+[[gnu::noinline]] bool putLargeDouble(BYTE *bcd, Layout t, double x)
 {
     bool half = (t.nfrac & 1) != 0; // the last byte holds one digit
     while (x >= doubleExact && t.ball > 0) {
@@ -1274,9 +1505,15 @@ bool putDouble(BYTE *bcd, Layout t, double x)
         bcd[--t.ball] = static_cast<BYTE>(half ? 10 * digits : digits);
         half = false;
     }
-    if (t.ball == 0)
-        return x <= tolerance;
-    return putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), half ? 1 : 0));
+    return t.ball > 0 && putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), half ? 1 : 0));
+}
+
+// Places the integer x > 0; false when it does not fit.
+bool putDouble(BYTE *bcd, Layout t, double x)
+{
+    if (x >= doubleExact || t.ball == 0)
+        return putLargeDouble(bcd, t, x);
+    return putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), t.nfrac & 1));
 }
 
 // ------------------------------------------------------------------------- text
@@ -1307,40 +1544,42 @@ const char *skipDigits(const char *p)
 struct Found
 {
     const char *integer = nullptr;  //!< first integer digit that is not a leading zero
-    const char *point = nullptr;    //!< first digit after the point
     const char *fraction = nullptr; //!< the same, without zeros when no integer digits stand before
+    const char *end = nullptr;      //!< behind the last digit
     std::ptrdiff_t nint = 0;        //!< digits before the point; negative: zeros after it
     std::ptrdiff_t nfrac = 0;       //!< digits after the point, with those zeros
-    bool negative = false;
     bool anyDigit = false;
     bool anySignificant = false;
 };
 
+const char *skipSpace(const char *p)
+{
+    while (*p == '\t' || *p == '\n' || *p == '\r' || *p == ' ')
+        ++p;
+    return p;
+}
+
+// The number that begins behind the sign.
 Found findNumber(const char *p)
 {
     Found found;
-    while (*p == '\t' || *p == '\n' || *p == '\r' || *p == ' ')
-        ++p;
-    found.negative = *p == '-';
-    p += found.negative || *p == '+' ? 1 : 0;
     found.integer = skipZeros(p);
-    const char *last = skipDigits(found.integer);
-    found.nint = last - found.integer;
-    found.anyDigit = last != p;
+    found.end = skipDigits(found.integer);
+    found.nint = found.end - found.integer;
+    found.anyDigit = found.end != p;
     found.anySignificant = found.nint > 0;
-    found.point = last;
-    found.fraction = last;
-    if ((*last != '.' && *last != ',') || !isDigit(last[1]))
+    found.fraction = found.end;
+    if ((*found.end != '.' && *found.end != ',') || !isDigit(found.end[1]))
         return found;
 
-    found.point = last + 1;
+    const char *const point = found.end + 1;
     found.anyDigit = true;
-    found.fraction = found.nint > 0 ? found.point : skipZeros(found.point);
-    last = skipDigits(found.fraction);
-    found.nfrac = last - found.point;
+    found.fraction = found.nint > 0 ? point : skipZeros(point);
+    found.end = skipDigits(found.fraction);
+    found.nfrac = found.end - point;
     if (found.nint == 0) {
-        found.nint = found.point - found.fraction;
-        found.anySignificant = last != found.fraction;
+        found.nint = point - found.fraction;
+        found.anySignificant = found.end != found.fraction;
     }
     return found;
 }
@@ -1360,87 +1599,217 @@ BYTE *packDigits(BYTE *out, const char *digit, std::ptrdiff_t count, bool firstA
     return out;
 }
 
+// Texts of at most 64 characters are taken eight characters at a time, without a branch
+// for each of them. Digits stand in bytes, the last character of the text in the lowest.
+constexpr int mostShortText = 64;
 constexpr int chunkDigits = 8;
 
-// 1 to 8 digit characters as digits in bytes, zeros in front.
-[[gnu::always_inline]] inline Word digitBytes(const char *text, int n)
+// 8 (W - 1) < n <= 8 W characters, each less '0' if it is a digit.
+template<int W> [[gnu::always_inline]] inline Words<W> loadDigits(const char *text, int n)
 {
+    constexpr Word zeros = eachByte * '0';
     const auto *const p = reinterpret_cast<const BYTE *>(text);
-    const Word zeros = eachByte * '0' >> (64 - 8 * n);
-    return (n == chunkDigits ? load<Word>(p) : loadShort(p, n)) - zeros;
+    Words<W> w;
+    repeat<W - 1>([&](int j) __attribute__((always_inline)) {
+        w[j] = load<Word>(p + n - chunkDigits * (j + 1)) ^ zeros;
+    });
+    const int rest = n - chunkDigits * (W - 1);
+    const int surplus = 8 * (chunkDigits - rest); // bits
+    if constexpr (W > 1)
+        w[W - 1] = (load<Word>(p) ^ zeros) >> surplus;
+    else
+        w[0] = loadShort(p, rest) ^ zeros >> surplus;
+    return w;
 }
 
-// Eight digits in bytes as four pairs.
+// Takes the separator, which is marked by a 1 in its byte, out of the digits: those in
+// front move down by one, or those behind move up when they are odd in number, since
+// pairs are aligned on the point. The mark as a long number, less 1, is a mask of what is
+// behind.
+template<int W>
+[[gnu::always_inline]] inline Words<W> joinDigits(const Words<W> &w, const Words<W> &mark, bool odd)
+{
+    Words<W> behind;
+    Words<W> front;
+    Word borrow = 1;
+    repeat<W>([&](int j) __attribute__((always_inline)) {
+        behind[j] = w[j] & (mark[j] - borrow);
+        front[j] = w[j] & ~((mark[j] << 8) - borrow);
+        borrow &= Word {mark[j] == 0};
+    });
+    Words<W> joined;
+    repeat<W>([&](int j) __attribute__((always_inline)) {
+        if (odd)
+            joined[j] = front[j] | behind[j] << 8 | (j > 0 ? behind[j - 1] >> 56 : 0);
+        else
+            joined[j] = behind[j] | front[j] >> 8 | (j + 1 < W ? front[j + 1] << 56 : 0);
+    });
+    return joined;
+}
+
+// Whether all bytes are 0 to 9: above, adding 0x76 sets bit 7, or it is set already.
+template<int W> [[gnu::always_inline]] inline bool areDigits(const Words<W> &w)
+{
+    Word tops = 0;
+    repeat<W>([&](int j)
+                  __attribute__((always_inline)) { tops |= w[j] | (w[j] + eachByte * 0x76); });
+    return (tops & eachByte * 0x80) == 0;
+}
+
+// Eight digits as four pairs.
 [[gnu::always_inline]] inline Word packChunk(Word digits)
 {
-    const Word pairs = (digits >> 8 & 0x00FF00FF00FF00FF) * 10 + (digits & 0x00FF00FF00FF00FF);
+    const Word pairs = (digits + (digits >> 8) * 10) & 0x00FF00FF00FF00FF;
     const Word halves = (pairs | pairs >> 8) & 0x0000FFFF0000FFFF;
     return (halves | halves >> 16) & 0xFFFFFFFF;
 }
 
-// At most 16 H digits in pairs that end with the last digit.
-template<int H> [[gnu::always_inline]] inline Words<H> packToEnd(const char *digits, int n)
+// Digits from the first that is not 0 to the end; the pairs are not all zero.
+template<int N> [[gnu::always_inline]] inline int significantDigits(const Words<N> &pairs)
 {
-    Words<H> w {};
-    for (int j = 0; j < 2 * H; ++j) {
-        const int rest = n - chunkDigits * j;
-        if (rest <= 0)
-            break;
-        const int first = std::max(0, rest - chunkDigits);
-        w[j / 2] |= packChunk(digitBytes(digits + first, rest - first)) << (32 * (j % 2));
+    Word top = pairs[0];
+    int below = 0;
+    for (int j = 1; j < N; ++j) {
+        below = pairs[j] != 0 ? 2 * wordPairs * j : below;
+        top = pairs[j] != 0 ? pairs[j] : top;
     }
-    return w;
+    const int pair = (63 - std::countl_zero(top | 1)) >> 3;
+    return below + 2 * pair + ((top >> (8 * pair)) > 9 ? 2 : 1);
 }
 
-// At most 16 H digits in pairs that begin with the first digit.
-template<int H> [[gnu::always_inline]] inline Words<H> packFromStart(const char *digits, int n)
+// What a text is read into.
+struct Target
 {
-    Words<H> w {};
-    for (int j = 0; j < 2 * H; ++j) {
-        const int rest = n - chunkDigits * j;
-        if (rest <= 0)
-            break;
-        const int count = std::min(rest, chunkDigits);
-        const Word chunk = digitBytes(digits + chunkDigits * j, count)
-            << (8 * (chunkDigits - count));
-        w[H - 1 - j / 2] |= packChunk(chunk) << (32 - 32 * (j % 2));
+    BYTE *dst;
+    BCDIIType *type;
+    bool negative;
+};
+
+// The same rules as for any other text, with the place of the first digit.
+template<int N>
+[[gnu::always_inline]] inline UINT32 putPairs(Target to, const Words<N> &pairs, int nfrac)
+{
+    const BCDIIType given = *to.type;
+    const Layout d(static_cast<std::int8_t>(given >> 8), nfrac);
+    const int nint = significantDigits<N>(pairs) - 2 * d.bfrac();
+    const bool fitsGiven = nint <= d.nint + nfrac - static_cast<std::int8_t>(given);
+    if (fitsGiven)
+        *to.type = (given & 0xFF00) | static_cast<BYTE>(nfrac);
+    if (!fitsGiven || nint > d.nint) {
+        to.dst[0] = nanByte;
+        return NoResult | Overflow;
     }
-    return w;
+    if (N == windowWords || d.ball <= wordPairs * N)
+        storeWords<N>(to.dst, d.ball, pairs, to.negative);
+    else
+        storeWords<windowWords>(to.dst, d.ball, resized<windowWords>(pairs), to.negative);
+    return signStatus(to.negative);
 }
 
-// Stores a number of at most 16 H digits on either side of the point.
-template<int H>
-[[gnu::always_inline]] inline UINT32 putFoundShort(BYTE *dst, Layout d, const Found &found)
+constexpr UINT32 notTaken = ~UINT32 {0};
+
+// Takes digits with at most one separator, and anything but zero.
+template<int W> [[gnu::always_inline]] inline UINT32 putDigits(Target to, const char *text, int n)
 {
-    const int nint = static_cast<int>(std::max<std::ptrdiff_t>(found.nint, 0));
-    const Words<H> integer = packToEnd<H>(found.integer, nint);
-    const Words<H> fraction = packFromStart<H>(found.point, d.nfrac);
-    Words<2 * H> all;
-    for (int j = 0; j < H; ++j) {
-        all[j] = fraction[j];
-        all[H + j] = integer[j];
+    constexpr Word gather = 0x0102040810204080; // bit 0 of byte i becomes bit 56 + i
+    Words<W> digits = loadDigits<W>(text, n);
+    Words<W> marks;
+    Word places = 0;
+    repeat<W>([&](int j) __attribute__((always_inline)) {
+        marks[j] = digits[j] >> 4 & eachByte; // in separators, not in digits
+        places |= marks[j] * gather >> 56 << (8 * j);
+    });
+    int nfrac = 0;
+    if (places != 0) {
+        nfrac = std::countr_zero(places);
+        const char separator = text[n - 1 - nfrac];
+        if ((separator != '.' && separator != ',') || nfrac > 2 * windowFraction)
+            return notTaken;
+        digits = joinDigits<W>(digits, marks, (nfrac & 1) != 0);
     }
-    Cut<2 *H> cut = cutWindow<2 * H>(all, H * wordPairs - d.bfrac());
-    return deliver<2 * H>(dst, d, cut, d.nfrac, found.negative, BCDII_ROUND_NEAREST);
+    if (!areDigits<W>(digits)) // a second separator is none
+        return notTaken;
+    Words<(W + 1) / 2> pairs {};
+    repeat<W>([&](int j) __attribute__((always_inline)) {
+        pairs[j / 2] |= packChunk(digits[j]) << (32 * (j % 2));
+    });
+    if (anyOf<(W + 1) / 2>(pairs) == 0)
+        return notTaken;
+    return putPairs<(W + 1) / 2>(to, pairs, nfrac);
+}
+
+UINT32 putShortText(Target to, const char *text, std::size_t n)
+{
+    const auto nall = static_cast<std::int8_t>(*to.type >> 8);
+    if (n > mostShortText || nall < 1 || nall > 63)
+        return notTaken;
+    const int length = static_cast<int>(n);
+    switch ((n + chunkDigits - 1) / chunkDigits) {
+    case 0:
+        return notTaken;
+    case 1:
+        return putDigits<1>(to, text, length);
+    case 2:
+        return putDigits<2>(to, text, length);
+    case 3:
+        return putDigits<3>(to, text, length);
+    case 4:
+        return putDigits<4>(to, text, length);
+    case 5:
+        return putDigits<5>(to, text, length);
+    case 6:
+        return putDigits<6>(to, text, length);
+    case 7:
+        return putDigits<7>(to, text, length);
+    default:
+        return putDigits<8>(to, text, length);
+    }
+}
+
+// Characters to the end of the text, or more than mostShortText. The search does not
+// look behind the end.
+std::size_t shortLength(const char *text)
+{
+    const void *const end = std::memchr(text, '\0', mostShortText + 1);
+    return static_cast<std::size_t>(end != nullptr ? static_cast<const char *>(end) - text
+                                                   : mostShortText + 1);
 }
 
 // The new type's fraction digits are the text's, so that nothing is rounded.
-UINT32 putFound(BYTE *dst, BCDIIType type, const Found &found)
+UINT32 putFound(Target to, const Found &found)
 {
-    const Layout d(type);
+    const Layout d(*to.type);
     const int nint = static_cast<int>(found.nint);
-    const int most = std::max({nint, d.nfrac, d.ball});
-    if (most <= 16 && d.ball > 0)
-        return putFoundShort<1>(dst, d, found);
-    if (most <= 32 && d.ball > 0)
-        return putFoundShort<2>(dst, d, found);
     std::array<BYTE, parseBuffer> pairs;
     const bool odd = (nint & 1) != 0;
     BYTE *next = packDigits(pairs.data(), found.integer, std::max(nint, 0), odd);
     packDigits(next, found.fraction, d.nfrac + std::min(nint, 0), nint < 0 && odd);
-    pairs[0] = static_cast<BYTE>(pairs[0] | (found.negative ? signBit : 0));
-    return copyInternal(dst, type, pairs.data(), typeWord(nint + d.nfrac, d.nfrac),
+    pairs[0] = static_cast<BYTE>(pairs[0] | (to.negative ? signBit : 0));
+    return copyInternal(to.dst, *to.type, pairs.data(), typeWord(nint + d.nfrac, d.nfrac),
                         BCDII_ROUND_NEAREST);
+}
+
+// Any text, without its sign.
+UINT32 putText(Target to, const char *text)
+{
+    const Layout given(*to.type);
+    const Found found = findNumber(text);
+    if (!found.anyDigit)
+        return putNan(to.dst, given, Invalid | NoResult);
+    if (!found.anySignificant)
+        return putZero(to.dst, given);
+    const auto length = static_cast<std::size_t>(found.end - found.integer);
+    const UINT32 status = putShortText(to, found.integer, length);
+    if (status != notTaken)
+        return status;
+    if (((found.nint + 1) >> 1) + ((found.nfrac + 1) >> 1) > parseBuffer
+        || found.nfrac > mostFractionDigits)
+        return putNan(to.dst, given, Invalid | NoResult);
+    if (found.nint > given.nint)
+        return putNan(to.dst, given, NoResult | Overflow);
+
+    *to.type = (*to.type & 0xFF00) | static_cast<BYTE>(found.nfrac);
+    return putFound(to, found);
 }
 
 constexpr auto pairTexts = [] {
@@ -1484,6 +1853,120 @@ void putFractionDigits(char *to, const BYTE *bcd, Layout t)
         to = putPairText(to, bcd[i]);
     if ((t.nfrac & 1) != 0 && t.ball > 0)
         to[-1] = '\0'; // the padding digit
+}
+
+void putTextPlain(char *to, const BYTE *bcd, Layout t)
+{
+    if (isNegative(bcd))
+        *to++ = '-';
+    to = putIntegerDigits(to, bcd, t);
+    if (t.nfrac > 0)
+        putFractionDigits(to, bcd, t);
+}
+
+// Characters of the widest text without a sign.
+int textWidth(Layout t)
+{
+    return std::max(t.nint, 0) + (t.nfrac > 0 ? t.nfrac + 1 : 0);
+}
+
+constexpr int chunkPairs = chunkDigits / 2;
+constexpr int mostDigits = 2 * windowWords * wordPairs;
+constexpr int pointPlace = chunkDigits + mostDigits; // room for a sign and the integer
+constexpr int textTail = mostDigits + 8;             // NULs that may follow the text
+constexpr int textBuffer = pointPlace + 1 + mostDigits + textTail;
+
+// Four pairs as eight digits; 103 / 2^10 is 1 / 10 for them.
+[[gnu::always_inline]] inline Word unpackChunk(Word pairs)
+{
+    const Word halves = (pairs | pairs << 16) & 0x0000FFFF0000FFFF;
+    const Word spread = (halves | halves << 8) & 0x00FF00FF00FF00FF;
+    const Word tens = spread * 103 >> 10 & 0x000F000F000F000F;
+    return tens << 8 | (spread - tens * 10);
+}
+
+// A text that is put down from its point, eight digits at a time, wherever it begins. A
+// chunk of fewer pairs is read with its neighbours, which are shifted out.
+class TextWriter
+{
+public:
+    explicit TextWriter(char *point)
+        : m_point(reinterpret_cast<BYTE *>(point))
+    {
+    }
+
+    void putInteger(const BYTE *bcd, int pairs)
+    {
+        for (int at = 0; at < pairs; at += chunkPairs) {
+            const int left = pairs - at;
+            const Word chunk = left > chunkPairs
+                ? load<UINT32>(bcd + left - chunkPairs)
+                : load<UINT32>(bcd) >> (8 * (chunkPairs - left)) & topMasks[left];
+            const Word digits = unpack(chunk);
+            store(m_point - 2 * at - chunkDigits, digits | zeros);
+            // No branch: where a number begins is as good as random.
+            const int count = 2 * at + chunkDigits - (std::countl_zero(digits | 1) >> 3);
+            const int keep = int {digits != 0} - 1;
+            m_integerDigits = (m_integerDigits & keep) | (count & ~keep);
+        }
+    }
+    // The pairs end with byte end, which is the end of the value.
+    void putFraction(const BYTE *end, int pairs, bool hasSign)
+    {
+        for (int at = 0; at < pairs; at += chunkPairs) {
+            const int left = pairs - at;
+            UINT32 chunk = left >= chunkPairs
+                ? load<UINT32>(end - left)
+                : load<UINT32>(end - chunkPairs) << (8 * (chunkPairs - left));
+            if (at == 0 && hasSign)
+                chunk &= 0x7FFFFFFF;
+            store(m_point + 1 + 2 * at, unpack(chunk) | zeros);
+        }
+    }
+    // Ends the text behind nfrac digits, and returns where it begins.
+    const char *finish(int nfrac, bool negative)
+    {
+        *m_point = nfrac > 0 ? '.' : '\0';
+        repeat<textTail / 8>([&](int j) __attribute__((always_inline)) {
+            store<Word>(m_point + 1 + nfrac + 8 * j, 0);
+        });
+        BYTE *const first = m_point - m_integerDigits;
+        first[-1] = '-';
+        return reinterpret_cast<const char *>(first - int {negative});
+    }
+    bool isValid() const { return (m_tops & eachByte * 0x80) == 0; }
+
+private:
+    static constexpr Word zeros = eachByte * '0';
+
+    Word unpack(Word pairs)
+    {
+        m_tops |= pairs | (pairs + eachByte * 28);
+        return unpackChunk(pairs);
+    }
+
+    BYTE *m_point;
+    int m_integerDigits = 0; // without zeros in front
+    Word m_tops = 0;         // bit 7: a pair was above 99
+};
+
+// Not inlined: knowing the bounds of the size, compilers copy in place, which is slower
+// here than the C library.
+[[gnu::noinline]] std::string textOf(const char *text, std::size_t size)
+{
+    return {text, size};
+}
+
+// Null for bytes that are not digits.
+const char *putTextShort(std::array<char, textBuffer> &buffer, const BYTE *bcd, Layout t)
+{
+    if ((bcd[0] & pairMask) > ((t.nint & 1) != 0 ? 9 : 99))
+        return nullptr;
+    TextWriter text(buffer.data() + pointPlace);
+    text.putInteger(bcd, t.bint());
+    text.putFraction(bcd + t.ball, t.bfrac(), t.bint() == 0);
+    const char *const first = text.finish(t.nfrac, isNegative(bcd));
+    return text.isValid() ? first : nullptr;
 }
 
 } // namespace
@@ -1603,13 +2086,9 @@ UINT32 BCDIICopy(void *dst_, const void *src_)
 
 int BCDIICmp(const void *a, BCDIIType aType, const void *b, BCDIIType bType)
 {
-    const BYTE *const x = bytes(a);
-    const BYTE *const y = bytes(b);
-    if (isNegative(x) != isNegative(y))
-        return isNegative(x) ? -1 : 1;
-    const int order = isSameType(aType, bType) ? compareBytes(x, y, Layout(aType).ball)
-                                               : compareMagnitudes(x, aType, y, bType);
-    return isNegative(x) ? -order : order;
+    if (isSameType(aType, bType))
+        return compareSame(bytes(a), bytes(b), aType);
+    return compareTypes(bytes(a), aType, bytes(b), bType);
 }
 
 int BCDIICmp(const void *a_, const void *b_)
@@ -1683,9 +2162,13 @@ UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIro
 {
     if (isNan(bytes(bcd)))
         return NanOperand | Invalid | NoResult;
-    fd = nearFractionDigits(fd);
-    const Layout d(19, fd); // 10 bytes, so 2 words at least
     const Layout t(type);
+    fd = nearFractionDigits(fd);
+    const auto drop = static_cast<unsigned>(t.bfrac() - (fd >> 1));
+    if ((fd & 1) == 0 && drop < hundreds.size() && t.bfrac() <= windowFraction
+        && isNumber(bytes(bcd), t.ball))
+        return giveNumber(pi64, bytes(bcd), t.ball, drop, rs);
+    const Layout d(19, fd); // 10 bytes, so 2 words at least
     switch (windowOfBoth(d, t)) {
     case 0:
         return toIntegerPlain(pi64, bytes(bcd), type, fd, rs);
@@ -1763,21 +2246,12 @@ UINT32 BCDIIGetFromDouble(void *bcd_, double dbl)
 
 UINT32 BCDIIFromString(void *bcd, BCDIIType &type, const char *str)
 {
-    const Layout given(type);
-    BYTE *const dst = bytes(bcd);
-    const Found found = findNumber(str);
-    if (!found.anyDigit)
-        return putNan(dst, given, Invalid | NoResult);
-    if (!found.anySignificant)
-        return putZero(dst, given);
-    if (((found.nint + 1) >> 1) + ((found.nfrac + 1) >> 1) > parseBuffer
-        || found.nfrac > mostFractionDigits)
-        return putNan(dst, given, Invalid | NoResult);
-    if (found.nint > given.nint)
-        return putNan(dst, given, NoResult | Overflow);
-
-    type = (type & 0xFF00) | static_cast<BYTE>(found.nfrac);
-    return putFound(dst, type, found);
+    const char *text = skipSpace(str);
+    const bool negative = *text == '-';
+    text += int {negative} | int {*text == '+'};
+    const Target to {bytes(bcd), &type, negative};
+    const UINT32 status = putShortText(to, text, shortLength(text));
+    return status != notTaken ? status : putText(to, text);
 }
 
 UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok)
@@ -1793,17 +2267,17 @@ UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok)
 
 std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
 {
-    const Layout t(type);
     const BYTE *const b = bytes(bcd);
-    const bool hasFraction = t.nfrac > 0;
-    const int width = std::max(t.nint, 0) + (hasFraction ? t.nfrac + 1 : 0);
-    std::string text(static_cast<std::size_t>(width) + 2, '\0');
-    char *to = text.data();
-    *to = isNegative(b) ? '-' : '\0';
-    to += isNegative(b) ? 1 : 0;
-    to = putIntegerDigits(to, b, t);
-    if (hasFraction)
-        putFractionDigits(to, b, t);
+    const Layout t(type);
+    const auto size = static_cast<std::size_t>(textWidth(t)) + 2;
+    if (t.ball >= chunkPairs && t.ball <= windowWords * wordPairs && t.bint() >= 0
+        && t.nfrac >= 0) {
+        std::array<char, textBuffer> buffer;
+        if (const char *const text = putTextShort(buffer, b, t))
+            return textOf(text, size);
+    }
+    std::string text(size, '\0');
+    putTextPlain(text.data(), b, t);
     return text;
 }
 

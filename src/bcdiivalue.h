@@ -41,12 +41,14 @@ public:
     constexpr BCDIIValue() = default;
 
     //! NaN when the integer does not fit; digits that the type does not have are cut off.
-    explicit BCDIIValue(INT64 integer, UINT32 *status = nullptr)
+    explicit BCDIIValue(INT64 integer, UINT32 *status = nullptr) { setScaled(integer, 0, status); }
+
+    //! \a units of the last digit, exact: 1990 hundredths are 19.90. NaN when it does not fit.
+    static BCDIIValue fromUnits(INT64 units, UINT32 *status = nullptr)
     {
-        const UINT32 result = BCDIIGetFromInt64(data(), type(), integer, 0);
-        if ((result & 2) != 0)
-            m_bytes = {}; // a negative integer cut to zero has a sign
-        report(status, (result & 2) != 0 ? result & ~4U : result);
+        BCDIIValue value;
+        value.setScaled(units, Fraction, status);
+        return value;
     }
 
     //! The value nearest to \a real * 10^Fraction, taken in double; see BCDIIGetFromDouble().
@@ -143,6 +145,13 @@ public:
         report(status, BCDII2Int64(&integer, data(), type(), 0, style));
         return integer;
     }
+    //! Units of the last digit: 1990 for 19.90. 0 when it does not fit or the value is NaN.
+    INT64 toUnits(UINT32 *status = nullptr) const
+    {
+        INT64 units = 0;
+        report(status, BCDII2Int64(&units, data(), type(), Fraction, BCDII_ROUND_NEAREST));
+        return units;
+    }
     //! The value as a double; a quiet NaN for NaN.
     double toDouble() const
     {
@@ -155,7 +164,8 @@ public:
     {
         if (isNan())
             return "NaN";
-        std::string text = BCDII2StringSequence(data(), type()).c_str();
+        std::string text = BCDII2StringSequence(data(), type());
+        text.resize(text.find('\0'));
         const std::size_t first = isNegative() ? 1 : 0;
         if (text.size() == first || text[first] == '.')
             text.insert(first, 1, '0');
@@ -171,7 +181,8 @@ public:
     }
     QString toQString() const
     {
-        return QString::fromStdString(toString());
+        const std::string text = toString();
+        return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
     }
     //! @}
 #endif
@@ -256,6 +267,18 @@ private:
     {
         if (status != nullptr)
             *status = result;
+    }
+
+    // integer / 10^digits. A negative one that is cut to zero or does not fit comes with a
+    // sign, which neither zero nor NaN has here.
+    void setScaled(INT64 integer, int digits, UINT32 *status)
+    {
+        const UINT32 result = BCDIIGetFromInt64(data(), type(), integer, digits);
+        if ((result & 0x02) != 0)
+            m_bytes = {};
+        else if ((result & 0x10) != 0)
+            *this = nan();
+        report(status, (result & 0x12) != 0 ? result & ~4U : result);
     }
 
     std::array<BYTE, byteCount> m_bytes {}; //!< as described in bcdii.h

@@ -327,6 +327,7 @@ private Q_SLOTS:
     void shortCopiesExhaustively();
     void shortSumsExhaustively();
     void shortProductsExhaustively();
+    void productsNearPowersOfTen();
     void randomCopies();
     void randomComparisons();
     void randomSums();
@@ -338,6 +339,7 @@ private Q_SLOTS:
     void randomFromDoubles();
     void randomToDoubles();
     void randomTexts();
+    void textsOfEveryShape();
     void randomFormats();
     void randomChecksAndConstants();
     void anyBytesAreSafe();
@@ -347,6 +349,7 @@ private Q_SLOTS:
     void valueText();
     void valueLiterals();
     void valueConversions();
+    void valueUnits();
     void valueLimits();
     void valueHash();
 };
@@ -1134,6 +1137,40 @@ void tst_Bcdii::shortProductsExhaustively()
     QCOMPARE(wrongShortResults(BCDIIMul, Oracle::multiply), 0);
 }
 
+// Factors beside powers of ten, where quotients and remainders are at their limits, in types
+// of 18 to 20 digits with every number of pairs to cut off.
+void tst_Bcdii::productsNearPowersOfTen()
+{
+    std::vector<Oracle::Integer> units;
+    for (int i = 0; i < 19; ++i) {
+        for (int beside = -1; beside <= 1; ++beside)
+            units.push_back(Oracle::tenTo(i) + beside);
+    }
+    const Type shapes[][3] = {{{18, 6}, {18, 6}, {18, 6}},  {{18, 5}, {18, 5}, {18, 5}},
+                              {{19, 0}, {19, 0}, {38, 0}},  {{19, 9}, {19, 5}, {20, 1}},
+                              {{20, 8}, {20, 6}, {16, 0}},  {{18, 2}, {19, 1}, {9, 2}},
+                              {{19, 15}, {18, 3}, {30, 4}}, {{18, -2}, {18, 16}, {19, 7}}};
+    BYTE result[40] = {};
+    for (const auto &[at, bt, d] : shapes) {
+        for (const Oracle::Integer &x : units) {
+            for (const Oracle::Integer &y : units) {
+                const std::vector<BYTE> a = Oracle::write(x % Oracle::tenTo(at.nall), false, at);
+                const std::vector<BYTE> b = Oracle::write(y % Oracle::tenTo(bt.nall), false, bt);
+                const auto rs = static_cast<BCDIIroundstyle>((a.back() + b.back()) % 5);
+                const Outcome expected =
+                    Oracle::multiply(Oracle::read(a.data(), at), Oracle::read(b.data(), bt), d, rs);
+                const UINT32 status =
+                    BCDIIMul(result, d.word(), a.data(), at.word(), b.data(), bt.word(), rs);
+                const bool same = expected.nan
+                    ? result[0] == 101
+                    : std::equal(expected.bytes.begin(), expected.bytes.end(), result);
+                QVERIFY2(same && status == expected.status,
+                         (x.str() + " * " + y.str() + " in " + name(d)).c_str());
+            }
+        }
+    }
+}
+
 void tst_Bcdii::randomCopies()
 {
     Random random(2);
@@ -1420,29 +1457,76 @@ std::string randomText(Random &random)
 
 } // namespace
 
-void tst_Bcdii::randomTexts()
+namespace {
+
+// Reads a text that ends where memory ends, and compares status, type and bytes.
+class TextCheck
 {
-    Random random(12);
-    Guarded memory;
-    Guarded textMemory;
-    for (int i = 0; i < caseCount(); ++i) {
-        const Type t = random.oneIn(2) ? Type {63, random.between(0, 20)} : random.type();
-        const std::string text = randomText(random);
+public:
+    bool agrees(const std::string &text, Type t, BCDIIType word, bool atEnd)
+    {
         const Oracle::ParseOutcome expected = Oracle::parse(text, t);
         const int room = std::max(t.size(), expected.type.size());
-        memory.take(room, random.oneIn(2));
-        BYTE *const str = textMemory.take(int(text.size()) + 1, true); // no byte behind the NUL
+        m_memory.take(room, atEnd);
+        BYTE *const str = m_text.take(int(text.size()) + 1, true); // no byte behind the NUL
         std::memcpy(str, text.c_str(), text.size() + 1);
-        BCDIIType word = random.word(t);
-        const UINT32 status = BCDIIFromString(memory.data(), word, reinterpret_cast<char *>(str));
+        m_status = BCDIIFromString(m_memory.data(), word, reinterpret_cast<char *>(str));
         std::vector<BYTE> bytes(std::size_t(room), guardByte);
         if (expected.value.nan)
             bytes[0] = 101;
         else
             std::copy(expected.value.bytes.begin(), expected.value.bytes.end(), bytes.begin());
-        const bool same = status == expected.value.status && (word & 0xFFFF) == expected.type.word()
-            && memory.holds(bytes);
-        QVERIFY2(same, (text + " into " + name(t) + ": " + std::to_string(status)).c_str());
+        m_what = text + " into " + name(t) + ": " + std::to_string(m_status);
+        return m_status == expected.value.status && (word & 0xFFFF) == expected.type.word()
+            && m_memory.holds(bytes);
+    }
+    const char *what() const { return m_what.c_str(); }
+
+private:
+    Guarded m_memory;
+    Guarded m_text;
+    UINT32 m_status = 0;
+    std::string m_what;
+};
+
+} // namespace
+
+void tst_Bcdii::randomTexts()
+{
+    Random random(12);
+    TextCheck check;
+    for (int i = 0; i < caseCount(); ++i) {
+        const Type t = random.oneIn(2) ? Type {63, random.between(0, 20)} : random.type();
+        const std::string text = randomText(random);
+        const BCDIIType word = random.word(t);
+        QVERIFY2(check.agrees(text, t, word, random.oneIn(2)), check.what());
+    }
+}
+
+// Every length and place of the separator, alone and with one more character that may
+// end the number, at every place.
+void tst_Bcdii::textsOfEveryShape()
+{
+    static constexpr char others[] = {'.', ',', '/', ':', '\x1f', '\x10', '0', 'x', '\xff'};
+    const Type types[] = {{63, 20}, {63, 0}, {18, 6}, {9, 2}, {5, -2}, {3, 8}};
+    TextCheck check;
+    int other = 0;
+    for (int digits = 0; digits <= 66; ++digits) {
+        for (int before = 0; before <= digits + 1; ++before) {
+            std::string text;
+            for (int i = 0; i < digits; ++i)
+                text += char('0' + (7 * i + 3 * before + 1) % 10);
+            if (before <= digits)
+                text.insert(std::size_t(before), 1, digits % 2 != 0 ? '.' : ',');
+            for (const Type t : types)
+                QVERIFY2(check.agrees(text, t, t.word(), true), check.what());
+            for (std::size_t i = 0; i < text.size(); ++i) {
+                std::string odd = text;
+                odd[i] = others[std::size_t(++other) % sizeof others];
+                const Type t = types[std::size_t(other) % std::size(types)];
+                QVERIFY2(check.agrees(odd, t, t.word(), true), check.what());
+            }
+        }
     }
 }
 
@@ -1459,6 +1543,7 @@ void tst_Bcdii::randomFormats()
         QVERIFY2(text == Oracle::format(src.bytes.data(), t), (src.text() + " " + text).c_str());
         const int widest = std::max(t.nint(), 0) + (t.nfrac > 0 ? t.nfrac + 1 : 0);
         QCOMPARE(int(padded.size()), widest + 2);
+        QCOMPARE(padded.find_first_not_of('\0', text.size()), std::string::npos);
 
         // What is printed is read back: in the same type when that has a fraction.
         if (t.nfrac < 0 || text.empty())
@@ -1673,6 +1758,37 @@ void tst_Bcdii::valueConversions()
     QCOMPARE((Money::fromString("9.96").to<BCDIIValue<3, 1>>().toString()), std::string("10.0"));
     QVERIFY((Money::fromString("9.96").to<BCDIIValue<2, 1>>(BCDII_ROUND_NEAREST, &status).isNan()));
     QCOMPARE(status, 81U);
+}
+
+void tst_Bcdii::valueUnits()
+{
+    UINT32 status = 77;
+    QCOMPARE(Money::fromUnits(1990, &status).toString(), std::string("19.90"));
+    QCOMPARE(status, 0U);
+    QCOMPARE(Money::fromUnits(-5, &status).toString(), std::string("-0.05"));
+    QCOMPARE(status, 4U);
+    QVERIFY(Money::fromUnits(0, &status).isZero());
+    QCOMPARE(status, 2U);
+    using Small = BCDIIValue<3, 1>;
+    const Small tooLow = Small::fromUnits(-1000, &status);
+    QCOMPARE(status, 17U);
+    QCOMPARE(tooLow.status(), 160U); // as any other NaN
+    QCOMPARE(Small(-100, &status).status(), 160U);
+    QCOMPARE(status, 17U);
+
+    QCOMPARE(Money::fromString("-19.90").toUnits(&status), INT64 {-1990});
+    QCOMPARE(status, 4U);
+    QCOMPARE(tooLow.toUnits(&status), INT64 {0});
+    QCOMPARE(status, 176U);
+    using Large = BCDIIValue<30, 4>;
+    QCOMPARE(Large::highest().toUnits(&status), INT64 {0});
+    QCOMPARE(status, 17U);
+    for (INT64 units : {INT64 {0}, INT64 {7}, std::numeric_limits<INT64>::max(),
+                        std::numeric_limits<INT64>::min()})
+        QCOMPARE(Large::fromUnits(units).toUnits(), units);
+    using Thousands = BCDIIValue<4, -3>;
+    QCOMPARE(Thousands::fromUnits(12).toString(), std::string("12000"));
+    QCOMPARE(Thousands::fromString("12000").toUnits(), INT64 {12});
 }
 
 void tst_Bcdii::valueLimits()

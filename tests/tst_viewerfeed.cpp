@@ -145,11 +145,12 @@ void tst_ViewerFeed::multipliesExactly()
     for (int row = 0; row < 1000; ++row) {
         const Trade trade = model.trade(FeedModel::pastTrades - 1 - row);
         QVERIFY(trade.quantity >= 1);
-        QVERIFY(trade.price > 0);
+        QVERIFY(trade.price > Trade::Price());
         const qint64 value = text(model, row, FeedModel::ValueColumn).remove('.').toLongLong();
         const qint64 price = text(model, row, FeedModel::PriceColumn).remove('.').toLongLong();
         QCOMPARE(value, price * text(model, row, FeedModel::QuantityColumn).toLongLong());
-        QCOMPARE(price, trade.price);
+        QCOMPARE(price, trade.price.toUnits());
+        QCOMPARE(value, trade.value().toUnits());
     }
 }
 

@@ -43,18 +43,14 @@ qint64 wave(quint64 seed, quint64 step, int shift, qint64 height)
     return left + (corner(at + 1) - left) * within / (qint64(1) << shift);
 }
 
-// Long, middle and short waves above a floor of the symbol's own.
-qint64 priceOf(int symbol, quint64 number)
+// Long, middle and short waves above a floor of the symbol's own, in hundredths.
+Trade::Price priceOf(int symbol, quint64 number)
 {
     const quint64 seed = scatter(quint64(symbol) + 1);
     const qint64 floor = 2000 + qint64(seed % 30000);
-    return floor + wave(seed, number, 19, floor / 2) + wave(seed, number, 14, floor / 20)
-        + wave(seed, number, 9, 1 + floor / 200) + qint64(scatter(number) >> 32) % 3;
-}
-
-QString twoDecimals(qint64 hundredths)
-{
-    return QStringLiteral("%1.%2").arg(hundredths / 100).arg(hundredths % 100, 2, 10, QChar(u'0'));
+    return Trade::Price::fromUnits(
+        floor + wave(seed, number, 19, floor / 2) + wave(seed, number, 14, floor / 20)
+        + wave(seed, number, 9, 1 + floor / 200) + qint64(scatter(number) >> 32) % 3);
 }
 
 // Both are readable on the base colour that the palette has at the moment.
@@ -181,11 +177,11 @@ QString FeedModel::text(const Trade &trade, qint64 number, int column) const
     case SideColumn:
         return trade.isBuy ? tr("Buy") : tr("Sell");
     case PriceColumn:
-        return twoDecimals(trade.price);
+        return trade.price.toQString();
     case QuantityColumn:
         return QString::number(trade.quantity);
     case ValueColumn:
-        return twoDecimals(trade.price * trade.quantity);
+        return trade.value().toQString();
     case VenueColumn:
         return QString::fromLatin1(s_venues[std::size_t(trade.venue)]);
     default:

@@ -4,6 +4,8 @@
 #ifndef FEEDMODEL_H
 #define FEEDMODEL_H
 
+#include "bcdiivalue.h"
+
 #include <QAbstractTableModel>
 
 #include <vector>
@@ -11,10 +13,15 @@
 //! One simulated trade. Everything in it is exact: no floating point.
 struct Trade
 {
+    using Price = BCDIIValue<9, 2>;
+    using Value = BCDIIValue<15, 2>;
+
+    Value value() const { return Value::product(price, BCDIIValue<9, 0>(quantity)); }
+
     qint64 time = 0;     //!< milliseconds since 1970, UTC
     int symbol = 0;      //!< number of the symbol
     bool isBuy = false;  //!< else it is a sell
-    qint64 price = 0;    //!< hundredths
+    Price price;         //!< of one piece
     qint64 quantity = 0; //!< pieces, at least 1
     int venue = 0;       //!< number of the venue
 };
