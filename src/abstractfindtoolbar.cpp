@@ -95,9 +95,11 @@ class AbstractFindToolBarSwitcher
 public:
     explicit AbstractFindToolBarSwitcher(AbstractFindToolBar *toolBar)
         : m_toolBar(toolBar)
+        , m_focused(focusWidget())
     {
         m_toolBar->setActionsEnabled(false);
         m_toolBar->m_progressIndicator->startAnimation();
+        m_resort = focusWidget();
     }
     ~AbstractFindToolBarSwitcher()
     {
@@ -105,6 +107,8 @@ public:
             return;
         m_toolBar->m_progressIndicator->stopAnimation();
         m_toolBar->setActionsEnabled(true);
+        if (m_focused && m_focused != m_resort && m_resort == focusWidget())
+            m_focused->setFocus(Qt::OtherFocusReason);
     }
     Q_DISABLE_COPY_MOVE(AbstractFindToolBarSwitcher)
 
@@ -112,7 +116,11 @@ public:
     bool isOrphaned() const { return !m_toolBar; }
 
 private:
+    QWidget *focusWidget() const { return m_toolBar->window()->focusWidget(); }
+
     QPointer<AbstractFindToolBar> m_toolBar;
+    QPointer<QWidget> m_focused; //!< when the search began
+    QPointer<QWidget> m_resort;  //!< got the focus of a button that was disabled
 };
 
 AbstractFindToolBar::AbstractFindToolBar(QWidget *parent)

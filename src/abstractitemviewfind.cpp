@@ -201,13 +201,14 @@ public:
     class ShownTexts;
     using Iterator = AbstractItemViewFind::Iterator;
 
-    ItemViewSearch(AbstractItemViewFind *engine, const QModelIndex &start, bool forward);
+    ItemViewSearch(AbstractItemViewFind *engine, const QModelIndex &start, const QString &text,
+                   bool forward);
     ~ItemViewSearch() override;
 
     //! From the row of \a it to the end.
-    Result walk(Iterator it, const QString &text);
+    Result walk(Iterator it);
     //! Forward from the first row to the row of the start.
-    Result walkToStart(const QString &text);
+    Result walkToStart();
 
     //! Ends this search and those that it interrupted.
     void breakOff();
@@ -237,6 +238,7 @@ private:
     QPointer<QHeaderView> m_header;       //!< gave the columns
     QPointer<QAbstractItemModel> m_model; //!< walked
     std::unique_ptr<ShownTexts> m_shown;  //!< null until asked for
+    const QString m_text;                 //!< the caller's may go while events run
     QPersistentModelIndex m_start;        //!< invalid when its row has gone
     QModelIndex m_stopAt;                 //!< end of the second walk
     QModelIndex m_position;               //!< the row looked at
@@ -373,12 +375,14 @@ bool ItemViewSearch::ShownTexts::writesPlainly(const QStyledItemDelegate &delega
     });
 }
 
-ItemViewSearch::ItemViewSearch(AbstractItemViewFind *engine, const QModelIndex &start, bool forward)
+ItemViewSearch::ItemViewSearch(AbstractItemViewFind *engine, const QModelIndex &start,
+                               const QString &text, bool forward)
     : m_engine(engine)
     , m_interrupted(engine->m_search)
     , m_view(engine->m_view)
     , m_header(engine->m_header)
     , m_model(engine->itemModel())
+    , m_text(text)
     , m_start(start)
     , m_forward(forward)
 {
@@ -399,12 +403,12 @@ ItemViewSearch::~ItemViewSearch()
         m_engine->m_search = m_interrupted;
 }
 
-ItemViewSearch::Result ItemViewSearch::walk(Iterator it, const QString &text)
+ItemViewSearch::Result ItemViewSearch::walk(Iterator it)
 {
     while (!isBroken()) {
         m_isReplaced = false;
         m_position = *it;
-        if (m_engine->tryAcceptCurrentLine(m_position, text, m_forward))
+        if (m_engine->tryAcceptCurrentLine(m_position, m_text, m_forward))
             return Result::Found;
         if (isBroken())
             break;
@@ -418,13 +422,13 @@ ItemViewSearch::Result ItemViewSearch::walk(Iterator it, const QString &text)
     return Result::Broken;
 }
 
-ItemViewSearch::Result ItemViewSearch::walkToStart(const QString &text)
+ItemViewSearch::Result ItemViewSearch::walkToStart()
 {
     if (isBroken())
         return Result::Broken;
     m_wraps = true;
     m_stopAt = stopRow();
-    return walk(Iterator(m_model, m_engine), text);
+    return walk(Iterator(m_model, m_engine));
 }
 
 QModelIndex ItemViewSearch::stopRow() const
@@ -664,23 +668,22 @@ bool AbstractItemViewFind::find(const QString &text, bool forward, bool incremen
     QModelIndex start = m_view->currentIndex();
     if (!start.isValid())
         start = model->index(0, m_columnList.first());
-    const QString searched = text; // the caller's may go with its owner while events run
-    return forward ? dofind(start, searched, incremental) : dofindReverse(start, searched);
+    return forward ? dofind(start, text, incremental) : dofindReverse(start, text);
 }
 
 bool AbstractItemViewFind::dofind(const QModelIndex &idx, const QString &text, bool incremental)
 {
     if (!idx.isValid() || m_columnList.isEmpty())
         return false;
-    ItemViewSearch search(this, idx, true);
+    ItemViewSearch search(this, idx, text, true);
     Iterator it(idx, this);
     if (!incremental)
         ++it;
     ItemViewSearch::Result result = ItemViewSearch::Result::End;
     if ((*it).isValid())
-        result = search.walk(it, text);
+        result = search.walk(it);
     if (result == ItemViewSearch::Result::End)
-        result = search.walkToStart(text);
+        result = search.walkToStart();
     return result == ItemViewSearch::Result::Found;
 }
 
@@ -688,10 +691,10 @@ bool AbstractItemViewFind::dofindReverse(const QModelIndex &idx, const QString &
 {
     if (!idx.isValid() || m_columnList.isEmpty())
         return false;
-    ItemViewSearch search(this, idx, false);
+    ItemViewSearch search(this, idx, text, false);
     Iterator it(idx, this);
     --it;
-    return (*it).isValid() && search.walk(it, text) == ItemViewSearch::Result::Found;
+    return (*it).isValid() && search.walk(it) == ItemViewSearch::Result::Found;
 }
 
 void AbstractItemViewFind::processEvents()

@@ -151,6 +151,7 @@ private slots:
     void keysOutside_data();
     void keysOutside();
     void keysDuringSearch();
+    void focusAfterSearch();
     void keysInDialog_data();
     void keysInDialog();
     void clicks_data();
@@ -661,6 +662,28 @@ void tst_AbstractFindToolBar::keysDuringSearch()
     QVERIFY(!w.panel->isVisible());
     // Broken off by typing and closing: not found.
     QCOMPARE(w.panel->label()->text(), QStringLiteral("Not found"));
+}
+
+//! A disabled button passes the focus on, to the close button: Space would close.
+void tst_AbstractFindToolBar::focusAfterSearch()
+{
+    Window w;
+    w.panel->openFind();
+    QToolButton *filter = w.panel->button("filterButton");
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+        filter->setFocus();
+        QTest::keyClick(filter, key);
+        QCOMPARE(QApplication::focusWidget(), filter);
+    }
+    QCOMPARE(w.panel->calls, QStringList({"filter ", "next "}));
+    // Who goes elsewhere meanwhile stays there.
+    w.panel->during = [&] { w.panel->field()->setFocus(); };
+    QTest::keyClick(filter, Qt::Key_Space);
+    QCOMPARE(QApplication::focusWidget(), w.panel->field());
+    w.panel->during = nullptr;
+    w.other->setFocus();
+    w.panel->findNext();
+    QCOMPARE(QApplication::focusWidget(), w.other);
 }
 
 void tst_AbstractFindToolBar::keysInDialog_data()
