@@ -3,6 +3,8 @@
 
 #include "linefilter.h"
 
+#include "textfilemodel.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QPointer>
@@ -52,8 +54,10 @@ bool LineFilter::judgeRows(const QAbstractItemModel *source)
     QElapsedTimer timer;
     timer.start();
     while (m_next < m_verdicts.size()) {
-        m_verdicts[m_next] = judge(source, int(m_next));
-        ++m_next;
+        if (!skipRows()) {
+            m_verdicts[m_next] = judge(source, int(m_next));
+            ++m_next;
+        }
         if (timer.elapsed() < s_eventInterval)
             continue;
         QCoreApplication::processEvents();
@@ -62,6 +66,20 @@ bool LineFilter::judgeRows(const QAbstractItemModel *source)
         timer.restart();
     }
     return !m_isCancelled;
+}
+
+//! Hides lines in whose bytes the text is not. Returns false if the next row has to be
+//! judged.
+bool LineFilter::skipRows()
+{
+    if (!m_pattern)
+        return false;
+    const TextFileModel::Sighting sighting = m_lines->look(*m_pattern, int(m_next), true);
+    const size_t next = qMin(size_t(sighting.row), m_verdicts.size());
+    std::fill(m_verdicts.begin() + qptrdiff(m_next), m_verdicts.begin() + qptrdiff(next),
+              Verdict::Hidden);
+    m_next = next;
+    return !sighting.mayShow;
 }
 
 LineFilter::Verdict LineFilter::judge(const QAbstractItemModel *source, int row) const
@@ -76,6 +94,8 @@ void LineFilter::beginAnew(const QAbstractItemModel *source)
 {
     m_verdicts.assign(size_t(source->rowCount()), Verdict::Unknown);
     m_next = 0;
+    m_lines = qobject_cast<const TextFileModel *>(source);
+    m_pattern = m_lines ? m_lines->patternFor(m_text, m_columns) : std::nullopt;
 }
 
 //! Those among the judged rows stay unknown until the source is taken over.

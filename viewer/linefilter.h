@@ -4,17 +4,22 @@
 #ifndef LINEFILTER_H
 #define LINEFILTER_H
 
+#include "bytepattern.h"
 #include "sortfilterproxymodel.h"
 
+#include <optional>
 #include <vector>
+
+class TextFileModel;
 
 /*!
  * \brief A filter that looks at its rows before it takes them over, letting events
  * through.
  *
  * A proxy judges all rows of its source at once, which takes seconds for a few million
- * lines. Here that is done piece by piece beforehand, while rows come and go. What was
- * found is forgotten afterwards.
+ * lines. Here that is done piece by piece beforehand, while rows come and go. Lines of a file are
+ * not even read as text if their bytes tell that they have it not. What was found is forgotten
+ * afterwards.
  */
 class LineFilter : public SortFilterProxyModel
 {
@@ -41,16 +46,19 @@ private:
     };
 
     bool judgeRows(const QAbstractItemModel *source);
+    bool skipRows();
     Verdict judge(const QAbstractItemModel *source, int row) const;
     void beginAnew(const QAbstractItemModel *source);
     void rowsCame(int first, int last);
     void rowsWent(int first, int last);
 
-    const QList<int> m_columns;      //!< looked at
-    const QString m_text;            //!< looked for
-    std::vector<Verdict> m_verdicts; //!< by source row, until the source is taken over
-    size_t m_next = 0;               //!< the row to be judged next
-    bool m_isCancelled = false;      //!< see cancel()
+    const QList<int> m_columns;             //!< looked at
+    const QString m_text;                   //!< looked for
+    std::vector<Verdict> m_verdicts;        //!< by source row, until the source is taken over
+    size_t m_next = 0;                      //!< the row to be judged next
+    const TextFileModel *m_lines = nullptr; //!< the source, if it can be looked through
+    std::optional<BytePattern> m_pattern;   //!< in bytes of m_lines; nothing if it cannot
+    bool m_isCancelled = false;             //!< see cancel()
 };
 
 #endif // LINEFILTER_H

@@ -88,3 +88,24 @@ LineSpan LineIndex::line(qint64 line) const
     }
     return span;
 }
+
+qint64 LineIndex::lineAt(quint64 offset) const
+{
+    if (offset >= m_end)
+        return offset < bytes() ? m_lines : count();
+    // The last checkpoint that is not behind the offset.
+    std::size_t below = 0;
+    std::size_t above = m_checkpoints.size();
+    while (above - below > 1) {
+        const std::size_t middle = below + (above - below) / 2;
+        (m_checkpoints[middle].offset <= offset ? below : above) = middle;
+    }
+    auto position = static_cast<std::size_t>(m_checkpoints[below].lengthsBefore);
+    qint64 line = static_cast<qint64>(below) * checkpointInterval;
+    quint64 end = m_checkpoints[below].offset + unpack(&position);
+    while (end <= offset) {
+        end += unpack(&position);
+        ++line;
+    }
+    return line;
+}

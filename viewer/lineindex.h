@@ -96,6 +96,9 @@ public:
     //! The line \a line, counted from 0. An empty span outside of the text.
     LineSpan line(qint64 line) const;
 
+    //! The line that has the byte \a offset; count() behind the text.
+    qint64 lineAt(quint64 offset) const;
+
     //! Bytes allocated.
     std::size_t memory() const { return m_lengths.memory() + m_checkpoints.memory(); }
 

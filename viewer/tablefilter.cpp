@@ -6,11 +6,22 @@
 #include "common.h"
 #include "linefilter.h"
 #include "qtablefastview.h"
+#include "textfilemodel.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QScopeGuard>
 
+#include <algorithm>
 #include <utility>
+
+namespace {
+
+constexpr qint64 s_eventInterval = 40; // ms
+
+} // namespace
 
 TableFilter::TableFilter(QTableFastView *table)
     : AbstractItemViewFind(table)
@@ -39,6 +50,7 @@ void TableFilter::setSource(QAbstractItemModel *model)
 void TableFilter::cancel()
 {
     stop();
+    ++m_searches;
     if (m_nextFilter)
         m_nextFilter->cancel();
 }
@@ -63,6 +75,73 @@ void TableFilter::dofilter(const QString &text)
     m_nextFilter = outer;
     if (isDone)
         show(std::move(filter));
+}
+
+std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
+{
+    const auto *lines = qobject_cast<const TextFileModel *>(m_table->model());
+    const QList<int> columns = getVisibleColumns(m_table->header());
+    const auto pattern = lines ? lines->patternFor(text, columns) : std::nullopt;
+    if (!pattern || lines->rowCount() == 0)
+        return {};
+    cancel();
+    const QPersistentModelIndex start = m_table->currentIndex().isValid()
+        ? m_table->currentIndex()
+        : lines->index(0, columns.first());
+    if (!forward)
+        return findBetween(start.row() - 1, -1, text, *pattern);
+    const int search = m_searches;
+    const QPointer<TableFilter> self(this);
+    const bool isFound = findBetween(start.row() + 1, lines->rowCount(), text, *pattern);
+    if (isFound || !self || m_searches != search || !start.isValid())
+        return isFound;
+    return findBetween(0, start.row(), text, *pattern);
+}
+
+//! Looks at the rows from \a from on, up or down, to the one before \a end.
+bool TableFilter::findBetween(int from, int end, const QString &text, const BytePattern &pattern)
+{
+    const bool forward = from < end;
+    const int search = m_searches;
+    const QPointer<TableFilter> self(this);
+    const QPointer<const TextFileModel> lines = qobject_cast<TextFileModel *>(m_table->model());
+    // Rows come at the end only, and go only when the file begins anew.
+    const auto reset = connect(lines, &QAbstractItemModel::modelReset, this, &TableFilter::cancel);
+    const auto guard = qScopeGuard([&] { disconnect(reset); });
+    QElapsedTimer timer;
+    timer.start();
+    for (int row = from; forward ? row < end : row > end;) {
+        const TextFileModel::Sighting sighting = lines->look(pattern, row, forward);
+        row = sighting.row;
+        if (sighting.mayShow && (forward ? row < end : row > end)) {
+            if (acceptsRow(row, text, forward))
+                return true;
+            row += forward ? 1 : -1;
+        }
+        if (timer.elapsed() < s_eventInterval)
+            continue;
+        QCoreApplication::processEvents();
+        if (!self || !lines || m_searches != search || m_table->model() != lines)
+            return false;
+        timer.restart();
+    }
+    return false;
+}
+
+//! Makes the first cell of \a row with \a text current, the last one if not \a forward.
+bool TableFilter::acceptsRow(int row, const QString &text, bool forward)
+{
+    QList<int> columns = getVisibleColumns(m_table->header());
+    if (!forward)
+        std::reverse(columns.begin(), columns.end());
+    for (const int column : std::as_const(columns)) {
+        const QModelIndex cell = m_table->model()->index(row, column);
+        if (!acceptsIndex(cell, text))
+            continue;
+        setCurrentIndex(cell);
+        return true;
+    }
+    return false;
 }
 
 QModelIndex TableFilter::currentInSource() const
@@ -103,4 +182,16 @@ bool FindPanel::findIncremental(const QString &text)
 {
     m_find->cancel();
     return ItemViewFindToolBar::findIncremental(text);
+}
+
+bool FindPanel::findPrev(const QString &text)
+{
+    const std::optional<bool> isFound = m_find->findInFile(text, false);
+    return isFound ? *isFound : ItemViewFindToolBar::findPrev(text);
+}
+
+bool FindPanel::findNext(const QString &text)
+{
+    const std::optional<bool> isFound = m_find->findInFile(text, true);
+    return isFound ? *isFound : ItemViewFindToolBar::findNext(text);
 }

@@ -10,9 +10,12 @@
 #include <QPersistentModelIndex>
 
 #include <memory>
+#include <optional>
 
+class BytePattern;
 class LineFilter;
 class QTableFastView;
+class TextFileModel;
 
 /*!
  * \brief The search engine of a table that puts a filter before the model only while
@@ -39,6 +42,10 @@ public:
     //! Shows rows with \a text, or all if it is empty, at the same current row. Lets
     //! events through while it looks at the rows; cancel() ends that.
     void dofilter(const QString &text) override;
+    //! findNext() or findPrev() by looking through the bytes of a file, which is some ten
+    //! times as fast. Nothing if the table does not show one as it is.
+    std::optional<bool> findInFile(const QString &text, bool forward);
+
     //! Ends a search or the making of a filter. A filter that is shown stays.
     void cancel();
 
@@ -51,11 +58,14 @@ Q_SIGNALS:
 private:
     void show(std::unique_ptr<LineFilter> filter);
     QModelIndex currentInSource() const;
+    bool findBetween(int from, int end, const QString &text, const BytePattern &pattern);
+    bool acceptsRow(int row, const QString &text, bool forward);
 
     QTableFastView *m_table;               //!< searched; the parent
     QPointer<QAbstractItemModel> m_source; //!< not owned
     std::unique_ptr<LineFilter> m_filter;  //!< shown; null without one
     LineFilter *m_nextFilter = nullptr;    //!< looks at its rows
+    int m_searches = 0;                    //!< begun or ended: a change ends the one before
     QPersistentModelIndex m_lastCurrent;   //!< of the source, kept while it is filtered out
 };
 
@@ -68,8 +78,13 @@ public:
     //! A panel of \a find, which must outlive it.
     FindPanel(TableFilter *find, QWidget *parent);
 
+    using ItemViewFindToolBar::findNext;
+    using ItemViewFindToolBar::findPrev;
+
 public Q_SLOTS:
     bool findIncremental(const QString &text) override;
+    bool findPrev(const QString &text) override;
+    bool findNext(const QString &text) override;
 
 private:
     TableFilter *m_find; //!< not owned

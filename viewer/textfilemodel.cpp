@@ -9,9 +9,10 @@
 
 namespace {
 
-constexpr qint64 s_sampleLines = 64;     // that decide on the format
-constexpr quint64 s_sampleBytes = 65536; // the same
-constexpr quint64 s_blockBytes = 65536;  // read at once where lines are asked for in turn
+constexpr qint64 s_sampleLines = 64;       // that decide on the format
+constexpr quint64 s_sampleBytes = 65536;   // the same
+constexpr quint64 s_blockBytes = 65536;    // read at once where lines are asked for in turn
+constexpr quint64 s_searchBytes = 4 << 20; // the same where they are looked through
 
 // Whether any character would be invisible or begin a new line. Looks at all of them,
 // so that the compiler can look at several at once.
@@ -286,6 +287,84 @@ QByteArrayView TextFileModel::bytesAt(quint64 offset, quint64 size) const
     const qsizetype skipped = qMin(qsizetype(offset - m_blockOffset), m_block.size());
     const QByteArrayView rest = QByteArrayView(m_block).sliced(skipped);
     return rest.first(qMin(rest.size(), qsizetype(size)));
+}
+
+//! The bytes from \a offset on: a block of them, or what is left of the last block if
+//! that is enough.
+QByteArrayView TextFileModel::bytesFrom(quint64 offset) const
+{
+    const quint64 left = m_index.bytes() - qMin(offset, m_index.bytes());
+    const quint64 blockEnd = m_blockOffset + quint64(m_block.size());
+    const bool isHeld = offset >= m_blockOffset && blockEnd >= offset + qMin(left, s_blockBytes);
+    if (!isHeld) {
+        m_block = m_file->readAt(offset, qint64(qMin(left, s_searchBytes)));
+        m_blockOffset = offset;
+    }
+    const QByteArrayView rest = QByteArrayView(m_block).sliced(qsizetype(offset - m_blockOffset));
+    return rest.first(qsizetype(qMin(left, quint64(rest.size()))));
+}
+
+//! The same for the bytes before \a end.
+QByteArrayView TextFileModel::bytesTo(quint64 end) const
+{
+    const quint64 blockEnd = m_blockOffset + quint64(m_block.size());
+    const bool isHeld = end <= blockEnd
+        && (m_blockOffset == 0 || (end >= s_blockBytes && m_blockOffset <= end - s_blockBytes));
+    if (!isHeld) {
+        m_blockOffset = end - qMin(end, s_searchBytes);
+        m_block = m_file->readAt(m_blockOffset, qint64(end - m_blockOffset));
+    }
+    const auto held = qsizetype(end - m_blockOffset);
+    return QByteArrayView(m_block).first(qMin(held, m_block.size()));
+}
+
+int TextFileModel::rowAt(quint64 offset) const
+{
+    return int(qMin<qint64>(m_index.lineAt(offset) - lineOfRow(0), rowCount()));
+}
+
+std::optional<BytePattern> TextFileModel::patternFor(const QString &text,
+                                                     const QList<int> &columns) const
+{
+    // Fields are not their bytes where there are quotes; numbers of lines are no bytes.
+    const bool isNumber =
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    if (m_format.isDelimited() || !columns.contains(1) || (isNumber && columns.contains(0)))
+        return {};
+    return BytePattern::of(text);
+}
+
+TextFileModel::Sighting TextFileModel::look(const BytePattern &pattern, int row, bool down) const
+{
+    return down ? lookDown(pattern, row) : lookUp(pattern, row);
+}
+
+TextFileModel::Sighting TextFileModel::lookDown(const BytePattern &pattern, int row) const
+{
+    const quint64 begin = m_index.line(lineOfRow(row)).offset;
+    const QByteArrayView bytes = bytesFrom(begin);
+    const qsizetype place = pattern.first(bytes);
+    if (place >= 0)
+        return {rowAt(begin + quint64(place)), true};
+    if (bytes.isEmpty())
+        return {rowCount(), false}; // the file was cut off
+    // Of a line that is cut here, all that is shown has been seen if it began here.
+    return {qMax(row + 1, rowAt(begin + quint64(bytes.size()))), false};
+}
+
+TextFileModel::Sighting TextFileModel::lookUp(const BytePattern &pattern, int row) const
+{
+    const LineSpan span = m_index.line(lineOfRow(row));
+    const quint64 end = span.offset + span.length;
+    const QByteArrayView bytes = bytesTo(end);
+    const qsizetype place = pattern.last(bytes);
+    if (place >= 0)
+        return {rowAt(m_blockOffset + quint64(place)), true};
+    if (m_blockOffset == 0 || bytes.isEmpty())
+        return {-1, false};
+    // The beginning of a line that is cut here has not been seen.
+    const int cut = rowAt(m_blockOffset);
+    return {cut, cut >= row};
 }
 
 //! The fields of a row, or its text as the only one. Valid until the next call.

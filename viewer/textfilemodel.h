@@ -4,6 +4,7 @@
 #ifndef TEXTFILEMODEL_H
 #define TEXTFILEMODEL_H
 
+#include "bytepattern.h"
 #include "delimiter.h"
 #include "filefollower.h"
 #include "lineindex.h"
@@ -14,6 +15,7 @@
 #include <array>
 #include <limits>
 #include <memory>
+#include <optional>
 
 //! The fields of a few rows: more than fit on a screen, at most one for each of its
 //! places.
@@ -108,6 +110,20 @@ public:
     quint64 indexedBytes() const { return m_index.bytes(); }
     //! Bytes that the index occupies.
     std::size_t indexMemory() const { return m_index.memory(); }
+    //! What look() can be given to find rows that show \a text in one of \a columns;
+    //! nothing if the bytes of a line do not tell.
+    std::optional<BytePattern> patternFor(const QString &text, const QList<int> &columns) const;
+
+    //! Where look() has come to.
+    struct Sighting
+    {
+        int row;      //!< to go on from, −1 above the first
+        bool mayShow; //!< its line may show the pattern
+    };
+    //! Goes down, or up, from \a row to the next one whose line may show \a pattern, or
+    //! as far as some milliseconds let it. Begin at a row that exists.
+    Sighting look(const BytePattern &pattern, int row, bool down) const;
+
     //! Encoding of the text's beginning: "ASCII", "UTF-8" or "not valid UTF-8".
     QString encodingName() const { return m_encoding; }
 
@@ -142,6 +158,11 @@ private:
     const QStringList &fields(int row) const;
     QString readLine(qint64 line) const;
     QByteArrayView bytesAt(quint64 offset, quint64 size) const;
+    QByteArrayView bytesFrom(quint64 offset) const;
+    QByteArrayView bytesTo(quint64 end) const;
+    Sighting lookDown(const BytePattern &pattern, int row) const;
+    Sighting lookUp(const BytePattern &pattern, int row) const;
+    int rowAt(quint64 offset) const;
     QString text(const QModelIndex &index) const;
     bool isNumeric(const QModelIndex &index) const;
 

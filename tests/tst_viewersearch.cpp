@@ -1,0 +1,375 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "bytepattern.h"
+#include "linefilter.h"
+#include "lineindex.h"
+#include "qtablefastview.h"
+#include "tablefilter.h"
+#include "textfilemodel.h"
+
+#include <QFile>
+#include <QHeaderView>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <limits>
+
+namespace {
+
+//! A file that is shown and completely indexed.
+struct ShownFile
+{
+    explicit ShownFile(const QByteArray &text, const FormatRequest &request = {})
+        : path(directory.filePath("file.txt"))
+        , model((write(text), path), request)
+        , find(&view)
+    {
+        find.setSource(&model);
+        model.start();
+        const auto indexed = quint64(text.size());
+        [&] {
+            QTRY_COMPARE(model.activity(), TextFileModel::Activity::Following);
+            QTRY_COMPARE(model.indexedBytes(), indexed);
+        }();
+    }
+    ~ShownFile() { find.setSource(nullptr); }
+    Q_DISABLE_COPY_MOVE(ShownFile)
+
+    void write(const QByteArray &text) const
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(text), text.size());
+    }
+    void setCurrent(int row) { view.setCurrentIndex(model.index(row, 1)); }
+
+    QTemporaryDir directory;
+    QString path;
+    TextFileModel model;
+    QTableFastView view;
+    TableFilter find;
+};
+
+//! Words that meet each other's beginnings and ends, in either case.
+QByteArray randomLine(QRandomGenerator &random, int words)
+{
+    static const QList<QByteArray> pieces {"ab",       "AB", "a",   "b",   "ba ",  "sk",
+                                           "K",        "S",  "x y", "é",   "日本", "\xe2\x84\xaa",
+                                           "\xc5\xbf", "\t", "7",   "\xff"};
+    QByteArray line;
+    for (int i = 0; i < words; ++i)
+        line += pieces.at(random.bounded(int(pieces.size())));
+    return line;
+}
+
+//! Where the engine, which reads every row, ends up.
+int rowByEngine(ShownFile &file, int start, const QString &text, bool forward)
+{
+    file.setCurrent(start);
+    const bool isFound = forward ? file.find.findNext(text) : file.find.findPrev(text);
+    return isFound ? file.view.currentIndex().row() : -1;
+}
+
+int rowByBytes(ShownFile &file, int start, const QString &text, bool forward)
+{
+    file.setCurrent(start);
+    const std::optional<bool> isFound = file.find.findInFile(text, forward);
+    return isFound.value_or(false) ? file.view.currentIndex().row() : -1;
+}
+
+} // namespace
+
+class tst_ViewerSearch : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void linesByOffset();
+    void patternsThatAreTaken_data();
+    void patternsThatAreTaken();
+    void patternPlaces_data();
+    void patternPlaces();
+    void patternsAtRandom();
+    void onlyWhatBytesTell_data();
+    void onlyWhatBytesTell();
+    void findsWhatTheEngineFinds_data();
+    void findsWhatTheEngineFinds();
+    void filtersWhatTheRowsShow();
+    void blocksMeet();
+    void veryLongLines();
+    void stopsWhenCancelled();
+    void fileCutOff();
+    void takesTheFirstCell();
+};
+
+void tst_ViewerSearch::linesByOffset()
+{
+    QByteArray text;
+    for (int i = 0; i < 1000; ++i)
+        text += QByteArray(i % 7 == 3 ? 300 : i % 5, 'x') + '\n';
+    for (const bool hasTail : {false, true}) {
+        if (hasTail)
+            text += "tail";
+        LineScanner scanner(std::numeric_limits<qint64>::max());
+        scanner.scan(text.constData(), size_t(text.size()));
+        LineIndex index;
+        index.append(scanner.takeBatch());
+        qint64 line = 0;
+        for (qsizetype offset = 0; offset < text.size(); ++offset) {
+            QCOMPARE(index.lineAt(quint64(offset)), line);
+            line += text.at(offset) == '\n';
+        }
+        QCOMPARE(index.lineAt(quint64(text.size())), index.count());
+        QCOMPARE(index.lineAt(std::numeric_limits<quint64>::max()), index.count());
+    }
+    QCOMPARE(LineIndex().lineAt(0), 0);
+}
+
+void tst_ViewerSearch::patternsThatAreTaken_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isTaken");
+
+    QTest::newRow("word") << "Word" << true;
+    QTest::newRow("blank and signs") << " a~!" << true;
+    QTest::newRow("empty") << "" << false;
+    QTest::newRow("tab") << "a\tb" << false;
+    QTest::newRow("delete") << QString(QChar(0x7f)) << false;
+    QTest::newRow("accent") << "é" << false;
+}
+
+void tst_ViewerSearch::patternsThatAreTaken()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isTaken);
+    QCOMPARE(BytePattern::of(text).has_value(), isTaken);
+}
+
+void tst_ViewerSearch::patternPlaces_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("last");
+
+    const auto row = [](const char *name, const char *pattern, const char *bytes, int first,
+                        int last) {
+        QTest::newRow(name) << QString::fromLatin1(pattern) << QByteArray(bytes) << first << last;
+    };
+    row("nowhere", "abc", "ab ab bc", -1, -1);
+    row("whole", "abc", "ABC", 0, 0);
+    row("twice", "Abc", "xabcABCx", 1, 4);
+    row("overlapping", "aa", "aaaa", 0, 2);
+    row("one character", "a", "xxAxxax", 2, 5);
+    row("too short", "abc", "ab", -1, -1);
+    row("no bytes", "a", "", -1, -1);
+    row("signs are no letters", "[`{@", "{@[`", -1, -1);
+    row("kelvin sign", "k", "x\xe2\x84\xaax", 1, 1);
+    row("kelvin sign before and behind", "k", "\xe2\x84\xaak\xe2\x84\xaa", 0, 4);
+    row("long s cut off", "s", "x\xc5", -1, -1);
+    row("long s", "ask", "xa\xc5\xbfk", 2, 2);
+    row("no long s", "abc", "\xc5\xbf", -1, -1);
+}
+
+void tst_ViewerSearch::patternPlaces()
+{
+    QFETCH(QString, pattern);
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, first);
+    QFETCH(int, last);
+    const auto made = BytePattern::of(pattern);
+    QVERIFY(made);
+    QCOMPARE(made->first(bytes), first);
+    QCOMPARE(made->last(bytes), last);
+}
+
+void tst_ViewerSearch::patternsAtRandom()
+{
+    const quint32 seed = 5;
+    qInfo("seed %u", seed);
+    QRandomGenerator random(seed);
+    int hits = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const auto letters = [&](int most) {
+            QByteArray text;
+            for (int n = random.bounded(most + 1); n > 0; --n)
+                text += "abAB"[random.bounded(4)];
+            return text;
+        };
+        const QByteArray bytes = letters(30);
+        const QByteArray wanted = letters(6);
+        if (wanted.isEmpty())
+            continue;
+        const auto pattern = BytePattern::of(QString::fromLatin1(wanted));
+        const qsizetype first = bytes.toLower().indexOf(wanted.toLower());
+        hits += first >= 0;
+        QCOMPARE(pattern->first(bytes), first);
+        QCOMPARE(pattern->last(bytes), bytes.toLower().lastIndexOf(wanted.toLower()));
+    }
+    QVERIFY(hits > 2000);
+}
+
+void tst_ViewerSearch::onlyWhatBytesTell_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("hidden"); // column, −1 for none
+    QTest::addColumn<bool>("isTaken");
+
+    const QByteArray log = "first line\nsecond line\n";
+    QTest::newRow("plain") << log << "line" << -1 << true;
+    QTest::newRow("number of a line") << log << "2" << -1 << false;
+    QTest::newRow("number, lines' numbers hidden") << log << "2" << 0 << true;
+    QTest::newRow("letters and numbers") << log << "line 2" << -1 << true;
+    QTest::newRow("text hidden") << log << "line" << 1 << false;
+    QTest::newRow("not ASCII") << log << "ligne é" << -1 << false;
+    QTest::newRow("fields") << QByteArray("a;b\n\"1;2\";3\n4;5\n") << "a" << -1 << false;
+}
+
+void tst_ViewerSearch::onlyWhatBytesTell()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QString, text);
+    QFETCH(int, hidden);
+    QFETCH(bool, isTaken);
+    ShownFile shown(file);
+    if (hidden >= 0)
+        shown.view.hideColumn(hidden);
+    QCOMPARE(shown.find.findInFile(text, true).has_value(), isTaken);
+    QCOMPARE(shown.find.findInFile(text, false).has_value(), isTaken);
+}
+
+void tst_ViewerSearch::findsWhatTheEngineFinds_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 4; ++seed)
+        QTest::addRow("seed %u", seed) << seed;
+}
+
+void tst_ViewerSearch::findsWhatTheEngineFinds()
+{
+    QFETCH(quint32, seed);
+    QRandomGenerator random(seed);
+    QByteArray text;
+    for (int i = 0; i < 400; ++i)
+        text += randomLine(random, random.bounded(12)) + (random.bounded(4) ? "\n" : "\r\n");
+    if (seed % 2)
+        text += "a tail";
+    ShownFile file(text, {u'\0', {}});
+    int hits = 0;
+    for (int round = 0; round < 400; ++round) {
+        QString wanted;
+        for (int n = random.bounded(1, 7); n > 0; --n)
+            wanted += QStringLiteral("abkSxy 7").at(random.bounded(8));
+        const int start = random.bounded(file.model.rowCount());
+        for (const bool forward : {true, false}) {
+            const int row = rowByEngine(file, start, wanted, forward);
+            if (!file.find.findInFile(wanted, forward))
+                continue;
+            hits += row >= 0;
+            QCOMPARE(rowByBytes(file, start, wanted, forward), row);
+        }
+    }
+    QVERIFY(hits > 100);
+}
+
+void tst_ViewerSearch::filtersWhatTheRowsShow()
+{
+    QRandomGenerator random(11);
+    QByteArray text;
+    for (int i = 0; i < 2000; ++i)
+        text += randomLine(random, random.bounded(12)) + '\n';
+    ShownFile file(text, {u'\0', {}});
+    for (const char *wanted : {"a", "ab", "AB", "skS", "K", "x y", "7", "nothing", "é"}) {
+        const QString filter = QString::fromUtf8(wanted);
+        QStringList expected;
+        for (int row = 0; row < file.model.rowCount(); ++row) {
+            const QString line = file.model.index(row, 1).data().toString();
+            if (line.contains(filter))
+                expected << line;
+        }
+        LineFilter shown({1}, filter);
+        QVERIFY(shown.takeOver(&file.model));
+        QStringList lines;
+        for (int row = 0; row < shown.rowCount(); ++row)
+            lines << shown.index(row, 1).data().toString();
+        QCOMPARE(lines, expected);
+    }
+}
+
+//! A match across the ends of what is read at once is found in either direction.
+void tst_ViewerSearch::blocksMeet()
+{
+    constexpr qsizetype block = 4 << 20;
+    for (const qsizetype shift : {-8, -3, -1, 0, 1, 5}) {
+        QByteArray text = QByteArray(99, 'x') + '\n';
+        text = text.repeated(2 * block / 100 + 10);
+        const QByteArray needle = "needle";
+        text.replace(block + shift, needle.size(), needle);
+        ShownFile file(text);
+        const int row = int(text.first(block + shift).count('\n'));
+        const bool isWhole = !text.mid(block + shift, needle.size()).contains('\n');
+        QVERIFY(isWhole);
+        QCOMPARE(rowByBytes(file, 0, "Needle", true), row);
+        QCOMPARE(rowByBytes(file, file.model.rowCount() - 1, "Needle", false), row);
+        QCOMPARE(rowByBytes(file, row, "Needle", true), -1);
+        QCOMPARE(rowByBytes(file, row, "Needle", false), -1);
+    }
+}
+
+//! Only the beginning of a line is shown, and so found.
+void tst_ViewerSearch::veryLongLines()
+{
+    const QByteArray longLine(9 << 20, 'x');
+    const QByteArray text = "first\n" + longLine + "needle\nneedle" + longLine + "\n" + longLine
+        + "needle" + longLine + "\nlast needle\nafter\n";
+    ShownFile file(text);
+    QCOMPARE(file.model.rowCount(), 6);
+    for (int start = 0; start < 6; ++start) {
+        for (const bool forward : {true, false}) {
+            QCOMPARE(rowByBytes(file, start, "needle", forward),
+                     rowByEngine(file, start, "needle", forward));
+        }
+    }
+    QCOMPARE(rowByBytes(file, 0, "needle", true), 2);
+}
+
+void tst_ViewerSearch::stopsWhenCancelled()
+{
+    ShownFile file((QByteArray(200, 'x') + '\n').repeated(1 << 19)); // 100 MB: many events
+    bool ran = false;
+    const auto later = [&] {
+        ran = true;
+        file.find.cancel();
+    };
+    file.setCurrent(0);
+    QMetaObject::invokeMethod(&file.find, later, Qt::QueuedConnection);
+    QCOMPARE(file.find.findInFile("q", true), std::optional<bool>(false));
+    QVERIFY(ran);
+}
+
+void tst_ViewerSearch::fileCutOff()
+{
+    ShownFile file(QByteArray("a line\n").repeated(2'000'000) + "needle\n");
+    QVERIFY(QFile::resize(file.path, 1000));
+    // Whatever the model knows of that by now, the search ends.
+    file.setCurrent(0);
+    QCOMPARE(file.find.findInFile("needle", true), std::optional<bool>(false));
+    QTRY_COMPARE(file.model.fileSize(), 1000u);
+}
+
+void tst_ViewerSearch::takesTheFirstCell()
+{
+    ShownFile file("x\nx1\nx\n");
+    file.view.hideColumn(0);
+    file.setCurrent(0);
+    QCOMPARE(file.find.findInFile("1", true), std::optional<bool>(true));
+    QCOMPARE(file.view.currentIndex(), file.model.index(1, 1));
+    QVERIFY(file.view.selectionModel()->isRowSelected(1, QModelIndex()));
+}
+
+QTEST_MAIN(tst_ViewerSearch)
+
+#include "tst_viewersearch.moc"

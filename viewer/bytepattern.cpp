@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "bytepattern.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// The Kelvin sign is a K, and the long s an s, when case does not matter.
+constexpr char s_kelvinSign[] = "\xe2\x84\xaa";
+constexpr char s_longS[] = "\xc5\xbf";
+
+char toLower(char c)
+{
+    return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
+}
+
+char toUpper(char c)
+{
+    return c >= 'a' && c <= 'z' ? char(c - ('a' - 'A')) : c;
+}
+
+// The nearer to the edge of the pattern in question, the later: it overwrites.
+void setSkip(std::array<qsizetype, 256> *skips, char c, qsizetype skip)
+{
+    (*skips)[quint8(toLower(c))] = skip;
+    (*skips)[quint8(toUpper(c))] = skip;
+}
+
+// Where \a character is first from \a from on, −1 if it is nowhere. Its first byte is
+// rare in most texts.
+qsizetype indexOf(QByteArrayView bytes, const QByteArray &character, qsizetype from)
+{
+    const char *const end = bytes.data() + bytes.size();
+    const char *place = bytes.data() + from;
+    while (end - place >= character.size()) {
+        place =
+            static_cast<const char *>(std::memchr(place, character.front(), size_t(end - place)));
+        if (!place || end - place < character.size())
+            break;
+        if (std::equal(character.begin(), character.end(), place))
+            return place - bytes.data();
+        ++place;
+    }
+    return -1;
+}
+
+} // namespace
+
+BytePattern::BytePattern(const QByteArray &lower)
+    : m_lower(lower)
+{
+    m_forward.fill(size());
+    m_backward.fill(size());
+    for (qsizetype i = 0; i < size(); ++i) {
+        setSkip(&m_forward, m_lower.at(i), size() - 1 - i);
+        setSkip(&m_backward, m_lower.at(size() - 1 - i), size() - 1 - i);
+    }
+    if (m_lower.contains('k'))
+        m_alternates << s_kelvinSign;
+    if (m_lower.contains('s'))
+        m_alternates << s_longS;
+}
+
+std::optional<BytePattern> BytePattern::of(const QString &text)
+{
+    const bool isVisible = std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c.unicode() >= 0x20 && c.unicode() < 0x7f;
+    });
+    if (text.isEmpty() || !isVisible)
+        return {};
+    return BytePattern(text.toLatin1().toLower());
+}
+
+bool BytePattern::isAt(const char *place) const
+{
+    return std::equal(m_lower.begin(), m_lower.end(), place,
+                      [](char wanted, char c) { return wanted == toLower(c); });
+}
+
+// Each step looks at the byte where the pattern would end: that byte tells how far away
+// the next place is at least.
+qsizetype BytePattern::first(QByteArrayView bytes) const
+{
+    qsizetype found = -1;
+    const qsizetype last = size() - 1;
+    for (qsizetype i = last; i < bytes.size();) {
+        const qsizetype skip = m_forward[quint8(bytes[i])];
+        if (skip == 0 && isAt(bytes.data() + i - last)) {
+            found = i - last;
+            break;
+        }
+        i += qMax<qsizetype>(skip, 1);
+    }
+    for (const QByteArray &alternate : m_alternates) {
+        const QByteArrayView before = bytes.first(found < 0 ? bytes.size() : found);
+        const qsizetype place = indexOf(before, alternate, 0);
+        found = place < 0 ? found : place;
+    }
+    return found;
+}
+
+qsizetype BytePattern::last(QByteArrayView bytes) const
+{
+    qsizetype found = -1;
+    for (qsizetype i = bytes.size() - size(); i >= 0;) {
+        const qsizetype skip = m_backward[quint8(bytes[i])];
+        if (skip == 0 && isAt(bytes.data() + i)) {
+            found = i;
+            break;
+        }
+        i -= qMax<qsizetype>(skip, 1);
+    }
+    for (const QByteArray &alternate : m_alternates) {
+        qsizetype place = indexOf(bytes, alternate, qMax<qsizetype>(found, 0));
+        for (; place >= 0; place = indexOf(bytes, alternate, place + 1))
+            found = qMax(found, place);
+    }
+    return found;
+}
