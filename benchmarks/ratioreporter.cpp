@@ -112,7 +112,7 @@ int RatioReporter::printGoals(const std::string &ours, const std::vector<Goal> &
         const double ratio = own->second / peer->second;
         const bool isMissed = ratio > goal.ratio;
         missed += isMissed ? 1 : 0;
-        std::printf("%-18s %-8s %.2f of %.2f%s\n", goal.subject.c_str(), goal.peer.c_str(), ratio,
+        std::printf("%-18s %-8s %.3f of %.3f%s\n", goal.subject.c_str(), goal.peer.c_str(), ratio,
                     goal.ratio, isMissed ? "   missed" : "");
     }
     return missed;
