@@ -5,6 +5,7 @@
 #include "common.h"
 #include "itemdelegate.h"
 #include "qtablefastview.h"
+#include "slowmodel.h"
 #include "sortfilterproxymodel.h"
 #include "styleditemdelegate.h"
 
@@ -100,26 +101,6 @@ QString utf8(const char *text)
 {
     return QString::fromUtf8(text);
 }
-
-//! Every row takes longer than the time between two looks at the events.
-class SlowModel : public QStandardItemModel
-{
-public:
-    using QStandardItemModel::beginResetModel;
-    using QStandardItemModel::endResetModel;
-
-    QVariant data(const QModelIndex &index, int role) const override
-    {
-        if (role == Qt::DisplayRole && isSlow && index.column() == 0) {
-            QElapsedTimer timer;
-            timer.start();
-            while (timer.elapsed() < 41) { }
-        }
-        return QStandardItemModel::data(index, role);
-    }
-
-    bool isSlow = true;
-};
 
 } // namespace
 

@@ -6,6 +6,7 @@
 #include "itemviewfindtoolbar.h"
 #include "qprogressindicator.h"
 #include "qtablefastview.h"
+#include "slowmodel.h"
 #include "sortfilterproxymodel.h"
 
 #include <QApplication>
@@ -23,23 +24,6 @@ namespace {
 
 const QString notFound = QStringLiteral("Not found");
 
-//! A row takes longer than the time between two looks at the events.
-class SlowModel : public QStandardItemModel
-{
-public:
-    QVariant data(const QModelIndex &index, int role) const override
-    {
-        if (role == Qt::DisplayRole && isSlow && index.column() == 0) {
-            QElapsedTimer timer;
-            timer.start();
-            while (timer.elapsed() < 41) { }
-        }
-        return QStandardItemModel::data(index, role);
-    }
-
-    bool isSlow = false;
-};
-
 //! A window with a table and its panel, as a program has them.
 struct Window
 {
@@ -50,6 +34,7 @@ struct Window
         , find(new AbstractItemViewFind(view))
         , panel(new ItemViewFindToolBar)
     {
+        model->isSlow = false;
         for (const char *name : {"apple", "banana", "cherry", "apricot", "date", "fig"}) {
             model->appendRow({new QStandardItem(QString::fromLatin1(name)),
                               new QStandardItem(QStringLiteral("fruit"))});
