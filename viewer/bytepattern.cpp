@@ -64,14 +64,17 @@ BytePattern::BytePattern(const QByteArray &lower)
         m_alternates << s_longS;
 }
 
-std::optional<BytePattern> BytePattern::of(const QString &text)
+std::optional<BytePattern> BytePattern::of(const QString &text, char mark)
 {
     const bool isVisible = std::all_of(text.begin(), text.end(), [](QChar c) {
         return c.unicode() >= 0x20 && c.unicode() < 0x7f;
     });
     if (text.isEmpty() || !isVisible)
         return {};
-    return BytePattern(text.toLatin1().toLower());
+    BytePattern pattern(text.toLatin1().toLower());
+    if (mark != 0)
+        pattern.m_alternates << QByteArray(1, mark);
+    return pattern;
 }
 
 bool BytePattern::isAt(const char *place) const

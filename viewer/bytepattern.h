@@ -21,8 +21,8 @@ class BytePattern
 {
 public:
     //! Nothing for a text that is empty or has other than visible ASCII characters and
-    //! blanks.
-    static std::optional<BytePattern> of(const QString &text);
+    //! blanks. Every byte \a mark is a place, too, unless it is 0.
+    static std::optional<BytePattern> of(const QString &text, char mark = 0);
 
     qsizetype size() const { return m_lower.size(); }
 
@@ -40,7 +40,7 @@ private:
     QByteArray m_lower;             //!< in lower case
     Skips m_forward;                //!< by the byte below the last one of the pattern
     Skips m_backward;               //!< by the byte below the first one
-    QList<QByteArray> m_alternates; //!< characters beyond ASCII that count as one of it
+    QList<QByteArray> m_alternates; //!< what is a place as well
 };
 
 #endif // BYTEPATTERN_H

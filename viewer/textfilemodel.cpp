@@ -326,10 +326,13 @@ int TextFileModel::rowAt(quint64 offset) const
 std::optional<BytePattern> TextFileModel::patternFor(const QString &text,
                                                      const QList<int> &columns) const
 {
-    // Fields are not their bytes where there are quotes; numbers of lines are no bytes.
+    // Fields are parts of their line, unless there are quotes.
+    if (m_format.isDelimited())
+        return BytePattern::of(text, '"');
+    // Numbers of lines are not in the file.
     const bool isNumber =
         std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-    if (m_format.isDelimited() || !columns.contains(1) || (isNumber && columns.contains(0)))
+    if (!columns.contains(1) || (isNumber && columns.contains(0)))
         return {};
     return BytePattern::of(text);
 }
