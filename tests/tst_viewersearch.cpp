@@ -98,6 +98,7 @@ private Q_SLOTS:
     void findsWhatTheEngineFinds_data();
     void findsWhatTheEngineFinds();
     void filtersWhatTheRowsShow();
+    void blocksMeet_data();
     void blocksMeet();
     void veryLongLines();
     void stopsWhenCancelled();
@@ -317,24 +318,34 @@ void tst_ViewerSearch::filtersWhatTheRowsShow()
     }
 }
 
-//! A match across the ends of what is read at once is found in either direction.
+void tst_ViewerSearch::blocksMeet_data()
+{
+    QTest::addColumn<bool>("forward");
+    QTest::addColumn<int>("shift"); // of the match, from where the first block ends
+
+    for (const int shift : {-4, -3, -1, 0, 1, 5})
+        QTest::addRow("forward %d", shift) << true << shift;
+    for (const int shift : {-8, -6, -5, -4, -3})
+        QTest::addRow("backward %d", shift) << false << shift;
+}
+
+//! A match across the end of what is read at once is found.
 void tst_ViewerSearch::blocksMeet()
 {
+    QFETCH(bool, forward);
+    QFETCH(int, shift);
     constexpr qsizetype block = 4 << 20;
-    for (const qsizetype shift : {-8, -3, -1, 0, 1, 5}) {
-        QByteArray text = QByteArray(99, 'x') + '\n';
-        text = text.repeated(2 * block / 100 + 10);
-        const QByteArray needle = "needle";
-        text.replace(block + shift, needle.size(), needle);
-        ShownFile file(text);
-        const int row = int(text.first(block + shift).count('\n'));
-        const bool isWhole = !text.mid(block + shift, needle.size()).contains('\n');
-        QVERIFY(isWhole);
-        QCOMPARE(rowByBytes(file, 0, "Needle", true), row);
-        QCOMPARE(rowByBytes(file, file.model.rowCount() - 1, "Needle", false), row);
-        QCOMPARE(rowByBytes(file, row, "Needle", true), -1);
-        QCOMPARE(rowByBytes(file, row, "Needle", false), -1);
-    }
+    constexpr qsizetype line = 100;
+    QByteArray text = (QByteArray(line - 1, 'x') + '\n').repeated(2 * block / line + 10);
+    // The first row to be looked at is the second, or the last but one.
+    const qsizetype end = forward ? line + block : text.size() - line - block;
+    text.replace(end + shift, 6, "needle");
+    QCOMPARE(text.count('\n'), text.size() / line);
+    ShownFile file(text);
+    const int start = forward ? 0 : file.model.rowCount() - 1;
+    const int row = int((end + shift) / line);
+    QCOMPARE(rowByBytes(file, start, "Needle", forward), row);
+    QCOMPARE(rowByBytes(file, row, "Needle", forward), -1);
 }
 
 //! Only the beginning of a line is shown, and so found.
