@@ -205,6 +205,13 @@ void tst_ViewerFind::lineFilterFollowsItsRows_data()
         model.isSlow = false;
         model.sort(0, Qt::DescendingOrder);
     }) << "a6 a3 a0";
+    const auto set = [](int row) {
+        return Change([row](SlowModel &model) { model.item(row)->setText("anew"); });
+    };
+    QTest::newRow("change among the judged") << set(1) << "a0 anew a3 a6";
+    QTest::newRow("change among the others") << set(5) << "a0 a3 anew a6";
+    QTest::newRow("change of a shown one")
+        << Change([](SlowModel &model) { model.item(0)->setText("b"); }) << "a3 a6";
     QTest::newRow("reset") << Change([](SlowModel &model) {
         model.clear();
         model.appendRow(new QStandardItem(QStringLiteral("a fresh")));

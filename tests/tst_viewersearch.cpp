@@ -64,6 +64,17 @@ QByteArray randomLine(QRandomGenerator &random, int words)
     return line;
 }
 
+QStringList linesWith(const QAbstractItemModel &model, const QString &text)
+{
+    QStringList lines;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        const QString line = model.index(row, 1).data().toString();
+        if (line.contains(text))
+            lines << line;
+    }
+    return lines;
+}
+
 //! Where the engine, which reads every row, ends up.
 int rowByEngine(ShownFile &file, int start, const QString &text, bool forward)
 {
@@ -97,6 +108,7 @@ private Q_SLOTS:
     void findsWhatTheEngineFinds_data();
     void findsWhatTheEngineFinds();
     void filtersWhatTheRowsShow();
+    void filterKeepsUpWithTheFile();
     void blocksMeet();
     void veryLongLines();
     void stopsWhenCancelled();
@@ -284,19 +296,47 @@ void tst_ViewerSearch::filtersWhatTheRowsShow()
     ShownFile file(text, {u'\0', {}});
     for (const char *wanted : {"a", "ab", "AB", "skS", "K", "x y", "7", "nothing", "é"}) {
         const QString filter = QString::fromUtf8(wanted);
-        QStringList expected;
-        for (int row = 0; row < file.model.rowCount(); ++row) {
-            const QString line = file.model.index(row, 1).data().toString();
-            if (line.contains(filter))
-                expected << line;
-        }
         LineFilter shown({1}, filter);
         QVERIFY(shown.takeOver(&file.model));
-        QStringList lines;
-        for (int row = 0; row < shown.rowCount(); ++row)
-            lines << shown.index(row, 1).data().toString();
-        QCOMPARE(lines, expected);
+        QCOMPARE(linesWith(shown, QString()), linesWith(file.model, filter));
     }
+}
+
+//! A filter that is shown judges the lines that come and change by their bytes too.
+void tst_ViewerSearch::filterKeepsUpWithTheFile()
+{
+    QRandomGenerator random(23);
+    QByteArray text = QByteArray(600, '-') + '\n';
+    ShownFile file(text, {u'\0', {}});
+    LineFilter shown({1}, QStringLiteral("ab"));
+    QVERIFY(shown.takeOver(&file.model));
+    const auto write = [&](qsizetype offset, const QByteArray &bytes) {
+        QFile onDisk(file.path);
+        QVERIFY(onDisk.open(QIODevice::ReadWrite));
+        QVERIFY(onDisk.seek(offset));
+        QCOMPARE(onDisk.write(bytes), bytes.size());
+        text.replace(offset, bytes.size(), bytes);
+    };
+    const auto check = [&] {
+        QTRY_COMPARE(file.model.indexedBytes(), quint64(text.size()));
+        QCOMPARE(linesWith(shown, QString()), linesWith(file.model, QStringLiteral("ab")));
+    };
+    for (const int lines : {1, 2, 500, 3000}) {
+        QByteArray more;
+        for (int i = 0; i < lines; ++i)
+            more += randomLine(random, random.bounded(12)) + '\n';
+        write(text.size(), more);
+        check();
+    }
+    QVERIFY(shown.rowCount() > 100);
+    for (const char *piece : {"x", "a", "b", "\n"}) {
+        write(text.size(), piece);
+        check();
+    }
+    const int before = shown.rowCount();
+    write(300, "ab"); // far from the ends, which tell that it is another file
+    QTRY_COMPARE(shown.rowCount(), before + 1);
+    check();
 }
 
 //! A match across the ends of what is read at once is found in either direction.

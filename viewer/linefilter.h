@@ -8,6 +8,7 @@
 #include "sortfilterproxymodel.h"
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 class TextFileModel;
@@ -51,6 +52,10 @@ private:
     void beginAnew(const QAbstractItemModel *source);
     void rowsCame(int first, int last);
     void rowsWent(int first, int last);
+    void rowsChanged(int first);
+    void followSource(const QAbstractItemModel *source);
+    void chooseWay(const QAbstractItemModel *source);
+    bool mayShow(int row) const;
 
     const QList<int> m_columns;             //!< looked at
     const QString m_text;                   //!< looked for
@@ -58,6 +63,7 @@ private:
     size_t m_next = 0;                      //!< the row to be judged next
     const TextFileModel *m_lines = nullptr; //!< the source, if it can be looked through
     std::optional<BytePattern> m_pattern;   //!< in bytes of m_lines; nothing if it cannot
+    mutable std::pair<int, int> m_skipped;  //!< rows, the last excluded, without the pattern
     bool m_isCancelled = false;             //!< see cancel()
 };
 
