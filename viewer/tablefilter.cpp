@@ -8,11 +8,14 @@
 #include "qtablefastview.h"
 #include "textfilemodel.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QScopeGuard>
+#include <QToolButton>
 
 #include <algorithm>
 #include <utility>
@@ -176,6 +179,13 @@ FindPanel::FindPanel(TableFilter *find, QWidget *parent)
     , m_find(find)
 {
     setViewFind(find);
+    const auto *next = findChild<QToolButton *>(QStringLiteral("findNextButton"));
+    connect(next->defaultAction(), &QAction::enabledChanged, this, &FindPanel::readyChanged);
+}
+
+QLineEdit *FindPanel::field() const
+{
+    return findChild<QLineEdit *>(QStringLiteral("findLineEdit"));
 }
 
 bool FindPanel::findIncremental(const QString &text)

@@ -14,6 +14,7 @@
 
 class BytePattern;
 class LineFilter;
+class QLineEdit;
 class QTableFastView;
 class TextFileModel;
 
@@ -78,6 +79,9 @@ public:
     //! A panel of \a find, which must outlive it.
     FindPanel(TableFilter *find, QWidget *parent);
 
+    //! The text to look for.
+    QLineEdit *field() const;
+
     using ItemViewFindToolBar::findNext;
     using ItemViewFindToolBar::findPrev;
 
@@ -85,6 +89,10 @@ public Q_SLOTS:
     bool findIncremental(const QString &text) override;
     bool findPrev(const QString &text) override;
     bool findNext(const QString &text) override;
+
+Q_SIGNALS:
+    //! A search or the making of a filter begins, or is over: \a isReady for another.
+    void readyChanged(bool isReady);
 
 private:
     TableFilter *m_find; //!< not owned

@@ -102,6 +102,7 @@ private:
     void createFindActions();
     void createMenus();
     void createFindPanel();
+    void findAgain(bool forward);
     void chooseFile();
     void showAbout();
     void followModel(QAbstractItemModel *model);
