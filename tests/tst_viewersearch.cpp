@@ -79,7 +79,7 @@ QStringList linesWith(const QAbstractItemModel &model, const QString &text)
 int rowByEngine(ShownFile &file, int start, const QString &text, bool forward)
 {
     file.setCurrent(start);
-    const bool isFound = forward ? file.find.findNext(text) : file.find.findPrev(text);
+    const bool isFound = forward ? file.find.findInRows(text) : file.find.findPrev(text);
     return isFound ? file.view.currentIndex().row() : -1;
 }
 
@@ -114,6 +114,8 @@ private Q_SLOTS:
     void stopsWhenCancelled();
     void fileCutOff();
     void takesTheFirstCell();
+    void looksAtAllRows_data();
+    void looksAtAllRows();
 };
 
 void tst_ViewerSearch::linesByOffset()
@@ -354,7 +356,7 @@ void tst_ViewerSearch::blocksMeet()
         QVERIFY(isWhole);
         QCOMPARE(rowByBytes(file, 0, "Needle", true), row);
         QCOMPARE(rowByBytes(file, file.model.rowCount() - 1, "Needle", false), row);
-        QCOMPARE(rowByBytes(file, row, "Needle", true), -1);
+        QCOMPARE(rowByBytes(file, row, "Needle", true), row);
         QCOMPARE(rowByBytes(file, row, "Needle", false), -1);
     }
 }
@@ -408,6 +410,42 @@ void tst_ViewerSearch::takesTheFirstCell()
     QCOMPARE(file.find.findInFile("1", true), std::optional<bool>(true));
     QCOMPARE(file.view.currentIndex(), file.model.index(1, 1));
     QVERIFY(file.view.selectionModel()->isRowSelected(1, QModelIndex()));
+}
+
+void tst_ViewerSearch::looksAtAllRows_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<int>("current"); // −1 for none
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("row"); // −1 for nowhere
+
+    const QByteArray lines = "one\ntwo\nthree\n";
+    const QByteArray fields = "1;one\n2;two\n3;three\n";
+    for (const QByteArray &file : {lines, fields}) {
+        const char *name = file == lines ? "lines" : "fields";
+        QTest::addRow("%s, first, none current", name) << file << -1 << "one" << 0;
+        QTest::addRow("%s, last, none current", name) << file << -1 << "three" << 2;
+        QTest::addRow("%s, the current one only", name) << file << 1 << "two" << 1;
+        QTest::addRow("%s, others first", name) << file << 0 << "o" << 1;
+        QTest::addRow("%s, nowhere", name) << file << 2 << "x" << -1;
+        QTest::addRow("%s, nowhere, none current", name) << file << -1 << "x" << -1;
+    }
+    QTest::newRow("only line") << QByteArray("only") << 0 << "only" << 0;
+    QTest::newRow("only line, none current") << QByteArray("only") << -1 << "only" << 0;
+}
+
+//! Nothing that is shown is "Not found".
+void tst_ViewerSearch::looksAtAllRows()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(int, current);
+    QFETCH(QString, text);
+    QFETCH(int, row);
+    ShownFile shown(file);
+    FindPanel panel(&shown.find, nullptr);
+    shown.view.setCurrentIndex(shown.model.index(current, 0));
+    QCOMPARE(panel.findNext(text), row >= 0);
+    QCOMPARE(shown.view.currentIndex().row(), row >= 0 ? row : current);
 }
 
 QTEST_MAIN(tst_ViewerSearch)

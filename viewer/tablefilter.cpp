@@ -88,17 +88,27 @@ std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
     if (!pattern || lines->rowCount() == 0)
         return {};
     cancel();
-    const QPersistentModelIndex start = m_table->currentIndex().isValid()
-        ? m_table->currentIndex()
-        : lines->index(0, columns.first());
+    const QPersistentModelIndex current = m_table->currentIndex();
     if (!forward)
-        return findBetween(start.row() - 1, -1, text, *pattern);
+        return findBetween(qMax(current.row(), 0) - 1, -1, text, *pattern);
     const int search = m_searches;
     const QPointer<TableFilter> self(this);
-    const bool isFound = findBetween(start.row() + 1, lines->rowCount(), text, *pattern);
-    if (isFound || !self || m_searches != search || !start.isValid())
+    const bool isFound = findBetween(current.row() + 1, lines->rowCount(), text, *pattern);
+    if (isFound || !self || m_searches != search || !current.isValid())
         return isFound;
-    return findBetween(0, start.row(), text, *pattern);
+    return findBetween(0, current.row() + 1, text, *pattern);
+}
+
+bool TableFilter::findInRows(const QString &text)
+{
+    if (!m_table->currentIndex().isValid())
+        return findIncremental(text);
+    const int search = m_searches;
+    const QPointer<TableFilter> self(this);
+    if (findNext(text))
+        return true;
+    const QModelIndex current = self ? m_table->currentIndex() : QModelIndex();
+    return current.isValid() && m_searches == search && acceptsRow(current.row(), text, true);
 }
 
 //! Looks at the rows from \a from on, up or down, to the one before \a end.
@@ -203,5 +213,5 @@ bool FindPanel::findPrev(const QString &text)
 bool FindPanel::findNext(const QString &text)
 {
     const std::optional<bool> isFound = m_find->findInFile(text, true);
-    return isFound ? *isFound : ItemViewFindToolBar::findNext(text);
+    return isFound ? *isFound : m_find->findInRows(text);
 }

@@ -43,9 +43,12 @@ public:
     //! Shows rows with \a text, or all if it is empty, at the same current row. Lets
     //! events through while it looks at the rows; cancel() ends that.
     void dofilter(const QString &text) override;
-    //! findNext() or findPrev() by looking through the bytes of a file, which is some ten
-    //! times as fast. Nothing if the table does not show one as it is.
+    //! findInRows() or findPrev() by looking through the bytes of a file, which is some
+    //! ten times as fast. Nothing if the table does not show one as it is.
     std::optional<bool> findInFile(const QString &text, bool forward);
+    //! findNext(), and then looks at the current row: it may be current because it is
+    //! the newest. Begins with the first row if there is no current one.
+    bool findInRows(const QString &text);
 
     //! Ends a search or the making of a filter. A filter that is shown stays.
     void cancel();
