@@ -104,6 +104,8 @@ private Q_SLOTS:
     void copiesFilteredRows();
     void feedIsNotFilteredAtFirst();
     void feedGoesOnWhileFiltered();
+    void foundRowStaysInSight_data();
+    void foundRowStaysInSight();
     void searchIsStopped_data();
     void searchIsStopped();
     void searchIsNotBegunTwice_data();
@@ -521,6 +523,45 @@ void tst_ViewerFind::feedGoesOnWhileFiltered()
     panelOf(window)->close();
     QVERIFY(window.rows() >= FeedModel::pastTrades + 50'000);
     QCOMPARE(window.table()->model(), window.model());
+}
+
+void tst_ViewerFind::foundRowStaysInSight_data()
+{
+    QTest::addColumn<FeedModel::NewRows>("newRows");
+    QTest::newRow("at the top") << FeedModel::NewRows::AtTop;
+    QTest::newRow("at the end") << FeedModel::NewRows::AtEnd;
+}
+
+//! New rows would push it out of the window in no time.
+void tst_ViewerFind::foundRowStaysInSight()
+{
+    QFETCH(FeedModel::NewRows, newRows);
+    FeedWindow window(0, newRows, &m_statistics);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QCoreApplication::processEvents();
+    QVERIFY(window.isFollowing());
+    const bool isAtTop = newRows == FeedModel::NewRows::AtTop;
+    const int row = isAtTop ? 5 : window.rows() - 6;
+    const QString number = window.model()->index(row, FeedModel::NumberColumn).data().toString();
+    window.openFind();
+    fieldOf(window)->setText(number);
+    window.table()->setCurrentIndex(window.model()->index(isAtTop ? 0 : window.rows() - 1, 0));
+    if (isAtTop)
+        panelOf(window)->findNext();
+    else
+        panelOf(window)->findPrev();
+    const auto currentNumber = [&] {
+        return window.table()->currentIndex().siblingAtColumn(0).data().toString();
+    };
+    QCOMPARE(currentNumber(), number);
+    QVERIFY(isInSight(window));
+    QVERIFY(!window.isFollowing());
+    window.model()->setRate(50'000);
+    window.model()->advance(1'000'000'000);
+    QCoreApplication::processEvents();
+    QCOMPARE(currentNumber(), number);
+    QVERIFY(isInSight(window));
 }
 
 void tst_ViewerFind::searchIsStopped_data()

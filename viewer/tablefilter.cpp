@@ -206,12 +206,21 @@ bool FindPanel::findIncremental(const QString &text)
 
 bool FindPanel::findPrev(const QString &text)
 {
-    const std::optional<bool> isFound = m_find->findInFile(text, false);
-    return isFound ? *isFound : ItemViewFindToolBar::findPrev(text);
+    return findRow(text, false);
 }
 
 bool FindPanel::findNext(const QString &text)
 {
-    const std::optional<bool> isFound = m_find->findInFile(text, true);
-    return isFound ? *isFound : m_find->findInRows(text);
+    return findRow(text, true);
+}
+
+bool FindPanel::findRow(const QString &text, bool forward)
+{
+    const QPointer<FindPanel> self(this);
+    std::optional<bool> isFound = m_find->findInFile(text, forward);
+    if (!isFound)
+        isFound = forward ? m_find->findInRows(text) : m_find->findPrev(text);
+    if (self && *isFound && !text.isEmpty())
+        Q_EMIT rowFound();
+    return *isFound;
 }

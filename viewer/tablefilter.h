@@ -96,8 +96,12 @@ public Q_SLOTS:
 Q_SIGNALS:
     //! A search or the making of a filter begins, or is over: \a isReady for another.
     void readyChanged(bool isReady);
+    //! A row that shows the text is current now.
+    void rowFound();
 
 private:
+    bool findRow(const QString &text, bool forward);
+
     TableFilter *m_find; //!< not owned
 };
 

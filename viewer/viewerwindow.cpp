@@ -140,6 +140,7 @@ void ViewerWindow::createFindPanel()
     connect(m_findPanel, &FindPanel::readyChanged, m_nextAction, &QAction::setEnabled);
     connect(m_findPanel, &FindPanel::readyChanged, m_prevAction, &QAction::setEnabled);
     connect(m_closeAction, &QAction::triggered, m_findPanel, &FindPanel::close);
+    connect(m_findPanel, &FindPanel::rowFound, this, &ViewerWindow::keepFoundRow);
     connect(m_findPanel, &QToolBar::visibilityChanged, this, &ViewerWindow::findPanelShown);
     connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::modelAboutToBeShown);
     connect(m_find, &TableFilter::modelShown, this, &ViewerWindow::modelShown);
@@ -167,6 +168,15 @@ void ViewerWindow::findAgain(bool forward)
         m_findPanel->findNext();
     else
         m_findPanel->findPrev();
+}
+
+//! New rows would push it out of the window. If it is the newest, it is followed on.
+void ViewerWindow::keepFoundRow()
+{
+    if (!isFollowing())
+        return;
+    setFollowing(false);
+    m_table->scrollTo(m_table->currentIndex());
 }
 
 void ViewerWindow::findPanelShown(bool isShown)

@@ -103,6 +103,7 @@ private:
     void createMenus();
     void createFindPanel();
     void findAgain(bool forward);
+    void keepFoundRow();
     void chooseFile();
     void showAbout();
     void followModel(QAbstractItemModel *model);
