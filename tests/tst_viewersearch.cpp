@@ -109,6 +109,7 @@ private Q_SLOTS:
     void findsWhatTheEngineFinds();
     void filtersWhatTheRowsShow();
     void filterKeepsUpWithTheFile();
+    void filterFollowsTheColumns();
     void blocksMeet();
     void veryLongLines();
     void stopsWhenCancelled();
@@ -339,6 +340,23 @@ void tst_ViewerSearch::filterKeepsUpWithTheFile()
     write(300, "ab"); // far from the ends, which tell that it is another file
     QTRY_COMPARE(shown.rowCount(), before + 1);
     check();
+}
+
+//! Text that turns out to be in columns is looked at in all of them.
+void tst_ViewerSearch::filterFollowsTheColumns()
+{
+    ShownFile file("one\n");
+    LineFilter shown({0, 1}, QStringLiteral("x"));
+    QVERIFY(shown.takeOver(&file.model));
+    file.write("1;2;3\n4;5;x\n7;8;9\n");
+    QTRY_COMPARE(file.model.columnCount(), 3);
+    QTRY_COMPARE(file.model.rowCount(), 3);
+    QCOMPARE(shown.rowCount(), 1);
+    // And the other way round, where bytes tell again.
+    file.write("one\ntwo x\nthree\nfour\n");
+    QTRY_COMPARE(file.model.columnCount(), 2);
+    QTRY_COMPARE(file.model.rowCount(), 4);
+    QCOMPARE(shown.rowCount(), 1);
 }
 
 //! A match across the ends of what is read at once is found in either direction.

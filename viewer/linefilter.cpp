@@ -10,6 +10,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -110,9 +111,17 @@ void LineFilter::beginAnew(const QAbstractItemModel *source)
     chooseWay(source);
 }
 
-//! Whether rows are looked at by their bytes first.
+//! Whether rows are looked at by their bytes first, and in which columns: other columns
+//! than there were before are all looked at.
 void LineFilter::chooseWay(const QAbstractItemModel *source)
 {
+    const int columns = source->columnCount();
+    const int before = columns > 0 ? std::exchange(m_columnCount, columns) : columns;
+    if (before > 0 && before != columns) {
+        m_columns.resize(columns);
+        std::iota(m_columns.begin(), m_columns.end(), 0);
+        setVisibleColumns(m_columns);
+    }
     m_skipped = {};
     m_lines = qobject_cast<const TextFileModel *>(source);
     m_pattern = m_lines ? m_lines->patternFor(m_text, m_columns) : std::nullopt;
