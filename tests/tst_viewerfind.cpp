@@ -92,6 +92,7 @@ private Q_SLOTS:
 
     void opensByKey();
     void findsFromTheTable();
+    void findsAgainWithThePanel();
     void escapeClosesThePanelFirst();
     void filtersAndComesBack();
     void comesBackToAHiddenRow();
@@ -103,8 +104,14 @@ private Q_SLOTS:
     void copiesFilteredRows();
     void feedIsNotFilteredAtFirst();
     void feedGoesOnWhileFiltered();
+    void foundRowStaysInSight_data();
+    void foundRowStaysInSight();
     void searchIsStopped_data();
     void searchIsStopped();
+    void searchIsNotBegunTwice_data();
+    void searchIsNotBegunTwice();
+    void windowsSearchWithinEachOther_data();
+    void windowsSearchWithinEachOther();
 
 private:
     std::unique_ptr<FileWindow> openFile(const QByteArray &text);
@@ -205,6 +212,13 @@ void tst_ViewerFind::lineFilterFollowsItsRows_data()
         model.isSlow = false;
         model.sort(0, Qt::DescendingOrder);
     }) << "a6 a3 a0";
+    const auto set = [](int row) {
+        return Change([row](SlowModel &model) { model.item(row)->setText("anew"); });
+    };
+    QTest::newRow("change among the judged") << set(1) << "a0 anew a3 a6";
+    QTest::newRow("change among the others") << set(5) << "a0 a3 anew a6";
+    QTest::newRow("change of a shown one")
+        << Change([](SlowModel &model) { model.item(0)->setText("b"); }) << "a3 a6";
     QTest::newRow("reset") << Change([](SlowModel &model) {
         model.clear();
         model.appendRow(new QStandardItem(QStringLiteral("a fresh")));
@@ -294,6 +308,30 @@ void tst_ViewerFind::findsFromTheTable()
     }
     // A row that was found is not left behind for new ones.
     QVERIFY(!window->isFollowing());
+}
+
+//! The panel is where a search tells that it found nothing, and where it is stopped.
+void tst_ViewerFind::findsAgainWithThePanel()
+{
+    const auto window = openFile(lettered(1000));
+    const auto findNext = [&] {
+        QTest::keySequence(window.get(), QKeySequence(QKeySequence::FindNext));
+    };
+    findNext();
+    QVERIFY(panelOf(*window)->isVisible());
+    QVERIFY(fieldOf(*window)->hasFocus());
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("c 77"));
+    panelOf(*window)->close();
+    window->table()->setFocus();
+    findNext();
+    QVERIFY(panelOf(*window)->isVisible());
+    QVERIFY(window->table()->hasFocus());
+    QCOMPARE(currentText(*window), "c 77");
+    QCoreApplication::processEvents();
+    QVERIFY(isInSight(*window));
+    QTest::keyClick(window->table(), Qt::Key_Escape);
+    QVERIFY(!panelOf(*window)->isVisible());
+    QCOMPARE(window->model()->activity(), TextFileModel::Activity::Following);
 }
 
 void tst_ViewerFind::escapeClosesThePanelFirst()
@@ -487,6 +525,45 @@ void tst_ViewerFind::feedGoesOnWhileFiltered()
     QCOMPARE(window.table()->model(), window.model());
 }
 
+void tst_ViewerFind::foundRowStaysInSight_data()
+{
+    QTest::addColumn<FeedModel::NewRows>("newRows");
+    QTest::newRow("at the top") << FeedModel::NewRows::AtTop;
+    QTest::newRow("at the end") << FeedModel::NewRows::AtEnd;
+}
+
+//! New rows would push it out of the window in no time.
+void tst_ViewerFind::foundRowStaysInSight()
+{
+    QFETCH(FeedModel::NewRows, newRows);
+    FeedWindow window(0, newRows, &m_statistics);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QCoreApplication::processEvents();
+    QVERIFY(window.isFollowing());
+    const bool isAtTop = newRows == FeedModel::NewRows::AtTop;
+    const int row = isAtTop ? 5 : window.rows() - 6;
+    const QString number = window.model()->index(row, FeedModel::NumberColumn).data().toString();
+    window.openFind();
+    fieldOf(window)->setText(number);
+    window.table()->setCurrentIndex(window.model()->index(isAtTop ? 0 : window.rows() - 1, 0));
+    if (isAtTop)
+        panelOf(window)->findNext();
+    else
+        panelOf(window)->findPrev();
+    const auto currentNumber = [&] {
+        return window.table()->currentIndex().siblingAtColumn(0).data().toString();
+    };
+    QCOMPARE(currentNumber(), number);
+    QVERIFY(isInSight(window));
+    QVERIFY(!window.isFollowing());
+    window.model()->setRate(50'000);
+    window.model()->advance(1'000'000'000);
+    QCoreApplication::processEvents();
+    QCOMPARE(currentNumber(), number);
+    QVERIFY(isInSight(window));
+}
+
 void tst_ViewerFind::searchIsStopped_data()
 {
     QTest::addColumn<QByteArray>("what");
@@ -530,6 +607,105 @@ void tst_ViewerFind::searchIsStopped()
     QVERIFY(!window.findChild<QProgressIndicator *>()->isAnimated());
     QCOMPARE(window.table()->model(), window.model());
     QCOMPARE(panelOf(window)->isVisible(), what == "type");
+}
+
+void tst_ViewerFind::searchIsNotBegunTwice_data()
+{
+    QTest::addColumn<bool>("filters");
+    QTest::newRow("search") << false;
+    QTest::newRow("filter") << true;
+}
+
+//! A key that is held down would begin a search in the events of the one before, and
+//! that one cannot end before the new one does.
+void tst_ViewerFind::searchIsNotBegunTwice()
+{
+    QFETCH(bool, filters);
+    FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    window.openFind();
+    fieldOf(window)->setText(QStringLiteral("nothing"));
+    window.table()->setFocus();
+    const auto findNext = [&] {
+        QTest::keySequence(&window, QKeySequence(QKeySequence::FindNext));
+    };
+    int presses = 0;
+    int running = 0;
+    int most = 0;
+    const std::function<void()> press = [&] {
+        if (++presses == 5) {
+            panelOf(window)->close();
+            return;
+        }
+        QTimer::singleShot(0, &window, press);
+        most = qMax(most, ++running);
+        findNext();
+        --running;
+    };
+    QTimer::singleShot(0, &window, press);
+    if (filters)
+        click(window, "filterButton");
+    else
+        findNext();
+    QCOMPARE(presses, 5);
+    QCOMPARE(most, 1);
+    // Afterwards it may be.
+    const QList<QAction *> actions = window.findChildren<QAction *>();
+    QVERIFY(std::all_of(actions.begin(), actions.end(), [](const QAction *action) {
+        return action->isEnabled() || action->shortcut() != QKeySequence::FindNext;
+    }));
+}
+
+void tst_ViewerFind::windowsSearchWithinEachOther_data()
+{
+    QTest::addColumn<bool>("filters");
+    QTest::addColumn<bool>("isDestroyed");
+    for (const bool filters : {false, true}) {
+        for (const bool isDestroyed : {false, true})
+            QTest::addRow("%s, %s", filters ? "filter" : "search",
+                          isDestroyed ? "destroyed" : "closed")
+                << filters << isDestroyed;
+    }
+}
+
+//! A window searches; one that searches in its events outlives it.
+void tst_ViewerFind::windowsSearchWithinEachOther()
+{
+    QFETCH(bool, filters);
+    QFETCH(bool, isDestroyed);
+
+    auto outer = std::make_unique<FeedWindow>(0, FeedModel::NewRows::AtTop, &m_statistics);
+    FeedWindow inner(0, FeedModel::NewRows::AtTop, &m_statistics);
+    const auto search = [&](FeedWindow *window) {
+        QApplication::setActiveWindow(window);
+        window->openFind();
+        fieldOf(*window)->setText(QStringLiteral("nothing"));
+        if (filters)
+            panelOf(*window)->filter();
+        else
+            panelOf(*window)->findNext();
+    };
+    outer->show();
+    inner.show();
+    bool wasBusy = false;
+    QTimer::singleShot(0, &inner, [&] {
+        QTimer::singleShot(0, &inner, [&] {
+            wasBusy = inner.findChild<QProgressIndicator *>()->isAnimated();
+            if (isDestroyed)
+                outer.reset();
+            else
+                outer->close();
+            // This one goes on.
+            QTimer::singleShot(0, &inner, [&] { panelOf(inner)->close(); });
+        });
+        search(&inner);
+    });
+    search(outer.get());
+    QVERIFY(wasBusy);
+    QVERIFY(!inner.findChild<QProgressIndicator *>()->isAnimated());
+    QCOMPARE(inner.table()->model(), inner.model());
+    QVERIFY(isDestroyed || outer->table()->model() == outer->model());
 }
 
 QTEST_MAIN(tst_ViewerFind)

@@ -64,11 +64,22 @@ QByteArray randomLine(QRandomGenerator &random, int words)
     return line;
 }
 
+QStringList linesWith(const QAbstractItemModel &model, const QString &text)
+{
+    QStringList lines;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        const QString line = model.index(row, 1).data().toString();
+        if (line.contains(text))
+            lines << line;
+    }
+    return lines;
+}
+
 //! Where the engine, which reads every row, ends up.
 int rowByEngine(ShownFile &file, int start, const QString &text, bool forward)
 {
     file.setCurrent(start);
-    const bool isFound = forward ? file.find.findNext(text) : file.find.findPrev(text);
+    const bool isFound = forward ? file.find.findInRows(text) : file.find.findPrev(text);
     return isFound ? file.view.currentIndex().row() : -1;
 }
 
@@ -98,12 +109,16 @@ private Q_SLOTS:
     void findsWhatTheEngineFinds_data();
     void findsWhatTheEngineFinds();
     void filtersWhatTheRowsShow();
+    void filterKeepsUpWithTheFile();
+    void filterFollowsTheColumns();
     void blocksMeet_data();
     void blocksMeet();
     void veryLongLines();
     void stopsWhenCancelled();
     void fileCutOff();
     void takesTheFirstCell();
+    void looksAtAllRows_data();
+    void looksAtAllRows();
 };
 
 void tst_ViewerSearch::linesByOffset()
@@ -303,19 +318,64 @@ void tst_ViewerSearch::filtersWhatTheRowsShow()
     ShownFile file(text, {u'\0', {}});
     for (const char *wanted : {"a", "ab", "AB", "skS", "K", "x y", "7", "nothing", "é"}) {
         const QString filter = QString::fromUtf8(wanted);
-        QStringList expected;
-        for (int row = 0; row < file.model.rowCount(); ++row) {
-            const QString line = file.model.index(row, 1).data().toString();
-            if (line.contains(filter))
-                expected << line;
-        }
         LineFilter shown({1}, filter);
         QVERIFY(shown.takeOver(&file.model));
-        QStringList lines;
-        for (int row = 0; row < shown.rowCount(); ++row)
-            lines << shown.index(row, 1).data().toString();
-        QCOMPARE(lines, expected);
+        QCOMPARE(linesWith(shown, QString()), linesWith(file.model, filter));
     }
+}
+
+//! A filter that is shown judges the lines that come and change by their bytes too.
+void tst_ViewerSearch::filterKeepsUpWithTheFile()
+{
+    QRandomGenerator random(23);
+    QByteArray text = QByteArray(600, '-') + '\n';
+    ShownFile file(text, {u'\0', {}});
+    LineFilter shown({1}, QStringLiteral("ab"));
+    QVERIFY(shown.takeOver(&file.model));
+    const auto write = [&](qsizetype offset, const QByteArray &bytes) {
+        QFile onDisk(file.path);
+        QVERIFY(onDisk.open(QIODevice::ReadWrite));
+        QVERIFY(onDisk.seek(offset));
+        QCOMPARE(onDisk.write(bytes), bytes.size());
+        text.replace(offset, bytes.size(), bytes);
+    };
+    const auto check = [&] {
+        QTRY_COMPARE(file.model.indexedBytes(), quint64(text.size()));
+        QCOMPARE(linesWith(shown, QString()), linesWith(file.model, QStringLiteral("ab")));
+    };
+    for (const int lines : {1, 2, 500, 3000}) {
+        QByteArray more;
+        for (int i = 0; i < lines; ++i)
+            more += randomLine(random, random.bounded(12)) + '\n';
+        write(text.size(), more);
+        check();
+    }
+    QVERIFY(shown.rowCount() > 100);
+    for (const char *piece : {"x", "a", "b", "\n"}) {
+        write(text.size(), piece);
+        check();
+    }
+    const int before = shown.rowCount();
+    write(300, "ab"); // far from the ends, which tell that it is another file
+    QTRY_COMPARE(shown.rowCount(), before + 1);
+    check();
+}
+
+//! Text that turns out to be in columns is looked at in all of them.
+void tst_ViewerSearch::filterFollowsTheColumns()
+{
+    ShownFile file("one\n");
+    LineFilter shown({0, 1}, QStringLiteral("x"));
+    QVERIFY(shown.takeOver(&file.model));
+    file.write("1;2;3\n4;5;x\n7;8;9\n");
+    QTRY_COMPARE(file.model.columnCount(), 3);
+    QTRY_COMPARE(file.model.rowCount(), 3);
+    QCOMPARE(shown.rowCount(), 1);
+    // And the other way round, where bytes tell again.
+    file.write("one\ntwo x\nthree\nfour\n");
+    QTRY_COMPARE(file.model.columnCount(), 2);
+    QTRY_COMPARE(file.model.rowCount(), 4);
+    QCOMPARE(shown.rowCount(), 1);
 }
 
 void tst_ViewerSearch::blocksMeet_data()
@@ -345,7 +405,8 @@ void tst_ViewerSearch::blocksMeet()
     const int start = forward ? 0 : file.model.rowCount() - 1;
     const int row = int((end + shift) / line);
     QCOMPARE(rowByBytes(file, start, "Needle", forward), row);
-    QCOMPARE(rowByBytes(file, row, "Needle", forward), -1);
+    // Of the row where it begins only the search down sees anything, at last.
+    QCOMPARE(rowByBytes(file, row, "Needle", forward), forward ? row : -1);
 }
 
 //! Only the beginning of a line is shown, and so found.
@@ -397,6 +458,42 @@ void tst_ViewerSearch::takesTheFirstCell()
     QCOMPARE(file.find.findInFile("1", true), std::optional<bool>(true));
     QCOMPARE(file.view.currentIndex(), file.model.index(1, 1));
     QVERIFY(file.view.selectionModel()->isRowSelected(1, QModelIndex()));
+}
+
+void tst_ViewerSearch::looksAtAllRows_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<int>("current"); // −1 for none
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("row"); // −1 for nowhere
+
+    const QByteArray lines = "one\ntwo\nthree\n";
+    const QByteArray fields = "1;one\n2;two\n3;three\n";
+    for (const QByteArray &file : {lines, fields}) {
+        const char *name = file == lines ? "lines" : "fields";
+        QTest::addRow("%s, first, none current", name) << file << -1 << "one" << 0;
+        QTest::addRow("%s, last, none current", name) << file << -1 << "three" << 2;
+        QTest::addRow("%s, the current one only", name) << file << 1 << "two" << 1;
+        QTest::addRow("%s, others first", name) << file << 0 << "o" << 1;
+        QTest::addRow("%s, nowhere", name) << file << 2 << "x" << -1;
+        QTest::addRow("%s, nowhere, none current", name) << file << -1 << "x" << -1;
+    }
+    QTest::newRow("only line") << QByteArray("only") << 0 << "only" << 0;
+    QTest::newRow("only line, none current") << QByteArray("only") << -1 << "only" << 0;
+}
+
+//! Nothing that is shown is "Not found".
+void tst_ViewerSearch::looksAtAllRows()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(int, current);
+    QFETCH(QString, text);
+    QFETCH(int, row);
+    ShownFile shown(file);
+    FindPanel panel(&shown.find, nullptr);
+    shown.view.setCurrentIndex(shown.model.index(current, 0));
+    QCOMPARE(panel.findNext(text), row >= 0);
+    QCOMPARE(shown.view.currentIndex().row(), row >= 0 ? row : current);
 }
 
 QTEST_MAIN(tst_ViewerSearch)

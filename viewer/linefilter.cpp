@@ -10,6 +10,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -36,6 +37,8 @@ bool LineFilter::takeOver(QAbstractItemModel *source)
            [this](const QModelIndex &, int first, int last) { rowsCame(first, last); });
     follow(&QAbstractItemModel::rowsRemoved,
            [this](const QModelIndex &, int first, int last) { rowsWent(first, last); });
+    follow(&QAbstractItemModel::dataChanged,
+           [this](const QModelIndex &first) { rowsChanged(first.row()); });
     follow(&QAbstractItemModel::modelReset, [=, this] { beginAnew(source); });
     follow(&QAbstractItemModel::layoutChanged, [=, this] { beginAnew(source); });
     follow(&QAbstractItemModel::rowsMoved, [=, this] { beginAnew(source); });
@@ -43,10 +46,21 @@ bool LineFilter::takeOver(QAbstractItemModel *source)
     beginAnew(source);
     if (!judgeRows(source) || !alive)
         return false;
+    followSource(source);
     setSourceModel(source);
     rowCount(); // asks for the verdicts
     m_verdicts = {};
     return true;
+}
+
+//! The proxy is connected after this: what it asks for then is up to date.
+void LineFilter::followSource(const QAbstractItemModel *source)
+{
+    const auto forget = [this] { m_skipped = {}; };
+    connect(source, &QAbstractItemModel::rowsInserted, this, forget);
+    connect(source, &QAbstractItemModel::rowsRemoved, this, forget);
+    connect(source, &QAbstractItemModel::dataChanged, this, forget);
+    connect(source, &QAbstractItemModel::modelReset, this, [=, this] { chooseWay(source); });
 }
 
 bool LineFilter::judgeRows(const QAbstractItemModel *source)
@@ -94,6 +108,21 @@ void LineFilter::beginAnew(const QAbstractItemModel *source)
 {
     m_verdicts.assign(size_t(source->rowCount()), Verdict::Unknown);
     m_next = 0;
+    chooseWay(source);
+}
+
+//! Whether rows are looked at by their bytes first, and in which columns: other columns
+//! than there were before are all looked at.
+void LineFilter::chooseWay(const QAbstractItemModel *source)
+{
+    const int columns = source->columnCount();
+    const int before = columns > 0 ? std::exchange(m_columnCount, columns) : columns;
+    if (before > 0 && before != columns) {
+        m_columns.resize(columns);
+        std::iota(m_columns.begin(), m_columns.end(), 0);
+        setVisibleColumns(m_columns);
+    }
+    m_skipped = {};
     m_lines = qobject_cast<const TextFileModel *>(source);
     m_pattern = m_lines ? m_lines->patternFor(m_text, m_columns) : std::nullopt;
 }
@@ -114,11 +143,28 @@ void LineFilter::rowsWent(int first, int last)
     m_next -= judged;
 }
 
+//! Judges those from \a first on again: files change at their end or everywhere.
+void LineFilter::rowsChanged(int first)
+{
+    m_next = qMin(m_next, size_t(first));
+}
+
+//! Whether the bytes of a line, or of those around it, leave it open what it shows.
+bool LineFilter::mayShow(int row) const
+{
+    if (!m_pattern)
+        return true;
+    if (row < m_skipped.first || row >= m_skipped.second)
+        m_skipped = {row, m_lines->look(*m_pattern, row, true).row};
+    return row >= m_skipped.second;
+}
+
 bool LineFilter::filterAcceptsRow(int source_row, const QModelIndex &source_parent) const
 {
     const auto row = size_t(source_row);
     const Verdict known = row < m_verdicts.size() ? m_verdicts[row] : Verdict::Unknown;
     if (known != Verdict::Unknown)
         return known == Verdict::Shown;
-    return SortFilterProxyModel::filterAcceptsRow(source_row, source_parent);
+    // A file may bring millions of lines at once.
+    return mayShow(source_row) && SortFilterProxyModel::filterAcceptsRow(source_row, source_parent);
 }

@@ -8,6 +8,7 @@
 #include "sortfilterproxymodel.h"
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 class TextFileModel;
@@ -26,7 +27,8 @@ class LineFilter : public SortFilterProxyModel
     Q_OBJECT
 
 public:
-    //! Shows rows with \a text in one of \a columns, of no model yet.
+    //! Shows rows with \a text in one of \a columns, of no model yet. They count until the
+    //! model has more or fewer columns, then all do.
     LineFilter(const QList<int> &columns, const QString &text);
 
     //! Judges the rows of \a source and makes it the source model. Returns false
@@ -51,13 +53,19 @@ private:
     void beginAnew(const QAbstractItemModel *source);
     void rowsCame(int first, int last);
     void rowsWent(int first, int last);
+    void rowsChanged(int first);
+    void followSource(const QAbstractItemModel *source);
+    void chooseWay(const QAbstractItemModel *source);
+    bool mayShow(int row) const;
 
-    const QList<int> m_columns;             //!< looked at
+    QList<int> m_columns;                   //!< looked at
+    int m_columnCount = 0;                  //!< of the source when they were chosen; 0 before
     const QString m_text;                   //!< looked for
     std::vector<Verdict> m_verdicts;        //!< by source row, until the source is taken over
     size_t m_next = 0;                      //!< the row to be judged next
     const TextFileModel *m_lines = nullptr; //!< the source, if it can be looked through
     std::optional<BytePattern> m_pattern;   //!< in bytes of m_lines; nothing if it cannot
+    mutable std::pair<int, int> m_skipped;  //!< rows, the last excluded, without the pattern
     bool m_isCancelled = false;             //!< see cancel()
 };
 

@@ -8,11 +8,14 @@
 #include "qtablefastview.h"
 #include "textfilemodel.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QScopeGuard>
+#include <QToolButton>
 
 #include <algorithm>
 #include <utility>
@@ -85,17 +88,27 @@ std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
     if (!pattern || lines->rowCount() == 0)
         return {};
     cancel();
-    const QPersistentModelIndex start = m_table->currentIndex().isValid()
-        ? m_table->currentIndex()
-        : lines->index(0, columns.first());
+    const QPersistentModelIndex current = m_table->currentIndex();
     if (!forward)
-        return findBetween(start.row() - 1, -1, text, *pattern);
+        return findBetween(qMax(current.row(), 0) - 1, -1, text, *pattern);
     const int search = m_searches;
     const QPointer<TableFilter> self(this);
-    const bool isFound = findBetween(start.row() + 1, lines->rowCount(), text, *pattern);
-    if (isFound || !self || m_searches != search || !start.isValid())
+    const bool isFound = findBetween(current.row() + 1, lines->rowCount(), text, *pattern);
+    if (isFound || !self || m_searches != search || !current.isValid())
         return isFound;
-    return findBetween(0, start.row(), text, *pattern);
+    return findBetween(0, current.row() + 1, text, *pattern);
+}
+
+bool TableFilter::findInRows(const QString &text)
+{
+    if (!m_table->currentIndex().isValid())
+        return findIncremental(text);
+    const int search = m_searches;
+    const QPointer<TableFilter> self(this);
+    if (findNext(text))
+        return true;
+    const QModelIndex current = self ? m_table->currentIndex() : QModelIndex();
+    return current.isValid() && m_searches == search && acceptsRow(current.row(), text, true);
 }
 
 //! Looks at the rows from \a from on, up or down, to the one before \a end.
@@ -176,6 +189,13 @@ FindPanel::FindPanel(TableFilter *find, QWidget *parent)
     , m_find(find)
 {
     setViewFind(find);
+    const auto *next = findChild<QToolButton *>(QStringLiteral("findNextButton"));
+    connect(next->defaultAction(), &QAction::enabledChanged, this, &FindPanel::readyChanged);
+}
+
+QLineEdit *FindPanel::field() const
+{
+    return findChild<QLineEdit *>(QStringLiteral("findLineEdit"));
 }
 
 bool FindPanel::findIncremental(const QString &text)
@@ -186,12 +206,21 @@ bool FindPanel::findIncremental(const QString &text)
 
 bool FindPanel::findPrev(const QString &text)
 {
-    const std::optional<bool> isFound = m_find->findInFile(text, false);
-    return isFound ? *isFound : ItemViewFindToolBar::findPrev(text);
+    return findRow(text, false);
 }
 
 bool FindPanel::findNext(const QString &text)
 {
-    const std::optional<bool> isFound = m_find->findInFile(text, true);
-    return isFound ? *isFound : ItemViewFindToolBar::findNext(text);
+    return findRow(text, true);
+}
+
+bool FindPanel::findRow(const QString &text, bool forward)
+{
+    const QPointer<FindPanel> self(this);
+    std::optional<bool> isFound = m_find->findInFile(text, forward);
+    if (!isFound)
+        isFound = forward ? m_find->findInRows(text) : m_find->findPrev(text);
+    if (self && *isFound && !text.isEmpty())
+        Q_EMIT rowFound();
+    return *isFound;
 }

@@ -14,6 +14,7 @@
 
 class BytePattern;
 class LineFilter;
+class QLineEdit;
 class QTableFastView;
 class TextFileModel;
 
@@ -42,9 +43,12 @@ public:
     //! Shows rows with \a text, or all if it is empty, at the same current row. Lets
     //! events through while it looks at the rows; cancel() ends that.
     void dofilter(const QString &text) override;
-    //! findNext() or findPrev() by looking through the bytes of a file, which is some ten
-    //! times as fast. Nothing if the table does not show one as it is.
+    //! findInRows() or findPrev() by looking through the bytes of a file, which is some
+    //! ten times as fast. Nothing if the table does not show one as it is.
     std::optional<bool> findInFile(const QString &text, bool forward);
+    //! findNext(), and then looks at the current row: it may be current because it is
+    //! the newest. Begins with the first row if there is no current one.
+    bool findInRows(const QString &text);
 
     //! Ends a search or the making of a filter. A filter that is shown stays.
     void cancel();
@@ -78,6 +82,9 @@ public:
     //! A panel of \a find, which must outlive it.
     FindPanel(TableFilter *find, QWidget *parent);
 
+    //! The text to look for.
+    QLineEdit *field() const;
+
     using ItemViewFindToolBar::findNext;
     using ItemViewFindToolBar::findPrev;
 
@@ -86,7 +93,15 @@ public Q_SLOTS:
     bool findPrev(const QString &text) override;
     bool findNext(const QString &text) override;
 
+Q_SIGNALS:
+    //! A search or the making of a filter begins, or is over: \a isReady for another.
+    void readyChanged(bool isReady);
+    //! A row that shows the text is current now.
+    void rowFound();
+
 private:
+    bool findRow(const QString &text, bool forward);
+
     TableFilter *m_find; //!< not owned
 };
 

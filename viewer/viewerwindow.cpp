@@ -16,6 +16,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -133,9 +134,13 @@ void ViewerWindow::createFindPanel()
     m_findPanel->setWindowTitle(tr("Find"));
     m_findPanel->hide();
     addToolBar(Qt::BottomToolBarArea, m_findPanel);
-    connect(m_nextAction, &QAction::triggered, m_findPanel, qOverload<>(&FindPanel::findNext));
-    connect(m_prevAction, &QAction::triggered, m_findPanel, qOverload<>(&FindPanel::findPrev));
+    connect(m_nextAction, &QAction::triggered, this, [this] { findAgain(true); });
+    connect(m_prevAction, &QAction::triggered, this, [this] { findAgain(false); });
+    // A key that repeats would begin a search within the events of the one before.
+    connect(m_findPanel, &FindPanel::readyChanged, m_nextAction, &QAction::setEnabled);
+    connect(m_findPanel, &FindPanel::readyChanged, m_prevAction, &QAction::setEnabled);
     connect(m_closeAction, &QAction::triggered, m_findPanel, &FindPanel::close);
+    connect(m_findPanel, &FindPanel::rowFound, this, &ViewerWindow::keepFoundRow);
     connect(m_findPanel, &QToolBar::visibilityChanged, this, &ViewerWindow::findPanelShown);
     connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::modelAboutToBeShown);
     connect(m_find, &TableFilter::modelShown, this, &ViewerWindow::modelShown);
@@ -144,7 +149,34 @@ void ViewerWindow::createFindPanel()
 void ViewerWindow::openFind()
 {
     m_findPanel->openFind();
-    m_findPanel->findChild<QLineEdit *>(QStringLiteral("findLineEdit"))->selectAll();
+    m_findPanel->field()->selectAll();
+}
+
+//! Shows the panel: it says that nothing was found, and stops a search.
+void ViewerWindow::findAgain(bool forward)
+{
+    if (m_findPanel->field()->text().isEmpty()) {
+        openFind();
+        return;
+    }
+    if (!m_findPanel->isVisible()) {
+        m_findPanel->openFind();
+        m_table->setFocus();
+        layout()->activate(); // the row that is found is above the panel, not behind it
+    }
+    if (forward)
+        m_findPanel->findNext();
+    else
+        m_findPanel->findPrev();
+}
+
+//! New rows would push it out of the window. If it is the newest, it is followed on.
+void ViewerWindow::keepFoundRow()
+{
+    if (!isFollowing())
+        return;
+    setFollowing(false);
+    m_table->scrollTo(m_table->currentIndex());
 }
 
 void ViewerWindow::findPanelShown(bool isShown)

@@ -102,6 +102,8 @@ private:
     void createFindActions();
     void createMenus();
     void createFindPanel();
+    void findAgain(bool forward);
+    void keepFoundRow();
     void chooseFile();
     void showAbout();
     void followModel(QAbstractItemModel *model);
