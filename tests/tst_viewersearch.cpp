@@ -79,7 +79,7 @@ QStringList linesWith(const QAbstractItemModel &model, const QString &text)
 int rowByEngine(ShownFile &file, int start, const QString &text, bool forward)
 {
     file.setCurrent(start);
-    const bool isFound = forward ? file.find.findInRows(text) : file.find.findPrev(text);
+    const bool isFound = file.find.findInRows(text, forward);
     return isFound ? file.view.currentIndex().row() : -1;
 }
 
@@ -464,6 +464,7 @@ void tst_ViewerSearch::looksAtAllRows_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<int>("current"); // −1 for none
+    QTest::addColumn<bool>("forward");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("row"); // −1 for nowhere
 
@@ -471,15 +472,28 @@ void tst_ViewerSearch::looksAtAllRows_data()
     const QByteArray fields = "1;one\n2;two\n3;three\n";
     for (const QByteArray &file : {lines, fields}) {
         const char *name = file == lines ? "lines" : "fields";
-        QTest::addRow("%s, first, none current", name) << file << -1 << "one" << 0;
-        QTest::addRow("%s, last, none current", name) << file << -1 << "three" << 2;
-        QTest::addRow("%s, the current one only", name) << file << 1 << "two" << 1;
-        QTest::addRow("%s, others first", name) << file << 0 << "o" << 1;
-        QTest::addRow("%s, nowhere", name) << file << 2 << "x" << -1;
-        QTest::addRow("%s, nowhere, none current", name) << file << -1 << "x" << -1;
+        const auto row = [&](const char *which) -> QTestData & {
+            return QTest::addRow("%s, %s", name, which) << file;
+        };
+        row("first, none current") << -1 << true << "one" << 0;
+        row("last, none current") << -1 << true << "three" << 2;
+        row("the current one only") << 1 << true << "two" << 1;
+        row("others first") << 0 << true << "o" << 1;
+        row("nowhere") << 2 << true << "x" << -1;
+        row("nowhere, none current") << -1 << true << "x" << -1;
+        row("up to the first, none current") << -1 << false << "one" << 0;
+        row("up to the last, none current") << -1 << false << "three" << 2;
+        row("up to the nearest") << 2 << false << "o" << 1;
+        row("up, only below") << 1 << false << "three" << -1;
+        row("up, above the first") << 0 << false << "e" << -1;
+        row("up, nowhere, none current") << -1 << false << "x" << -1;
     }
-    QTest::newRow("only line") << QByteArray("only") << 0 << "only" << 0;
-    QTest::newRow("only line, none current") << QByteArray("only") << -1 << "only" << 0;
+    for (const bool forward : {true, false})
+        QTest::addRow("only line, none current, %d", forward)
+            << QByteArray("only") << -1 << forward << "only" << 0;
+    QTest::newRow("only line") << QByteArray("only") << 0 << true << "only" << 0;
+    QTest::newRow("no line") << QByteArray() << -1 << true << "only" << -1;
+    QTest::newRow("up, no line") << QByteArray() << -1 << false << "only" << -1;
 }
 
 //! Nothing that is shown is "Not found".
@@ -487,12 +501,13 @@ void tst_ViewerSearch::looksAtAllRows()
 {
     QFETCH(QByteArray, file);
     QFETCH(int, current);
+    QFETCH(bool, forward);
     QFETCH(QString, text);
     QFETCH(int, row);
     ShownFile shown(file);
     FindPanel panel(&shown.find, nullptr);
     shown.view.setCurrentIndex(shown.model.index(current, 0));
-    QCOMPARE(panel.findNext(text), row >= 0);
+    QCOMPARE(forward ? panel.findNext(text) : panel.findPrev(text), row >= 0);
     QCOMPARE(shown.view.currentIndex().row(), row >= 0 ? row : current);
 }
 

@@ -89,8 +89,10 @@ std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
         return {};
     cancel();
     const QPersistentModelIndex current = m_table->currentIndex();
-    if (!forward)
-        return findBetween(qMax(current.row(), 0) - 1, -1, text, *pattern);
+    if (!forward) {
+        const int end = current.isValid() ? current.row() : lines->rowCount();
+        return findBetween(end - 1, -1, text, *pattern);
+    }
     const int search = m_searches;
     const QPointer<TableFilter> self(this);
     const bool isFound = findBetween(current.row() + 1, lines->rowCount(), text, *pattern);
@@ -99,9 +101,12 @@ std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
     return findBetween(0, current.row() + 1, text, *pattern);
 }
 
-bool TableFilter::findInRows(const QString &text)
+bool TableFilter::findInRows(const QString &text, bool forward)
 {
-    if (!m_table->currentIndex().isValid())
+    const bool hasCurrent = m_table->currentIndex().isValid();
+    if (!forward)
+        return findPrev(text) || (!hasCurrent && findFromTheEnd(text));
+    if (!hasCurrent)
         return findIncremental(text);
     const int search = m_searches;
     const QPointer<TableFilter> self(this);
@@ -109,6 +114,16 @@ bool TableFilter::findInRows(const QString &text)
         return true;
     const QModelIndex current = self ? m_table->currentIndex() : QModelIndex();
     return current.isValid() && m_searches == search && acceptsRow(current.row(), text, true);
+}
+
+//! After findPrev() for \a text, which found nothing above no current row.
+bool TableFilter::findFromTheEnd(const QString &text)
+{
+    const int last = m_table->model() ? m_table->model()->rowCount() - 1 : -1;
+    if (last < 0 || columnList().isEmpty())
+        return false;
+    return acceptsRow(last, text, false)
+        || dofindReverse(m_table->model()->index(last, columnList().first()), text);
 }
 
 //! Looks at the rows from \a from on, up or down, to the one before \a end.
@@ -217,10 +232,9 @@ bool FindPanel::findNext(const QString &text)
 bool FindPanel::findRow(const QString &text, bool forward)
 {
     const QPointer<FindPanel> self(this);
-    std::optional<bool> isFound = m_find->findInFile(text, forward);
-    if (!isFound)
-        isFound = forward ? m_find->findInRows(text) : m_find->findPrev(text);
-    if (self && *isFound && !text.isEmpty())
+    const std::optional<bool> isFoundInFile = m_find->findInFile(text, forward);
+    const bool isFound = isFoundInFile ? *isFoundInFile : m_find->findInRows(text, forward);
+    if (self && isFound && !text.isEmpty())
         Q_EMIT rowFound();
-    return *isFound;
+    return isFound;
 }

@@ -43,12 +43,13 @@ public:
     //! Shows rows with \a text, or all if it is empty, at the same current row. Lets
     //! events through while it looks at the rows; cancel() ends that.
     void dofilter(const QString &text) override;
-    //! findInRows() or findPrev() by looking through the bytes of a file, which is some
-    //! ten times as fast. Nothing if the table does not show one as it is.
+    //! findInRows() by looking through the bytes of a file, which is some ten times as
+    //! fast. Nothing if the table does not show one as it is.
     std::optional<bool> findInFile(const QString &text, bool forward);
     //! findNext(), and then looks at the current row: it may be current because it is
-    //! the newest. Begins with the first row if there is no current one.
-    bool findInRows(const QString &text);
+    //! the newest. Or findPrev(), if not \a forward. Without a current row it begins with
+    //! the first row, or with the last one.
+    bool findInRows(const QString &text, bool forward);
 
     //! Ends a search or the making of a filter. A filter that is shown stays.
     void cancel();
@@ -62,6 +63,7 @@ Q_SIGNALS:
 private:
     void show(std::unique_ptr<LineFilter> filter);
     QModelIndex currentInSource() const;
+    bool findFromTheEnd(const QString &text);
     bool findBetween(int from, int end, const QString &text, const BytePattern &pattern);
     bool acceptsRow(int row, const QString &text, bool forward);
 
