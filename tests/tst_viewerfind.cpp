@@ -6,6 +6,7 @@
 #include "framestatistics.h"
 #include "linefilter.h"
 #include "qprogressindicator.h"
+#include "slowmodel.h"
 #include "tablefilter.h"
 #include "textfilemodel.h"
 #include "viewertable.h"
@@ -27,29 +28,15 @@
 
 namespace {
 
-//! A row takes longer than the time between two looks at the events.
-class SlowModel : public QStandardItemModel
+//! One row for each word.
+class SlowWords : public SlowModel
 {
 public:
-    using QStandardItemModel::beginResetModel;
-    using QStandardItemModel::endResetModel;
-
-    explicit SlowModel(const char *rows)
+    explicit SlowWords(const char *words)
     {
-        for (const QByteArray &row : QByteArray(rows).split(' '))
-            appendRow(new QStandardItem(QString::fromLatin1(row)));
+        for (const QByteArray &word : QByteArray(words).split(' '))
+            appendRow(new QStandardItem(QString::fromLatin1(word)));
     }
-    QVariant data(const QModelIndex &index, int role) const override
-    {
-        if (role == Qt::DisplayRole && isSlow) {
-            QElapsedTimer timer;
-            timer.start();
-            while (timer.elapsed() < 41) { }
-        }
-        return QStandardItemModel::data(index, role);
-    }
-
-    bool isSlow = true;
 };
 
 QString rowsOf(const QAbstractItemModel &model)
@@ -172,7 +159,7 @@ static bool isInSight(const ViewerWindow &window)
 
 void tst_ViewerFind::lineFilterTakesRowsOver()
 {
-    SlowModel model("ab b Ab cab x");
+    SlowWords model("ab b Ab cab x");
     model.isSlow = false;
     LineFilter filter({0}, QStringLiteral("ab"));
     QVERIFY(filter.takeOver(&model));
@@ -235,7 +222,7 @@ void tst_ViewerFind::lineFilterFollowsItsRows()
     QFETCH(std::function<void(SlowModel &)>, change);
     QFETCH(QString, rows);
 
-    SlowModel model("a0 b1 c2 a3 b4 c5 a6");
+    SlowWords model("a0 b1 c2 a3 b4 c5 a6");
     LineFilter filter({0}, QStringLiteral("a"));
     QObject context;
     const auto later = [&](const std::function<void()> &what) {
@@ -257,7 +244,7 @@ void tst_ViewerFind::lineFilterGivesUp_data()
 void tst_ViewerFind::lineFilterGivesUp()
 {
     QFETCH(bool, isDestroyed);
-    auto model = std::make_unique<SlowModel>("a b c d");
+    auto model = std::make_unique<SlowWords>("a b c d");
     LineFilter filter({0}, QStringLiteral("a"));
     QMetaObject::invokeMethod(
         this,
