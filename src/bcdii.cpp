@@ -694,13 +694,13 @@ bool isZero(const BYTE *bcd, int n)
     return any == 0;
 }
 
-// Words that begin with a sign bit are in order as signed numbers when all other bits of
-// the negative ones are turned over: the larger of two becomes the smaller.
-[[gnu::always_inline]] inline int compareSigned(Word x, Word y)
+// Different words that begin with a sign bit are in order as signed numbers, and in
+// the opposite order when both have the bit set: the larger magnitude is the smaller value.
+[[gnu::always_inline]] inline int compareDifferent(Word x, Word y)
 {
-    const auto a = static_cast<INT64>(x ^ (Word {0} - (x >> 63)) >> 1);
-    const auto b = static_cast<INT64>(y ^ (Word {0} - (y >> 63)) >> 1);
-    return int {a > b} - int {a < b};
+    const int bothNegative = static_cast<int>((x & y) >> 63);
+    const int less = int {static_cast<INT64>(x) < static_cast<INT64>(y)} ^ bothNegative;
+    return -less | 1;
 }
 
 // n bytes of one layout, n >= 8. The last word overlaps the one before it, which is
@@ -727,15 +727,17 @@ bool isZero(const BYTE *bcd, int n)
 [[gnu::always_inline]] inline int compareSame(const BYTE *a, const BYTE *b, BCDIIType type)
 {
     constexpr int longDigits = 2 * wordPairs; // they fill 8 bytes at least
-    if (static_cast<std::int8_t>(type >> 8) >= longDigits) {
+    if (static_cast<std::int16_t>(type) >= longDigits << 8) {
         const Word x = load<Word>(a);
         const Word y = load<Word>(b);
-        return x != y ? compareSigned(x, y) : compareLong(a, b, Layout(type).ball);
+        return x != y ? compareDifferent(x, y) : compareLong(a, b, Layout(type).ball);
     }
     const int n = Layout(type).ball; // 8 at most
     if (n <= 0)
         return int {isNegative(b)} - int {isNegative(a)};
-    return compareSigned(loadFirst(a, n), loadFirst(b, n));
+    const Word x = loadFirst(a, n);
+    const Word y = loadFirst(b, n);
+    return x != y ? compareDifferent(x, y) : 0;
 }
 
 int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
@@ -745,7 +747,7 @@ int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType
 }
 
 // Nearly always the first 8 bytes tell, counted from the first of either value.
-[[gnu::always_inline]] inline int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b,
+[[gnu::noinline]] int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b,
                                                BCDIIType bType)
 {
     constexpr Word sign = Word {1} << 63;
@@ -758,7 +760,7 @@ int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType
         const Word alignedX = (x & ~sign) >> (8 * std::max(-ahead, 0)) | (x & sign);
         const Word alignedY = (y & ~sign) >> (8 * std::max(ahead, 0)) | (y & sign);
         if (alignedX != alignedY)
-            return compareSigned(alignedX, alignedY);
+            return compareDifferent(alignedX, alignedY);
     }
     return compareSlowly(a, aType, b, bType);
 }
