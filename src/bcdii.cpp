@@ -747,8 +747,7 @@ int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType
 }
 
 // Nearly always the first 8 bytes tell, counted from the first of either value.
-[[gnu::noinline]] int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b,
-                                               BCDIIType bType)
+[[gnu::noinline]] int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
 {
     constexpr Word sign = Word {1} << 63;
     const Layout at(aType);
@@ -1061,16 +1060,20 @@ constexpr Word limbBase = tenToEight * tenToEight;
 // The inverse of toLimb(): splits eights, fours and pairs. The reciprocals are exact
 // for their ranges: 109951163 / 2^40 for 1 / 10^4 below 10^8, 10486 / 2^20 for 1 / 100
 // below 10^4.
-[[gnu::always_inline]] inline Word toPairs(Word limb)
+[[gnu::always_inline]] inline Word toPairs(Word high, Word low)
 {
     constexpr Word lanes = 0x0000007F0000007F;
-    const Word high = limb / tenToEight;
-    const Word low = limb - high * tenToEight;
     const Word fours = (high * 109951163 >> 40) << 32 | low * 109951163 >> 40;
     const Word otherFours = (high << 32 | low) - fours * 10000;
     const Word hundreds = fours * 10486 >> 20 & lanes;
     const Word otherHundreds = otherFours * 10486 >> 20 & lanes;
     return (fours << 16 | otherFours) + (hundreds << 16 | otherHundreds) * (0x100 - 100);
+}
+
+[[gnu::always_inline]] inline Word toPairs(Word limb)
+{
+    const Word high = limb / tenToEight;
+    return toPairs(high, limb - high * tenToEight);
 }
 
 // Divides by limbBase. Let x' = floor(x / 2^46), below 2^63 for x < 2^109, and r =
@@ -1293,46 +1296,73 @@ UINT32 mulLong(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, con
 // Values of up to 18 digits are numbers below 10^19, so that a product is one of 128 bits
 // and the rounded one is a word again.
 
-// 100^0 to 100^7, shifted so that the highest bit is set, and floor((2^128 - 1) / divisor)
-// less 2^64.
+// 10^0 to 10^19, the same shifted so that the highest bit is set, and
+// floor((2^128 - 1) / normalized) less 2^64.
 struct Divisor
 {
+    Word power;
     Word normalized;
     Word reciprocal;
     int shift;
 };
 
-constexpr auto hundreds = [] {
-    std::array<Divisor, wordPairs> divisors {};
+constexpr auto tens = [] {
+    std::array<Divisor, 20> divisors {};
     Word power = 1;
     for (Divisor &d : divisors) {
+        d.power = power;
         d.shift = std::countl_zero(power);
         d.normalized = power << d.shift;
         d.reciprocal = static_cast<Word>(~UInt128 {0} / d.normalized);
-        power *= 100;
+        power *= 10;
     }
     return divisors;
 }();
 
-// Divides a number whose high word is less than the divisor, with the high word of the
-// product with the reciprocal as the estimate. It is the quotient or 1 too large, and in
-// rare cases 1 too small, which the remainder shows (Moeller and Granlund, "Improved
-// division by invariant integers", algorithm 4). The remainder stays shifted.
-[[gnu::always_inline]] inline Word divide(UInt128 x, const Divisor &d, Word *remainder)
+// What is added to a number before it is divided, so that the quotient is rounded as the
+// style says. It is less than the divisor, shifted like it.
+[[gnu::always_inline]] inline Word roundingBias(const Divisor &d, bool negative, BCDIIroundstyle rs)
 {
-    x <<= d.shift;
-    const UInt128 estimate = UInt128 {static_cast<Word>(x >> 64)} * d.reciprocal + x;
-    Word quotient = static_cast<Word>(estimate >> 64) + 1;
-    Word rest = static_cast<Word>(x) - quotient * d.normalized;
+    const Word away = d.normalized - (Word {1} << d.shift);
+    switch (rs) {
+    case BCDII_ROUND_UP:
+        return away & (Word {negative} - 1);
+    case BCDII_ROUND_DOWN:
+        return away & (Word {0} - Word {negative});
+    case BCDII_ROUND_FROMZERO:
+        return away;
+    case BCDII_ROUND_TRUNC:
+        return 0;
+    default:
+        return d.normalized >> 1;
+    }
+}
+
+// Divides, with the high word of the product with the reciprocal as the estimate, and
+// rounds; false when the quotient might have more than 64 bits. The estimate is the
+// quotient or 1 too large, and in rare cases 1 too small, which the remainder shows
+// (Moeller and Granlund, "Improved division by invariant integers", algorithm 4).
+[[gnu::always_inline]] inline bool divide(UInt128 x, const Divisor &d, Word bias, Word *quotient,
+                                          bool *isRounded)
+{
+    const Word low = static_cast<Word>(x);
+    const Word high = static_cast<Word>(x >> 64);
+    const Word shifted = high << d.shift | low >> 1 >> (63 - d.shift);
+    const UInt128 dividend = (UInt128 {shifted} << 64 | low << d.shift) + bias;
+    if (high >= d.power || static_cast<Word>(dividend >> 64) >= d.normalized)
+        return false;
+    const UInt128 estimate = UInt128 {static_cast<Word>(dividend >> 64)} * d.reciprocal + dividend;
+    *quotient = static_cast<Word>(estimate >> 64) + 1;
+    Word rest = static_cast<Word>(dividend) - *quotient * d.normalized;
     const Word over = Word {0} - Word {rest > static_cast<Word>(estimate)};
-    quotient += over;
+    *quotient += over;
     rest += over & d.normalized;
     if (rest >= d.normalized) [[unlikely]] {
-        ++quotient;
+        ++*quotient;
         rest -= d.normalized;
     }
-    *remainder = rest;
-    return quotient;
+    *isRounded = rest != bias; // what was there before the bias is lost
+    return true;
 }
 
 constexpr int numberPairs = 10;
@@ -1349,15 +1379,16 @@ constexpr int numberPairs = 10;
     return toLimb(low) + (n == numberPairs ? first * 100 + p[1] : first) * limbBase;
 }
 
-// The pairs of a number that is cut, of 8 N at most; what does not fit makes it too wide.
-template<int N> [[gnu::always_inline]] inline Cut<N> cutNumber(Word number, Word lost)
+// The inverse for a number that fits n bytes.
+[[gnu::always_inline]] inline void putNumber(BYTE *p, int n, Word number, bool negative)
 {
-    const Word high = number / limbBase; // below 1845: two pairs
-    const Word low = toPairs(number - high * limbBase);
-    if constexpr (N == 1)
-        return {{low}, lost, high != 0};
-    else
-        return {{low, high + (high * 5243 >> 19) * (0x100 - 100)}, lost, false};
+    const Word upper = number / tenToEight;
+    const Word low = number - upper * tenToEight;
+    if (n <= wordPairs)
+        return storeWords<1>(p, n, {toPairs(upper, low)}, negative);
+    const Word top = upper / tenToEight; // below 1845: two pairs
+    const Word pairs = top + (top * 5243 >> 19) * (0x100 - 100);
+    storeExact<2>(p, n, {toPairs(upper - top * tenToEight, low), pairs}, negative);
 }
 
 // Whether a value is below 10^19.
@@ -1375,27 +1406,22 @@ UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
         return mulLong(ret, retType, a, aType, b, bType, rs);
     const Layout d(retType);
     const int fraction = at.bfrac() + bt.bfrac();
-    const auto drop = static_cast<unsigned>(fraction - d.bfrac());
-    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= hundreds.size()
-        || fraction > windowFraction || d.ball < 1 || d.ball > 2 * wordPairs)
+    const bool odd = (d.nfrac & 1) != 0; // a digit of padding follows
+    const auto drop = static_cast<unsigned>(2 * fraction - d.nfrac);
+    const auto digits = static_cast<unsigned>(d.nint + d.nfrac);
+    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= tens.size()
+        || fraction > windowFraction || digits - 1 >= tens.size() - (odd ? 2 : 1))
         return mulLong(ret, retType, a, aType, b, bType, rs);
 
     const UInt128 product = UInt128 {toNumber(a, at.ball)} * toNumber(b, bt.ball);
-    const Divisor &divisor = hundreds[drop];
-    if (static_cast<Word>(product >> 64) >= divisor.normalized >> divisor.shift)
-        return mulLong(ret, retType, a, aType, b, bType, rs);
-    Word rest;
-    const Word rounded = divide(product, divisor, &rest);
-    // No branch: halves are as good as random.
-    const Word atLeastHalf = rest >= divisor.normalized - rest ? 1 : 0;
-    const Word lost = Word {rest != 0} | ((Word {0} - atLeastHalf) & Word {50} << 56);
     const bool negative = isNegative(a) != isNegative(b);
-    if (d.ball <= wordPairs) {
-        Cut<1> cut = cutNumber<1>(rounded, lost);
-        return deliver<1>(ret, d, cut, 2 * fraction, negative, rs);
-    }
-    Cut<2> cut = cutNumber<2>(rounded, lost);
-    return deliver<2>(ret, d, cut, 2 * fraction, negative, rs);
+    Word rounded;
+    bool isRounded;
+    if (!divide(product, tens[drop], roundingBias(tens[drop], negative, rs), &rounded, &isRounded)
+        || rounded >= tens[digits].power)
+        return mulLong(ret, retType, a, aType, b, bType, rs);
+    putNumber(ret, d.ball, odd ? 10 * rounded : rounded, negative & (rounded != 0));
+    return UINT32 {isRounded} * Rounded | (rounded == 0 ? UINT32 {IsZero} : signStatus(negative));
 }
 
 // ------------------------------------------------------------------- conversion
@@ -1511,17 +1537,26 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     return giveMagnitude(pi64, magnitude, (status & IsNegative) != 0, status);
 }
 
-// A value below 10^19 less some whole pairs. Rounding cannot reach 10^19 again.
-[[gnu::always_inline]] inline UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball,
-                                                unsigned drop, BCDIIroundstyle rs)
+// A value that is cut behind some of its pairs, which make a number, with at most a word
+// of pairs behind them. Rounding cannot reach 2^64.
+[[gnu::always_inline]] inline UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball, int kept,
+                                                BCDIIroundstyle rs)
 {
-    const Divisor &divisor = hundreds[drop];
+    constexpr Word digits = topMasks[wordPairs]; // not the sign
     const bool negative = isNegative(bcd);
-    Word rest;
-    Word magnitude = divide(toNumber(bcd, ball), divisor, &rest);
-    const bool isRounded = rest != 0;
-    const bool up = roundsUp(rs, negative, rest >= divisor.normalized - rest);
-    magnitude += Word {isRounded} & Word {up};
+    const int drop = ball - kept;
+    Word magnitude = kept > wordPairs
+        ? toNumber(bcd, kept)
+        : toLimb((loadFirst(bcd, ball) & digits) >> (8 * (wordPairs - kept)));
+    bool isRounded = false;
+    if (drop > 0) {
+        const Word last =
+            ball < wordPairs ? loadShort(bcd, ball) : load<Word>(bcd + ball - wordPairs);
+        const Word lost = last << (8 * (wordPairs - drop));
+        isRounded = lost != 0;
+        // No branch: halves are as good as random.
+        magnitude += Word {isRounded} & Word {roundsUp(rs, negative, lost >= Word {50} << 56)};
+    }
     const UINT32 status = UINT32 {isRounded} * Rounded;
     if (magnitude == 0)
         return giveMagnitude(pi64, 0, false, status | IsZero);
@@ -2275,10 +2310,10 @@ UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIro
         return NanOperand | Invalid | NoResult;
     const Layout t(type);
     fd = nearFractionDigits(fd);
-    const auto drop = static_cast<unsigned>(t.bfrac() - (fd >> 1));
-    if ((fd & 1) == 0 && drop < hundreds.size() && t.bfrac() <= windowFraction
-        && isNumber(bytes(bcd), t.ball))
-        return giveNumber(pi64, bytes(bcd), t.ball, drop, rs);
+    const int kept = t.bint() + (fd >> 1);
+    if ((fd & 1) == 0 && kept <= t.ball && t.ball - kept <= wordPairs && t.bfrac() <= windowFraction
+        && isNumber(bytes(bcd), kept))
+        return giveNumber(pi64, bytes(bcd), t.ball, kept, rs);
     const Layout d(19, fd); // 10 bytes, so 2 words at least
     switch (windowOfBoth(d, t)) {
     case 0:
