@@ -980,19 +980,21 @@ template<int N, int Rest>
 }
 
 // What is no plain sum of two values of one type.
-[[gnu::noinline, gnu::cold]] UINT32 addSlowly(BYTE *ret, const BYTE *a, const BYTE *b,
-                                              BCDIIType type, BCDIIroundstyle rs)
+[[gnu::noinline, gnu::cold]] UINT32 addSlowly(BYTE *ret, BCDIIType retType, const BYTE *a,
+                                              BCDIIType aType, const BYTE *b, BCDIIType bType,
+                                              BCDIIroundstyle rs)
 {
     if (isNan(a) | isNan(b))
-        return putNan(ret, Layout(type), NanOperand | Invalid | NoResult);
-    return addTypes(ret, type, a, type, b, type, rs);
+        return putNan(ret, Layout(retType), NanOperand | Invalid | NoResult);
+    return addTypes(ret, retType, a, aType, b, bType, rs);
 }
 
 // One type of Ball bytes for all: nothing to align, and nothing to cut off. A NaN shows as
 // too large a first pair in the larger operand, or in the sum, and a digit behind the last
 // digit of the type as one in the sum.
 template<int Ball>
-UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIroundstyle rs)
+UINT32 addSame(BYTE *ret, BCDIIType type, const BYTE *a, BCDIIType aType, const BYTE *b,
+               BCDIIType bType, BCDIIroundstyle rs)
 {
     constexpr int top = Fixed<Ball>::top;
     constexpr int rest = Fixed<Ball>::rest;
@@ -1019,7 +1021,7 @@ UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIrou
     addFixed<top + 1, rest>(larger, smaller, differ);
     if (!isValid || larger[top] > limit
         || ((type & 1) != 0 && static_cast<BYTE>(larger[0]) % 10U != 0)) [[unlikely]]
-        return addSlowly(ret, a, b, type, rs);
+        return addSlowly(ret, type, a, aType, b, bType, rs);
     const bool isZeroSum = anyOf<top + 1>(larger) == 0;
     x.w = larger;
     if (!isZeroSum)
@@ -1028,19 +1030,12 @@ UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIrou
     return isZeroSum ? UINT32 {IsZero} : signStatus(sign != 0);
 }
 
-// addSame() for 1 to 32 bytes.
-using AddSame = UINT32 (*)(BYTE *, const BYTE *, const BYTE *, BCDIIType, BCDIIroundstyle);
+// For 1 to 32 bytes. All take the same arguments, so that these stay where they are.
 constexpr auto sameAdders = []<int... I>(std::integer_sequence<int, I...>)
 {
-    return std::array<AddSame, sizeof...(I)> {addSame<I + 1>...};
+    return std::array {addSame<I + 1>...};
 }
 (std::make_integer_sequence<int, wordPairs * windowWords>());
-
-UINT32 addOneType(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIroundstyle rs)
-{
-    const auto index = static_cast<unsigned>(Layout(type).ball - 1);
-    return (index < sameAdders.size() ? sameAdders[index] : addSlowly)(ret, a, b, type, rs);
-}
 
 // ---------------------------------------------------------------- binary limbs
 
@@ -2247,8 +2242,11 @@ int BCDIICmp(const void *a_, const void *b_)
 UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
-    if (isSameType(aType, bType) && isSameType(aType, retType))
-        return addOneType(bytes(ret), bytes(a_), bytes(b_), retType, rs);
+    if (isSameType(aType, bType) && isSameType(aType, retType)) {
+        const auto index = static_cast<unsigned>(Layout(retType).ball - 1);
+        if (index < sameAdders.size())
+            return sameAdders[index](bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
+    }
     if (isNan(bytes(a_)) | isNan(bytes(b_)))
         return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
     return addTypes(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
