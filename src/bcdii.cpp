@@ -1852,17 +1852,17 @@ constexpr UINT32 notTaken = ~UINT32 {0};
 // Takes digits with at most one separator, and anything but zero.
 template<int W> [[gnu::always_inline]] inline UINT32 putDigits(Target to, const char *text, int n)
 {
-    constexpr Word gather = 0x0102040810204080; // bit 0 of byte i becomes bit 56 + i
     Words<W> digits = loadDigits<W>(text, n);
     Words<W> marks;
-    Word places = 0;
+    Word places = 0; // bit j of byte i for byte i of word j
     repeat<W>([&](int j) __attribute__((always_inline)) {
         marks[j] = digits[j] >> 4 & eachByte; // in separators, not in digits
-        places |= marks[j] * gather >> 56 << (8 * j);
+        places |= marks[j] << j;
     });
     int nfrac = 0;
-    if (places != 0) {
-        nfrac = std::countr_zero(places);
+    if (places != 0) { // with more than one, any will do: the others are no digits
+        const int place = std::countr_zero(places);
+        nfrac = chunkDigits * (place & 7) + (place >> 3);
         const char separator = text[n - 1 - nfrac];
         if ((separator != '.' && separator != ',') || nfrac > 2 * windowFraction)
             return notTaken;
