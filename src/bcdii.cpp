@@ -1096,8 +1096,8 @@ struct Limbs
         : count(limbs)
         , fraction(fractionBytes)
     {
-        for (int i = 0; i < zeroLimbs; ++i)
-            storage[i] = storage[zeroLimbs + count + i] = 0;
+        std::memset(storage.data(), 0, zeroLimbs * sizeof(Word));
+        std::memset(limb() + count, 0, zeroLimbs * sizeof(Word));
     }
 
     std::array<Word, zeroLimbs + mostLimbs + zeroLimbs> storage;
