@@ -23,8 +23,9 @@
 // The plain way works pair by pair in arrays, follows the rules word for word and
 // takes whatever is left: far-apart scales, and types that are not valid.
 //
-// Products and integers of up to 18 digits go a shorter way still, as 64-bit numbers.
-// Texts are read and written eight digits at a time.
+// Products and integers of up to 18 digits go a shorter way still, as 64-bit numbers, and
+// sums within one type one that is made for its number of bytes. Texts are read and written eight
+// digits at a time.
 
 namespace {
 
