@@ -23,8 +23,9 @@
 // The plain way works pair by pair in arrays, follows the rules word for word and
 // takes whatever is left: far-apart scales, and types that are not valid.
 //
-// Products and integers of up to 18 digits go a shorter way still, as 64-bit numbers.
-// Texts are read and written eight digits at a time.
+// Products and integers of up to 18 digits go a shorter way still, as 64-bit numbers, and
+// sums within one type one that is made for its number of bytes. Texts are read and written eight
+// digits at a time.
 
 namespace {
 
@@ -60,7 +61,7 @@ struct Layout
     constexpr explicit Layout(BCDIIType type)
         : nfrac(static_cast<std::int8_t>(type))
         , nint(static_cast<std::int8_t>(type >> 8) - nfrac)
-        , ball(nint + nfrac > 0 ? bint() + bfrac() : 0)
+        , ball(nint + nfrac > 0 ? (nint + nfrac + 1 + (nfrac & 1)) >> 1 : 0)
     {
     }
 
@@ -694,13 +695,13 @@ bool isZero(const BYTE *bcd, int n)
     return any == 0;
 }
 
-// Words that begin with a sign bit are in order as signed numbers when all other bits of
-// the negative ones are turned over: the larger of two becomes the smaller.
-[[gnu::always_inline]] inline int compareSigned(Word x, Word y)
+// Different words that begin with a sign bit are in order as signed numbers, and in
+// the opposite order when both have the bit set: the larger magnitude is the smaller value.
+[[gnu::always_inline]] inline int compareDifferent(Word x, Word y)
 {
-    const auto a = static_cast<INT64>(x ^ (Word {0} - (x >> 63)) >> 1);
-    const auto b = static_cast<INT64>(y ^ (Word {0} - (y >> 63)) >> 1);
-    return int {a > b} - int {a < b};
+    const int bothNegative = static_cast<int>((x & y) >> 63);
+    const int less = int {static_cast<INT64>(x) < static_cast<INT64>(y)} ^ bothNegative;
+    return -less | 1;
 }
 
 // n bytes of one layout, n >= 8. The last word overlaps the one before it, which is
@@ -727,15 +728,17 @@ bool isZero(const BYTE *bcd, int n)
 [[gnu::always_inline]] inline int compareSame(const BYTE *a, const BYTE *b, BCDIIType type)
 {
     constexpr int longDigits = 2 * wordPairs; // they fill 8 bytes at least
-    if (static_cast<std::int8_t>(type >> 8) >= longDigits) {
+    if (static_cast<std::int16_t>(type) >= longDigits << 8) {
         const Word x = load<Word>(a);
         const Word y = load<Word>(b);
-        return x != y ? compareSigned(x, y) : compareLong(a, b, Layout(type).ball);
+        return x != y ? compareDifferent(x, y) : compareLong(a, b, Layout(type).ball);
     }
     const int n = Layout(type).ball; // 8 at most
     if (n <= 0)
         return int {isNegative(b)} - int {isNegative(a)};
-    return compareSigned(loadFirst(a, n), loadFirst(b, n));
+    const Word x = loadFirst(a, n);
+    const Word y = loadFirst(b, n);
+    return x != y ? compareDifferent(x, y) : 0;
 }
 
 int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
@@ -745,8 +748,7 @@ int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType
 }
 
 // Nearly always the first 8 bytes tell, counted from the first of either value.
-[[gnu::always_inline]] inline int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b,
-                                               BCDIIType bType)
+[[gnu::noinline]] int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
 {
     constexpr Word sign = Word {1} << 63;
     const Layout at(aType);
@@ -758,7 +760,7 @@ int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType
         const Word alignedX = (x & ~sign) >> (8 * std::max(-ahead, 0)) | (x & sign);
         const Word alignedY = (y & ~sign) >> (8 * std::max(ahead, 0)) | (y & sign);
         if (alignedX != alignedY)
-            return compareSigned(alignedX, alignedY);
+            return compareDifferent(alignedX, alignedY);
     }
     return compareSlowly(a, aType, b, bType);
 }
@@ -899,38 +901,142 @@ UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
     }
 }
 
-// One type for all, of N words and ball bytes: nothing to align, and nothing to cut off.
-template<int N>
-[[gnu::noinline]] UINT32 addSame(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type,
-                                 BCDIIroundstyle rs, int ball)
+// 1 to 8 bytes as a number, in pieces that do not overlap: what storePieces() has written
+// comes back without a wait for memory.
+template<int Size> [[gnu::always_inline]] inline Word loadPieces(const BYTE *p)
 {
-    Layout t(type);
-    t.ball = ball; // known, not to be counted again
-    bool negative;
-    Cut<N> cut = addSigned<N>(loadExact<N>(a, ball), loadExact<N>(b, ball), a, b, &negative);
-    const UINT32 status = roundCut<N>(cut, t, t.nfrac + 1, negative, rs);
-    if ((status & NoResult) != 0)
-        return putNan(ret, t, status);
-    storeExact<N>(ret, ball, cut.kept, (status & IsNegative) != 0);
-    return status;
+    if constexpr (Size == 8)
+        return load<Word>(p);
+    else if constexpr (Size > 4)
+        return Word {load<UINT32>(p)} << (8 * (Size - 4)) | loadPieces<Size - 4>(p + 4);
+    else if constexpr (Size == 4)
+        return load<UINT32>(p);
+    else if constexpr (Size == 3)
+        return Word {load<UINT16>(p)} << 8 | p[2];
+    else if constexpr (Size == 2)
+        return load<UINT16>(p);
+    else
+        return p[0];
 }
 
-UINT32 addOneType(BYTE *ret, const BYTE *a, const BYTE *b, BCDIIType type, BCDIIroundstyle rs)
+template<int Size> [[gnu::always_inline]] inline void storePieces(BYTE *p, Word w)
 {
-    const int ball = Layout(type).ball;
-    switch (static_cast<unsigned>(ball - 1) / wordPairs) {
-    case 0:
-        return addSame<1>(ret, a, b, type, rs, ball);
-    case 1:
-        return addSame<2>(ret, a, b, type, rs, ball);
-    case 2:
-        return addSame<3>(ret, a, b, type, rs, ball);
-    case 3:
-        return addSame<4>(ret, a, b, type, rs, ball);
-    default: // too long, or no bytes at all
-        return addPlain(ret, type, a, type, b, type, rs);
+    if constexpr (Size == 8) {
+        store<Word>(p, w);
+    } else if constexpr (Size > 4) {
+        store(p, static_cast<UINT32>(w >> (8 * (Size - 4))));
+        storePieces<Size - 4>(p + 4, w);
+    } else if constexpr (Size == 4) {
+        store(p, static_cast<UINT32>(w));
+    } else if constexpr (Size == 3) {
+        store(p, static_cast<UINT16>(w >> 8));
+        p[2] = static_cast<BYTE>(w);
+    } else if constexpr (Size == 2) {
+        store(p, static_cast<UINT16>(w));
+    } else {
+        p[0] = static_cast<BYTE>(w);
     }
 }
+
+// A value of Ball bytes in words, the last of them with its sign bit.
+template<int Ball> struct Fixed
+{
+    static constexpr int top = (Ball - 1) / wordPairs;
+    static constexpr int rest = Ball - wordPairs * top;
+    static constexpr Word magnitude = topMasks[rest]; // of the last word
+    static constexpr Word sign = magnitude + 1;
+
+    Words<top + 1> w;
+
+    [[gnu::always_inline]] void load(const BYTE *p)
+    {
+        repeat<top>([&](int j) __attribute__((always_inline)) {
+            w[j] = ::load<Word>(p + Ball - wordPairs * (j + 1));
+        });
+        w[top] = loadPieces<rest>(p);
+    }
+    [[gnu::always_inline]] void save(BYTE *p) const
+    {
+        repeat<top>([&](int j) __attribute__((always_inline)) {
+            store<Word>(p + Ball - wordPairs * (j + 1), w[j]);
+        });
+        storePieces<rest>(p, w[top]);
+    }
+};
+
+// addWords() for Rest bytes in the last word, the first of which is a plain number: the
+// sum of two stays below 256, and a difference is at least 0.
+template<int N, int Rest>
+[[gnu::always_inline]] inline void addFixed(Words<N> &a, const Words<N> &b, Word subtract)
+{
+    bool carry = subtract != 0;
+    repeat<N>([&](int j) __attribute__((always_inline)) {
+        const Word pairs = j + 1 < N ? eachByte : eachByte & topMasks[Rest] >> 7;
+        const Word y = (b[j] + (pairs * 156 & ~subtract)) ^ subtract;
+        const Word partial = a[j] + y;
+        const Word sum = partial + Word {carry};
+        carry = (partial < y) | (sum < partial);
+        a[j] = sum - (sum >> 7 & pairs) * 156;
+    });
+}
+
+// What is no plain sum of two values of one type.
+[[gnu::noinline, gnu::cold]] UINT32 addSlowly(BYTE *ret, BCDIIType retType, const BYTE *a,
+                                              BCDIIType aType, const BYTE *b, BCDIIType bType,
+                                              BCDIIroundstyle rs)
+{
+    if (isNan(a) | isNan(b))
+        return putNan(ret, Layout(retType), NanOperand | Invalid | NoResult);
+    return addTypes(ret, retType, a, aType, b, bType, rs);
+}
+
+// One type of Ball bytes for all: nothing to align, and nothing to cut off. A NaN shows as
+// too large a first pair in the larger operand, or in the sum, and a digit behind the last
+// digit of the type as one in the sum.
+template<int Ball>
+UINT32 addSame(BYTE *ret, BCDIIType type, const BYTE *a, BCDIIType aType, const BYTE *b,
+               BCDIIType bType, BCDIIroundstyle rs)
+{
+    constexpr int top = Fixed<Ball>::top;
+    constexpr int rest = Fixed<Ball>::rest;
+    constexpr Word magnitude = Fixed<Ball>::magnitude;
+    Fixed<Ball> x;
+    Fixed<Ball> y;
+    x.load(a);
+    y.load(b);
+    Words<top + 1> larger = x.w;
+    Words<top + 1> smaller = y.w;
+    larger[top] &= magnitude;
+    smaller[top] &= magnitude;
+    // Signs are as good as random: masks, since branches would be guessed wrong.
+    const Word swap = Word {0} - Word {isLess<top + 1>(larger, smaller)};
+    const Word differ = Word {0} - Word {((x.w[top] ^ y.w[top]) & Fixed<Ball>::sign) != 0};
+    repeat<top + 1>([&](int j) __attribute__((always_inline)) {
+        const Word change = (larger[j] ^ smaller[j]) & swap;
+        larger[j] ^= change;
+        smaller[j] ^= change;
+    });
+    const Word sign = (x.w[top] ^ (differ & swap)) & Fixed<Ball>::sign;
+    const Word limit = largestTops[(type >> 8 ^ type) & 1][rest];
+    const bool isValid = larger[top] <= limit;
+    addFixed<top + 1, rest>(larger, smaller, differ);
+    if (!isValid || larger[top] > limit
+        || ((type & 1) != 0 && static_cast<BYTE>(larger[0]) % 10U != 0)) [[unlikely]]
+        return addSlowly(ret, type, a, aType, b, bType, rs);
+    const bool isZeroSum = anyOf<top + 1>(larger) == 0;
+    x.w = larger;
+    if (!isZeroSum)
+        x.w[top] |= sign;
+    x.save(ret);
+    return isZeroSum ? UINT32 {IsZero} : signStatus(sign != 0);
+}
+
+// For 1 to 32 bytes. All take the same arguments, so that these stay where they are.
+constexpr auto sameAdders = []<int... I>(std::integer_sequence<int, I...>)
+{
+    return std::array {addSame<I + 1>...};
+}
+(std::make_integer_sequence<int, wordPairs * windowWords>());
 
 // ---------------------------------------------------------------- binary limbs
 
@@ -950,16 +1056,20 @@ constexpr Word limbBase = tenToEight * tenToEight;
 // The inverse of toLimb(): splits eights, fours and pairs. The reciprocals are exact
 // for their ranges: 109951163 / 2^40 for 1 / 10^4 below 10^8, 10486 / 2^20 for 1 / 100
 // below 10^4.
-[[gnu::always_inline]] inline Word toPairs(Word limb)
+[[gnu::always_inline]] inline Word toPairs(Word high, Word low)
 {
     constexpr Word lanes = 0x0000007F0000007F;
-    const Word high = limb / tenToEight;
-    const Word low = limb - high * tenToEight;
     const Word fours = (high * 109951163 >> 40) << 32 | low * 109951163 >> 40;
     const Word otherFours = (high << 32 | low) - fours * 10000;
     const Word hundreds = fours * 10486 >> 20 & lanes;
     const Word otherHundreds = otherFours * 10486 >> 20 & lanes;
     return (fours << 16 | otherFours) + (hundreds << 16 | otherHundreds) * (0x100 - 100);
+}
+
+[[gnu::always_inline]] inline Word toPairs(Word limb)
+{
+    const Word high = limb / tenToEight;
+    return toPairs(high, limb - high * tenToEight);
 }
 
 // Divides by limbBase. Let x' = floor(x / 2^46), below 2^63 for x < 2^109, and r =
@@ -987,8 +1097,8 @@ struct Limbs
         : count(limbs)
         , fraction(fractionBytes)
     {
-        for (int i = 0; i < zeroLimbs; ++i)
-            storage[i] = storage[zeroLimbs + count + i] = 0;
+        std::memset(storage.data(), 0, zeroLimbs * sizeof(Word));
+        std::memset(limb() + count, 0, zeroLimbs * sizeof(Word));
     }
 
     std::array<Word, zeroLimbs + mostLimbs + zeroLimbs> storage;
@@ -1182,46 +1292,73 @@ UINT32 mulLong(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, con
 // Values of up to 18 digits are numbers below 10^19, so that a product is one of 128 bits
 // and the rounded one is a word again.
 
-// 100^0 to 100^7, shifted so that the highest bit is set, and floor((2^128 - 1) / divisor)
-// less 2^64.
+// 10^0 to 10^19, the same shifted so that the highest bit is set, and
+// floor((2^128 - 1) / normalized) less 2^64.
 struct Divisor
 {
+    Word power;
     Word normalized;
     Word reciprocal;
     int shift;
 };
 
-constexpr auto hundreds = [] {
-    std::array<Divisor, wordPairs> divisors {};
+constexpr auto tens = [] {
+    std::array<Divisor, 20> divisors {};
     Word power = 1;
     for (Divisor &d : divisors) {
+        d.power = power;
         d.shift = std::countl_zero(power);
         d.normalized = power << d.shift;
         d.reciprocal = static_cast<Word>(~UInt128 {0} / d.normalized);
-        power *= 100;
+        power *= 10;
     }
     return divisors;
 }();
 
-// Divides a number whose high word is less than the divisor, with the high word of the
-// product with the reciprocal as the estimate. It is the quotient or 1 too large, and in
-// rare cases 1 too small, which the remainder shows (Moeller and Granlund, "Improved
-// division by invariant integers", algorithm 4). The remainder stays shifted.
-[[gnu::always_inline]] inline Word divide(UInt128 x, const Divisor &d, Word *remainder)
+// What is added to a number before it is divided, so that the quotient is rounded as the
+// style says. It is less than the divisor, shifted like it.
+[[gnu::always_inline]] inline Word roundingBias(const Divisor &d, bool negative, BCDIIroundstyle rs)
 {
-    x <<= d.shift;
-    const UInt128 estimate = UInt128 {static_cast<Word>(x >> 64)} * d.reciprocal + x;
-    Word quotient = static_cast<Word>(estimate >> 64) + 1;
-    Word rest = static_cast<Word>(x) - quotient * d.normalized;
+    const Word away = d.normalized - (Word {1} << d.shift);
+    switch (rs) {
+    case BCDII_ROUND_UP:
+        return away & (Word {negative} - 1);
+    case BCDII_ROUND_DOWN:
+        return away & (Word {0} - Word {negative});
+    case BCDII_ROUND_FROMZERO:
+        return away;
+    case BCDII_ROUND_TRUNC:
+        return 0;
+    default:
+        return d.normalized >> 1;
+    }
+}
+
+// Divides, with the high word of the product with the reciprocal as the estimate, and
+// rounds; false when the quotient might have more than 64 bits. The estimate is the
+// quotient or 1 too large, and in rare cases 1 too small, which the remainder shows
+// (Moeller and Granlund, "Improved division by invariant integers", algorithm 4).
+[[gnu::always_inline]] inline bool divide(UInt128 x, const Divisor &d, Word bias, Word *quotient,
+                                          bool *isRounded)
+{
+    const Word low = static_cast<Word>(x);
+    const Word high = static_cast<Word>(x >> 64);
+    const Word shifted = high << d.shift | low >> 1 >> (63 - d.shift);
+    const UInt128 dividend = (UInt128 {shifted} << 64 | low << d.shift) + bias;
+    if (high >= d.power || static_cast<Word>(dividend >> 64) >= d.normalized)
+        return false;
+    const UInt128 estimate = UInt128 {static_cast<Word>(dividend >> 64)} * d.reciprocal + dividend;
+    *quotient = static_cast<Word>(estimate >> 64) + 1;
+    Word rest = static_cast<Word>(dividend) - *quotient * d.normalized;
     const Word over = Word {0} - Word {rest > static_cast<Word>(estimate)};
-    quotient += over;
+    *quotient += over;
     rest += over & d.normalized;
     if (rest >= d.normalized) [[unlikely]] {
-        ++quotient;
+        ++*quotient;
         rest -= d.normalized;
     }
-    *remainder = rest;
-    return quotient;
+    *isRounded = rest != bias; // what was there before the bias is lost
+    return true;
 }
 
 constexpr int numberPairs = 10;
@@ -1238,15 +1375,16 @@ constexpr int numberPairs = 10;
     return toLimb(low) + (n == numberPairs ? first * 100 + p[1] : first) * limbBase;
 }
 
-// The pairs of a number that is cut, of 8 N at most; what does not fit makes it too wide.
-template<int N> [[gnu::always_inline]] inline Cut<N> cutNumber(Word number, Word lost)
+// The inverse for a number that fits n bytes.
+[[gnu::always_inline]] inline void putNumber(BYTE *p, int n, Word number, bool negative)
 {
-    const Word high = number / limbBase; // below 1845: two pairs
-    const Word low = toPairs(number - high * limbBase);
-    if constexpr (N == 1)
-        return {{low}, lost, high != 0};
-    else
-        return {{low, high + (high * 5243 >> 19) * (0x100 - 100)}, lost, false};
+    const Word upper = number / tenToEight;
+    const Word low = number - upper * tenToEight;
+    if (n <= wordPairs)
+        return storeWords<1>(p, n, {toPairs(upper, low)}, negative);
+    const Word top = upper / tenToEight; // below 1845: two pairs
+    const Word pairs = top + (top * 5243 >> 19) * (0x100 - 100);
+    storeExact<2>(p, n, {toPairs(upper - top * tenToEight, low), pairs}, negative);
 }
 
 // Whether a value is below 10^19.
@@ -1264,27 +1402,22 @@ UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
         return mulLong(ret, retType, a, aType, b, bType, rs);
     const Layout d(retType);
     const int fraction = at.bfrac() + bt.bfrac();
-    const auto drop = static_cast<unsigned>(fraction - d.bfrac());
-    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= hundreds.size()
-        || fraction > windowFraction || d.ball < 1 || d.ball > 2 * wordPairs)
+    const bool odd = (d.nfrac & 1) != 0; // a digit of padding follows
+    const auto drop = static_cast<unsigned>(2 * fraction - d.nfrac);
+    const auto digits = static_cast<unsigned>(d.nint + d.nfrac);
+    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= tens.size()
+        || fraction > windowFraction || digits - 1 >= tens.size() - (odd ? 2 : 1))
         return mulLong(ret, retType, a, aType, b, bType, rs);
 
     const UInt128 product = UInt128 {toNumber(a, at.ball)} * toNumber(b, bt.ball);
-    const Divisor &divisor = hundreds[drop];
-    if (static_cast<Word>(product >> 64) >= divisor.normalized >> divisor.shift)
-        return mulLong(ret, retType, a, aType, b, bType, rs);
-    Word rest;
-    const Word rounded = divide(product, divisor, &rest);
-    // No branch: halves are as good as random.
-    const Word atLeastHalf = rest >= divisor.normalized - rest ? 1 : 0;
-    const Word lost = Word {rest != 0} | ((Word {0} - atLeastHalf) & Word {50} << 56);
     const bool negative = isNegative(a) != isNegative(b);
-    if (d.ball <= wordPairs) {
-        Cut<1> cut = cutNumber<1>(rounded, lost);
-        return deliver<1>(ret, d, cut, 2 * fraction, negative, rs);
-    }
-    Cut<2> cut = cutNumber<2>(rounded, lost);
-    return deliver<2>(ret, d, cut, 2 * fraction, negative, rs);
+    Word rounded;
+    bool isRounded;
+    if (!divide(product, tens[drop], roundingBias(tens[drop], negative, rs), &rounded, &isRounded)
+        || rounded >= tens[digits].power)
+        return mulLong(ret, retType, a, aType, b, bType, rs);
+    putNumber(ret, d.ball, odd ? 10 * rounded : rounded, negative & (rounded != 0));
+    return UINT32 {isRounded} * Rounded | (rounded == 0 ? UINT32 {IsZero} : signStatus(negative));
 }
 
 // ------------------------------------------------------------------- conversion
@@ -1400,17 +1533,26 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     return giveMagnitude(pi64, magnitude, (status & IsNegative) != 0, status);
 }
 
-// A value below 10^19 less some whole pairs. Rounding cannot reach 10^19 again.
-[[gnu::always_inline]] inline UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball,
-                                                unsigned drop, BCDIIroundstyle rs)
+// A value that is cut behind some of its pairs, which make a number, with at most a word
+// of pairs behind them. Rounding cannot reach 2^64.
+[[gnu::always_inline]] inline UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball, int kept,
+                                                BCDIIroundstyle rs)
 {
-    const Divisor &divisor = hundreds[drop];
+    constexpr Word digits = topMasks[wordPairs]; // not the sign
     const bool negative = isNegative(bcd);
-    Word rest;
-    Word magnitude = divide(toNumber(bcd, ball), divisor, &rest);
-    const bool isRounded = rest != 0;
-    const bool up = roundsUp(rs, negative, rest >= divisor.normalized - rest);
-    magnitude += Word {isRounded} & Word {up};
+    const int drop = ball - kept;
+    Word magnitude = kept > wordPairs
+        ? toNumber(bcd, kept)
+        : toLimb((loadFirst(bcd, ball) & digits) >> (8 * (wordPairs - kept)));
+    bool isRounded = false;
+    if (drop > 0) {
+        const Word last =
+            ball < wordPairs ? loadShort(bcd, ball) : load<Word>(bcd + ball - wordPairs);
+        const Word lost = last << (8 * (wordPairs - drop));
+        isRounded = lost != 0;
+        // No branch: halves are as good as random.
+        magnitude += Word {isRounded} & Word {roundsUp(rs, negative, lost >= Word {50} << 56)};
+    }
     const UINT32 status = UINT32 {isRounded} * Rounded;
     if (magnitude == 0)
         return giveMagnitude(pi64, 0, false, status | IsZero);
@@ -1711,17 +1853,17 @@ constexpr UINT32 notTaken = ~UINT32 {0};
 // Takes digits with at most one separator, and anything but zero.
 template<int W> [[gnu::always_inline]] inline UINT32 putDigits(Target to, const char *text, int n)
 {
-    constexpr Word gather = 0x0102040810204080; // bit 0 of byte i becomes bit 56 + i
     Words<W> digits = loadDigits<W>(text, n);
     Words<W> marks;
-    Word places = 0;
+    Word places = 0; // bit j of byte i for byte i of word j
     repeat<W>([&](int j) __attribute__((always_inline)) {
         marks[j] = digits[j] >> 4 & eachByte; // in separators, not in digits
-        places |= marks[j] * gather >> 56 << (8 * j);
+        places |= marks[j] << j;
     });
     int nfrac = 0;
-    if (places != 0) {
-        nfrac = std::countr_zero(places);
+    if (places != 0) { // with more than one, any will do: the others are no digits
+        const int place = std::countr_zero(places);
+        nfrac = chunkDigits * (place & 7) + (place >> 3);
         const char separator = text[n - 1 - nfrac];
         if ((separator != '.' && separator != ',') || nfrac > 2 * windowFraction)
             return notTaken;
@@ -2101,10 +2243,13 @@ int BCDIICmp(const void *a_, const void *b_)
 UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
+    if (isSameType(aType, bType) && isSameType(aType, retType)) {
+        const auto index = static_cast<unsigned>(Layout(retType).ball - 1);
+        if (index < sameAdders.size())
+            return sameAdders[index](bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
+    }
     if (isNan(bytes(a_)) | isNan(bytes(b_)))
         return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
-    if (isSameType(aType, bType) && isSameType(aType, retType))
-        return addOneType(bytes(ret), bytes(a_), bytes(b_), retType, rs);
     return addTypes(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
 }
 
@@ -2164,10 +2309,10 @@ UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIro
         return NanOperand | Invalid | NoResult;
     const Layout t(type);
     fd = nearFractionDigits(fd);
-    const auto drop = static_cast<unsigned>(t.bfrac() - (fd >> 1));
-    if ((fd & 1) == 0 && drop < hundreds.size() && t.bfrac() <= windowFraction
-        && isNumber(bytes(bcd), t.ball))
-        return giveNumber(pi64, bytes(bcd), t.ball, drop, rs);
+    const int kept = t.bint() + (fd >> 1);
+    if ((fd & 1) == 0 && kept <= t.ball && t.ball - kept <= wordPairs && t.bfrac() <= windowFraction
+        && isNumber(bytes(bcd), kept))
+        return giveNumber(pi64, bytes(bcd), t.ball, kept, rs);
     const Layout d(19, fd); // 10 bytes, so 2 words at least
     switch (windowOfBoth(d, t)) {
     case 0:
