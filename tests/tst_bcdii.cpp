@@ -334,6 +334,7 @@ private Q_SLOTS:
     void randomProducts();
     void resultsOverOperands();
     void wideTypesAgreeWithNarrow();
+    void productsOfTooWideTypes();
     void randomFromIntegers();
     void randomToIntegers();
     void randomFromDoubles();
@@ -1317,6 +1318,39 @@ void tst_Bcdii::wideTypesAgreeWithNarrow()
                  sum);
         QVERIFY(std::equal(narrow, narrow + 40, plain));
     }
+}
+
+// The same product through machine words, and pair by pair because one operand's type is
+// wider than any that is valid: types of operands are not checked.
+void tst_Bcdii::productsOfTooWideTypes()
+{
+    Random random(17);
+    int products = 0;
+    for (int i = 0; i < caseCount() / 10; ++i) {
+        const int nfrac = 2 * random.between(0, 15);
+        const Type t {random.between(1, 63), nfrac};
+        const Type wide {2 * random.between(33, 63), nfrac};
+        const Type result {random.between(1, 63), random.between(0, 30)};
+        const std::vector<BYTE> a = random.value(t);
+        const std::vector<BYTE> b = random.value(t);
+        // The digits behind leading zeros, with the sign in front.
+        std::vector<BYTE> widened(wide.size() - t.size(), 0);
+        widened.insert(widened.end(), b.begin(), b.end());
+        const BYTE sign = BYTE(b.front() & 0x80);
+        widened[wide.size() - t.size()] ^= sign;
+        widened.front() |= sign;
+
+        BYTE narrow[40] = {};
+        BYTE plain[40] = {};
+        const UINT32 status = BCDIIMul(narrow, result.word(), a.data(), t.word(), b.data(),
+                                       t.word(), BCDII_ROUND_NEAREST);
+        QCOMPARE(BCDIIMul(plain, result.word(), a.data(), t.word(), widened.data(), wide.word(),
+                          BCDII_ROUND_NEAREST),
+                 status);
+        QVERIFY(std::equal(narrow, narrow + 40, plain));
+        products += narrow[0] != 101;
+    }
+    QVERIFY(products > caseCount() / 100);
 }
 
 void tst_Bcdii::randomFromIntegers()

@@ -3,7 +3,6 @@
 
 #include "sortfilterproxymodel.h"
 
-#include <QMetaMethod>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QStandardItemModel>
@@ -62,7 +61,7 @@ private slots:
     void sortingIsTheBaseClasss();
     void baseClassFilterPlaysNoPart();
     void treeRowsStandForThemselves();
-    void hooksAreVirtualInOrder();
+    void hooksCanBeReplaced();
     void randomTables();
 };
 
@@ -274,7 +273,7 @@ void tst_SortFilterProxyModel::treeRowsStandForThemselves()
     QCOMPARE(proxy.rowCount(), 1);
 }
 
-void tst_SortFilterProxyModel::hooksAreVirtualInOrder()
+void tst_SortFilterProxyModel::hooksCanBeReplaced()
 {
     // A hook that replaces the one before it still sees both calls.
     class Counting : public HookedProxy
