@@ -10,6 +10,7 @@
 
 #include "bcdii.h"
 #include "compilerdecimal.h"
+#include "instructioncount.h"
 #include "ratioreporter.h"
 
 #include <benchmark/benchmark.h>
@@ -638,12 +639,17 @@ Pairs factors(Type a, Type b, Type r)
 
 template<typename F> void measure(const std::string &name, F f)
 {
-    benchmark::RegisterBenchmark(name.c_str(), [f](benchmark::State &state) {
-        for (auto _ : state) {
+    InstructionCount::registerBenchmark(name, [f](benchmark::State &state) {
+        const auto takeTurn = [&f] {
             for (std::size_t i = 0; i < operandCount; ++i) {
                 f(i);
                 benchmark::ClobberMemory();
             }
+        };
+        {
+            const InstructionCount count(state, operandCount, takeTurn);
+            for (auto _ : state)
+                takeTurn();
         }
         state.SetItemsProcessed(state.iterations() * operandCount);
     });

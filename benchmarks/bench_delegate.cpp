@@ -4,6 +4,7 @@
 // A screen of cells painted by Vantix::ItemDelegate beside Qt's delegate in one run:
 // warm with every picture in the cache, cold with every text new.
 
+#include "instructioncount.h"
 #include "itemdelegate.h"
 #include "ratioreporter.h"
 
@@ -192,10 +193,15 @@ void measure(benchmark::State &state, const Look &look, const Delegate &delegate
     const auto paint = [&](QPainter *painter, const QStyleOptionViewItem &option,
                            const QModelIndex &index) { delegate.paint(painter, option, index); };
     screen.each(paint);
-    for ([[maybe_unused]] auto _ : state) {
+    const auto takeTurn = [&] {
         if (isCold)
             screen.model.renew();
         screen.each(paint);
+    };
+    {
+        const InstructionCount count(state, rows * columns, takeTurn);
+        for ([[maybe_unused]] auto _ : state)
+            takeTurn();
     }
     state.SetItemsProcessed(state.iterations() * rows * columns);
 }
@@ -215,7 +221,7 @@ void measureBlits(benchmark::State &state, const Look &look)
         pixmap.fill(Qt::white);
         QPixmapCache::insert(keys.last(), pixmap);
     }
-    for ([[maybe_unused]] auto _ : state) {
+    const auto takeTurn = [&] {
         qsizetype next = 0;
         screen.each([&](QPainter *painter, const QStyleOptionViewItem &option,
                         const QModelIndex & /*index*/) {
@@ -223,6 +229,11 @@ void measureBlits(benchmark::State &state, const Look &look)
             QPixmapCache::find(keys.at(next++), &pixmap);
             painter->drawPixmap(option.rect.topLeft(), pixmap);
         });
+    };
+    {
+        const InstructionCount count(state, rows * columns, takeTurn);
+        for ([[maybe_unused]] auto _ : state)
+            takeTurn();
     }
     state.SetItemsProcessed(state.iterations() * rows * columns);
 }
@@ -238,9 +249,14 @@ void measureKeys(benchmark::State &state)
             delegate.initStyleOption(&options.last(), index);
             options.last().text = options.last().text.left(12);
         });
-    for ([[maybe_unused]] auto _ : state) {
+    const auto takeTurn = [&] {
         for (const QStyleOptionViewItem &option : std::as_const(options))
             benchmark::DoNotOptimize(delegate.cacheKey(option, 1));
+    };
+    {
+        const InstructionCount count(state, options.size(), takeTurn);
+        for ([[maybe_unused]] auto _ : state)
+            takeTurn();
     }
     state.SetItemsProcessed(state.iterations() * options.size());
     state.counters["s_per_key"] = benchmark::Counter(double(options.size()),
@@ -251,7 +267,7 @@ void measureKeys(benchmark::State &state)
 template<typename Measure> void add(const std::string &subject, const char *who, Measure measure)
 {
     const std::string name = subject + '/' + std::to_string(rows * columns) + '/' + who;
-    benchmark::RegisterBenchmark(name.c_str(), measure)->Unit(benchmark::kMicrosecond);
+    InstructionCount::registerBenchmark(name, measure)->Unit(benchmark::kMicrosecond);
 }
 
 void registerAll()

@@ -5,6 +5,7 @@
 // and a filter beside Qt's proxy, over a million rows of five columns.
 
 #include "abstractitemviewfind.h"
+#include "instructioncount.h"
 #include "ratioreporter.h"
 #include "sortfilterproxymodel.h"
 #include "styleditemdelegate.h"
@@ -98,6 +99,7 @@ void match(const QAbstractItemModel &model, const QString &text)
 void measureMatch(benchmark::State &state, const Kind &kind)
 {
     const StoredModel model(kind.value);
+    const InstructionCount count(state, rows, [] {});
     for ([[maybe_unused]] auto _ : state)
         match(model, kind.text);
 }
@@ -115,6 +117,7 @@ void measureFind(benchmark::State &state, const Kind &kind, bool isForward, bool
     find.setView(&view);
     find.setHeader(view.horizontalHeader());
     view.setCurrentIndex(model.index(isForward ? 0 : rows - 1, 0));
+    const InstructionCount count(state, rows, [] {});
     for ([[maybe_unused]] auto _ : state) {
         if (isForward ? find.findNext(kind.text) : find.findPrev(kind.text))
             state.SkipWithError("found");
@@ -152,6 +155,7 @@ void measureFilter(benchmark::State &state, Proxy &proxy, SetFilter setFilter)
     StoredModel model(sentence);
     proxy.setSourceModel(&model);
     benchmark::DoNotOptimize(proxy.rowCount());
+    const InstructionCount count(state, rows, [] {});
     for ([[maybe_unused]] auto _ : state) {
         setFilter(QStringLiteral("nothing"));
         if (proxy.rowCount() != 0)
@@ -178,7 +182,7 @@ void measureTheirFilter(benchmark::State &state)
 template<typename Measure> void add(const std::string &subject, const char *who, Measure measure)
 {
     const std::string name = subject + '/' + std::to_string(rows) + '/' + who;
-    benchmark::RegisterBenchmark(name.c_str(), measure)->Unit(benchmark::kMicrosecond);
+    InstructionCount::registerBenchmark(name, measure)->Unit(benchmark::kMicrosecond);
 }
 
 void registerAll()

@@ -5,6 +5,7 @@
 // painting, until the event loop is quiet. Prints the ratio to the better peer.
 
 #include "benchmodel.h"
+#include "instructioncount.h"
 #include "itemdelegate.h"
 #include "qtablefastview.h"
 #include "ratioreporter.h"
@@ -289,18 +290,25 @@ void measure(benchmark::State &state, const Operation &operation, Kind kind, int
     operation.prepare(stage);
     quiet();
     int turn = 0;
-    for ([[maybe_unused]] auto _ : state) {
+    const auto takeTurn = [&] {
         operation.run(stage, turn++);
         if (operation.isPainted)
             quiet();
+    };
+    {
+        const InstructionCount count(state, operation.perTurn, takeTurn);
+        for ([[maybe_unused]] auto _ : state)
+            takeTurn();
     }
     state.SetItemsProcessed(state.iterations() * operation.perTurn);
 }
 
 void measureOpening(benchmark::State &state, Kind kind, int rows)
 {
+    const auto open = [&] { Stage stage(kind, rows); };
+    const InstructionCount count(state, 1, open);
     for ([[maybe_unused]] auto _ : state)
-        Stage stage(kind, rows);
+        open();
 }
 
 //! Heap that a view takes for its model.
@@ -330,16 +338,13 @@ void registerAll(int rows, bool isPeerWanted)
         if (kind >= Table && !isPeerWanted)
             continue;
         for (const Operation &operation : operations()) {
-            auto *registered = benchmark::RegisterBenchmark(
-                nameOf(operation.name, rows, kind).c_str(),
-                [=](benchmark::State &state) { measure(state, operation, kind, rows); });
-            registered->Unit(benchmark::kMicrosecond);
-            // For counting instructions: the difference of two runs is free of the start.
-            if (const int turns = qEnvironmentVariableIntValue("VANTIX_BENCH_TURNS"))
-                registered->Iterations(turns);
+            InstructionCount::registerBenchmark(
+                nameOf(operation.name, rows, kind),
+                [=](benchmark::State &state) { measure(state, operation, kind, rows); })
+                ->Unit(benchmark::kMicrosecond);
         }
-        benchmark::RegisterBenchmark(
-            nameOf("open and first paint", rows, kind).c_str(),
+        InstructionCount::registerBenchmark(
+            nameOf("open and first paint", rows, kind),
             [=](benchmark::State &state) { measureOpening(state, kind, rows); })
             ->Unit(benchmark::kMicrosecond);
         benchmark::RegisterBenchmark(
