@@ -12,6 +12,8 @@
 #if __has_include(<valgrind/callgrind.h>)
 #include <valgrind/callgrind.h>
 #else
+#define CALLGRIND_START_INSTRUMENTATION
+#define CALLGRIND_STOP_INSTRUMENTATION
 #define CALLGRIND_ZERO_STATS
 #define CALLGRIND_DUMP_STATS_AT(name) ((void)(name))
 #endif
@@ -56,6 +58,7 @@ public:
     {
         if (turns() == 0)
             return;
+        CALLGRIND_START_INSTRUMENTATION;
         turn();
         CALLGRIND_ZERO_STATS;
     }
@@ -63,8 +66,10 @@ public:
     {
         // A variable: the macro keeps its address from one statement to the next.
         const std::string dump = current() + '|' + std::to_string(m_operations);
-        if (turns() > 0)
-            CALLGRIND_DUMP_STATS_AT(dump.c_str());
+        if (turns() == 0)
+            return;
+        CALLGRIND_DUMP_STATS_AT(dump.c_str());
+        CALLGRIND_STOP_INSTRUMENTATION;
     }
     InstructionCount(const InstructionCount &) = delete;
     InstructionCount &operator=(const InstructionCount &) = delete;
