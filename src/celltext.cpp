@@ -276,7 +276,7 @@ void Line::drawShaped(const QRect &rect, Qt::Alignment alignment, const QTextLin
     const Qt::Alignment visual = QStyle::visualAlignment(m_painter->layoutDirection(), alignment);
     const QRectF area(rect);
     const double width = line.naturalTextWidth();
-    const double height = line.height();
+    const double height = line.ascent() + line.descent(); // line.height() is rounded up
     QPointF place = area.topLeft();
     if (visual & Qt::AlignBottom)
         place.ry() += area.height() - height;
