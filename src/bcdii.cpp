@@ -3,8 +3,11 @@
 
 #include "bcdii.h"
 
+#include "decimal/array_p.h"
+#include "decimal/compiler_p.h"
+#include "decimal/wide_p.h"
+
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -114,6 +117,12 @@ bool isNan(const BYTE *bcd)
     return (bcd[0] & pairMask) > 99;
 }
 
+// Without a branch.
+bool isAnyNan(const BYTE *a, const BYTE *b)
+{
+    return (int {isNan(a)} | int {isNan(b)}) != 0;
+}
+
 bool isNegative(const BYTE *bcd)
 {
     return (bcd[0] & signBit) != 0;
@@ -130,10 +139,10 @@ UINT32 putZero(BYTE *bcd, Layout t)
     return IsZero;
 }
 
-UINT32 putNan(BYTE *bcd, Layout t, UINT32 status)
+// Every destination has room for this byte, one of a type without digits, too.
+UINT32 putNan(BYTE *bcd, UINT32 status)
 {
-    if (t.ball > 0)
-        bcd[0] = nanByte;
+    bcd[0] = nanByte;
     return status;
 }
 
@@ -155,7 +164,7 @@ bool isAllZero(const BYTE *first, const BYTE *last)
 
 // Room for the widest temporary: 160 pairs before the point (a 19-digit integer
 // scaled by 10^300) and 128 after it (a product).
-using Pairs = std::array<BYTE, 320>;
+using Pairs = Array<BYTE, 320>;
 
 // Digit of weight 10^n, 0 outside the value. n >> 1 is the pair counted from the
 // point on both sides of it, and the odd n are the tens digits.
@@ -190,7 +199,7 @@ UINT32 roundAllAway(BYTE *bcd, Layout t, bool negative, int firstLost, BCDIIroun
 {
     if (roundsUp(rs, negative, firstLost >= 5)) {
         const bool directed = rs == BCDII_ROUND_UP || rs == BCDII_ROUND_DOWN;
-        return putNan(bcd, t, NoResult | Overflow | signStatus(directed));
+        return putNan(bcd, NoResult | Overflow | signStatus(directed));
     }
     putZero(bcd, t);
     return Rounded | IsZero;
@@ -213,7 +222,7 @@ UINT32 incrementPlain(BYTE *bcd, Layout t, int fd)
     }
     const int top = (bcd[0] & pairMask) + carry;
     if (top > ((t.nint & 1) != 0 ? 9 : 99))
-        return putNan(bcd, t, Rounded | NoResult | Overflow);
+        return putNan(bcd, Rounded | NoResult | Overflow);
     bcd[0] = static_cast<BYTE>(top | (bcd[0] & signBit));
     return Rounded | signStatus(isNegative(bcd));
 }
@@ -259,7 +268,7 @@ UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle
     if (position < lowestPosition)
         return putZero(dst, d);
     if (position >= d.nint)
-        return putNan(dst, d, NoResult | Overflow);
+        return putNan(dst, NoResult | Overflow);
 
     // position < nint: the first pair is not in front of the destination's first.
     Pairs temporary {};
@@ -272,7 +281,7 @@ UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle
     if (d.nfrac < s.nfrac)
         status = roundPlain(t, Layout(d.nint + s.nfrac, s.nfrac), d.nfrac, rs);
     if ((status & NoResult) != 0)
-        return putNan(dst, d, status);
+        return putNan(dst, status);
     std::copy_n(t, d.ball, dst);
     return status;
 }
@@ -280,18 +289,17 @@ UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle
 // --------------------------------------------------- the short way: words of pairs
 
 using Word = UINT64;
-__extension__ using UInt128 = unsigned __int128;
 
 constexpr int wordPairs = 8;
 constexpr int windowWords = 4;
 constexpr int windowFraction = 31; // bytes: with more, a value may begin below position -62
 constexpr Word eachByte = 0x0101010101010101;
 
-template<int N> using Words = std::array<Word, N>; // least significant first
+template<int N> using Words = Array<Word, N>; // least significant first
 
 // Calls f(0) to f(N - 1). Compilers unroll loops too late for their arrays to stay in
 // registers.
-template<int N, typename F> [[gnu::always_inline]] inline void repeat(const F &f)
+template<int N, typename F> DECIMAL_INLINE void repeat(const F &f)
 {
     if constexpr (N > 0) {
         repeat<N - 1>(f);
@@ -300,35 +308,30 @@ template<int N, typename F> [[gnu::always_inline]] inline void repeat(const F &f
 }
 
 // The M lowest words, with words of 0 in front when there are more than N.
-template<int M, std::size_t N>
-[[gnu::always_inline]] inline Words<M> resized(const std::array<Word, N> &w)
+template<int M, int N> DECIMAL_INLINE Words<M> resized(const Words<N> &w)
 {
     Words<M> r {};
-    repeat<std::min(M, int {N})>([&](int j) __attribute__((always_inline)) { r[j] = w[j]; });
+    repeat<std::min(M, N)>([&](int j) DECIMAL_INLINE_LAMBDA { r[j] = w[j]; });
     return r;
 }
 
 // Between the machine's byte order and the first byte as the most significant one.
-template<typename T> [[gnu::always_inline]] inline T bigEndian(T w)
+template<typename T> DECIMAL_INLINE T bigEndian(T w)
 {
     if constexpr (std::endian::native == std::endian::big)
         return w;
-    else if constexpr (sizeof(T) == 8)
-        return __builtin_bswap64(w);
-    else if constexpr (sizeof(T) == 4)
-        return __builtin_bswap32(w);
     else
-        return __builtin_bswap16(w);
+        return byteSwapped(w);
 }
 
-template<typename T> [[gnu::always_inline]] inline T load(const BYTE *p)
+template<typename T> DECIMAL_INLINE T load(const BYTE *p)
 {
     T w;
     std::memcpy(&w, p, sizeof w);
     return bigEndian(w);
 }
 
-template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
+template<typename T> DECIMAL_INLINE void store(BYTE *p, T w)
 {
     w = bigEndian(w);
     std::memcpy(p, &w, sizeof w);
@@ -336,7 +339,7 @@ template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
 
 // 1 to 8 bytes as a number. The pieces overlap, so that none lies outside the bytes and no
 // loop is needed.
-[[gnu::always_inline]] inline Word loadShort(const BYTE *p, int n)
+DECIMAL_INLINE Word loadShort(const BYTE *p, int n)
 {
     if (n >= 4)
         return Word {load<UINT32>(p)} << (8 * (n - 4)) | load<UINT32>(p + n - 4);
@@ -346,7 +349,7 @@ template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
     return n == 2 ? high : high << 8 | p[2];
 }
 
-[[gnu::always_inline]] inline void storeShort(BYTE *p, int n, Word w)
+DECIMAL_INLINE void storeShort(BYTE *p, int n, Word w)
 {
     if (n >= 4) {
         store(p, static_cast<UINT32>(w >> (8 * (n - 4))));
@@ -363,7 +366,7 @@ template<typename T> [[gnu::always_inline]] inline void store(BYTE *p, T w)
 
 // The bits of a word whose first byte is byte rest - 1, but for the sign.
 constexpr auto topMasks = [] {
-    std::array<Word, wordPairs + 1> masks {};
+    Array<Word, wordPairs + 1> masks {};
     for (int rest = 1; rest <= wordPairs; ++rest)
         masks[rest] = ~Word {0} >> (65 - 8 * rest);
     return masks;
@@ -375,24 +378,21 @@ int wordsOf(int bytes)
 }
 
 // n bytes, 8 (N - 1) < n <= 8 N, as a number without the sign bit of the first.
-template<int N> [[gnu::always_inline]] inline Words<N> loadExact(const BYTE *p, int n)
+template<int N> DECIMAL_INLINE Words<N> loadExact(const BYTE *p, int n)
 {
     Words<N> w;
-    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
-        w[j] = load<Word>(p + n - wordPairs * (j + 1));
-    });
+    repeat<N - 1>([&](int j)
+                      DECIMAL_INLINE_LAMBDA { w[j] = load<Word>(p + n - wordPairs * (j + 1)); });
     const int rest = n - wordPairs * (N - 1);
     const Word top = rest == wordPairs ? load<Word>(p) : loadShort(p, rest);
     w[N - 1] = top & topMasks[rest];
     return w;
 }
 
-template<int N>
-[[gnu::always_inline]] inline void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
+template<int N> DECIMAL_INLINE void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
 {
-    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
-        store<Word>(p + n - wordPairs * (j + 1), w[j]);
-    });
+    repeat<N - 1>([&](int j)
+                      DECIMAL_INLINE_LAMBDA { store<Word>(p + n - wordPairs * (j + 1), w[j]); });
     const int rest = n - wordPairs * (N - 1);
     const Word top = w[N - 1] | ((Word {0} - Word {negative}) & (topMasks[rest] + 1));
     if (rest == wordPairs)
@@ -402,7 +402,7 @@ template<int N>
 }
 
 // The same for 1 to 8 N bytes.
-template<int N> [[gnu::always_inline]] inline Words<N> loadWords(const BYTE *p, int n)
+template<int N> DECIMAL_INLINE Words<N> loadWords(const BYTE *p, int n)
 {
     if constexpr (N > 1) {
         if (n <= wordPairs * (N - 1)) {
@@ -412,8 +412,7 @@ template<int N> [[gnu::always_inline]] inline Words<N> loadWords(const BYTE *p, 
     return loadExact<N>(p, n);
 }
 
-template<int N>
-[[gnu::always_inline]] inline void storeWords(BYTE *p, int n, const Words<N> &w, bool negative)
+template<int N> DECIMAL_INLINE void storeWords(BYTE *p, int n, const Words<N> &w, bool negative)
 {
     if constexpr (N > 1) {
         if (n <= wordPairs * (N - 1)) {
@@ -424,14 +423,14 @@ template<int N>
     storeExact<N>(p, n, w, negative);
 }
 
-template<int N> [[gnu::always_inline]] inline void shiftUp(Words<N> &w, int pairs)
+template<int N> DECIMAL_INLINE void shiftUp(Words<N> &w, int pairs)
 {
     for (; pairs >= wordPairs; pairs -= wordPairs) {
-        repeat<N - 1>([&](int j) __attribute__((always_inline)) { w[N - 1 - j] = w[N - 2 - j]; });
+        repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA { w[N - 1 - j] = w[N - 2 - j]; });
         w[0] = 0;
     }
     const int shift = 8 * pairs;
-    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
+    repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA {
         const int k = N - 1 - j;
         w[k] = w[k] << shift | w[k - 1] >> 1 >> (63 - shift);
     });
@@ -439,8 +438,7 @@ template<int N> [[gnu::always_inline]] inline void shiftUp(Words<N> &w, int pair
 }
 
 // A value in a window that ends fraction bytes behind the point.
-template<int N>
-[[gnu::always_inline]] inline Words<N> loadAligned(const BYTE *bcd, Layout t, int fraction)
+template<int N> DECIMAL_INLINE Words<N> loadAligned(const BYTE *bcd, Layout t, int fraction)
 {
     Words<N> w = loadWords<N>(bcd, t.ball);
     if (t.bfrac() != fraction)
@@ -465,17 +463,17 @@ template<int N> struct Cut
     bool tooWide = false; //!< more pairs stand in front of kept
 };
 
-template<int N> [[gnu::always_inline]] inline Word anyOf(const Words<N> &w)
+template<int N> DECIMAL_INLINE Word anyOf(const Words<N> &w)
 {
     Word any = 0;
-    repeat<N>([&](int j) __attribute__((always_inline)) { any |= w[j]; });
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA { any |= w[j]; });
     return any;
 }
 
 // The largest words whose first byte is byte rest - 1, by the tens digits that it may
 // have: 99 in front with an even nint, 9 with an odd one.
 constexpr auto largestTops = [] {
-    std::array<std::array<Word, wordPairs + 1>, 2> largest {};
+    Array<Array<Word, wordPairs + 1>, 2> largest {};
     for (int rest = 1; rest <= wordPairs; ++rest) {
         largest[0][rest] = (Word {100} << (8 * (rest - 1))) - 1;
         largest[1][rest] = (Word {10} << (8 * (rest - 1))) - 1;
@@ -485,7 +483,7 @@ constexpr auto largestTops = [] {
 
 // Whether the kept pairs fit nint digits: nothing in front of the first byte, and
 // no tens digit in it when nint is odd.
-template<int N> [[gnu::always_inline]] inline bool fits(const Words<N> &w, Layout d)
+template<int N> DECIMAL_INLINE bool fits(const Words<N> &w, Layout d)
 {
     const int rest = d.ball - wordPairs * (N - 1);
     if (rest > 0)
@@ -512,8 +510,8 @@ template<int N> void carryOn(Words<N> &w)
 
 // Rounds what is kept when pairs or a digit are lost.
 template<int N>
-[[gnu::always_inline]] inline UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf,
-                                               Word unit, bool negative, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf, Word unit,
+                                bool negative, BCDIIroundstyle rs)
 {
     // No branch: halves are as good as random.
     kept[0] += (Word {0} - Word {roundsUp(rs, negative, atLeastHalf)}) & unit;
@@ -530,8 +528,8 @@ template<int N>
 // Rounds a cut magnitude to the destination; without NoResult kept is the result.
 // sourceFraction is the number of digits after the point that the source's type has.
 template<int N>
-[[gnu::always_inline]] inline UINT32 roundCut(Cut<N> &cut, Layout d, int sourceFraction,
-                                              bool negative, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 roundCut(Cut<N> &cut, Layout d, int sourceFraction, bool negative,
+                               BCDIIroundstyle rs)
 {
     if (cut.tooWide | !fits<N>(cut.kept, d)) // one branch, not two
         return NoResult | Overflow;
@@ -550,18 +548,18 @@ template<int N>
 }
 
 template<int N>
-[[gnu::always_inline]] inline UINT32 deliver(BYTE *dst, Layout d, Cut<N> &cut, int sourceFraction,
-                                             bool negative, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 deliver(BYTE *dst, Layout d, Cut<N> &cut, int sourceFraction, bool negative,
+                              BCDIIroundstyle rs)
 {
     const UINT32 status = roundCut<N>(cut, d, sourceFraction, negative, rs);
     if ((status & NoResult) != 0)
-        return putNan(dst, d, status);
+        return putNan(dst, status);
     storeWords<N>(dst, d.ball, cut.kept, (status & IsNegative) != 0);
     return status;
 }
 
 // Drops pairs from the end of the window.
-template<int N> [[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w, int pairs)
+template<int N> DECIMAL_INLINE Cut<N> cutWindow(const Words<N> &w, int pairs)
 {
     Cut<N> cut {w};
     if (pairs == 0)
@@ -570,12 +568,12 @@ template<int N> [[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w
     Word merged = 0;
     for (; pairs > wordPairs; pairs -= wordPairs) {
         merged |= kept[0];
-        repeat<N - 1>([&](int j) __attribute__((always_inline)) { kept[j] = kept[j + 1]; });
+        repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA { kept[j] = kept[j + 1]; });
         kept[N - 1] = 0;
     }
     const int shift = 8 * pairs; // 8 to 64
     cut.lost = kept[0] << (64 - shift) | Word {merged != 0};
-    repeat<N - 1>([&](int j) __attribute__((always_inline)) {
+    repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA {
         kept[j] = kept[j] >> 1 >> (shift - 1) | kept[j + 1] << (64 - shift);
     });
     kept[N - 1] = kept[N - 1] >> 1 >> (shift - 1);
@@ -584,8 +582,8 @@ template<int N> [[gnu::always_inline]] inline Cut<N> cutWindow(const Words<N> &w
 
 // Copies a value of type s, read into words that end with its last byte.
 template<int N>
-[[gnu::always_inline]] inline UINT32 copyWords(BYTE *dst, Layout d, Words<N> w, Layout s,
-                                               bool negative, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 copyWords(BYTE *dst, Layout d, Words<N> w, Layout s, bool negative,
+                                BCDIIroundstyle rs)
 {
     if (d.bfrac() > s.bfrac())
         shiftUp<N>(w, d.bfrac() - s.bfrac());
@@ -594,8 +592,7 @@ template<int N>
 }
 
 template<int N>
-[[gnu::always_inline]] inline UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s,
-                                               BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
 {
     return copyWords<N>(dst, d, loadWords<N>(src, s.ball), s, isNegative(src), rs);
 }
@@ -627,13 +624,13 @@ UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType src
 
 // ------------------------------------------------------------------ comparison
 
-template<int N> [[gnu::always_inline]] inline bool isLess(const Words<N> &a, const Words<N> &b)
+template<int N> DECIMAL_INLINE bool isLess(const Words<N> &a, const Words<N> &b)
 {
     bool less = N % 2 != 0 && a[0] < b[0];
-    repeat<N / 2>([&](int j) __attribute__((always_inline)) { // two words at a time
+    repeat<N / 2>([&](int j) DECIMAL_INLINE_LAMBDA { // two words at a time
         const int low = 2 * j + N % 2;
-        const UInt128 x = UInt128 {a[low + 1]} << 64 | a[low];
-        const UInt128 y = UInt128 {b[low + 1]} << 64 | b[low];
+        const Wide x(a[low + 1], a[low]);
+        const Wide y(b[low + 1], b[low]);
         less = (x < y) | ((x == y) & less);
     });
     return less;
@@ -657,15 +654,15 @@ int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt)
 }
 
 template<int N>
-[[gnu::always_inline]] inline int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt,
-                                               int fraction)
+DECIMAL_INLINE int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt, int fraction)
 {
     const Words<N> x = loadAligned<N>(a, at, fraction);
     const Words<N> y = loadAligned<N>(b, bt, fraction);
     return int {isLess<N>(y, x)} - int {isLess<N>(x, y)};
 }
 
-int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
+DECIMAL_NOINLINE int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYTE *b,
+                                       BCDIIType bType)
 {
     const Layout at(aType);
     const Layout bt(bType);
@@ -697,7 +694,7 @@ bool isZero(const BYTE *bcd, int n)
 
 // Different words that begin with a sign bit are in order as signed numbers, and in
 // the opposite order when both have the bit set: the larger magnitude is the smaller value.
-[[gnu::always_inline]] inline int compareDifferent(Word x, Word y)
+DECIMAL_INLINE int compareDifferent(Word x, Word y)
 {
     const int bothNegative = static_cast<int>((x & y) >> 63);
     const int less = int {static_cast<INT64>(x) < static_cast<INT64>(y)} ^ bothNegative;
@@ -706,7 +703,7 @@ bool isZero(const BYTE *bcd, int n)
 
 // n bytes of one layout, n >= 8. The last word overlaps the one before it, which is
 // known to be equal there.
-[[gnu::always_inline]] inline int compareLong(const BYTE *a, const BYTE *b, int n)
+DECIMAL_INLINE int compareLong(const BYTE *a, const BYTE *b, int n)
 {
     for (int i = wordPairs; i < n; i += wordPairs) {
         const int at = std::min(i, n - wordPairs);
@@ -719,13 +716,13 @@ bool isZero(const BYTE *bcd, int n)
 }
 
 // The first 8 bytes of n, n > 0, filled up with 0.
-[[gnu::always_inline]] inline Word loadFirst(const BYTE *p, int n)
+DECIMAL_INLINE Word loadFirst(const BYTE *p, int n)
 {
     return n >= wordPairs ? load<Word>(p) : loadShort(p, n) << (8 * (wordPairs - n));
 }
 
 // Values of one type, by their raw bytes.
-[[gnu::always_inline]] inline int compareSame(const BYTE *a, const BYTE *b, BCDIIType type)
+DECIMAL_INLINE int compareSame(const BYTE *a, const BYTE *b, BCDIIType type)
 {
     constexpr int longDigits = 2 * wordPairs; // they fill 8 bytes at least
     if (static_cast<std::int16_t>(type) >= longDigits << 8) {
@@ -748,7 +745,7 @@ int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType
 }
 
 // Nearly always the first 8 bytes tell, counted from the first of either value.
-[[gnu::noinline]] int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
+DECIMAL_NOINLINE int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
 {
     constexpr Word sign = Word {1} << 63;
     const Layout at(aType);
@@ -829,12 +826,11 @@ UINT32 addPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
 // hundred's complement, 99 - pair, raised by 156: that is the byte's own complement.
 // In the sum, a byte that overflowed is a pair, at most 99; one that did not still
 // holds the 156, which its bit 7 shows, and gets rid of it.
-template<int N>
-[[gnu::always_inline]] inline bool addWords(Words<N> &a, const Words<N> &b, Word subtract)
+template<int N> DECIMAL_INLINE bool addWords(Words<N> &a, const Words<N> &b, Word subtract)
 {
     const Word raise = (eachByte * 156) & ~subtract;
     bool carry = subtract != 0;
-    repeat<N>([&](int j) __attribute__((always_inline)) {
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
         const Word y = (b[j] + raise) ^ subtract;
         const Word partial = a[j] + y;
         const Word sum = partial + Word {carry};
@@ -847,14 +843,14 @@ template<int N>
 // The sum of two magnitudes with signs; *negative is its sign. With different signs
 // the smaller is taken from the larger.
 template<int N>
-[[gnu::always_inline]] inline Cut<N> addSigned(Words<N> x, Words<N> y, const BYTE *a, const BYTE *b,
-                                               bool *negative)
+DECIMAL_INLINE Cut<N> addSigned(Words<N> x, Words<N> y, const BYTE *a, const BYTE *b,
+                                bool *negative)
 {
     const bool differ = ((a[0] ^ b[0]) & signBit) != 0;
     // Signs are as good as random: masks, since branches would be guessed wrong.
     const bool swap = differ & isLess<N>(x, y);
     const Word mask = Word {0} - Word {swap};
-    repeat<N>([&](int j) __attribute__((always_inline)) {
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
         const Word change = (x[j] ^ y[j]) & mask;
         x[j] ^= change;
         y[j] ^= change;
@@ -866,9 +862,8 @@ template<int N>
 
 // fraction is the most bytes behind the point that a value or the result has.
 template<int N>
-[[gnu::always_inline]] inline UINT32 addShort(BYTE *ret, Layout d, const BYTE *a, Layout at,
-                                              const BYTE *b, Layout bt, int fraction,
-                                              BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 addShort(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b,
+                               Layout bt, int fraction, BCDIIroundstyle rs)
 {
     bool negative;
     const Cut<N> sum = addSigned<N>(loadAligned<N>(a, at, fraction),
@@ -903,7 +898,7 @@ UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
 
 // 1 to 8 bytes as a number, in pieces that do not overlap: what storePieces() has written
 // comes back without a wait for memory.
-template<int Size> [[gnu::always_inline]] inline Word loadPieces(const BYTE *p)
+template<int Size> DECIMAL_INLINE Word loadPieces(const BYTE *p)
 {
     if constexpr (Size == 8)
         return load<Word>(p);
@@ -919,7 +914,7 @@ template<int Size> [[gnu::always_inline]] inline Word loadPieces(const BYTE *p)
         return p[0];
 }
 
-template<int Size> [[gnu::always_inline]] inline void storePieces(BYTE *p, Word w)
+template<int Size> DECIMAL_INLINE void storePieces(BYTE *p, Word w)
 {
     if constexpr (Size == 8) {
         store<Word>(p, w);
@@ -948,16 +943,16 @@ template<int Ball> struct Fixed
 
     Words<top + 1> w;
 
-    [[gnu::always_inline]] void load(const BYTE *p)
+    DECIMAL_INLINE void load(const BYTE *p)
     {
-        repeat<top>([&](int j) __attribute__((always_inline)) {
+        repeat<top>([&](int j) DECIMAL_INLINE_LAMBDA {
             w[j] = ::load<Word>(p + Ball - wordPairs * (j + 1));
         });
         w[top] = loadPieces<rest>(p);
     }
-    [[gnu::always_inline]] void save(BYTE *p) const
+    DECIMAL_INLINE void save(BYTE *p) const
     {
-        repeat<top>([&](int j) __attribute__((always_inline)) {
+        repeat<top>([&](int j) DECIMAL_INLINE_LAMBDA {
             store<Word>(p + Ball - wordPairs * (j + 1), w[j]);
         });
         storePieces<rest>(p, w[top]);
@@ -967,10 +962,10 @@ template<int Ball> struct Fixed
 // addWords() for Rest bytes in the last word, the first of which is a plain number: the
 // sum of two stays below 256, and a difference is at least 0.
 template<int N, int Rest>
-[[gnu::always_inline]] inline void addFixed(Words<N> &a, const Words<N> &b, Word subtract)
+DECIMAL_INLINE void addFixed(Words<N> &a, const Words<N> &b, Word subtract)
 {
     bool carry = subtract != 0;
-    repeat<N>([&](int j) __attribute__((always_inline)) {
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
         const Word pairs = j + 1 < N ? eachByte : eachByte & topMasks[Rest] >> 7;
         const Word y = (b[j] + (pairs * 156 & ~subtract)) ^ subtract;
         const Word partial = a[j] + y;
@@ -981,12 +976,11 @@ template<int N, int Rest>
 }
 
 // What is no plain sum of two values of one type.
-[[gnu::noinline, gnu::cold]] UINT32 addSlowly(BYTE *ret, BCDIIType retType, const BYTE *a,
-                                              BCDIIType aType, const BYTE *b, BCDIIType bType,
-                                              BCDIIroundstyle rs)
+DECIMAL_COLD UINT32 addSlowly(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
+                              const BYTE *b, BCDIIType bType, BCDIIroundstyle rs)
 {
-    if (isNan(a) | isNan(b))
-        return putNan(ret, Layout(retType), NanOperand | Invalid | NoResult);
+    if (isAnyNan(a, b))
+        return putNan(ret, NanOperand | Invalid | NoResult);
     return addTypes(ret, retType, a, aType, b, bType, rs);
 }
 
@@ -1011,7 +1005,7 @@ UINT32 addSame(BYTE *ret, BCDIIType type, const BYTE *a, BCDIIType aType, const 
     // Signs are as good as random: masks, since branches would be guessed wrong.
     const Word swap = Word {0} - Word {isLess<top + 1>(larger, smaller)};
     const Word differ = Word {0} - Word {((x.w[top] ^ y.w[top]) & Fixed<Ball>::sign) != 0};
-    repeat<top + 1>([&](int j) __attribute__((always_inline)) {
+    repeat<top + 1>([&](int j) DECIMAL_INLINE_LAMBDA {
         const Word change = (larger[j] ^ smaller[j]) & swap;
         larger[j] ^= change;
         smaller[j] ^= change;
@@ -1034,7 +1028,7 @@ UINT32 addSame(BYTE *ret, BCDIIType type, const BYTE *a, BCDIIType aType, const 
 // For 1 to 32 bytes. All take the same arguments, so that these stay where they are.
 constexpr auto sameAdders = []<int... I>(std::integer_sequence<int, I...>)
 {
-    return std::array {addSame<I + 1>...};
+    return Array<decltype(&addSame<1>), sizeof...(I)> {addSame<I + 1>...};
 }
 (std::make_integer_sequence<int, wordPairs * windowWords>());
 
@@ -1046,7 +1040,7 @@ constexpr Word limbBase = tenToEight * tenToEight;
 
 // Folds neighbours three times: pairs to fours, fours to eights, eights to one.
 // Of high * 2^k + low, taking high * (2^k - 10^m) leaves high * 10^m + low.
-[[gnu::always_inline]] inline Word toLimb(Word pairs)
+DECIMAL_INLINE Word toLimb(Word pairs)
 {
     Word x = pairs - (pairs >> 8 & 0x00FF00FF00FF00FF) * (0x100 - 100);
     x -= (x >> 16 & 0x0000FFFF0000FFFF) * (0x10000 - 10000);
@@ -1056,7 +1050,7 @@ constexpr Word limbBase = tenToEight * tenToEight;
 // The inverse of toLimb(): splits eights, fours and pairs. The reciprocals are exact
 // for their ranges: 109951163 / 2^40 for 1 / 10^4 below 10^8, 10486 / 2^20 for 1 / 100
 // below 10^4.
-[[gnu::always_inline]] inline Word toPairs(Word high, Word low)
+DECIMAL_INLINE Word toPairs(Word high, Word low)
 {
     constexpr Word lanes = 0x0000007F0000007F;
     const Word fours = (high * 109951163 >> 40) << 32 | low * 109951163 >> 40;
@@ -1066,7 +1060,7 @@ constexpr Word limbBase = tenToEight * tenToEight;
     return (fours << 16 | otherFours) + (hundreds << 16 | otherHundreds) * (0x100 - 100);
 }
 
-[[gnu::always_inline]] inline Word toPairs(Word limb)
+DECIMAL_INLINE Word toPairs(Word limb)
 {
     const Word high = limb / tenToEight;
     return toPairs(high, limb - high * tenToEight);
@@ -1075,12 +1069,12 @@ constexpr Word limbBase = tenToEight * tenToEight;
 // Divides by limbBase. Let x' = floor(x / 2^46), below 2^63 for x < 2^109, and r =
 // floor(2^110 / limbBase). Then x / limbBase exceeds x' r / 2^64 by less than
 // 2^46 / limbBase + x' / 2^64 < 0.51, so the estimate is right or one too small.
-[[gnu::always_inline]] inline Word splitLimb(UInt128 x, Word *remainder)
+DECIMAL_INLINE Word splitLimb(Wide x, Word *remainder)
 {
-    constexpr Word reciprocal = static_cast<Word>((UInt128 {1} << 110) / limbBase);
-    const Word quotient =
-        static_cast<Word>(UInt128 {static_cast<Word>(x >> 46)} * reciprocal >> 64);
-    const Word rest = static_cast<Word>(x) - quotient * limbBase;
+    // 2^110 / limbBase is 2^128 / (2^10 limbBase) / 2^8.
+    constexpr Word reciprocal = Word {1} << 56 | reciprocalOf(limbBase << 10) >> 8;
+    const Word quotient = Wide::product(x.shiftedDown(46), reciprocal).high();
+    const Word rest = x.low() - quotient * limbBase;
     const bool more = rest >= limbBase;
     *remainder = more ? rest - limbBase : rest;
     return quotient + Word {more};
@@ -1101,7 +1095,7 @@ struct Limbs
         std::memset(limb() + count, 0, zeroLimbs * sizeof(Word));
     }
 
-    std::array<Word, zeroLimbs + mostLimbs + zeroLimbs> storage;
+    Array<Word, zeroLimbs + mostLimbs + zeroLimbs> storage;
     int count;
     int fraction; //!< bytes behind the point where the last limb ends
 
@@ -1112,8 +1106,7 @@ struct Limbs
 // Cuts behind the last byte of the destination and turns only those limbs into
 // pairs that it needs; of the others it matters whether they are zero. shift is 8 to
 // 64 bits of the first limb that are lost, ball the destination's bytes.
-template<int N>
-[[gnu::always_inline]] inline Cut<N> cutLimbs(const Limbs &x, int first, int shift, int ball)
+template<int N> DECIMAL_INLINE Cut<N> cutLimbs(const Limbs &x, int first, int shift, int ball)
 {
     const Word *const limb = x.limb() + first;
     Word below = 0;
@@ -1125,7 +1118,7 @@ template<int N>
     Cut<N> cut;
     Word next = toPairs(limb[0]);
     cut.lost = next << (64 - shift) | Word {below != 0};
-    repeat<N>([&](int j) __attribute__((always_inline)) {
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
         const Word low = next >> 1 >> (shift - 1);
         if (j + 1 == N && ball <= wordPairs * N - (shift >> 3)) {
             above |= limb[N]; // all in front of the destination
@@ -1140,10 +1133,10 @@ template<int N>
 }
 
 // The destination begins with a limb: nothing to shift.
-template<int N> [[gnu::always_inline]] inline Cut<N> takeLimbs(const Limbs &x)
+template<int N> DECIMAL_INLINE Cut<N> takeLimbs(const Limbs &x)
 {
     Cut<N> cut;
-    repeat<N>([&](int j) __attribute__((always_inline)) { cut.kept[j] = toPairs(x.limb()[j]); });
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA { cut.kept[j] = toPairs(x.limb()[j]); });
     Word above = 0;
     for (int i = N; i < x.count; ++i)
         above |= x.limb()[i];
@@ -1153,7 +1146,7 @@ template<int N> [[gnu::always_inline]] inline Cut<N> takeLimbs(const Limbs &x)
 
 UINT32 deliverLimbsPlain(BYTE *dst, Layout d, const Limbs &x, bool negative, BCDIIroundstyle rs)
 {
-    std::array<BYTE, wordPairs * mostLimbs> pairs {};
+    Array<BYTE, wordPairs * mostLimbs> pairs {};
     const int size = wordPairs * x.count;
     for (int i = 0; i < x.count; ++i)
         store<Word>(pairs.data() + size - wordPairs * (i + 1), toPairs(x.limb()[i]));
@@ -1162,8 +1155,8 @@ UINT32 deliverLimbsPlain(BYTE *dst, Layout d, const Limbs &x, bool negative, BCD
 }
 
 template<int N>
-[[gnu::always_inline]] inline UINT32 deliverLimbsShort(BYTE *dst, Layout d, const Limbs &x,
-                                                       bool negative, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 deliverLimbsShort(BYTE *dst, Layout d, const Limbs &x, bool negative,
+                                        BCDIIroundstyle rs)
 {
     const int drop = x.fraction - d.bfrac();
     const int first = (drop - 1) >> 3;
@@ -1229,18 +1222,16 @@ void multiplyLimbs(const BYTE *a, int aBall, const BYTE *b, int bBall, Word *pro
     // A single pair in front is a number already.
     const bool isPairX = (aBall & 7) == 1;
     const bool isPairY = (bBall & 7) == 1;
-    repeat<NA>([&](int j) __attribute__((always_inline)) {
-        x[j] = j + 1 == NA && isPairX ? x[j] : toLimb(x[j]);
-    });
-    repeat<NB>([&](int j) __attribute__((always_inline)) {
-        y[j] = j + 1 == NB && isPairY ? y[j] : toLimb(y[j]);
-    });
+    repeat<NA>([&](int j)
+                   DECIMAL_INLINE_LAMBDA { x[j] = j + 1 == NA && isPairX ? x[j] : toLimb(x[j]); });
+    repeat<NB>([&](int j)
+                   DECIMAL_INLINE_LAMBDA { y[j] = j + 1 == NB && isPairY ? y[j] : toLimb(y[j]); });
     Word carry = 0;
-    repeat<NA + NB - 1>([&](int k) __attribute__((always_inline)) {
-        UInt128 column = carry;
-        repeat<NA>([&](int i) __attribute__((always_inline)) {
+    repeat<NA + NB - 1>([&](int k) DECIMAL_INLINE_LAMBDA {
+        Wide column(0, carry);
+        repeat<NA>([&](int i) DECIMAL_INLINE_LAMBDA {
             if (k - i >= 0 && k - i < NB)
-                column += UInt128 {x[i]} * y[k - i];
+                column = column + Wide::product(x[i], y[k - i]);
         });
         carry = splitLimb(column, &product[k]);
     });
@@ -1303,13 +1294,13 @@ struct Divisor
 };
 
 constexpr auto tens = [] {
-    std::array<Divisor, 20> divisors {};
+    Array<Divisor, 20> divisors {};
     Word power = 1;
     for (Divisor &d : divisors) {
         d.power = power;
         d.shift = std::countl_zero(power);
         d.normalized = power << d.shift;
-        d.reciprocal = static_cast<Word>(~UInt128 {0} / d.normalized);
+        d.reciprocal = reciprocalOf(d.normalized);
         power *= 10;
     }
     return divisors;
@@ -1317,7 +1308,7 @@ constexpr auto tens = [] {
 
 // What is added to a number before it is divided, so that the quotient is rounded as the
 // style says. It is less than the divisor, shifted like it.
-[[gnu::always_inline]] inline Word roundingBias(const Divisor &d, bool negative, BCDIIroundstyle rs)
+DECIMAL_INLINE Word roundingBias(const Divisor &d, bool negative, BCDIIroundstyle rs)
 {
     const Word away = d.normalized - (Word {1} << d.shift);
     switch (rs) {
@@ -1338,19 +1329,18 @@ constexpr auto tens = [] {
 // rounds; false when the quotient might have more than 64 bits. The estimate is the
 // quotient or 1 too large, and in rare cases 1 too small, which the remainder shows
 // (Moeller and Granlund, "Improved division by invariant integers", algorithm 4).
-[[gnu::always_inline]] inline bool divide(UInt128 x, const Divisor &d, Word bias, Word *quotient,
-                                          bool *isRounded)
+DECIMAL_INLINE bool divide(Wide x, const Divisor &d, Word bias, Word *quotient, bool *isRounded)
 {
-    const Word low = static_cast<Word>(x);
-    const Word high = static_cast<Word>(x >> 64);
+    const Word low = x.low();
+    const Word high = x.high();
     const Word shifted = high << d.shift | low >> 1 >> (63 - d.shift);
-    const UInt128 dividend = (UInt128 {shifted} << 64 | low << d.shift) + bias;
-    if (high >= d.power || static_cast<Word>(dividend >> 64) >= d.normalized)
+    const Wide dividend = Wide(shifted, low << d.shift) + Wide(0, bias);
+    if (high >= d.power || dividend.high() >= d.normalized)
         return false;
-    const UInt128 estimate = UInt128 {static_cast<Word>(dividend >> 64)} * d.reciprocal + dividend;
-    *quotient = static_cast<Word>(estimate >> 64) + 1;
-    Word rest = static_cast<Word>(dividend) - *quotient * d.normalized;
-    const Word over = Word {0} - Word {rest > static_cast<Word>(estimate)};
+    const Wide estimate = Wide::product(dividend.high(), d.reciprocal) + dividend;
+    *quotient = estimate.high() + 1;
+    Word rest = dividend.low() - *quotient * d.normalized;
+    const Word over = Word {0} - Word {rest > estimate.low()};
     *quotient += over;
     rest += over & d.normalized;
     if (rest >= d.normalized) [[unlikely]] {
@@ -1364,7 +1354,7 @@ constexpr auto tens = [] {
 constexpr int numberPairs = 10;
 
 // 1 to 10 pairs as a number. With 10 the first is below 10.
-[[gnu::always_inline]] inline Word toNumber(const BYTE *p, int n)
+DECIMAL_INLINE Word toNumber(const BYTE *p, int n)
 {
     if (n < wordPairs)
         return toLimb(loadShort(p, n) & topMasks[n]);
@@ -1376,7 +1366,7 @@ constexpr int numberPairs = 10;
 }
 
 // The inverse for a number that fits n bytes.
-[[gnu::always_inline]] inline void putNumber(BYTE *p, int n, Word number, bool negative)
+DECIMAL_INLINE void putNumber(BYTE *p, int n, Word number, bool negative)
 {
     const Word upper = number / tenToEight;
     const Word low = number - upper * tenToEight;
@@ -1388,7 +1378,7 @@ constexpr int numberPairs = 10;
 }
 
 // Whether a value is below 10^19.
-[[gnu::always_inline]] inline bool isNumber(const BYTE *p, int n)
+DECIMAL_INLINE bool isNumber(const BYTE *p, int n)
 {
     return n > 0 && (n < numberPairs || (n == numberPairs && (p[0] & pairMask) < 10));
 }
@@ -1405,11 +1395,12 @@ UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
     const bool odd = (d.nfrac & 1) != 0; // a digit of padding follows
     const auto drop = static_cast<unsigned>(2 * fraction - d.nfrac);
     const auto digits = static_cast<unsigned>(d.nint + d.nfrac);
-    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= tens.size()
-        || fraction > windowFraction || digits - 1 >= tens.size() - (odd ? 2 : 1))
+    constexpr unsigned count = tens.size();
+    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= count
+        || fraction > windowFraction || digits - 1 >= count - (odd ? 2 : 1))
         return mulLong(ret, retType, a, aType, b, bType, rs);
 
-    const UInt128 product = UInt128 {toNumber(a, at.ball)} * toNumber(b, bt.ball);
+    const Wide product = Wide::product(toNumber(a, at.ball), toNumber(b, bt.ball));
     const bool negative = isNegative(a) != isNegative(b);
     Word rounded;
     bool isRounded;
@@ -1434,7 +1425,7 @@ int nearFractionDigits(int fd)
 // 10.0^i for i = -128 to 128, by repeated multiplication or division, whose
 // roundings are part of the conversions.
 constexpr auto powersOfTen = [] {
-    std::array<double, 257> powers {};
+    Array<double, 257> powers {};
     powers[128] = 1.0;
     for (int i = 1; i <= 128; ++i) {
         powers[128 + i] = powers[128 + i - 1] * 10.0;
@@ -1451,7 +1442,7 @@ double power10(int i)
 constexpr int integerBytes = 11; // 20 digits, and one of padding with an odd fd
 
 // The integer in pairs that are aligned on a point fd digits from its end.
-[[gnu::always_inline]] inline Words<2> integerPairs(UINT64 i64, int fd)
+DECIMAL_INLINE Words<2> integerPairs(UINT64 i64, int fd)
 {
     // With an odd fd times 10, to fill a pair.
     const bool odd = (fd & 1) != 0;
@@ -1463,8 +1454,7 @@ constexpr int integerBytes = 11; // 20 digits, and one of padding with an odd fd
     return {toPairs(low), high + hundreds * (0x100 - 100) + tenThousands * (0x10000 - 0x6400)};
 }
 
-template<int N>
-[[gnu::always_inline]] inline UINT32 putIntegerShort(BYTE *dst, Layout d, UINT64 i64, int fd)
+template<int N> DECIMAL_INLINE UINT32 putIntegerShort(BYTE *dst, Layout d, UINT64 i64, int fd)
 {
     const Layout s(2 * integerBytes - (fd & 1), fd);
     const Words<2> pairs = integerPairs(i64, fd);
@@ -1475,17 +1465,17 @@ template<int N>
 UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 {
     const Layout s(2 * integerBytes - (fd & 1), fd);
-    std::array<BYTE, integerBytes> pairs;
+    Array<BYTE, integerBytes> pairs;
     storeExact<2>(pairs.data(), integerBytes, integerPairs(i64, fd), false);
     return copyPlain(dst, Layout(type), pairs.data(), s, BCDII_ROUND_TRUNC);
 }
 
 // The type has the integer's own fraction digits: nothing to cut.
-[[gnu::always_inline]] inline UINT32 putScaledInteger(BYTE *dst, Layout d, UINT64 i64)
+DECIMAL_INLINE UINT32 putScaledInteger(BYTE *dst, Layout d, UINT64 i64)
 {
     const Words<2> pairs = integerPairs(i64, d.nfrac);
     if (!fits<2>(pairs, d))
-        return putNan(dst, d, NoResult | Overflow);
+        return putNan(dst, NoResult | Overflow);
     storeWords<2>(dst, d.ball, pairs, false);
     return i64 == 0 ? UINT32 {IsZero} : 0;
 }
@@ -1510,8 +1500,7 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 }
 
 // Hands out a magnitude below 2^64.
-[[gnu::always_inline]] inline UINT32 giveMagnitude(INT64 *pi64, Word magnitude, bool negative,
-                                                   UINT32 status)
+DECIMAL_INLINE UINT32 giveMagnitude(INT64 *pi64, Word magnitude, bool negative, UINT32 status)
 {
     constexpr auto most = static_cast<Word>(std::numeric_limits<INT64>::max());
     if (magnitude > most + Word {negative})
@@ -1522,8 +1511,7 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 
 // Hands out a value of a type of 19 digits. With an odd fraction the last digit is
 // padding: 20 digits, more than a word holds.
-[[gnu::always_inline]] inline UINT32 giveInteger(INT64 *pi64, Layout d, Word high, Word low,
-                                                 UINT32 status)
+DECIMAL_INLINE UINT32 giveInteger(INT64 *pi64, Layout d, Word high, Word low, UINT32 status)
 {
     if ((status & Overflow) != 0)
         return NoResult | Overflow; // also where a rounding carry overflowed
@@ -1535,8 +1523,8 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 
 // A value that is cut behind some of its pairs, which make a number, with at most a word
 // of pairs behind them. Rounding cannot reach 2^64.
-[[gnu::always_inline]] inline UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball, int kept,
-                                                BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball, int kept,
+                                 BCDIIroundstyle rs)
 {
     constexpr Word digits = topMasks[wordPairs]; // not the sign
     const bool negative = isNegative(bcd);
@@ -1560,8 +1548,8 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 }
 
 template<int N>
-[[gnu::always_inline]] inline UINT32 toIntegerShort(INT64 *pi64, Layout d, const BYTE *bcd,
-                                                    Layout t, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 toIntegerShort(INT64 *pi64, Layout d, const BYTE *bcd, Layout t,
+                                     BCDIIroundstyle rs)
 {
     const int fraction = std::max(d.bfrac(), t.bfrac());
     Cut<N> cut = cutWindow<N>(loadAligned<N>(bcd, t, fraction), fraction - d.bfrac());
@@ -1572,7 +1560,7 @@ template<int N>
 UINT32 toIntegerPlain(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
 {
     const Layout d(19, fd);
-    std::array<BYTE, 10> digits {};
+    Array<BYTE, 10> digits {};
     const UINT32 status = copyPlain(digits.data(), d, bcd, Layout(type), rs);
     const Words<2> w = loadExact<2>(digits.data(), 10);
     return giveInteger(pi64, d, w[1], w[0], status);
@@ -1589,8 +1577,8 @@ double floorPositive(double x)
 
 // 2^i modulo 100, for i = 0 to 21; from 2 on it returns every 20 powers.
 constexpr auto powerResidues = [] {
-    std::array<unsigned, 22> residues {1};
-    for (std::size_t i = 1; i < residues.size(); ++i)
+    Array<unsigned, 22> residues {1};
+    for (int i = 1; i < residues.size(); ++i)
         residues[i] = residues[i - 1] * 2 % 100;
     return residues;
 }();
@@ -1604,8 +1592,7 @@ unsigned residue(double x)
     const auto mantissa = (bits & 0xFFFFFFFFFFFFF) | 0x10000000000000;
     const int exponent = static_cast<int>(bits >> (mantissaBits - 1)) - 1022 - mantissaBits;
     const int index = exponent < 2 ? exponent : 2 + (exponent - 2) % 20;
-    return static_cast<unsigned>(mantissa % 100) * powerResidues[static_cast<std::size_t>(index)]
-        % 100;
+    return static_cast<unsigned>(mantissa % 100) * powerResidues[index] % 100;
 }
 
 // Takes the lowest digits (base 10 or 100) off x >= 2^53 in double arithmetic. Integers do
@@ -1638,7 +1625,7 @@ bool putPairs(BYTE *bcd, Layout t, Words<2> pairs)
 }
 
 // From 2^53 on the double arithmetic may round, below it is the same as that of integers.
-[[gnu::noinline]] bool putLargeDouble(BYTE *bcd, Layout t, double x)
+DECIMAL_NOINLINE bool putLargeDouble(BYTE *bcd, Layout t, double x)
 {
     bool half = (t.nfrac & 1) != 0; // the last byte holds one digit
     while (x >= doubleExact && t.ball > 0) {
@@ -1747,12 +1734,12 @@ constexpr int mostShortText = 64;
 constexpr int chunkDigits = 8;
 
 // 8 (W - 1) < n <= 8 W characters, each less '0' if it is a digit.
-template<int W> [[gnu::always_inline]] inline Words<W> loadDigits(const char *text, int n)
+template<int W> DECIMAL_INLINE Words<W> loadDigits(const char *text, int n)
 {
     constexpr Word zeros = eachByte * '0';
     const auto *const p = reinterpret_cast<const BYTE *>(text);
     Words<W> w;
-    repeat<W - 1>([&](int j) __attribute__((always_inline)) {
+    repeat<W - 1>([&](int j) DECIMAL_INLINE_LAMBDA {
         w[j] = load<Word>(p + n - chunkDigits * (j + 1)) ^ zeros;
     });
     const int rest = n - chunkDigits * (W - 1);
@@ -1769,18 +1756,18 @@ template<int W> [[gnu::always_inline]] inline Words<W> loadDigits(const char *te
 // pairs are aligned on the point. The mark as a long number, less 1, is a mask of what is
 // behind.
 template<int W>
-[[gnu::always_inline]] inline Words<W> joinDigits(const Words<W> &w, const Words<W> &mark, bool odd)
+DECIMAL_INLINE Words<W> joinDigits(const Words<W> &w, const Words<W> &mark, bool odd)
 {
     Words<W> behind;
     Words<W> front;
     Word borrow = 1;
-    repeat<W>([&](int j) __attribute__((always_inline)) {
+    repeat<W>([&](int j) DECIMAL_INLINE_LAMBDA {
         behind[j] = w[j] & (mark[j] - borrow);
         front[j] = w[j] & ~((mark[j] << 8) - borrow);
         borrow &= Word {mark[j] == 0};
     });
     Words<W> joined;
-    repeat<W>([&](int j) __attribute__((always_inline)) {
+    repeat<W>([&](int j) DECIMAL_INLINE_LAMBDA {
         if (odd)
             joined[j] = front[j] | behind[j] << 8 | (j > 0 ? behind[j - 1] >> 56 : 0);
         else
@@ -1790,16 +1777,15 @@ template<int W>
 }
 
 // Whether all bytes are 0 to 9: above, adding 0x76 sets bit 7, or it is set already.
-template<int W> [[gnu::always_inline]] inline bool areDigits(const Words<W> &w)
+template<int W> DECIMAL_INLINE bool areDigits(const Words<W> &w)
 {
     Word tops = 0;
-    repeat<W>([&](int j)
-                  __attribute__((always_inline)) { tops |= w[j] | (w[j] + eachByte * 0x76); });
+    repeat<W>([&](int j) DECIMAL_INLINE_LAMBDA { tops |= w[j] | (w[j] + eachByte * 0x76); });
     return (tops & eachByte * 0x80) == 0;
 }
 
 // Eight digits as four pairs.
-[[gnu::always_inline]] inline Word packChunk(Word digits)
+DECIMAL_INLINE Word packChunk(Word digits)
 {
     const Word pairs = (digits + (digits >> 8) * 10) & 0x00FF00FF00FF00FF;
     const Word halves = (pairs | pairs >> 8) & 0x0000FFFF0000FFFF;
@@ -1807,7 +1793,7 @@ template<int W> [[gnu::always_inline]] inline bool areDigits(const Words<W> &w)
 }
 
 // Digits from the first that is not 0 to the end; the pairs are not all zero.
-template<int N> [[gnu::always_inline]] inline int significantDigits(const Words<N> &pairs)
+template<int N> DECIMAL_INLINE int significantDigits(const Words<N> &pairs)
 {
     Word top = pairs[0];
     int below = 0;
@@ -1828,8 +1814,7 @@ struct Target
 };
 
 // The same rules as for any other text, with the place of the first digit.
-template<int N>
-[[gnu::always_inline]] inline UINT32 putPairs(Target to, const Words<N> &pairs, int nfrac)
+template<int N> DECIMAL_INLINE UINT32 putPairs(Target to, const Words<N> &pairs, int nfrac)
 {
     const BCDIIType given = *to.type;
     const Layout d(static_cast<std::int8_t>(given >> 8), nfrac);
@@ -1851,12 +1836,12 @@ template<int N>
 constexpr UINT32 notTaken = ~UINT32 {0};
 
 // Takes digits with at most one separator, and anything but zero.
-template<int W> [[gnu::always_inline]] inline UINT32 putDigits(Target to, const char *text, int n)
+template<int W> DECIMAL_INLINE UINT32 putDigits(Target to, const char *text, int n)
 {
     Words<W> digits = loadDigits<W>(text, n);
     Words<W> marks;
     Word places = 0; // bit j of byte i for byte i of word j
-    repeat<W>([&](int j) __attribute__((always_inline)) {
+    repeat<W>([&](int j) DECIMAL_INLINE_LAMBDA {
         marks[j] = digits[j] >> 4 & eachByte; // in separators, not in digits
         places |= marks[j] << j;
     });
@@ -1872,7 +1857,7 @@ template<int W> [[gnu::always_inline]] inline UINT32 putDigits(Target to, const 
     if (!areDigits<W>(digits)) // a second separator is none
         return notTaken;
     Words<(W + 1) / 2> pairs {};
-    repeat<W>([&](int j) __attribute__((always_inline)) {
+    repeat<W>([&](int j) DECIMAL_INLINE_LAMBDA {
         pairs[j / 2] |= packChunk(digits[j]) << (32 * (j % 2));
     });
     if (anyOf<(W + 1) / 2>(pairs) == 0)
@@ -1922,7 +1907,7 @@ UINT32 putFound(Target to, const Found &found)
 {
     const Layout d(*to.type);
     const int nint = static_cast<int>(found.nint);
-    std::array<BYTE, parseBuffer> pairs;
+    Array<BYTE, parseBuffer> pairs;
     const bool odd = (nint & 1) != 0;
     BYTE *next = packDigits(pairs.data(), found.integer, std::max(nint, 0), odd);
     packDigits(next, found.fraction, d.nfrac + std::min(nint, 0), nint < 0 && odd);
@@ -1937,7 +1922,7 @@ UINT32 putText(Target to, const char *text)
     const Layout given(*to.type);
     const Found found = findNumber(text);
     if (!found.anyDigit)
-        return putNan(to.dst, given, Invalid | NoResult);
+        return putNan(to.dst, Invalid | NoResult);
     if (!found.anySignificant)
         return putZero(to.dst, given);
     const auto length = static_cast<std::size_t>(found.end - found.integer);
@@ -1946,16 +1931,16 @@ UINT32 putText(Target to, const char *text)
         return status;
     if (((found.nint + 1) >> 1) + ((found.nfrac + 1) >> 1) > parseBuffer
         || found.nfrac > mostFractionDigits)
-        return putNan(to.dst, given, Invalid | NoResult);
+        return putNan(to.dst, Invalid | NoResult);
     if (found.nint > given.nint)
-        return putNan(to.dst, given, NoResult | Overflow);
+        return putNan(to.dst, NoResult | Overflow);
 
     *to.type = (*to.type & 0xFF00) | static_cast<BYTE>(found.nfrac);
     return putFound(to, found);
 }
 
 constexpr auto pairTexts = [] {
-    std::array<char, 256> texts {};
+    Array<char, 256> texts {};
     for (int pair = 0; pair < 128; ++pair) {
         texts[2 * pair] = static_cast<char>('0' + pair / 10 % 10);
         texts[2 * pair + 1] = static_cast<char>('0' + pair % 10);
@@ -2019,7 +2004,7 @@ constexpr int textTail = mostDigits + 8;             // NULs that may follow the
 constexpr int textBuffer = pointPlace + 1 + mostDigits + textTail;
 
 // Four pairs as eight digits; 103 / 2^10 is 1 / 10 for them.
-[[gnu::always_inline]] inline Word unpackChunk(Word pairs)
+DECIMAL_INLINE Word unpackChunk(Word pairs)
 {
     const Word halves = (pairs | pairs << 16) & 0x0000FFFF0000FFFF;
     const Word spread = (halves | halves << 8) & 0x00FF00FF00FF00FF;
@@ -2069,9 +2054,8 @@ public:
     const char *finish(int nfrac, bool negative)
     {
         *m_point = nfrac > 0 ? '.' : '\0';
-        repeat<textTail / 8>([&](int j) __attribute__((always_inline)) {
-            store<Word>(m_point + 1 + nfrac + 8 * j, 0);
-        });
+        repeat<textTail / 8>(
+            [&](int j) DECIMAL_INLINE_LAMBDA { store<Word>(m_point + 1 + nfrac + 8 * j, 0); });
         BYTE *const first = m_point - m_integerDigits;
         first[-1] = '-';
         return reinterpret_cast<const char *>(first - int {negative});
@@ -2094,13 +2078,13 @@ private:
 
 // Not inlined: knowing the bounds of the size, compilers copy in place, which is slower
 // here than the C library.
-[[gnu::noinline]] std::string textOf(const char *text, std::size_t size)
+DECIMAL_NOINLINE std::string textOf(const char *text, std::size_t size)
 {
     return {text, size};
 }
 
 // Null for bytes that are not digits.
-const char *putTextShort(std::array<char, textBuffer> &buffer, const BYTE *bcd, Layout t)
+const char *putTextShort(Array<char, textBuffer> &buffer, const BYTE *bcd, Layout t)
 {
     if ((bcd[0] & pairMask) > ((t.nint & 1) != 0 ? 9 : 99))
         return nullptr;
@@ -2216,7 +2200,7 @@ UINT32 BCDIICopy(void *dst_, BCDIIType dstType, const void *src_, BCDIIType srcT
                  BCDIIroundstyle rs)
 {
     if (isNan(bytes(src_)))
-        return putNan(bytes(dst_), Layout(dstType), NanOperand | Invalid | NoResult);
+        return putNan(bytes(dst_), NanOperand | Invalid | NoResult);
     return copyInternal(bytes(dst_), dstType, bytes(src_), srcType, rs);
 }
 
@@ -2245,11 +2229,11 @@ UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, c
 {
     if (isSameType(aType, bType) && isSameType(aType, retType)) {
         const auto index = static_cast<unsigned>(Layout(retType).ball - 1);
-        if (index < sameAdders.size())
+        if (index < unsigned {sameAdders.size()})
             return sameAdders[index](bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
     }
-    if (isNan(bytes(a_)) | isNan(bytes(b_)))
-        return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
+    if (isAnyNan(bytes(a_), bytes(b_)))
+        return putNan(bytes(ret), NanOperand | Invalid | NoResult);
     return addTypes(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
 }
 
@@ -2262,8 +2246,8 @@ UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_)
 UINT32 BCDIIMul(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, const void *b_,
                 BCDIIType bType, BCDIIroundstyle rs)
 {
-    if (isNan(bytes(a_)) | isNan(bytes(b_)))
-        return putNan(bytes(ret), Layout(retType), NanOperand | Invalid | NoResult);
+    if (isAnyNan(bytes(a_), bytes(b_)))
+        return putNan(bytes(ret), NanOperand | Invalid | NoResult);
     return mulInternal(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
 }
 
@@ -2292,9 +2276,8 @@ UINT32 BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, INT64 i64, int fd)
     const Word negative = i64 < 0 ? 1 : 0;
     const UINT64 magnitude = (static_cast<UINT64>(i64) ^ (Word {0} - negative)) + negative;
     const UINT32 status = putInteger(bcd, type, magnitude, fd);
-    // Deliberate: zero and NaN get the sign as well.
-    if (Layout(type).ball > 0)
-        bcd[0] = static_cast<BYTE>(bcd[0] | negative << 7);
+    // Deliberate: zero and NaN get the sign as well, and a type without digits.
+    bcd[0] = static_cast<BYTE>(bcd[0] | negative << 7);
     return status | static_cast<UINT32>(negative) * IsNegative;
 }
 
@@ -2376,7 +2359,7 @@ UINT32 BCDIIGetFromDouble(void *bcd_, double src, BCDIIType type)
     if (std::isinf(x))
         putZero(bcd, t);
     if (std::isinf(x) || !putDouble(bcd, t, x))
-        return putNan(bcd, t, NoResult | Overflow);
+        return putNan(bcd, NoResult | Overflow);
     if (src < 0 && t.ball > 0)
         bcd[0] |= signBit;
     return signStatus(src < 0);
@@ -2417,7 +2400,7 @@ std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
     const auto size = static_cast<std::size_t>(textWidth(t)) + 2;
     if (t.ball >= chunkPairs && t.ball <= windowWords * wordPairs && t.bint() >= 0
         && t.nfrac >= 0) {
-        std::array<char, textBuffer> buffer;
+        Array<char, textBuffer> buffer;
         if (const char *const text = putTextShort(buffer, b, t))
             return textOf(text, size);
     }

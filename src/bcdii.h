@@ -42,9 +42,10 @@
 //!
 //! **What is not checked.** Operands are taken as they are: types are not checked
 //! unless a function says so, and pairs above 99 behind the first byte give
-//! unspecified digits. Nothing is ever written outside the bytes that a type
-//! implies; a type that implies none (nall <= 0) has nothing written. Byte 0 of
-//! an operand is always read.
+//! unspecified digits. Byte 0 of an operand is always read, and every destination
+//! has room for one byte at least: that of a type without digits (nall <= 0) becomes
+//! 101 when the result is NaN. Beyond that nothing is ever written outside the bytes
+//! that a type implies.
 
 using BYTE = std::uint8_t;
 using UINT16 = std::uint16_t;

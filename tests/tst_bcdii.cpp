@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "allocations.h"
 #include "bcdii.h"
 #include "bcdiioracle.h"
 #include "bcdiivalue.h"
@@ -14,30 +15,6 @@
 #include <cstdlib>
 #include <new>
 #include <random>
-
-namespace {
-
-std::size_t allocations = 0;
-
-} // namespace
-
-void *operator new(std::size_t size)
-{
-    ++allocations;
-    if (void *p = std::malloc(size > 0 ? size : 1))
-        return p;
-    throw std::bad_alloc();
-}
-
-void operator delete(void *p) noexcept
-{
-    std::free(p);
-}
-
-void operator delete(void *p, std::size_t) noexcept
-{
-    std::free(p);
-}
 
 namespace {
 
@@ -112,8 +89,7 @@ public:
         if (!expected.nan)
             return holds(expected.bytes);
         std::vector<BYTE> bytes = before;
-        if (!bytes.empty())
-            bytes[0] = 101;
+        bytes[0] = 101;
         return holds(bytes);
     }
 
@@ -323,6 +299,8 @@ private Q_SLOTS:
     void formatExamples_data();
     void formatExamples();
     void headerForms();
+    void typesWithoutDigits_data();
+    void typesWithoutDigits();
     void invalidDestinations();
     void shortCopiesExhaustively();
     void shortSumsExhaustively();
@@ -1017,7 +995,109 @@ void tst_Bcdii::headerForms()
     QCOMPARE(std::string(BCDII2StringSequence(r).c_str()), std::string("99999.9"));
 }
 
-// A type without bytes has nothing written, and no type is written beyond its bytes.
+namespace {
+
+// What a function does with a destination of some type.
+struct Write
+{
+    const char *name;
+    UINT32 (*run)(void *dst, BCDIIType type);
+    UINT32 status;
+};
+
+const BYTE oneValue[] = {1};
+const BYTE nanValueOf1[] = {101};
+const BYTE zeroValue[] = {0};
+
+const Write nanWrites[] = {
+    {"copy NaN",
+     [](void *d, BCDIIType t) { return BCDIICopy(d, t, nanValueOf1, 0x0100, BCDII_ROUND_UP); },
+     176},
+    {"copy", [](void *d, BCDIIType t) { return BCDIICopy(d, t, oneValue, 0x0100, BCDII_ROUND_UP); },
+     17},
+    {"add NaN",
+     [](void *d, BCDIIType t) {
+         return BCDIIAdd(d, t, oneValue, 0x0100, nanValueOf1, 0x0100, BCDII_ROUND_UP);
+     },
+     176},
+    {"add",
+     [](void *d, BCDIIType t) {
+         return BCDIIAdd(d, t, oneValue, 0x0100, oneValue, 0x0200, BCDII_ROUND_UP);
+     },
+     17},
+    {"multiply NaN",
+     [](void *d, BCDIIType t) {
+         return BCDIIMul(d, t, nanValueOf1, 0x0100, oneValue, 0x0100, BCDII_ROUND_UP);
+     },
+     176},
+    {"multiply",
+     [](void *d, BCDIIType t) {
+         return BCDIIMul(d, t, oneValue, 0x0100, oneValue, 0x0200, BCDII_ROUND_UP);
+     },
+     17},
+    {"from uint64", [](void *d, BCDIIType t) { return BCDIIGetFromUInt64(d, t, 5, 0); }, 17},
+    {"from int64", [](void *d, BCDIIType t) { return BCDIIGetFromInt64(d, t, 5, 0); }, 17},
+    {"from double", [](void *d, BCDIIType t) { return BCDIIGetFromDouble(d, 5.0, t); }, 17},
+    {"from infinity",
+     [](void *d, BCDIIType t) {
+         return BCDIIGetFromDouble(d, std::numeric_limits<double>::infinity(), t);
+     },
+     17},
+    {"from text", [](void *d, BCDIIType t) { return BCDIIFromString(d, t, "5"); }, 17},
+    {"from no number", [](void *d, BCDIIType t) { return BCDIIFromString(d, t, "x"); }, 48},
+};
+
+const Write zeroWrites[] = {
+    {"copy 0", [](void *d, BCDIIType t) { return BCDIICopy(d, t, zeroValue, 0x0100, {}); }, 2},
+    {"add to 0",
+     [](void *d, BCDIIType t) {
+         const BYTE minusOne[] = {0x81};
+         return BCDIIAdd(d, t, oneValue, 0x0100, minusOne, 0x0100, BCDII_ROUND_UP);
+     },
+     2},
+    {"multiply by 0",
+     [](void *d, BCDIIType t) {
+         return BCDIIMul(d, t, oneValue, 0x0100, zeroValue, 0x0100, BCDII_ROUND_UP);
+     },
+     2},
+    {"from 0", [](void *d, BCDIIType t) { return BCDIIGetFromInt64(d, t, 0, 0); }, 2},
+    {"from 0.0", [](void *d, BCDIIType t) { return BCDIIGetFromDouble(d, 0.0, t); }, 2},
+    {"from text 0", [](void *d, BCDIIType t) { return BCDIIFromString(d, t, "0"); }, 2},
+};
+
+const Type digitless[] = {{0, 0}, {0, 1}, {0, 2}, {0, 62}};
+
+} // namespace
+
+void tst_Bcdii::typesWithoutDigits_data()
+{
+    QTest::addColumn<const Write *>("write");
+    QTest::addColumn<BCDIIType>("type");
+    QTest::addColumn<int>("byte");
+    for (Type t : digitless) {
+        for (const Write &write : nanWrites)
+            QTest::addRow("%s into %s", write.name, name(t).c_str()) << &write << t.word() << 101;
+        for (const Write &write : zeroWrites) {
+            QTest::addRow("%s into %s", write.name, name(t).c_str())
+                << &write << t.word() << int {guardByte};
+        }
+    }
+}
+
+// NaN needs one byte whatever the type; zero needs those of its digits.
+void tst_Bcdii::typesWithoutDigits()
+{
+    QFETCH(const Write *, write);
+    QFETCH(BCDIIType, type);
+    QFETCH(int, byte);
+    Guarded memory;
+    BYTE *const bcd = memory.take(1, true);
+    QCOMPARE(write->run(bcd, type), write->status);
+    QCOMPARE(int {bcd[0]}, byte);
+    QVERIFY(memory.isIntact());
+}
+
+// No type is written beyond its bytes.
 void tst_Bcdii::invalidDestinations()
 {
     Random random(1);
@@ -1028,7 +1108,7 @@ void tst_Bcdii::invalidDestinations()
             const Type t {nall, nfrac};
             const BCDIIType word = t.word();
             Guarded memory;
-            BYTE *const bcd = memory.take(t.size(), true);
+            BYTE *const bcd = memory.take(std::max(t.size(), 1), true);
             const BCDIIroundstyle rs = random.roundStyle();
             BCDIICopy(bcd, word, one, 0x0402, rs);
             BCDIICopy(bcd, word, bad, 0x0200, rs);
@@ -1665,7 +1745,7 @@ void tst_Bcdii::noAllocations()
         INT64 integer = 0;
         double real = 0;
         BCDIIType word = d.word();
-        const std::size_t before = allocations;
+        const std::size_t before = allocationCount();
         BCDIIAdd(result, d.word(), a.data(), t.word(), b.data(), d.word(), BCDII_ROUND_NEAREST);
         BCDIIMul(result, d.word(), a.data(), t.word(), b.data(), d.word(), BCDII_ROUND_NEAREST);
         BCDIICopy(result, d.word(), a.data(), t.word(), BCDII_ROUND_NEAREST);
@@ -1679,12 +1759,12 @@ void tst_Bcdii::noAllocations()
         BCDIIInit(&self, t.word());
         BCDIIFromString(&self, "12.5", nullptr);
         BCDIIFromString(result, word, "-1234567.123456789");
-        QCOMPARE(allocations, before);
+        QCOMPARE(allocationCount(), before);
     }
     const BYTE value[32] = {1};
-    const std::size_t before = allocations;
+    const std::size_t before = allocationCount();
     const std::string text = BCDII2StringSequence(value, 0x3F00);
-    QCOMPARE(allocations, before + 1);
+    QCOMPARE(allocationCount(), before + 1);
     QCOMPARE(text.size(), std::size_t(65));
 }
 
