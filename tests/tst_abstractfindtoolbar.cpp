@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "abstractfindtoolbar.h"
+#include "activation.h"
 #include "filterlineedit.h"
 #include "qprogressindicator.h"
 
@@ -81,7 +82,7 @@ struct Window
         window.setCentralWidget(other);
         panel->hide();
         window.show();
-        QApplication::setActiveWindow(&window);
+        activate(&window);
         other->setFocus();
     }
 
@@ -714,7 +715,7 @@ void tst_AbstractFindToolBar::keysInDialog()
     button->setDefault(true);
     connect(button, SIGNAL(clicked()), &dialog, SLOT(accept()));
     dialog.show();
-    QApplication::setActiveWindow(&dialog);
+    activate(&dialog);
     panel->openFind();
     QTest::keyClick(panel->field(), Qt::Key(key));
     QVERIFY(dialog.isVisible());
@@ -765,4 +766,5 @@ void tst_AbstractFindToolBar::clicks()
 }
 
 QTEST_MAIN(tst_AbstractFindToolBar)
+
 #include "tst_abstractfindtoolbar.moc"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "itemdelegate.h"
+#include "scaled.h"
 
 #include <QApplication>
 #include <QBitmap>
@@ -17,8 +18,6 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolTip>
-
-#include <cmath>
 
 namespace {
 
@@ -136,27 +135,6 @@ public:
 
     mutable QStringList m_messages;
     mutable QList<QPoint> m_positions;
-};
-
-//! A widget on a screen of any ratio.
-class ScaledWidget : public QWidget
-{
-public:
-    explicit ScaledWidget(double ratio)
-        : m_ratio(ratio)
-    {
-    }
-
-protected:
-    int metric(PaintDeviceMetric metric) const override
-    {
-        if (metric == PdmDevicePixelRatioScaled)
-            return int(std::lround(m_ratio * devicePixelRatioFScale()));
-        return QWidget::metric(metric);
-    }
-
-private:
-    double m_ratio;
 };
 
 //! A style with measures of its own.
@@ -639,7 +617,7 @@ void TestItemDelegate::pictureHasTheDeviceRatio()
     QFETCH(double, ratio);
     QFETCH(QSize, size);
     QFETCH(QSize, expected);
-    const ScaledWidget widget(ratio);
+    const Scaled<QWidget> widget(ratio);
     const ItemDelegate delegate(nullptr);
     Cell cell;
     cell.option.rect.setSize(size);
@@ -653,7 +631,7 @@ void TestItemDelegate::pictureHasTheDeviceRatio()
 
 void TestItemDelegate::ratioIsTheParentsWithoutWidget()
 {
-    ScaledWidget parent(3);
+    Scaled<QWidget> parent(3);
     auto *delegate = new ItemDelegate(nullptr);
     delegate->setParent(&parent);
     const Cell cell;
@@ -1013,7 +991,7 @@ void TestItemDelegate::fontsArePaintedAsThePlainWayDoes()
 {
     QFETCH(QFont, font);
     QFETCH(double, ratio);
-    const ScaledWidget widget(ratio);
+    const Scaled<QWidget> widget(ratio);
     const ItemDelegate delegate(nullptr);
     for (const QString &text :
          {QStringLiteral("Avatar fj 12.5"), QStringLiteral("longer than the cell is wide, always"),

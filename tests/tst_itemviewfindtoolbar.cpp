@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "abstractitemviewfind.h"
+#include "activation.h"
 #include "filterlineedit.h"
 #include "itemviewfindtoolbar.h"
 #include "qprogressindicator.h"
@@ -49,7 +50,7 @@ struct Window
         panel->hide();
         window.resize(500, 300);
         window.show();
-        QApplication::setActiveWindow(&window);
+        activate(&window);
         panel->openFind();
     }
     FilterLineEdit *field() const { return panel->findChild<FilterLineEdit *>(); }
@@ -324,4 +325,5 @@ void tst_ItemViewFindToolBar::searchFromOutsideDuringSearch()
 }
 
 QTEST_MAIN(tst_ItemViewFindToolBar)
+
 #include "tst_itemviewfindtoolbar.moc"

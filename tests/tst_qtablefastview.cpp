@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "qtablefastview.h"
+#include "scaled.h"
 
 #include <QAbstractItemModelTester>
 #include <QBackingStore>
@@ -1372,20 +1373,8 @@ void TestQTableFastView::editorGetsFocusFrame()
 // Device pixels are held against logical ones: nothing is reused, nothing is blurred.
 void TestQTableFastView::otherRatiosPaintAnew()
 {
-    class Fine : public View
-    {
-    public:
-        using View::View;
-
-    protected:
-        int metric(PaintDeviceMetric metric) const override
-        {
-            return metric == PdmDevicePixelRatioScaled ? int(2 * devicePixelRatioFScale())
-                                                       : View::metric(metric);
-        }
-    };
     BigModel model(5);
-    Fine view(&model);
+    Scaled<View> view(2, &model);
     view.setPaintBufferEnabled(true);
     view.showWith(200, 100);
     QCOMPARE(view.recorder.optionOf(0, 0).rect, QRect(0, 0, 60, rowHeight));

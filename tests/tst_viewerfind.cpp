@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "activation.h"
 #include "feedwindow.h"
 #include "filewindow.h"
 #include "framestatistics.h"
@@ -128,7 +129,7 @@ std::unique_ptr<FileWindow> tst_ViewerFind::openFile(const QByteArray &text)
     append(text);
     auto window = std::make_unique<FileWindow>(m_path, FormatRequest(), &m_statistics);
     window->show();
-    QApplication::setActiveWindow(window.get());
+    activate(window.get());
     [&] {
         QTRY_COMPARE(window->model()->activity(), TextFileModel::Activity::Following);
         QTRY_COMPARE(window->model()->indexedBytes(), quint64(text.size()));
@@ -496,7 +497,7 @@ void tst_ViewerFind::feedGoesOnWhileFiltered()
 {
     FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
     window.show();
-    QApplication::setActiveWindow(&window);
+    activate(&window);
     window.openFind();
     const QString trade =
         window.model()->index(500, FeedModel::NumberColumn).data().toString().right(4);
@@ -525,7 +526,7 @@ void tst_ViewerFind::foundRowStaysInSight()
     QFETCH(FeedModel::NewRows, newRows);
     FeedWindow window(0, newRows, &m_statistics);
     window.show();
-    QApplication::setActiveWindow(&window);
+    activate(&window);
     QCoreApplication::processEvents();
     QVERIFY(window.isFollowing());
     const bool isAtTop = newRows == FeedModel::NewRows::AtTop;
@@ -571,7 +572,7 @@ void tst_ViewerFind::searchIsStopped()
 
     FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
     window.show();
-    QApplication::setActiveWindow(&window);
+    activate(&window);
     window.openFind();
     fieldOf(window)->setText(QStringLiteral("nothing"));
     bool wasBusy = false;
@@ -610,7 +611,7 @@ void tst_ViewerFind::searchIsNotBegunTwice()
     QFETCH(bool, filters);
     FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
     window.show();
-    QApplication::setActiveWindow(&window);
+    activate(&window);
     window.openFind();
     fieldOf(window)->setText(QStringLiteral("nothing"));
     window.table()->setFocus();
@@ -665,7 +666,7 @@ void tst_ViewerFind::windowsSearchWithinEachOther()
     auto outer = std::make_unique<FeedWindow>(0, FeedModel::NewRows::AtTop, &m_statistics);
     FeedWindow inner(0, FeedModel::NewRows::AtTop, &m_statistics);
     const auto search = [&](FeedWindow *window) {
-        QApplication::setActiveWindow(window);
+        window->activateWindow(); // no wait: the timers below must fire in the search
         window->openFind();
         fieldOf(*window)->setText(QStringLiteral("nothing"));
         if (filters)
