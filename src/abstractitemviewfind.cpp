@@ -24,20 +24,21 @@
 #include <typeinfo>
 #include <vector>
 
-namespace {
+// Named, since a class with linkage has members of these types.
+namespace FindTexts {
 
 constexpr qint64 s_eventInterval = 39; // ms that have to be exceeded
 constexpr QChar s_lineSeparator(0x2028);
 constexpr int s_mostColumns = 1024; // whose delegates are remembered
 
-bool isNumber(int type)
+static bool isNumber(int type)
 {
     return type == QMetaType::Int || type == QMetaType::UInt || type == QMetaType::LongLong
         || type == QMetaType::ULongLong || type == QMetaType::Double;
 }
 
 //! Whether displayText() is that of one of these classes and no other.
-bool isWellKnown(const QStyledItemDelegate &delegate)
+static bool isWellKnown(const QStyledItemDelegate &delegate)
 {
     const std::type_info &type = typeid(delegate);
     return type == typeid(QStyledItemDelegate) || type == typeid(StyledItemDelegate)
@@ -179,7 +180,9 @@ struct Needles
     bool hasBreak; //!< delegates show a line break as another character
 };
 
-} // namespace
+} // namespace FindTexts
+
+using namespace FindTexts;
 
 /*!
  * \brief One search: the row where it is, and what it has asked of the view.

@@ -631,7 +631,7 @@ template<int N> DECIMAL_INLINE bool isLess(const Words<N> &a, const Words<N> &b)
         const int low = 2 * j + N % 2;
         const Wide x(a[low + 1], a[low]);
         const Wide y(b[low + 1], b[low]);
-        less = (x < y) | ((x == y) & less);
+        less = (int {x < y} | (int {x == y} & int {less})) != 0;
     });
     return less;
 }

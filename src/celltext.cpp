@@ -202,7 +202,7 @@ void Line::draw(const QRect &rect, Qt::Alignment alignment, const QString &text)
     const Qt::Alignment plain = Qt::AlignLeft | Qt::AlignRight | Qt::AlignHCenter | Qt::AlignTop
         | Qt::AlignBottom | Qt::AlignVCenter | Qt::AlignAbsolute;
     if ((alignment & ~plain) || !canShape(text)) {
-        m_painter->drawText(rect, alignment.toInt(), text);
+        m_painter->drawText(rect, int(alignment), text);
         return;
     }
     drawShaped(rect, alignment, text == m_layout.text() ? m_layout.lineAt(0) : shape(text));

@@ -138,7 +138,9 @@ private:
     void updateMargins();
     void updateButtonPositions();
 
+    VANTIX_HIDES_FIELD_BEGIN
     FancyLineEditPrivate *d_ptr; //!< private data, a child of the edit
+    VANTIX_HIDES_FIELD_END
 };
 
 #endif // FANCYLINEEDIT_H

@@ -297,7 +297,9 @@ protected:
     bool m_geometryRecursionBlock = false;           //!< updateGeometries() runs
     int m_itemHeight = 0;                            //!< height of every row, logical pixels
     QPersistentModelIndex hover;                     //!< hovered index
+    VANTIX_HIDES_FIELD_BEGIN
     QTableFastViewPrivate *d_ptr; //!< private data, owned; see private/qtablefastview_p.h
+    VANTIX_HIDES_FIELD_END
     mutable QPair<int, int> leftAndRight {0, 0}; //!< visual columns being painted
     bool currentFirst = false;                   //!< the current index keeps to the first row
     bool currentLast = false;                    //!< the current index keeps to the last row

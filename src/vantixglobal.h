@@ -17,4 +17,16 @@
 #define VANTIX_EXPORT __attribute__((visibility("default")))
 #endif
 
+//! \def VANTIX_HIDES_FIELD_BEGIN
+//! Stands before a member that has the name of a base class's on purpose, and
+//! VANTIX_HIDES_FIELD_END behind it.
+#if defined(__clang__)
+#define VANTIX_HIDES_FIELD_BEGIN                                                                   \
+    _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wshadow-field\"")
+#define VANTIX_HIDES_FIELD_END _Pragma("clang diagnostic pop")
+#else
+#define VANTIX_HIDES_FIELD_BEGIN
+#define VANTIX_HIDES_FIELD_END
+#endif
+
 #endif // VANTIXGLOBAL_H

@@ -510,10 +510,10 @@ void tst_AbstractFindToolBar::throwingSearch()
     Panel panel;
     panel.openFind();
     panel.during = [] { throw std::runtime_error("no"); };
-    QVERIFY_EXCEPTION_THROWN(panel.findNext(), std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error, panel.findNext());
     QVERIFY(!panel.indicator()->isAnimated());
     QVERIFY(panel.button("findNextButton")->isEnabled());
-    QVERIFY_EXCEPTION_THROWN(panel.filter(), std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error, panel.filter());
     QVERIFY(panel.button("filterButton")->isEnabled());
 }
 

@@ -1414,10 +1414,11 @@ void tst_Bcdii::productsOfTooWideTypes()
         const std::vector<BYTE> a = random.value(t);
         const std::vector<BYTE> b = random.value(t);
         // The digits behind leading zeros, with the sign in front.
-        std::vector<BYTE> widened(wide.size() - t.size(), 0);
+        const auto zeros = std::size_t(wide.size() - t.size());
+        std::vector<BYTE> widened(zeros, 0);
         widened.insert(widened.end(), b.begin(), b.end());
         const BYTE sign = BYTE(b.front() & 0x80);
-        widened[wide.size() - t.size()] ^= sign;
+        widened[zeros] ^= sign;
         widened.front() |= sign;
 
         BYTE narrow[40] = {};

@@ -126,7 +126,7 @@ public:
             plain.fill(direction, m_font, [&](QPainter *painter) {
                 painter->setPen(Qt::black);
                 painter->drawText(
-                    inner, alignment.toInt(),
+                    inner, int(alignment),
                     painter->fontMetrics().elidedText(m_text, Qt::ElideRight, inner.width()));
             });
             ++m_compared;
@@ -151,7 +151,7 @@ private:
                       .arg(m_font.pointSizeF())
                       .arg(m_option.rect.width())
                       .arg(m_option.rect.height())
-                      .arg(alignment.toInt(), 0, 16)
+                      .arg(int(alignment), 0, 16)
                       .arg(m_ratio)
                       .arg(direction == Qt::RightToLeft ? "right to left" : "left to right")
                       .toUtf8();

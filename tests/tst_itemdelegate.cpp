@@ -1643,8 +1643,8 @@ void TestItemDelegate::otherExceptionsPass()
     RefusingModel model(1, 1);
     model.m_thrown = 7;
     QWidget editor;
-    QVERIFY_EXCEPTION_THROWN(
-        delegate.commitModelData(&editor, &model, model.index(0, 0), 5, Qt::EditRole), int);
+    QVERIFY_THROWS_EXCEPTION(
+        int, delegate.commitModelData(&editor, &model, model.index(0, 0), 5, Qt::EditRole));
     runQueuedCalls();
     QCOMPARE(delegate.m_messages, QStringList());
 }

@@ -107,7 +107,11 @@ bool isNumber(const QString &field)
     const QStringView text = QStringView(field).trimmed();
     if (text.isEmpty() || text.size() > s_longestNumber || text.front() > u'9')
         return false;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    return number.matchView(text).hasMatch();
+#else
     return number.match(text).hasMatch();
+#endif
 }
 
 TextFormat detectFormat(const QStringList &lines, const FormatRequest &request)

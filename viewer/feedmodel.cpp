@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QTimeZone>
 
 #include <algorithm>
 #include <array>
@@ -170,7 +171,7 @@ QString FeedModel::text(const Trade &trade, qint64 number, int column) const
     case NumberColumn:
         return QString::number(number + 1);
     case TimeColumn:
-        return QDateTime::fromMSecsSinceEpoch(trade.time, Qt::UTC)
+        return QDateTime::fromMSecsSinceEpoch(trade.time, QTimeZone::utc())
             .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
     case SymbolColumn:
         return QString::fromLatin1(s_symbols[std::size_t(trade.symbol)]);
