@@ -7,6 +7,7 @@
 #include "instructioncount.h"
 #include "itemdelegate.h"
 #include "ratioreporter.h"
+#include "scaled.h"
 
 #include <QAbstractTableModel>
 #include <QApplication>
@@ -20,7 +21,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cmath>
 #include <functional>
 #include <memory>
 
@@ -71,27 +71,6 @@ private:
     int m_first = 1000000;
 };
 
-//! A widget on a screen of any ratio.
-class ScaledWidget : public QWidget
-{
-public:
-    explicit ScaledWidget(double ratio)
-        : m_ratio(ratio)
-    {
-    }
-
-protected:
-    int metric(PaintDeviceMetric metric) const override
-    {
-        if (metric == PdmDevicePixelRatioScaled)
-            return int(std::lround(m_ratio * devicePixelRatioFScale()));
-        return QWidget::metric(metric);
-    }
-
-private:
-    double m_ratio;
-};
-
 //! A screen of cells of one look.
 class Screen
 {
@@ -127,7 +106,7 @@ public:
     }
 
     ScreenModel model;
-    ScaledWidget widget;
+    Scaled<QWidget> widget;
     QStyleOptionViewItem option;
 
 private:

@@ -7,6 +7,19 @@
 #include <cstdio>
 #include <limits>
 
+namespace {
+
+//! Google Benchmark 1.8 renamed the member.
+template<typename Run> bool isFailed(const Run &run)
+{
+    if constexpr (requires { run.error_occurred; })
+        return run.error_occurred;
+    else
+        return bool(run.skipped);
+}
+
+} // namespace
+
 double RatioReporter::valueOf(const Run &run) const
 {
     const auto heap = run.counters.find("heap_bytes");
@@ -23,7 +36,7 @@ void RatioReporter::ReportRuns(const std::vector<Run> &reports)
     if (!m_perItem) // else there are too many to read
         ConsoleReporter::ReportRuns(reports);
     for (const Run &run : reports) {
-        if (run.error_occurred || run.run_type == Run::RT_Aggregate)
+        if (isFailed(run) || run.run_type == Run::RT_Aggregate)
             continue;
         const std::string name = run.run_name.function_name;
         const size_t cut = name.rfind('/');
