@@ -76,7 +76,7 @@ void FileWindow::createStatusBar()
     m_activityLabel = new QLabel(tr("Opening…"), this);
     m_progress = new QProgressBar(this);
     m_progress->setRange(0, s_progressSteps);
-    m_progress->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
+    m_progress->setMaximumWidth(fontMetrics().horizontalAdvance(u'x') * 24);
     m_progress->hide();
     m_stopButton = new QToolButton(this);
     m_stopButton->setDefaultAction(m_stopAction);

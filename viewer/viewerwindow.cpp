@@ -86,7 +86,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
         if (isFollowing())
             m_pinTimer.start(0);
     });
-    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 40);
+    resize(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 40);
 }
 
 void ViewerWindow::createActions()
