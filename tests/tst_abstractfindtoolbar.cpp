@@ -5,6 +5,7 @@
 #include "activation.h"
 #include "filterlineedit.h"
 #include "qprogressindicator.h"
+#include "scalablefont.h"
 
 #include <QAction>
 #include <QApplication>
@@ -376,10 +377,9 @@ void tst_AbstractFindToolBar::indicatorFollowsPalette()
 void tst_AbstractFindToolBar::labelFollowsFont()
 {
     Panel panel;
-    QFont font = panel.font();
-    font.setPixelSize(40);
+    panel.setFont(scalableFont(12));
     const int before = panel.label()->width();
-    panel.setFont(font);
+    panel.setFont(scalableFont(40));
     const int needed =
         QFontMetrics(panel.label()->font()).horizontalAdvance(QStringLiteral("Not found"));
     QVERIFY(needed > before);

@@ -120,19 +120,23 @@ public:
         const QRect inner = m_option.rect.adjusted(m_margin, 0, -m_margin, 0);
         for (Qt::Alignment alignment : alignments()) {
             m_option.displayAlignment = alignment;
-            ours.fill(direction, m_font, [&](QPainter *painter) {
-                m_delegate.drawCustomText(painter, m_option, m_text);
-            });
-            plain.fill(direction, m_font, [&](QPainter *painter) {
-                painter->setPen(Qt::black);
-                painter->drawText(
-                    inner, int(alignment),
-                    painter->fontMetrics().elidedText(m_text, Qt::ElideRight, inner.width()));
-            });
+            const auto draw = [&] {
+                plain.fill(direction, m_font, [&](QPainter *painter) {
+                    painter->setPen(Qt::black);
+                    const QString shown =
+                        painter->fontMetrics().elidedText(m_text, Qt::ElideRight, inner.width());
+                    painter->drawText(inner, int(alignment), shown);
+                });
+                ours.fill(direction, m_font, [&](QPainter *painter) {
+                    m_delegate.drawCustomText(painter, m_option, m_text);
+                });
+                return ours.showsTheSameAs(plain);
+            };
             ++m_compared;
-            m_drawn += plain.isEmpty() ? 0 : 1;
-            if (!ours.showsTheSameAs(plain))
+            // The first pictures of some glyphs differ from the later ones, Qt's own, too.
+            if (!draw() && !draw())
                 notice(direction, alignment);
+            m_drawn += plain.isEmpty() ? 0 : 1;
         }
     }
 

@@ -113,6 +113,10 @@ class TestFancyLineEdit : public QObject
 {
     Q_OBJECT
 
+public:
+    //! Called before the application is made: menus must fit the screen where they open.
+    static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
+
 private slots:
     void describesItself();
     void startsWithoutButtons();

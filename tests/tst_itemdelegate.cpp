@@ -310,6 +310,33 @@ QBrush gradientBrush(const QColor &end)
     return gradient;
 }
 
+//! Whether both ways paint the same. The first pictures of some glyphs differ from the
+//! later ones, Qt's own, too.
+bool isPaintedPlainly(const ItemDelegate &delegate, const Cell &cell, const QString &value,
+                      Qt::LayoutDirection direction = Qt::LeftToRight, double ratio = 1)
+{
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        const QImage plain = plainlyPainted(cell, value, direction, ratio);
+        if (painted(delegate, cell, direction, ratio) == plain)
+            return true;
+        QPixmapCache::clear();
+    }
+    return false;
+}
+
+//! Of the colours beside that of the background: glyphs have blurred edges.
+QColor mostFrequentColor(const QImage &picture, const QColor &background)
+{
+    QMap<QRgb, int> counts;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            ++counts[picture.pixel(x, y)];
+    }
+    counts.remove(background.rgb());
+    const auto most = std::max_element(counts.cbegin(), counts.cend());
+    return most == counts.cend() ? QColor() : QColor(most.key());
+}
+
 void runQueuedCalls()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
@@ -927,9 +954,9 @@ void TestItemDelegate::textIsPaintedAsThePlainWayDoes()
             for (Qt::LayoutDirection direction :
                  {Qt::LeftToRight, Qt::RightToLeft, Qt::LayoutDirectionAuto}) {
                 cell.option.displayAlignment = horizontal | vertical;
-                const QImage image = painted(delegate, cell, direction);
-                QCOMPARE(image, plainlyPainted(cell, text, direction));
-                drawn += image != plainlyPainted(cell, QString(), direction);
+                QVERIFY(isPaintedPlainly(delegate, cell, text, direction));
+                drawn += painted(delegate, cell, direction)
+                    != plainlyPainted(cell, QString(), direction);
             }
         }
     }
@@ -956,7 +983,7 @@ void TestItemDelegate::everyWidthIsPaintedAsThePlainWayDoes()
             for (int width = 1; width < 130; ++width) {
                 cell.option.rect.setWidth(width);
                 cell.option.displayAlignment = alignment | Qt::AlignVCenter;
-                QCOMPARE(painted(delegate, cell, direction), plainlyPainted(cell, text, direction));
+                QVERIFY(isPaintedPlainly(delegate, cell, text, direction));
             }
         }
     }
@@ -1001,8 +1028,7 @@ void TestItemDelegate::fontsArePaintedAsThePlainWayDoes()
         cell.option.font = font;
         for (Qt::Alignment alignment : {Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter}) {
             cell.option.displayAlignment = alignment | Qt::AlignVCenter;
-            QCOMPARE(painted(delegate, cell, Qt::LeftToRight, ratio),
-                     plainlyPainted(cell, text, Qt::LeftToRight, ratio));
+            QVERIFY(isPaintedPlainly(delegate, cell, text, Qt::LeftToRight, ratio));
         }
     }
 }
@@ -1143,9 +1169,10 @@ void TestItemDelegate::textHasItsColor()
                                      QColor(10 + 10 * i, 99, 0));
     }
     cell.option.state = state;
-    const QImage image = painted(*delegate, cell);
-    QCOMPARE(image.pixelColor(cell.option.rect.left() + 30, cell.option.rect.center().y()),
-             expected);
+    const QImage picture = painted(*delegate, cell).copy(cell.option.rect);
+    const QColor background = cell.option.palette.color(
+        isParentEnabled ? QPalette::Active : QPalette::Disabled, QPalette::Base);
+    QCOMPARE(mostFrequentColor(picture, background), expected);
 }
 
 void TestItemDelegate::frameIsTheRightAndBottomLine()

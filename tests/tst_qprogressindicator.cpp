@@ -139,6 +139,10 @@ class TestQProgressIndicator : public QObject
 {
     Q_OBJECT
 
+public:
+    //! Called before the application is made: pictures are held against sizes in pixels.
+    static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
+
 private slots:
     void init();
     void describesItself();

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "scalablefont.h"
 #include "styleditemdelegate.h"
 
 #include <QApplication>
@@ -135,13 +136,13 @@ void TestStyledItemDelegate::measuresAnotherFontAnew()
     const StyledItemDelegate delegate(nullptr);
     QStyleOptionViewItem option;
     option.rect = QRect(0, 0, -1, 10);
+    option.font = scalableFont(12);
     const int small = delegate.sizeHint(option, {}).height();
-    QFont big = option.font;
-    big.setPixelSize(60);
+    const QFont big = scalableFont(60);
     option.font = big;
     QCOMPARE(delegate.sizeHint(option, {}).height(), QFontMetrics(big).height());
     QVERIFY(delegate.sizeHint(option, {}).height() > small);
-    option.font = QFont();
+    option.font = scalableFont(12);
     QCOMPARE(delegate.sizeHint(option, {}).height(), small);
 }
 

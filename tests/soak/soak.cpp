@@ -71,6 +71,7 @@ void report(const Combination &combination, quint64 seed, const QList<int> &step
 
 int main(int argc, char *argv[])
 {
+    qputenv("QT_SCALE_FACTOR", "1");
     QApplication app(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(
