@@ -195,6 +195,13 @@ QString frameExtension(const QStyleOptionViewItem &opt)
     return QLatin1Char('G') + QString::number(current);
 }
 
+//! The margins of a style that has others than Qt's.
+QString marginExtension(int margin)
+{
+    constexpr int usualMargin = 2;
+    return margin == usualMargin ? QString() : QLatin1Char('M') + QString::number(margin);
+}
+
 //! A decoration as an icon that fills \a size if it has no size of its own.
 QIcon iconOf(const QVariant &decoration, const QSize &size, double dpr)
 {
@@ -326,7 +333,8 @@ QString ItemDelegate::cacheKey(const QStyleOptionViewItem &option, double dpr) c
 QString ItemDelegate::keyExtension(const QStyleOptionViewItem &opt, const QModelIndex &index,
                                    Qt::LayoutDirection direction) const
 {
-    QString extension = brushExtension(opt.backgroundBrush);
+    QString extension =
+        brushExtension(opt.backgroundBrush) + marginExtension(marginOf(styleOf(opt)));
     if (m_drawFrame)
         extension += frameExtension(opt);
     if (colorGroup(opt) == QPalette::Disabled)

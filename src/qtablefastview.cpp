@@ -973,6 +973,7 @@ bool QTableFastView::event(QEvent *event)
     case QEvent::StyleChange:
         updateItemHeight();
         adjustViewportMargins();
+        viewport()->update(); // the base class leaves that to others
         break;
     case QEvent::LayoutDirectionChange:
         updateGeometries();

@@ -64,6 +64,8 @@ private:
  * itself for everything that the model, the selection, the header, the style or the
  * view's own properties announce. A delegate whose look depends on anything else
  * must be followed by viewport()->update() after switching the buffer off and on.
+ * setSelectionBehavior() and setTextElideMode() announce nothing: what they change is
+ * seen from the next paint on, of which viewport()->update() makes one.
  * At a device pixel ratio other than 1 cells are painted anew each time.
  *
  * In ScrollPerItem (the default) the vertical bar counts rows: 2,000,000,000 rows
