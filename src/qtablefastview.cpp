@@ -576,18 +576,14 @@ void QTableFastView::updateVScrollBar(int delta)
     QScrollBar *bar = verticalScrollBar();
     const int height = viewport()->height();
     const int n = d_ptr->wholeRows();
-    const int page = d_ptr->isPerPixel() ? height : std::max(n, 1);
-    // A view pinned to the end stays there when its height changes.
-    const bool keepsEnd = page != bar->pageStep() && bar->value() == bar->maximum()
-        && bar->maximum() > bar->minimum();
     {
         const QSignalBlocker quiet(bar);
         bar->setSingleStep(d_ptr->isPerPixel() ? std::max(height / (n + 1), 2) : 1);
-        bar->setPageStep(page);
+        bar->setPageStep(d_ptr->isPerPixel() ? height : std::max(n, 1));
     }
     const qint64 value = qint64(bar->value()) + (d_ptr->isPerPixel() ? 0 : delta);
     bar->setRange(0, d_ptr->verticalMaximum());
-    bar->setValue(keepsEnd ? bar->maximum() : saturated(value));
+    bar->setValue(saturated(value));
     if (d_ptr->shownScrollMode == verticalScrollMode())
         return;
     d_ptr->shownScrollMode = verticalScrollMode(); // the value counts something else now
@@ -626,8 +622,7 @@ void QTableFastViewPrivate::setHorizontalRange(int width, int fit)
     QScrollBar *bar = q_ptr->horizontalScrollBar();
     const QHeaderView *header = q_ptr->m_header;
     if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerItem) {
-        const int first = header->count() - fit;
-        bar->setRange(0, first - hiddenSectionsBefore(first));
+        bar->setRange(0, header->count() - fit);
         bar->setPageStep(fit);
         bar->setSingleStep(1);
         return;
@@ -638,16 +633,6 @@ void QTableFastViewPrivate::setHorizontalRange(int width, int fit)
     bar->setPageStep(page);
     bar->setRange(0, std::max(length - page, 0));
     bar->setSingleStep(std::max(page / (fit + 1), 2));
-}
-
-//! The horizontal bar counts visible sections only.
-int QTableFastViewPrivate::hiddenSectionsBefore(int visualIndex) const
-{
-    const QHeaderView *header = q_ptr->m_header;
-    int hidden = 0;
-    for (int visual = 0; header->sectionsHidden() && visual < visualIndex; ++visual)
-        hidden += header->isSectionHidden(header->logicalIndex(visual));
-    return hidden;
 }
 
 //! Sets the vertical range without a word to anybody. The value must lie within
@@ -705,7 +690,11 @@ void QTableFastView::scrollTo(const QModelIndex &index, ScrollHint hint)
 {
     if (!index.isValid() || index.model() != m_model || !m_header)
         return;
-    if (!d_ptr->isPerPixel() || columnWidth(index.column()) > 0)
+    const QRect cell(columnViewportPosition(index.column()), coordinateForItem(index.row()),
+                     columnWidth(index.column()), m_itemHeight);
+    if (d_ptr->isPerPixel() && hint == EnsureVisible && viewport()->rect().contains(cell))
+        viewport()->update(cell);
+    else if (!d_ptr->isPerPixel() || !cell.isEmpty())
         verticalScrollBar()->setValue(saturated(d_ptr->verticalValueFor(index.row(), hint)));
 
     const int width = viewport()->width();
@@ -760,10 +749,8 @@ qint64 QTableFastViewPrivate::verticalValueFor(int row, int hint)
     }
     if (top < 0)
         return value + top;
-    if (bottom < viewportHeight) {
-        updateRowStrip(row);
+    if (bottom < viewportHeight)
         return value;
-    }
     if (height < viewportHeight)
         return value + bottom - viewportHeight;
     return height > viewportHeight ? value + top : value;
@@ -828,9 +815,13 @@ int QTableFastViewPrivate::applyHorizontalValue()
     QHeaderView *header = q_ptr->m_header;
     const QScrollBar *bar = q_ptr->horizontalScrollBar();
     const int oldOffset = header->offset();
+    // The range counts hidden sections, too, but positions are those of visible ones.
+    const int visible = header->count() - header->hiddenSectionCount();
     if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerPixel)
         header->setOffset(bar->value());
-    else if (bar->value() == bar->maximum())
+    else if (bar->value() == 0)
+        header->setOffset(0);
+    else if (bar->value() == bar->maximum() || bar->value() >= visible)
         header->setOffsetToLastSection();
     else
         header->setOffsetToSectionPosition(bar->value());
@@ -2078,7 +2069,9 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
         return;
     }
     d_ptr->moveCachedRows(sourceStart, sourceEnd, destinationRow);
-    if (sourceStart != destinationRow && d_ptr->topRow() <= std::max(sourceEnd, destinationRow)) {
+    const bool isSeen = d_ptr->topRow() <= std::max(sourceEnd, destinationRow)
+        && d_ptr->lastSeenRow() >= std::min(sourceStart, destinationRow);
+    if (sourceStart != destinationRow && isSeen) {
         const int shift = d_ptr->valueShiftForMove(sourceStart, sourceEnd, destinationRow);
         if (shift != 0)
             d_ptr->moveRowsQuietly(shift);
@@ -2098,8 +2091,6 @@ int QTableFastViewPrivate::valueShiftForMove(int start, int end, int row) const
 {
     const int count = end - start + 1;
     const int top = topRow();
-    if (lastSeenRow() < std::min(start, row))
-        return 0;
     if (top >= start && top <= end)
         return start < row ? count : -count;
     if (top < start && top >= row)

@@ -129,7 +129,6 @@ public:
     void moveQuietly(qint64 value);
     void moveRowsQuietly(qint64 count);
     void scrollToHorizontalOffset(int offset);
-    int hiddenSectionsBefore(int visualIndex) const;
     int applyHorizontalValue();
     void setHorizontalRange(int width, int fit);
     int scrolledRowPixels(int dy) const;

@@ -206,6 +206,7 @@ public:
     }
     QScrollBar *bar() const { return verticalScrollBar(); }
     int paintEvents = 0;
+    QList<QRegion> regions; //!< of the paint events
 
     using QTableFastView::atRegion;
     using QTableFastView::coordinateForItem;
@@ -253,6 +254,7 @@ protected:
     void paintEvent(QPaintEvent *event) override
     {
         ++paintEvents;
+        regions.append(event->region());
         QTableFastView::paintEvent(event);
     }
 };
@@ -298,6 +300,7 @@ private slots:
     void scrollToInRows();
     void scrollToInPixels_data();
     void scrollToInPixels();
+    void scrollToSeenCellRepaintsIt();
     void scrollToColumn_data();
     void scrollToColumn();
     void scrollToColumnPerItem();
@@ -307,7 +310,7 @@ private slots:
     void headerHasRoomAtOnce();
     void resizeKeepsTheLastRow_data();
     void resizeKeepsTheLastRow();
-    void resizeKeepsTheEnd();
+    void resizeNeedsTheLastRowToKeepTheEnd();
     void sameModelDoesNothing();
     void setHeaderReplaces();
     void setHeaderIgnoresNull();
@@ -325,6 +328,8 @@ private slots:
     void fetchesMoreAtTheEnd();
     void entersRowsThatMoveUnderTheMouse();
     void columnsPerItemCountSections();
+    void columnsPerItemCountHiddenSections_data();
+    void columnsPerItemCountHiddenSections();
 
     // Painting
     void paintsEachRowOnce();
@@ -382,6 +387,8 @@ private slots:
     void inconsistentInsertionRepaints();
     void childRowsChangeNothing();
     void movesKeepRows_data();
+    void movesOutOfSightPaintNothing_data();
+    void movesOutOfSightPaintNothing();
     void movesKeepRows();
     void autoScrollIsGivenBack();
     void dataChangeWithInvalidCorners();
@@ -677,6 +684,19 @@ void TestQTableFastView::scrollToInPixels()
     QTEST(view.bar()->value(), "value");
 }
 
+// What is seen already is painted again, and nothing beside it.
+void TestQTableFastView::scrollToSeenCellRepaintsIt()
+{
+    BigModel model(1000);
+    View view(&model);
+    view.setVerticalScrollMode(perPixel);
+    view.showWith(200, 200);
+    view.regions.clear();
+    view.scrollTo(model.index(4, 1));
+    View::settle();
+    QCOMPARE(view.regions, QList<QRegion> {QRect(60, 4 * rowHeight, 60, rowHeight)});
+}
+
 void TestQTableFastView::scrollToColumn_data()
 {
     using V = QAbstractItemView;
@@ -731,6 +751,37 @@ void TestQTableFastView::columnsPerItemCountSections()
     QCOMPARE(view.columnViewportPosition(2), 0);
     bar->setValue(5);
     QCOMPARE(view.columnViewportPosition(7), 200 - 60); // the last section is seen whole
+}
+
+void TestQTableFastView::columnsPerItemCountHiddenSections_data()
+{
+    QTest::addColumn<QList<int>>("hidden");
+    QTest::addColumn<int>("maximum");
+    // Three of the eight sections fit; hidden ones fit everywhere.
+    QTest::newRow("none") << QList<int> {} << 5;
+    QTest::newRow("at the front") << QList<int> {0, 1} << 5;
+    QTest::newRow("before those that fit") << QList<int> {3, 4} << 3;
+    QTest::newRow("among those that fit") << QList<int> {6} << 4;
+    QTest::newRow("at the end") << QList<int> {6, 7} << 3;
+    QTest::newRow("nearly all") << QList<int> {0, 1, 2, 3, 4, 5} << 0;
+}
+
+void TestQTableFastView::columnsPerItemCountHiddenSections()
+{
+    QFETCH(QList<int>, hidden);
+    BigModel model(10, 8);
+    View view(&model);
+    view.setHorizontalScrollMode(QAbstractItemView::ScrollPerItem);
+    for (int column : hidden)
+        view.hideColumn(column);
+    view.showWith(200, 100);
+    QScrollBar *bar = view.horizontalScrollBar();
+    QTEST(bar->maximum(), "maximum");
+    for (int value = 0; value <= bar->maximum(); ++value) {
+        bar->setValue(value);
+        QVERIFY(view.header()->offset() >= 0);
+        QVERIFY(view.header()->offset() < view.header()->length());
+    }
 }
 
 void TestQTableFastView::scrollToRowKeepsColumns()
@@ -821,19 +872,24 @@ void TestQTableFastView::resizeKeepsTheLastRow()
     }
 }
 
-void TestQTableFastView::resizeKeepsTheEnd()
+void TestQTableFastView::resizeNeedsTheLastRowToKeepTheEnd()
 {
     BigModel model(100);
     View view(&model);
     view.showWith(200, 200);
     view.bar()->setValue(view.bar()->maximum());
-    view.showWith(200, 100);
+    view.setCurrentIndex(model.index(98, 0));
+    const auto grow = [&](int height) {
+        view.resize(view.width(), view.height() + height);
+        View::settle();
+    };
+    grow(-100);
+    QCOMPARE(view.bar()->value(), 90);
+    grow(200);
+    QCOMPARE(view.bar()->value(), 85); // there are no more rows
+    view.setCurrentIndex(model.index(99, 0));
+    grow(-200);
     QCOMPARE(view.bar()->value(), 95);
-    view.showWith(200, 300);
-    QCOMPARE(view.bar()->value(), 85);
-    view.bar()->setValue(40);
-    view.showWith(200, 100);
-    QCOMPARE(view.bar()->value(), 40);
 }
 
 void TestQTableFastView::sameModelDoesNothing()
@@ -1936,6 +1992,40 @@ void TestQTableFastView::movesKeepRows_data()
     QTest::newRow("within view") << 102 << 2 << 106 << 100;
     QTest::newRow("around the top, down") << 98 << 5 << 300 << 105;
     QTest::newRow("around the top, up") << 98 << 5 << 10 << 95;
+}
+
+void TestQTableFastView::movesOutOfSightPaintNothing_data()
+{
+    QTest::addColumn<QAbstractItemView::ScrollMode>("mode");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<bool>("isPainted");
+    // Rows 100 to 109 are seen.
+    for (const auto &[name, mode] :
+         {std::pair("rows", QAbstractItemView::ScrollPerItem), std::pair("pixels", perPixel)}) {
+        QTest::addRow("above, %s", name) << mode << 10 << 50 << false;
+        QTest::addRow("just above, %s", name) << mode << 90 << 98 << false;
+        QTest::addRow("below, %s", name) << mode << 200 << 300 << false;
+        QTest::addRow("just below, %s", name) << mode << 300 << 110 << false;
+        QTest::addRow("last one seen, %s", name) << mode << 300 << 109 << true;
+    }
+}
+
+void TestQTableFastView::movesOutOfSightPaintNothing()
+{
+    QFETCH(QAbstractItemView::ScrollMode, mode);
+    QFETCH(int, row);
+    QFETCH(int, to);
+    BigModel model(1000);
+    View view(&model);
+    view.setVerticalScrollMode(mode);
+    view.showWith(200, 200);
+    view.bar()->setValue(mode == perPixel ? 100 * rowHeight : 100);
+    View::settle();
+    view.paintEvents = 0;
+    model.move(row, 1, to);
+    View::settle();
+    QTEST(view.paintEvents > 0, "isPainted");
 }
 
 void TestQTableFastView::movesKeepRows()

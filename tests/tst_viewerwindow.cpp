@@ -47,6 +47,7 @@ private Q_SLOTS:
     void explainsFailure();
     void saysThatDataIsSimulated();
     void fillsWindowWithColumns();
+    void staysAtTheEndWhenResized();
     void paintsVeryLongLines();
 
 private:
@@ -263,6 +264,18 @@ void tst_ViewerWindow::fillsWindowWithColumns()
     window->resize(window->width() - 200, window->height());
     QTRY_COMPARE(header->length(), window->table()->viewport()->width());
     QTRY_COMPARE(bar->maximum(), 0);
+}
+
+void tst_ViewerWindow::staysAtTheEndWhenResized()
+{
+    const auto window = openFile(QByteArray("line\n").repeated(500));
+    const QScrollBar *bar = window->table()->verticalScrollBar();
+    window->table()->scrollToBottom();
+    QVERIFY(bar->value() > 0);
+    for (int height : {-150, 100, -50}) {
+        window->resize(window->width(), window->height() + height);
+        QTRY_COMPARE(bar->value(), bar->maximum());
+    }
 }
 
 void tst_ViewerWindow::paintsVeryLongLines()

@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QScrollBar>
 
 namespace {
 
@@ -82,6 +83,16 @@ void ViewerTable::resizeEvent(QResizeEvent *event)
 {
     QTableFastView::resizeEvent(event);
     growColumns();
+}
+
+void ViewerTable::updateGeometries()
+{
+    QScrollBar *bar = verticalScrollBar();
+    const bool isAtEnd = bar->value() == bar->maximum() && bar->maximum() > bar->minimum();
+    const int page = bar->pageStep();
+    QTableFastView::updateGeometries();
+    if (isAtEnd && bar->pageStep() != page)
+        bar->setValue(bar->maximum());
 }
 
 // Unlike other item views, this one does not make a row current that nobody chose:

@@ -55,6 +55,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    //! A table scrolled to its end stays there when its height changes.
+    void updateGeometries() override;
 
 private:
     void growColumn(int column, int atLeast, int atMost);
