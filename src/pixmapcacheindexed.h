@@ -37,7 +37,20 @@ class VANTIX_EXPORT PixmapCacheIndexed : public QObject
 {
     Q_OBJECT
 
+    static constexpr int s_unbounded = std::numeric_limits<int>::max();
+
 public:
+    //! The visible area, edges included.
+    struct VisibleBounds
+    {
+        int rowFirst = 0;
+        int rowLast = s_unbounded;
+        int colFirst = 0;
+        int colLast = s_unbounded;
+
+        friend bool operator==(const VisibleBounds &a, const VisibleBounds &b) = default;
+    };
+
     //! (row key, column) to pixmap, rows ascending, then columns.
     using PaintBufferType = QMap<std::pair<int, int>, QPixmap *>;
 
@@ -91,6 +104,12 @@ public:
     //! \a destination. A move onto itself drops the pixmaps concerned.
     void indexMove(int start, int end, int destination);
 
+    //! The visible area as last set.
+    VisibleBounds visibleBounds() const
+    {
+        return {m_indexRowFirst, m_indexRowLast, m_indexColFirst, m_indexColLast};
+    }
+
     //! Makes the visible area unbounded; deletes nothing.
     void invalidateVisibleBounds();
 
@@ -117,8 +136,6 @@ public:
     PixmapCacheIndexed &operator=(const PixmapCacheIndexed &other);
 
 private:
-    static constexpr int s_unbounded = std::numeric_limits<int>::max();
-
     static void deletePixmap(QPixmap *pixmap);
     PaintBufferType::iterator remove(PaintBufferType::iterator it);
     PaintBufferType::iterator firstFromRow(int row);

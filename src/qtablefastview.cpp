@@ -1016,21 +1016,23 @@ void QTableFastView::setPixmapCacheIndexedVisibleBounds()
     d_ptr->setBounds({first, saturated(last), start, end});
 }
 
-QTableFastViewPrivate::Bounds QTableFastViewPrivate::Bounds::shifted(int rows) const
+//! What the paint buffer covers, in rows of the model as they are now.
+PixmapCacheIndexed::VisibleBounds QTableFastViewPrivate::bounds() const
 {
-    return {saturated(qint64(rowFirst) + rows), saturated(qint64(rowLast) + rows), colFirst,
-            colLast};
+    PixmapCacheIndexed::VisibleBounds bounds = q_ptr->m_pixmapCacheIndexed.visibleBounds();
+    bounds.rowFirst = saturated(qint64(bounds.rowFirst) + cacheShift);
+    bounds.rowLast = saturated(qint64(bounds.rowLast) + cacheShift);
+    return bounds;
 }
 
-void QTableFastViewPrivate::setBounds(const Bounds &wanted)
+void QTableFastViewPrivate::setBounds(const PixmapCacheIndexed::VisibleBounds &wanted)
 {
     // The same rows are in view as before they moved: nothing can be outside.
-    if (wanted == bounds.shifted(cacheShift))
+    if (wanted == bounds())
         return;
     applyShift();
-    bounds = wanted;
-    q_ptr->m_pixmapCacheIndexed.setVisibleBounds(bounds.rowFirst, bounds.rowLast, bounds.colFirst,
-                                                 bounds.colLast);
+    q_ptr->m_pixmapCacheIndexed.setVisibleBounds(wanted.rowFirst, wanted.rowLast, wanted.colFirst,
+                                                 wanted.colLast);
 }
 
 //! The cache with every key being its model row.
@@ -1068,20 +1070,20 @@ void QTableFastViewPrivate::applyShift()
 {
     if (cacheShift == 0)
         return;
+    const PixmapCacheIndexed::VisibleBounds moved = bounds();
     const int shift = std::exchange(cacheShift, 0);
     if (shift > 0)
         q_ptr->m_pixmapCacheIndexed.indexInsert(0, shift - 1);
     else
         q_ptr->m_pixmapCacheIndexed.indexRemove(0, -shift - 1);
-    bounds = bounds.shifted(shift);
-    q_ptr->m_pixmapCacheIndexed.setVisibleBounds(bounds.rowFirst, bounds.rowLast, bounds.colFirst,
-                                                 bounds.colLast);
+    q_ptr->m_pixmapCacheIndexed.setVisibleBounds(moved.rowFirst, moved.rowLast, moved.colFirst,
+                                                 moved.colLast);
 }
 
 //! Whether any of the rows may be cached.
 bool QTableFastViewPrivate::isBuffered(int rowFirst, int rowLast) const
 {
-    const Bounds now = bounds.shifted(cacheShift);
+    const PixmapCacheIndexed::VisibleBounds now = bounds();
     return q_ptr->m_usePixmapCacheIndexed && rowFirst <= now.rowLast && rowLast >= now.rowFirst;
 }
 
@@ -1089,7 +1091,7 @@ void QTableFastViewPrivate::insertCachedRows(int start, int end)
 {
     if (!q_ptr->m_usePixmapCacheIndexed)
         return;
-    if (start <= bounds.shifted(cacheShift).rowFirst)
+    if (start <= bounds().rowFirst)
         shiftCache(end - start + 1);
     else
         shiftedCache().indexInsert(start, end);
@@ -1099,7 +1101,7 @@ void QTableFastViewPrivate::removeCachedRows(int first, int last)
 {
     if (!q_ptr->m_usePixmapCacheIndexed)
         return;
-    if (last < bounds.shifted(cacheShift).rowFirst)
+    if (last < bounds().rowFirst)
         shiftCache(first - last - 1);
     else
         shiftedCache().indexRemove(first, last);
@@ -1125,8 +1127,9 @@ void QTableFastViewPrivate::evictOutside()
         return;
     q_ptr->setPixmapCacheIndexedVisibleBounds();
     if (cacheShift == 0) {
-        q_ptr->m_pixmapCacheIndexed.clearExcluded(bounds.rowFirst, bounds.rowLast, bounds.colFirst,
-                                                  bounds.colLast);
+        const PixmapCacheIndexed::VisibleBounds now = bounds();
+        q_ptr->m_pixmapCacheIndexed.clearExcluded(now.rowFirst, now.rowLast, now.colFirst,
+                                                  now.colLast);
     }
 }
 

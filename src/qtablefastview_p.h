@@ -4,6 +4,8 @@
 #ifndef QTABLEFASTVIEW_P_H
 #define QTABLEFASTVIEW_P_H
 
+#include "pixmapcacheindexed.h"
+
 #include <QAbstractItemDelegate>
 #include <QFont>
 #include <QHash>
@@ -18,7 +20,6 @@
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
-class PixmapCacheIndexed;
 class QItemSelectionModel;
 class QTableFastView;
 
@@ -97,18 +98,6 @@ public:
         friend bool operator==(const Look &a, const Look &b) = default;
     };
 
-    //! The part of the table that the paint buffer covers, edges included.
-    struct Bounds
-    {
-        int rowFirst = 0;
-        int rowLast = 0;
-        int colFirst = 0;
-        int colLast = 0;
-
-        Bounds shifted(int rows) const;
-        friend bool operator==(const Bounds &a, const Bounds &b) = default;
-    };
-
     explicit QTableFastViewPrivate(QTableFastView *q);
 
     // Geometry
@@ -149,7 +138,8 @@ public:
     void clearCache();
     void applyShift();
     void shiftCache(int count);
-    void setBounds(const Bounds &wanted);
+    PixmapCacheIndexed::VisibleBounds bounds() const;
+    void setBounds(const PixmapCacheIndexed::VisibleBounds &wanted);
     bool isBuffered(int rowFirst, int rowLast) const;
     void insertCachedRows(int start, int end);
     void removeCachedRows(int first, int last);
@@ -221,7 +211,6 @@ public:
 
     const PaintPass *pass = nullptr; //!< while draw() runs
     int cacheShift = 0;              //!< rows that everything cached has still to move down
-    Bounds bounds;                   //!< as the cache has them, before cacheShift
     Look look;                       //!< of what is cached and on screen
     QHash<int, DelegateMark> columnDelegates; //!< of the painted columns
     QHash<int, DelegateMark> rowDelegates;    //!< of the painted rows that have one

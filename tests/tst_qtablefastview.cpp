@@ -243,6 +243,7 @@ public:
     using QTableFastView::frozenColumnWidth;
     using QTableFastView::m_dropIndicatorRect;
     using QTableFastView::m_itemHeight;
+    using QTableFastView::m_pixmapCacheIndexed;
     using QTableFastView::m_viewportMargins;
     using QTableFastView::setState;
     using QTableFastView::stayAtEnd;
@@ -411,6 +412,8 @@ private slots:
     void burstCostsOnePaint();
     void connectionsExistOnce();
     void pushedOutRowsAreEvicted();
+    void boundsAreTheCaches_data();
+    void boundsAreTheCaches();
     void rowsMovedAboveCachedOnes();
     void focusLeavesAnIndexWidget();
     void replacedDelegateRepaints();
@@ -2484,6 +2487,46 @@ void TestQTableFastView::pushedOutRowsAreEvicted()
 }
 
 // Rows moved above others that had been shifted, then removed, in one turn.
+void TestQTableFastView::boundsAreTheCaches_data()
+{
+    using Act = std::function<void(View &)>;
+    QTest::addColumn<Act>("act");
+    QTest::newRow("scroll") << Act([](View &v) { v.bar()->setValue(v.bar()->value() + 1); });
+    QTest::newRow("scroll columns") << Act([](View &v) { v.horizontalScrollBar()->setValue(70); });
+    QTest::newRow("resize") << Act([](View &v) { v.resize(v.width() + 1, v.height() - 40); });
+    QTest::newRow("switch off and on") << Act([](View &v) {
+        v.setPaintBufferEnabled(false);
+        v.setPaintBufferEnabled(true);
+    });
+}
+
+// A derived view may have set others.
+void TestQTableFastView::boundsAreTheCaches()
+{
+    QFETCH(std::function<void(View &)>, act);
+    BigModel model(1000);
+    View view(&model);
+    view.setPaintBufferEnabled(true);
+    view.showWith(200, 200);
+    view.bar()->setValue(100);
+    const auto wanted = [&] {
+        const int first = view.getFirstVisibleItem();
+        const auto [left, right] = view.startAndEndColumns(view.viewport()->rect());
+        return PixmapCacheIndexed::VisibleBounds {
+            first, first + view.viewport()->height() / rowHeight + 1, left, right};
+    };
+    View::settle();
+    QCOMPARE(view.m_pixmapCacheIndexed.visibleBounds(), wanted());
+    view.m_pixmapCacheIndexed.setVisibleBounds(3, 5, 1, 1);
+    act(view);
+    QCOMPARE(view.m_pixmapCacheIndexed.visibleBounds(), wanted());
+    // Rows that come above move what the cache covers with what it holds.
+    view.m_pixmapCacheIndexed.setVisibleBounds(3, 5, 1, 1);
+    model.insert(0, 7);
+    view.bar()->setValue(view.bar()->value() + 3);
+    QCOMPARE(view.m_pixmapCacheIndexed.visibleBounds(), wanted());
+}
+
 void TestQTableFastView::rowsMovedAboveCachedOnes()
 {
     QStringList texts;
