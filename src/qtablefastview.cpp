@@ -4,6 +4,8 @@
 #include "qtablefastview.h"
 #include "qtablefastview_p.h"
 
+#include "view/keyboardsearch_p.h"
+
 #include <QApplication>
 #include <QDragMoveEvent>
 #include <QHeaderView>
@@ -162,7 +164,9 @@ QTableFastView::~QTableFastView()
 
 QTableFastViewPrivate::QTableFastViewPrivate(QTableFastView *q)
     : q_ptr(q)
+    , keyboardSearch(new KeyboardSearch(q))
 {
+    keyboardSearch->setParent(this);
 }
 
 // Header, model and selection model
@@ -236,6 +240,7 @@ void QTableFastView::setModel(QAbstractItemModel *model)
     if (model == m_model)
         return;
 
+    d_ptr->keyboardSearch->end();
     QPointer<QItemSelectionModel> outdated = d_ptr->ownSelectionModel;
     if (m_model) {
         if (m_selectionModel) {
@@ -278,6 +283,7 @@ void QTableFastView::setSelectionModel(QItemSelectionModel *sm)
 {
     if (!sm)
         return;
+    d_ptr->keyboardSearch->end();
     QItemSelectionModel *old = m_selectionModel;
     m_selectionModel = sm;
     QAbstractItemView::setSelectionModel(sm);
@@ -958,6 +964,14 @@ void QTableFastView::resizeEvent(QResizeEvent *event)
 
 bool QTableFastView::event(QEvent *event)
 {
+    // Esc is not a shortcut of the window as long as there is something to end.
+    if (event->type() == QEvent::ShortcutOverride && d_ptr->keyboardSearch->isRunning()
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::Hide)
+        d_ptr->keyboardSearch->end();
     const bool isHandled = QAbstractItemView::event(event);
     switch (event->type()) {
     case QEvent::Polish:
@@ -986,6 +1000,8 @@ bool QTableFastView::eventFilter(QObject *object, QEvent *event)
 
 bool QTableFastView::viewportEvent(QEvent *event)
 {
+    if (event->type() == QEvent::MouseButtonPress)
+        d_ptr->keyboardSearch->end();
     return QAbstractItemView::viewportEvent(event);
 }
 
@@ -1671,8 +1687,20 @@ void QTableFastView::selectRow(int row)
     }
 }
 
+void QTableFastView::keyboardSearch(const QString &search)
+{
+    d_ptr->keyboardSearch->type(search);
+}
+
 void QTableFastView::keyPressEvent(QKeyEvent *event)
 {
+    if (d_ptr->keyboardSearch->isRunning()) {
+        d_ptr->keyboardSearch->end();
+        if (event->key() == Qt::Key_Escape) {
+            event->accept();
+            return;
+        }
+    }
     switch (event->key()) {
     case Qt::Key_Left:
     case Qt::Key_Up:

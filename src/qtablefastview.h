@@ -158,6 +158,14 @@ public:
     //! are reported as a debug message.
     void moveCurrentIndex(const QModelIndex &index, int key);
 
+    //! Makes the next row current whose text, in the current column, begins with what
+    //! is typed, as QAbstractItemView does: \a search is appended to what was typed
+    //! not longer ago than QApplication::keyboardInputInterval(). Rows are looked at
+    //! in slices of 40 ms with events between them; the first one runs at once. The
+    //! next key, Esc, a click, another current index, rows or columns that come, go or
+    //! move, a reset and another model end it.
+    void keyboardSearch(const QString &search) override;
+
     //! Keeps painted cells as pixmaps and reuses them. Off at the start.
     //! Costs about width × height × 4 bytes of what is visible.
     void setPaintBufferEnabled(bool on);
