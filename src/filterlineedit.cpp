@@ -23,6 +23,7 @@ FilterLineEdit::FilterLineEdit(QWidget *parent)
     : FancyLineEdit(parent)
     , m_lastFilterText(text())
 {
+    Q_INIT_RESOURCE(vantix); // with a static library
     setButtonPixmap(Right, clearIcon(layoutDirection()).pixmap(QSize(16, 16)));
     setButtonVisible(Right, true);
     setPlaceholderText(tr("Find"));

@@ -9,3 +9,24 @@ VANTIX_EXPORT int qInitResources_vantix();
 VANTIX_EXPORT int qCleanupResources_vantix();
 
 #include "qrc_vantix.cpp" // NOLINT(bugprone-suspicious-include): rcc's output
+
+#include <QtGlobal>
+
+static void initOtherResources()
+{
+    Q_INIT_RESOURCE(drovik);
+#if defined(VANTIX_HAS_TRANSLATIONS)
+    Q_INIT_RESOURCE(vantix_translations);
+#endif
+}
+
+namespace {
+
+// Nothing else would bring the others along from a static library. This file is brought
+// by every class that has texts or pictures.
+const struct OtherResources
+{
+    OtherResources() { initOtherResources(); }
+} otherResources;
+
+} // namespace

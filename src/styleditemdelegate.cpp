@@ -121,6 +121,7 @@ private:
 StyledItemDelegate::StyledItemDelegate(QAbstractItemView *view)
     : QStyledItemDelegate(view)
 {
+    Q_INIT_RESOURCE(vantix); // with a static library
 }
 
 StyledItemDelegate::~StyledItemDelegate() = default;

@@ -6,15 +6,20 @@
 
 //! \def VANTIX_EXPORT
 //! Marks what libvantix exports; everything else stays hidden. Plain compiler
-//! attributes, so that the decimal functions need no Qt header.
-#if defined(_WIN32)
+//! attributes, so that the decimal functions need no Qt header. VANTIX_STATIC is
+//! defined by the build system where the library is a static one.
+#if defined(VANTIX_STATIC)
+#define VANTIX_EXPORT
+#elif defined(_WIN32)
 #if defined(VANTIX_LIBRARY)
 #define VANTIX_EXPORT __declspec(dllexport)
 #else
 #define VANTIX_EXPORT __declspec(dllimport)
 #endif
-#else
+#elif defined(__GNUC__)
 #define VANTIX_EXPORT __attribute__((visibility("default")))
+#else
+#define VANTIX_EXPORT
 #endif
 
 //! \def VANTIX_HIDES_FIELD_BEGIN

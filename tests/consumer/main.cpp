@@ -1,18 +1,56 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include <abstractitemviewfind.h>
+#include <bcdiivalue.h>
+#include <itemdelegate.h>
+#include <itemviewfindtoolbar.h>
 #include <qtablefastview.h>
 
 #include <QApplication>
+#include <QFile>
+#include <QHeaderView>
 #include <QStringListModel>
+#include <QTranslator>
+
+#include <cstdio>
+
+namespace {
+
+//! Pictures and texts are there before anything of the library is made, with a static
+//! library as well.
+bool hasResources()
+{
+    QTranslator translator;
+    return QFile::exists(QStringLiteral(":/icons/16x16/close.png"))
+        && QFile::exists(QStringLiteral(":/icons/drovik/16x16/editclear.png"))
+        && translator.load(QStringLiteral(":/translations/vantix_ru"));
+}
+
+bool showsRows()
+{
+    QStringListModel model({QStringLiteral("one"), QStringLiteral("two")});
+    QTableFastView view;
+    view.setItemDelegate(new Vantix::ItemDelegate(&view));
+    view.setModel(&model);
+    view.show();
+    AbstractItemViewFind find;
+    find.setView(&view);
+    find.setHeader(view.header());
+    ItemViewFindToolBar panel;
+    panel.setViewFind(&find);
+    QCoreApplication::processEvents();
+    return view.indexAt(QPoint(2, 2)) == model.index(0, 0)
+        && find.findNext(QStringLiteral("two")) && view.currentIndex().row() == 1;
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
-    QStringListModel model({QStringLiteral("one"), QStringLiteral("two")});
-    QTableFastView view;
-    view.setModel(&model);
-    view.show();
-    QCoreApplication::processEvents();
-    return view.indexAt(QPoint(2, 2)) == model.index(0, 0) ? 0 : 1;
+    const bool areThere = hasResources();
+    const QApplication app(argc, argv);
+    const bool isShown = showsRows();
+    std::printf("resources: %d, rows: %d\n", areThere, isShown);
+    return areThere && isShown ? 0 : 1;
 }
