@@ -200,7 +200,7 @@ public:
     QPoint scrollDelayOffset; //!< logical pixels added to every cell rectangle
     QTableFastView *q_ptr;    //!< the view
 
-    KeyboardSearch *keyboardSearch; //!< a child
+    KeyboardSearch *keyboardSearch;                  //!< a child
     QPointer<QItemSelectionModel> ownSelectionModel; //!< made by setModel()
     QPersistentModelIndex resetTarget;               //!< becomes current once a reset has settled
     bool savedAutoScroll = false;                    //!< as the application had set it

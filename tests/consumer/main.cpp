@@ -40,8 +40,8 @@ bool showsRows()
     ItemViewFindToolBar panel;
     panel.setViewFind(&find);
     QCoreApplication::processEvents();
-    return view.indexAt(QPoint(2, 2)) == model.index(0, 0)
-        && find.findNext(QStringLiteral("two")) && view.currentIndex().row() == 1;
+    return view.indexAt(QPoint(2, 2)) == model.index(0, 0) && find.findNext(QStringLiteral("two"))
+        && view.currentIndex().row() == 1;
 }
 
 } // namespace

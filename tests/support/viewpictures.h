@@ -25,8 +25,8 @@ inline QImage maintainedPicture(const QAbstractItemView &view)
     const auto *image = static_cast<const QImage *>(view.window()->backingStore()->paintDevice());
     const double ratio = image->devicePixelRatio();
     const QPoint place = viewport->mapTo(view.window(), QPoint(0, 0));
-    return image->copy(QRect((QPointF(place) * ratio).toPoint(),
-                             (QSizeF(viewport->size()) * ratio).toSize()));
+    return image->copy(
+        QRect((QPointF(place) * ratio).toPoint(), (QSizeF(viewport->size()) * ratio).toSize()));
 }
 
 //! What painting all of the viewport now gives.
