@@ -12,6 +12,11 @@ function(vantix_configure_target target)
     AUTOMOC ON)
   target_compile_options(${target} PRIVATE
     $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic -Wconversion>)
+  # Doubles that are rounded twice in x87 registers would not be those of the library.
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
+    target_compile_options(${target} PRIVATE
+      "$<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-msse2;-mfpmath=sse>")
+  endif()
   if(VANTIX_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE
       $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Werror>)

@@ -9,12 +9,17 @@
 
 #include <algorithm>
 #include <bit>
+#include <cfloat>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <utility>
+
+#if FLT_EVAL_METHOD != 0
+#error "Doubles must be rounded to doubles at each step: on x86 with 32 bits, -msse2 -mfpmath=sse"
+#endif
 
 // Two ways lead to every result of copying, adding and multiplying.
 //
@@ -1396,8 +1401,8 @@ UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
     const auto drop = static_cast<unsigned>(2 * fraction - d.nfrac);
     const auto digits = static_cast<unsigned>(d.nint + d.nfrac);
     constexpr unsigned count = tens.size();
-    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= count
-        || fraction > windowFraction || digits - 1 >= count - (odd ? 2 : 1))
+    if (!isNumber(a, at.ball) || !isNumber(b, bt.ball) || drop >= count || fraction > windowFraction
+        || digits - 1 >= count - (odd ? 2 : 1))
         return mulLong(ret, retType, a, aType, b, bType, rs);
 
     const Wide product = Wide::product(toNumber(a, at.ball), toNumber(b, bt.ball));
