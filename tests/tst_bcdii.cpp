@@ -25,11 +25,7 @@ using Oracle::Type;
 constexpr BYTE guardByte = 0xC3;
 constexpr UINT64 seed = 20240611;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr int defaultCases = 200000;
-#else
-constexpr int defaultCases = 1000000;
-#endif
 
 int caseCount()
 {
