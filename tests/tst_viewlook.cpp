@@ -132,9 +132,11 @@ QFont italic()
     return font;
 }
 
-QLocale german()
+//! One that writes numbers unlike the system's, whatever that is.
+QLocale otherLocale()
 {
-    return {QLocale::German, QLocale::Germany};
+    const QLocale german(QLocale::German, QLocale::Germany);
+    return QLocale().decimalPoint() == german.decimalPoint() ? QLocale::c() : german;
 }
 
 //! Everything that a program or a machine may set.
@@ -168,8 +170,8 @@ QList<std::pair<const char *, Change>> changes()
          [](Stage &) {
              QApplication::setPalette(changed(QApplication::palette(), QPalette::Text));
          }},
-        {"locale", [](Stage &s) { s.view->setLocale(german()); }},
-        {"locale of the window", [](Stage &s) { s.window.setLocale(german()); }},
+        {"locale", [](Stage &s) { s.view->setLocale(otherLocale()); }},
+        {"locale of the window", [](Stage &s) { s.window.setLocale(otherLocale()); }},
         {"direction", [](Stage &s) { s.view->setLayoutDirection(Qt::RightToLeft); }},
         {"direction of the window", [](Stage &s) { s.window.setLayoutDirection(Qt::RightToLeft); }},
         {"direction of the application",
