@@ -4,6 +4,7 @@
 #include "qtablefastview.h"
 #include "qtablefastview_p.h"
 
+#include "view/background_p.h"
 #include "view/keyboardsearch_p.h"
 
 #include <QApplication>
@@ -26,11 +27,7 @@
 
 namespace {
 
-// Pixel positions saturate here, so that a rectangle's far edge stays an int too.
-constexpr qint64 farAway = qint64(1) << 30;
-
-// Several moves of the same pixels before one paint cost more than the paint.
-constexpr int maxPixelMoves = 3;
+constexpr qint64 farAway = QTableFastViewPrivate::farAway;
 
 int saturated(qint64 value)
 {
@@ -85,6 +82,7 @@ const Connection modelConnections[] = {
 // From the model to the view's private object.
 const Connection privateModelConnections[] = {
     {SIGNAL(destroyed()), SLOT(modelDestroyed())},
+    {SIGNAL(headerDataChanged(Qt::Orientation, int, int)), SLOT(headerHeightMayChange())},
     {SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
     {SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
     {SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
@@ -153,6 +151,7 @@ QTableFastView::QTableFastView(QWidget *parent)
             SLOT(verticalScrollbarValueChanged(int)));
     connect(verticalScrollBar(), SIGNAL(valueChanged(int)), SLOT(verScrollbarValueChanged(int)));
     connect(horizontalScrollBar(), SIGNAL(valueChanged(int)), SLOT(horScrollbarValueChanged(int)));
+    connect(this, SIGNAL(iconSizeChanged(QSize)), d_ptr, SLOT(iconSizeChanged()));
     connect(qApp, SIGNAL(focusChanged(QWidget *, QWidget *)), d_ptr,
             SLOT(focusChanged(QWidget *, QWidget *)));
 }
@@ -165,6 +164,7 @@ QTableFastView::~QTableFastView()
 QTableFastViewPrivate::QTableFastViewPrivate(QTableFastView *q)
     : q_ptr(q)
     , keyboardSearch(new KeyboardSearch(q))
+    , pixels(q)
 {
     keyboardSearch->setParent(this);
 }
@@ -187,6 +187,7 @@ void QTableFastView::setHeader(QHeaderView *header)
             disconnect(m_header, c.signal, this, c.slot);
         disconnect(m_header, sortConnection.signal, this, sortConnection.slot);
         disconnect(m_header, SIGNAL(destroyed()), d_ptr, SLOT(headerDestroyed()));
+        disconnect(m_header, SIGNAL(geometriesChanged()), d_ptr, SLOT(headerHeightMayChange()));
         if (m_header->parent() == this)
             delete m_header;
     }
@@ -204,6 +205,7 @@ void QTableFastView::setHeader(QHeaderView *header)
     for (const Connection &c : headerConnections)
         connect(m_header, c.signal, this, c.slot);
     connect(m_header, SIGNAL(destroyed()), d_ptr, SLOT(headerDestroyed()));
+    connect(m_header, SIGNAL(geometriesChanged()), d_ptr, SLOT(headerHeightMayChange()));
     m_header->installEventFilter(this);
     setSortingEnabled(m_sortingEnabled);
     if (isVisible() && !isHiddenOnPurpose)
@@ -256,7 +258,7 @@ void QTableFastView::setModel(QAbstractItemModel *model)
     const QPointer<QItemSelectionModel> ofHeader = m_header ? m_header->selectionModel() : nullptr;
     QAbstractItemView::setModel(model);
     QItemSelectionModel *interim = selectionModel(); // made by the base class
-    m_modelRowCountBefore = d_ptr->rowCount();
+    m_modelRowCountBefore = d_ptr->knownRows = d_ptr->rowCount();
     if (m_model) {
         d_ptr->connectModel(m_model);
         if (m_sortingEnabled && m_header)
@@ -310,14 +312,14 @@ void QTableFastViewPrivate::modelDestroyed()
     q_ptr->m_model = nullptr;
     q_ptr->m_modelRowCountBefore = 0;
     clearCache();
-    q_ptr->viewport()->update();
+    pixels.update();
 }
 
 void QTableFastViewPrivate::selectionModelDestroyed()
 {
     q_ptr->m_selectionModel = nullptr;
     clearCache();
-    q_ptr->viewport()->update();
+    pixels.update();
 }
 
 // Row geometry: arithmetic on the row count, the row height and the scroll value.
@@ -367,7 +369,7 @@ QRect QTableFastViewPrivate::rowStrip(int row) const
 
 void QTableFastViewPrivate::updateRowStrip(int row)
 {
-    q_ptr->viewport()->update(rowStrip(row));
+    pixels.update(rowStrip(row));
 }
 
 int QTableFastViewPrivate::verticalMaximum() const
@@ -375,6 +377,16 @@ int QTableFastViewPrivate::verticalMaximum() const
     if (!isPerPixel())
         return rowCount() - std::max(wholeRows(), 1);
     return saturated(qint64(q_ptr->m_itemHeight) * rowCount() - q_ptr->viewport()->height());
+}
+
+int QTableFastView::rowAt(int y) const
+{
+    return itemAtCoordinate(y);
+}
+
+int QTableFastView::rowViewportPosition(int row) const
+{
+    return row >= 0 && row < d_ptr->rowCount() ? coordinateForItem(row) : -1;
 }
 
 int QTableFastView::itemAtCoordinate(int y) const
@@ -464,8 +476,29 @@ int QTableFastView::columnViewportPosition(int column) const
 
 void QTableFastView::hideColumn(int column)
 {
+    setColumnHidden(column, true);
+}
+
+void QTableFastView::showColumn(int column)
+{
+    setColumnHidden(column, false);
+}
+
+void QTableFastView::setColumnHidden(int column, bool hide)
+{
     if (m_header && column >= 0 && column < m_header->count())
-        m_header->setSectionHidden(column, true);
+        m_header->setSectionHidden(column, hide);
+}
+
+void QTableFastView::setColumnWidth(int column, int width)
+{
+    if (m_header && column >= 0 && column < m_header->count() && width >= 0)
+        m_header->resizeSection(column, width);
+}
+
+int QTableFastView::columnAt(int x) const
+{
+    return m_header ? m_header->logicalIndexAt(x) : -1;
 }
 
 int QTableFastView::frozenColumnWidth() const
@@ -549,7 +582,8 @@ void QTableFastView::updateItemHeight()
 {
     QStyleOptionViewItem option;
     option.initFrom(this);
-    const int height = updatedItemHeight(option);
+    const int height =
+        d_ptr->fixedRowHeight > 0 ? d_ptr->fixedRowHeight : updatedItemHeight(option);
     if (height == m_itemHeight)
         return;
     const int top = d_ptr->topRow();
@@ -562,9 +596,42 @@ void QTableFastView::updateItemHeight()
         bar->setValue(bar->maximum());
     else if (d_ptr->isPerPixel())
         bar->setValue(saturated(qint64(top) * height));
-    viewport()->update();
+    d_ptr->pixels.update();
     d_ptr->placeEditors();
     emit rowHeightChanged();
+}
+
+int QTableFastView::rowHeight() const
+{
+    return m_itemHeight;
+}
+
+int QTableFastView::rowHeight(int row) const
+{
+    return row >= 0 && row < d_ptr->rowCount() ? m_itemHeight : 0;
+}
+
+void QTableFastView::setRowHeight(int height)
+{
+    d_ptr->fixedRowHeight = std::clamp(height, 0, QWIDGETSIZE_MAX);
+    updateItemHeight();
+}
+
+void QTableFastView::resetRowHeight()
+{
+    setRowHeight(0);
+}
+
+bool QTableFastView::rowHeightFollowsFont() const
+{
+    return d_ptr->rowHeightFollowsFont;
+}
+
+void QTableFastView::setRowHeightFollowsFont(bool on)
+{
+    d_ptr->rowHeightFollowsFont = on;
+    if (on)
+        updateItemHeight();
 }
 
 // Scroll bars
@@ -573,6 +640,7 @@ void QTableFastView::updateScrollBars(int delta)
 {
     updateVScrollBar(delta);
     updateHScrollBar();
+    d_ptr->noticeContentSize();
 }
 
 void QTableFastView::updateVScrollBar(int delta)
@@ -593,7 +661,7 @@ void QTableFastView::updateVScrollBar(int delta)
     if (d_ptr->shownScrollMode == verticalScrollMode())
         return;
     d_ptr->shownScrollMode = verticalScrollMode(); // the value counts something else now
-    viewport()->update();
+    d_ptr->pixels.update();
     d_ptr->placeEditors();
 }
 
@@ -616,7 +684,7 @@ void QTableFastView::updateHScrollBar()
     d_ptr->setHorizontalRange(width, fit);
     // A value that stayed may stand for another offset now.
     if (d_ptr->applyHorizontalValue() != 0) {
-        viewport()->update();
+        d_ptr->pixels.update();
         d_ptr->placeEditors();
     }
 }
@@ -645,6 +713,7 @@ void QTableFastViewPrivate::setHorizontalRange(int width, int fit)
 //! the new range already: the scroll area would miss its change.
 void QTableFastViewPrivate::setRangeQuietly()
 {
+    noticeContentSize();
     QScrollBar *bar = q_ptr->verticalScrollBar();
     const int maximum = std::max(verticalMaximum(), 0);
     if (bar->minimum() == 0 && bar->maximum() == maximum)
@@ -699,7 +768,7 @@ void QTableFastView::scrollTo(const QModelIndex &index, ScrollHint hint)
     const QRect cell(columnViewportPosition(index.column()), coordinateForItem(index.row()),
                      columnWidth(index.column()), m_itemHeight);
     if (d_ptr->isPerPixel() && hint == EnsureVisible && viewport()->rect().contains(cell))
-        viewport()->update(cell);
+        d_ptr->pixels.update(cell);
     else if (!d_ptr->isPerPixel() || !cell.isEmpty())
         verticalScrollBar()->setValue(saturated(d_ptr->verticalValueFor(index.row(), hint)));
 
@@ -807,11 +876,15 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
     const int page = d_ptr->isPerPixel() ? pageRows * m_itemHeight : pageRows;
     if (page < std::abs(qint64(dy))) {
         verticalScrollBar()->update();
-        viewport()->update();
+        d_ptr->pixels.update();
         d_ptr->placeEditors();
         return;
     }
-    viewport()->scroll(columnPixels, d_ptr->scrolledRowPixels(dy));
+    if (!d_ptr->followScroll(columnPixels)
+        || !d_ptr->pixels.moveAll(columnPixels, d_ptr->scrolledRowPixels(dy))) {
+        d_ptr->pixels.update();
+        d_ptr->placeEditors();
+    }
 }
 
 //! Gives the header the offset that the horizontal bar stands for; returns by how
@@ -863,7 +936,7 @@ void QTableFastViewPrivate::movePixels(qint64 oldTop, int start, int count)
     if (!isAboveMoved && !isBelowMoved)
         return;
     if (!canMovePixels()) {
-        q_ptr->viewport()->update();
+        pixels.update();
         placeEditors();
         return;
     }
@@ -876,22 +949,54 @@ void QTableFastViewPrivate::movePixels(qint64 oldTop, int start, int count)
 //! Moves the pixels between two y coordinates; what they uncover gets painted.
 void QTableFastViewPrivate::scrollStrip(qint64 top, qint64 bottom, qint64 dy)
 {
-    QWidget *viewport = q_ptr->viewport();
-    const QRect strip(0, int(top), viewport->width(), int(bottom - top));
-    if (std::abs(dy) >= bottom - top)
-        viewport->update(strip);
-    else
-        viewport->scroll(0, int(dy), strip);
+    pixels.moveStrip(0, saturated(dy),
+                     QRect(0, int(top), q_ptr->viewport()->width(), int(bottom - top)));
 }
 
-//! Counts moves of pixels since the last paint and gives up on them when painting
-//! everything once is cheaper. Editors would be smeared by a move within a strip.
+//! Whether pixels may be moved once more. Editors would be smeared by a move within a
+//! strip.
 bool QTableFastViewPrivate::canMovePixels()
 {
-    if (isRepaintPending || !q_ptr->viewport()->children().isEmpty())
+    return q_ptr->viewport()->children().isEmpty() && pixels.canMoveAgain();
+}
+
+//! Takes \a moved, of which the pixels between \a from and \a to are not painted, for the
+//! columns on screen; false if the header has others.
+bool QTableFastViewPrivate::follow(const ColumnStrip &moved, int from, int to)
+{
+    const QWidget *viewport = q_ptr->viewport();
+    const ColumnStrip wanted = columnSlots(q_ptr->startAndEndColumns(viewport->rect()));
+    if (!shows(moved, wanted, viewport->width(), from, to))
         return false;
-    isRepaintPending = ++pixelMoves > maxPixelMoves;
-    return !isRepaintPending;
+    // The first and the last column on screen may be drawn otherwise.
+    for (const ColumnSlot &slot : wanted) {
+        const auto isIt = [&slot](const ColumnSlot &other) { return other.column == slot.column; };
+        const auto before = std::find_if(shownColumns.cbegin(), shownColumns.cend(), isIt);
+        if (before != shownColumns.cend() && before->position != slot.position)
+            q_ptr->updateColumn(slot.column);
+    }
+    shownColumns = wanted;
+    return true;
+}
+
+bool QTableFastViewPrivate::followScroll(int dx)
+{
+    const int width = q_ptr->viewport()->width();
+    return dx == 0
+        || follow(scrolled(shownColumns, dx), dx > 0 ? 0 : width + dx, dx > 0 ? dx : width);
+}
+
+bool QTableFastViewPrivate::followResize(int column, int delta)
+{
+    const bool isRightToLeft = q_ptr->isRightToLeft();
+    const int width = q_ptr->viewport()->width();
+    const int dx = isRightToLeft ? -delta : delta;
+    // What grows uncovers nothing: the column itself is painted.
+    const int from = dx > 0 ? 0 : width + dx;
+    const int to = dx > 0 ? dx : width;
+    const bool isShrunk = delta < 0;
+    return follow(resized(shownColumns, column, delta, isRightToLeft), isShrunk ? from : 0,
+                  isShrunk ? to : 0);
 }
 
 //! Puts editors and index widgets onto their cells.
@@ -918,9 +1023,42 @@ void QTableFastView::setViewportMargins(const QMargins &margins)
     QAbstractScrollArea::setViewportMargins(margins);
 }
 
+QSize QTableFastView::viewportSizeHint() const
+{
+    if (!m_model || !m_header)
+        return QAbstractItemView::viewportSizeHint();
+    const qint64 height = qint64(m_itemHeight) * d_ptr->rowCount() + m_viewportMargins.top();
+    return {std::min(m_header->length(), QWIDGETSIZE_MAX),
+            int(std::min<qint64>(height, QWIDGETSIZE_MAX))};
+}
+
+//! A view that is as large as its contents has to be laid out when these change.
+void QTableFastViewPrivate::noticeContentSize()
+{
+    if (q_ptr->sizeAdjustPolicy() == QAbstractScrollArea::AdjustToContents)
+        q_ptr->updateGeometry();
+}
+
+void QTableFastViewPrivate::headerHeightMayChange()
+{
+    if (q_ptr->m_geometryRecursionBlock) // the header has just been placed
+        QMetaObject::invokeMethod(this, "headerHeightMayChange", Qt::QueuedConnection);
+    else
+        q_ptr->adjustViewportMargins();
+}
+
+void QTableFastViewPrivate::iconSizeChanged()
+{
+    pixels.update();
+}
+
 void QTableFastView::adjustViewportMargins()
 {
-    const int top = !m_header || m_header->isHidden() ? 0 : m_header->sizeHint().height();
+    // A header that was given a height, or bounds of one, keeps to them.
+    const int top = !m_header || m_header->isHidden()
+        ? 0
+        : std::min(std::max(m_header->sizeHint().height(), m_header->minimumHeight()),
+                   m_header->maximumHeight());
     if (top != m_viewportMargins.top()) {
         setViewportMargins(m_viewportMargins.left(), top, m_viewportMargins.right(),
                            m_viewportMargins.bottom());
@@ -958,7 +1096,7 @@ void QTableFastView::resizeEvent(QResizeEvent *event)
     }
     if (m_usePixmapCacheIndexed)
         setPixmapCacheIndexedVisibleBounds();
-    viewport()->update();
+    d_ptr->pixels.update();
     d_ptr->placeEditors();
 }
 
@@ -978,11 +1116,18 @@ bool QTableFastView::event(QEvent *event)
     case QEvent::StyleChange:
         updateItemHeight();
         adjustViewportMargins();
-        viewport()->update(); // the base class leaves that to others
+        d_ptr->pixels.update(); // the base class leaves that to others
+        break;
+    case QEvent::FontChange:
+        if (d_ptr->rowHeightFollowsFont)
+            updateItemHeight();
+        break;
+    case QEvent::LayoutRequest:
+        adjustViewportMargins(); // of the header, too, when its bounds change
         break;
     case QEvent::LayoutDirectionChange:
         updateGeometries();
-        viewport()->update();
+        d_ptr->pixels.update();
         break;
     default:
         break;
@@ -995,14 +1140,54 @@ bool QTableFastView::eventFilter(QObject *object, QEvent *event)
     const bool isFiltered = QAbstractItemView::eventFilter(object, event);
     if (object == m_header && (event->type() == QEvent::Show || event->type() == QEvent::Hide))
         adjustViewportMargins();
+    // The header takes these after its filters have seen them.
+    if (object == m_header
+        && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange))
+        QMetaObject::invokeMethod(d_ptr, "headerHeightMayChange", Qt::QueuedConnection);
     return isFiltered;
 }
 
 bool QTableFastView::viewportEvent(QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonPress)
-        d_ptr->keyboardSearch->end();
+    switch (event->type()) {
+    case QEvent::MouseButtonPress: {
+        const QPointer<QTableFastViewPrivate> d = d_ptr; // a click may do anything
+        d->keyboardSearch->end();
+        const bool isHandled = QAbstractItemView::viewportEvent(event);
+        if (d)
+            d->moveAnchor(*static_cast<QMouseEvent *>(event), false);
+        return isHandled;
+    }
+    case QEvent::HoverEnter:
+    case QEvent::HoverMove:
+    case QEvent::HoverLeave:
+        d_ptr->hoverAt(*event);
+        break;
+    default:
+        break;
+    }
     return QAbstractItemView::viewportEvent(event);
+}
+
+void QTableFastViewPrivate::hoverAt(const QEvent &event)
+{
+    QModelIndex index;
+    if (event.type() != QEvent::HoverLeave)
+        index = q_ptr->indexAt(static_cast<const QHoverEvent &>(event).position().toPoint());
+    if (index == q_ptr->hover)
+        return;
+    const QPersistentModelIndex left = std::exchange(q_ptr->hover, index);
+    updateHover(left);
+    updateHover(index);
+}
+
+void QTableFastViewPrivate::updateHover(const QModelIndex &index)
+{
+    if (!index.isValid())
+        return;
+    if (isBuffered(index.row(), index.row()))
+        shiftedCache().clear(index.row(), index.row(), -1, -1);
+    updateRowStrip(index.row());
 }
 
 // The paint buffer
@@ -1159,7 +1344,7 @@ void QTableFastViewPrivate::dropParity(int fromRow, int toRow, int count)
     const int top = std::max(q_ptr->coordinateForItem(fromRow), 0);
     const QRect area = q_ptr->viewport()->rect();
     if (top < area.height())
-        q_ptr->viewport()->update(area.adjusted(0, top, 0, 0));
+        pixels.update(area.adjusted(0, top, 0, 0));
 }
 
 //! Delegates of rows stay with their row number, not with their row's content.
@@ -1168,7 +1353,7 @@ void QTableFastViewPrivate::dropLookOfRowDelegates()
     if (rowDelegates.isEmpty() && seenRowDelegates().isEmpty())
         return;
     clearCache();
-    q_ptr->viewport()->update();
+    pixels.update();
 }
 
 //! The delegates that rows on screen have for themselves, by row.
@@ -1187,7 +1372,7 @@ void QTableFastView::invalidateRegion(const QRegion &region)
 {
     if (m_usePixmapCacheIndexed)
         d_ptr->cache().clearRows(rowsAt(region));
-    viewport()->update(region);
+    d_ptr->pixels.update(region);
 }
 
 void QTableFastView::atRegion(const QRegion &region, QList<int> *rows) const
@@ -1219,8 +1404,7 @@ QList<int> QTableFastView::rowsAt(const QRegion &region) const
 
 void QTableFastView::paintEvent(QPaintEvent *event)
 {
-    d_ptr->pixelMoves = 0;
-    d_ptr->isRepaintPending = false;
+    d_ptr->pixels.painted(event->region());
     QPainter painter(viewport());
     // A painter on a widget begins with the application's direction.
     painter.setLayoutDirection(viewport()->layoutDirection());
@@ -1283,20 +1467,20 @@ void QTableFastView::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
     const int y = option.rect.top() + delay.y();
     const int row = index.row();
 
+    const bool isBuffered = m_usePixmapCacheIndexed && !pass.isInPlace;
     QStyleOptionViewItem cell;
     bool isCellCopied = false;
-    for (const QTableFastViewPrivate::ColumnSlot &slot : pass.columns) {
+    for (const ColumnSlot &slot : pass.columns) {
         const QRect rect(slot.x + delay.x(), y, slot.width, option.rect.height());
-        if (m_usePixmapCacheIndexed && d_ptr->drawBuffered(painter, rect, row, slot.column, pass)) {
+        if (isBuffered && d_ptr->drawBuffered(painter, rect, row, slot.column, pass))
             continue;
-        }
         if (!isCellCopied)
             cell = option;
         isCellCopied = true;
         const QModelIndex cellIndex = m_model->index(row, slot.column);
         d_ptr->setCellOption(&cell, option, slot, cellIndex, pass);
         cell.rect = rect;
-        if (m_usePixmapCacheIndexed) {
+        if (isBuffered) {
             QPixmap *pixmap = d_ptr->renderCell(cell, cellIndex);
             m_pixmapCacheIndexed.insertPixmap(row, slot.column, pixmap);
             painter->drawPixmap(rect, *pixmap, QRect());
@@ -1326,12 +1510,27 @@ QStyleOptionViewItem QTableFastViewPrivate::baseOption() const
     return option;
 }
 
+//! Whether pictures of cells cannot be kept: they would show another background, or would
+//! not lie on device pixels.
+bool QTableFastViewPrivate::paintsInPlace() const
+{
+    const QWidget &viewport = *q_ptr->viewport();
+    return !hasWholeDevicePixels(viewport) || !hasPlainBackground(viewport)
+        || !hasPlainCells(q_ptr->palette());
+}
+
 //! Gathers what the rows of \a region share; null stands for everything.
 QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion *region) const
 {
     PaintPass pass;
     pass.region = region;
-    pass.columns = columnSlots();
+    pass.columns = columnSlots(q_ptr->leftAndRight);
+    pass.isInPlace = paintsInPlace();
+    if (q_ptr->hover.isValid() && q_ptr->hover.model() == q_ptr->m_model) {
+        pass.hoverRow = q_ptr->hover.row();
+        const bool isRow = q_ptr->selectionBehavior() == QAbstractItemView::SelectRows;
+        pass.hoverColumn = isRow ? -1 : q_ptr->hover.column();
+    }
     if (const QItemSelectionModel *selectionModel = q_ptr->m_selectionModel) {
         const int first = topRow();
         const int last = lastSeenRow();
@@ -1347,14 +1546,14 @@ QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion 
     return pass;
 }
 
-//! The non-hidden columns of leftAndRight in visual order.
-QList<QTableFastViewPrivate::ColumnSlot> QTableFastViewPrivate::columnSlots() const
+//! The non-hidden columns between two visual indexes.
+ColumnStrip QTableFastViewPrivate::columnSlots(QPair<int, int> visual) const
 {
     const QHeaderView *header = q_ptr->m_header;
-    const auto [first, last] = q_ptr->leftAndRight;
-    QList<ColumnSlot> columns;
-    for (int visual = first; visual <= last; ++visual) {
-        const int column = header->logicalIndex(visual);
+    const auto [first, last] = visual;
+    ColumnStrip columns;
+    for (int at = first; at <= last; ++at) {
+        const int column = header->logicalIndex(at);
         if (column >= 0 && !header->isSectionHidden(column)) {
             columns.append({column, header->sectionViewportPosition(column),
                             header->sectionSize(column), QStyleOptionViewItem::Middle});
@@ -1412,11 +1611,18 @@ bool QTableFastViewPrivate::mayBeSelected(const PaintPass &pass, int row, int co
 void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass)
 {
     Look wanted = lookOf(option);
-    if (wanted != look) {
+    wanted.isInPlace = pass.isInPlace;
+    const bool isNewLook = wanted != look;
+    if (isNewLook) {
         look = std::move(wanted);
         clearCache();
-        // What this event does not paint still shows the old look.
-        q_ptr->viewport()->update(QRegion(q_ptr->viewport()->rect()) - *pass.region);
+    }
+    if (isNewLook || pass.columns != shownColumns) {
+        shownColumns = pass.columns;
+        // What this event does not paint still shows what was.
+        const QRegion rest = QRegion(q_ptr->viewport()->rect()) - *pass.region;
+        if (!rest.isEmpty())
+            pixels.update(rest);
     }
     noticeDelegates(pass);
     if (q_ptr->m_usePixmapCacheIndexed) {
@@ -1454,8 +1660,8 @@ void QTableFastViewPrivate::noticeDelegates(const PaintPass &pass)
 {
     QList<int> replaced;
     for (const ColumnSlot &slot : pass.columns) {
-        DelegateMark now(q_ptr->itemDelegateForColumn(slot.column));
-        DelegateMark &known = columnDelegates[slot.column];
+        const ColumnLook now {q_ptr->itemDelegateForColumn(slot.column), slot.position};
+        ColumnLook &known = columnLooks[slot.column];
         if (now != known)
             replaced.append(slot.column);
         known = now;
@@ -1468,6 +1674,20 @@ void QTableFastViewPrivate::noticeDelegates(const PaintPass &pass)
         return;
     rowDelegates = std::move(now);
     clearCache();
+}
+
+void QTableFastViewPrivate::repaintAll()
+{
+    clearCache();
+    pixels.update();
+}
+
+//! Rows are numbered anew and the view has not been told yet: it cannot say which of its
+//! pixels, and of its kept cells, a number means.
+void QTableFastViewPrivate::noticeUntoldRows()
+{
+    if (rowCount() != knownRows)
+        repaintAll();
 }
 
 //! Drops the rows that were cached with the look of the current row and are not
@@ -1510,6 +1730,9 @@ void QTableFastViewPrivate::setCellOption(QStyleOptionViewItem *cell,
     const bool isCurrentRow = index.row() == pass.currentRow;
     cell->state = row.state;
     cell->state.setFlag(QStyle::State_HasFocus, isCurrentRow);
+    if (index.row() == pass.hoverRow
+        && (pass.hoverColumn < 0 || index.column() == pass.hoverColumn))
+        cell->state |= QStyle::State_MouseOver;
     if (isCurrentRow && pass.hasEditorFocus)
         cell->state |= QStyle::State_Active;
     if (mayBeSelected(pass, index.row(), slot.column) && q_ptr->m_selectionModel->isSelected(index))
@@ -1657,6 +1880,19 @@ bool QTableFastView::isCurrentLast() const
     return rows == 0 || current.row() == rows - 1;
 }
 
+bool QTableFastView::followsCurrentRow() const
+{
+    return d_ptr->followsCurrentRow;
+}
+
+void QTableFastView::setFollowsCurrentRow(bool on)
+{
+    d_ptr->followsCurrentRow = on;
+    d_ptr->isFirstOwed = d_ptr->isLastOwed = false;
+    if (!on)
+        d_ptr->resetTarget = QPersistentModelIndex();
+}
+
 void QTableFastView::setCurrentFirst()
 {
     currentFirst = true;
@@ -1701,6 +1937,14 @@ void QTableFastView::keyPressEvent(QKeyEvent *event)
             return;
         }
     }
+    if (d_ptr->hasStandardKeys) {
+        const QPointer<QTableFastViewPrivate> d = d_ptr;
+        d->moveAnchor(*event, true);
+        QAbstractItemView::keyPressEvent(event);
+        if (d)
+            d->moveAnchor(*event, false);
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_Left:
     case Qt::Key_Up:
@@ -1739,8 +1983,7 @@ void QTableFastView::moveCurrentIndex(const QModelIndex &index, int key)
     setCurrentIndex(moveCursor(action, Qt::NoModifier));
 }
 
-QModelIndex QTableFastView::moveCursor(CursorAction cursorAction,
-                                       Qt::KeyboardModifiers /*modifiers*/)
+QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardModifiers modifiers)
 {
     if (!m_model)
         return {};
@@ -1751,6 +1994,10 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction,
         return rows > 0 && column >= 0 ? m_model->index(0, column) : QModelIndex();
     }
 
+    const bool isVertical = cursorAction == MoveUp || cursorAction == MoveDown
+        || cursorAction == MovePageUp || cursorAction == MovePageDown;
+    if (d_ptr->hasStandardKeys && !isVertical)
+        return d_ptr->standardMove(cursorAction, modifiers);
     const int row = current.row();
     const int column = current.column();
     switch (cursorAction) {
@@ -1843,7 +2090,7 @@ QModelIndex QTableFastViewPrivate::moveLeft(const QModelIndex &current)
 QModelIndex QTableFastViewPrivate::endHorizontalMove(const QModelIndex &current)
 {
     q_ptr->updateGeometries();
-    q_ptr->viewport()->update();
+    pixels.update();
     return current;
 }
 
@@ -1871,8 +2118,8 @@ void QTableFastView::setSelection(const QRect &rect, QItemSelectionModel::Select
     int right = std::max(rect.left(), rect.right());
     if (isRightToLeft())
         std::swap(left, right);
-    const QModelIndex topLeft = indexAt(QPoint(left, top));
-    const QModelIndex bottomRight = indexAt(QPoint(right, bottom));
+    const QModelIndex topLeft = d_ptr->cornerAt(QPoint(left, top));
+    const QModelIndex bottomRight = d_ptr->cornerAt(QPoint(right, bottom));
 
     if (!topLeft.isValid() && !bottomRight.isValid()) {
         if (command & QItemSelectionModel::Clear)
@@ -1884,7 +2131,7 @@ void QTableFastView::setSelection(const QRect &rect, QItemSelectionModel::Select
         qWarning("TODO: !bottomRight.isValid()");
     } else if ((m_model->flags(topLeft) & Qt::ItemIsEnabled)
                && (m_model->flags(bottomRight) & Qt::ItemIsEnabled)) {
-        m_selectionModel->select(QItemSelection(topLeft, bottomRight), command);
+        m_selectionModel->select(d_ptr->rangeBetween(topLeft, bottomRight), command);
     }
 }
 
@@ -1916,6 +2163,7 @@ void QTableFastViewPrivate::repaintSelection(const QItemSelection &selection)
 {
     if (selection.isEmpty() || !q_ptr->m_model)
         return;
+    noticeUntoldRows();
     if (q_ptr->m_usePixmapCacheIndexed)
         shiftedCache().clear(selection);
     QRegion region = q_ptr->visualRegionForSelection(selection);
@@ -1930,12 +2178,13 @@ void QTableFastViewPrivate::repaintSelection(const QItemSelection &selection)
         region +=
             rowStrip(range.top()).united(rowStrip(range.bottom())) & q_ptr->viewport()->rect();
     }
-    q_ptr->viewport()->update(region);
+    pixels.update(region);
 }
 
 void QTableFastView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
-    QAbstractItemView::currentChanged(current, previous);
+    d_ptr->isFirstOwed = d_ptr->isLastOwed = false;
+    d_ptr->baseCurrentChanged(current, previous);
     // Rows, not cells: the column of the index may be hidden.
     if (previous.isValid())
         d_ptr->updateRowStrip(previous.row());
@@ -1963,6 +2212,13 @@ void QTableFastView::rowsAboutToBeInserted(const QModelIndex &parent, int /*star
     const QScrollBar *bar = verticalScrollBar();
     stayAtTop = bar->value() == bar->minimum();
     stayAtEnd = bar->value() == bar->maximum();
+    if (d_ptr->isFetching) {
+        // More of the table, not new rows: what is seen stays.
+        stayAtTop = rows == 0;
+        stayAtEnd = currentFirst = currentLast = false;
+        return;
+    }
+    d_ptr->takeOwedEdges();
 
     // Where both ends coincide, new rows are expected where the order puts them.
     const bool isAscending = m_header && m_header->sortIndicatorOrder() == Qt::AscendingOrder;
@@ -1970,6 +2226,16 @@ void QTableFastView::rowsAboutToBeInserted(const QModelIndex &parent, int /*star
         (isAscending ? stayAtEnd : stayAtTop) = false;
     if (currentFirst && currentLast)
         (isAscending ? currentLast : currentFirst) = false;
+}
+
+//! A current index that an editor held back follows again once the editor is closed.
+void QTableFastViewPrivate::takeOwedEdges()
+{
+    if ((!isFirstOwed && !isLastOwed) || isEditing())
+        return;
+    q_ptr->currentFirst = q_ptr->currentFirst || isFirstOwed;
+    q_ptr->currentLast = q_ptr->currentLast || isLastOwed;
+    isFirstOwed = isLastOwed = false;
 }
 
 void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
@@ -1981,6 +2247,8 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
     const quint64 serial = ++d_ptr->changeSerial;
     const qint64 oldTop = d_ptr->contentTop();
 
+    const QPersistentModelIndex follower = d_ptr->edgeToFollow(start, end);
+    d_ptr->knownRows = d_ptr->rowCount();
     d_ptr->insertCachedRows(start, end);
     d_ptr->setRangeQuietly();
     if (stayAtEnd && !stayAtTop)
@@ -1995,38 +2263,48 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
     d_ptr->evictOutside();
     d_ptr->dropParity(start, std::numeric_limits<int>::max(), count);
     d_ptr->dropLookOfRowDelegates();
-    d_ptr->followEdge(start, end, isConsistent);
+    if (follower.isValid())
+        d_ptr->followEdge(follower, isConsistent);
     if (!isUndisturbed)
         invalidateRegion(viewport()->rect());
     m_modelRowCountBefore = d_ptr->rowCount();
     QAbstractItemView::rowsInserted(parent, start, end);
 }
 
-//! Lets the current index follow rows that arrived at the edge it is on.
-void QTableFastViewPrivate::followEdge(int start, int end, bool isConsistent)
+//! What the current index moves to as rows arrived at the edge it is on; invalid if it
+//! stays.
+QModelIndex QTableFastViewPrivate::edgeToFollow(int start, int end)
 {
-    int row = 0;
-    if (!followsEdge(start, end, &row))
-        return;
+    const int last = rowCount() - 1;
+    const bool isFirst = q_ptr->currentFirst && start == 0;
+    if (!followsCurrentRow || (!isFirst && !(q_ptr->currentLast && end == last)))
+        return {};
+    if (isEditing()) {
+        (isFirst ? isFirstOwed : isLastOwed) = true;
+        return {};
+    }
+    return q_ptr->m_model->index(isFirst ? 0 : last, q_ptr->currentColumn);
+}
+
+//! Whether the user is at work in the current row.
+bool QTableFastViewPrivate::isEditing() const
+{
+    const QModelIndex current = q_ptr->currentIndex();
+    return q_ptr->state() == QAbstractItemView::EditingState
+        || (current.isValid() && q_ptr->m_header && hasEditorFocus(current.row()));
+}
+
+//! Makes \a target current without scrolling to it.
+void QTableFastViewPrivate::followEdge(const QModelIndex &target, bool isConsistent)
+{
     holdAutoScroll();
     QItemSelectionModel *selectionModel = q_ptr->m_selectionModel;
     if (isConsistent && selectionModel && selectionModel->currentIndex().isValid()) {
         selectionModel->clearSelection();
         updateRowStrip(selectionModel->currentIndex().row());
     }
-    q_ptr->setCurrentIndex(q_ptr->m_model->index(row, q_ptr->currentColumn));
+    q_ptr->setCurrentIndex(target);
     releaseAutoScroll();
-}
-
-bool QTableFastViewPrivate::followsEdge(int start, int end, int *row) const
-{
-    const int last = rowCount() - 1;
-    if (q_ptr->currentFirst && start == 0) {
-        *row = 0;
-        return true;
-    }
-    *row = last;
-    return q_ptr->currentLast && end == last;
 }
 
 void QTableFastView::rowsAboutToBeRemoved(const QModelIndex & /*parent*/, int /*start*/,
@@ -2066,6 +2344,8 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
     }
     ++d_ptr->changeSerial;
     const int count = last - first + 1;
+    const bool isConsistent = d_ptr->knownRows - count == d_ptr->rowCount();
+    d_ptr->knownRows = d_ptr->rowCount();
     const bool isAbove = d_ptr->topRow() > last;
     const bool isSeen = !isAbove && d_ptr->lastSeenRow() >= first;
     d_ptr->removeCachedRows(first, last);
@@ -2073,15 +2353,18 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
         d_ptr->moveRowsQuietly(-count);
     d_ptr->setRangeQuietly();
     if (isSeen) {
-        viewport()->update();
+        d_ptr->pixels.update();
         updateScrollBars(0);
     }
     d_ptr->evictOutside();
     d_ptr->dropParity(first, std::numeric_limits<int>::max(), count);
     d_ptr->dropLookOfRowDelegates();
+    if (!isConsistent)
+        d_ptr->repaintAll();
     d_ptr->releaseAutoScroll();
     m_modelRowCountBefore = d_ptr->rowCount();
-    setCurrentIndex(currentIndex());
+    if (d_ptr->followsCurrentRow)
+        setCurrentIndex(currentIndex());
     d_ptr->placeEditors();
 }
 
@@ -2093,6 +2376,7 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
         return;
     }
     ++d_ptr->changeSerial;
+    d_ptr->knownRows = d_ptr->rowCount();
     if (sourceParent.isValid() || destinationParent.isValid()) {
         columnCountChanged(0, 0); // rows came or went: all is measured and painted anew
         m_modelRowCountBefore = d_ptr->rowCount();
@@ -2106,7 +2390,7 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
         const int shift = d_ptr->valueShiftForMove(sourceStart, sourceEnd, destinationRow);
         if (shift != 0)
             d_ptr->moveRowsQuietly(shift);
-        viewport()->update();
+        d_ptr->pixels.update();
         updateScrollBars(0);
     }
     d_ptr->evictOutside();
@@ -2153,9 +2437,10 @@ void QTableFastView::reset()
     if (!m_model)
         return;
     ++d_ptr->changeSerial;
+    d_ptr->knownRows = d_ptr->rowCount();
     if (m_usePixmapCacheIndexed)
         d_ptr->clearCache();
-    viewport()->update();
+    d_ptr->pixels.update();
     updateScrollBars(0);
     d_ptr->followReset();
     const QModelIndex current = currentIndex();
@@ -2167,6 +2452,8 @@ void QTableFastView::reset()
 void QTableFastViewPrivate::followReset()
 {
     resetTarget = QPersistentModelIndex();
+    if (!followsCurrentRow || isFetching)
+        return;
     const int row = q_ptr->currentFirst ? 0 : q_ptr->currentLast ? rowCount() - 1 : -1;
     if (row < 0)
         return;
@@ -2188,10 +2475,10 @@ void QTableFastView::dataChanged(const QModelIndex &topLeft, const QModelIndex &
 {
     if (!topLeft.isValid() || !bottomRight.isValid()) {
         QAbstractItemView::dataChanged(topLeft, bottomRight, roles);
-        d_ptr->clearCache();
-        viewport()->update();
+        d_ptr->repaintAll();
         return;
     }
+    d_ptr->noticeUntoldRows();
     if (!viewport()->children().isEmpty())
         QAbstractItemView::dataChanged(topLeft, bottomRight,
                                        roles); // open editors show the new data
@@ -2200,7 +2487,7 @@ void QTableFastView::dataChanged(const QModelIndex &topLeft, const QModelIndex &
                                     bottomRight.column());
     }
     if (topLeft.row() <= d_ptr->lastSeenRow() && bottomRight.row() >= d_ptr->topRow())
-        viewport()->update(visualRegionForSelection(QItemSelection(topLeft, bottomRight)));
+        d_ptr->pixels.update(visualRegionForSelection(QItemSelection(topLeft, bottomRight)));
 }
 
 void QTableFastView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight)
@@ -2215,8 +2502,9 @@ void QTableFastView::layoutChanged(const QList<QPersistentModelIndex> & /*parent
         return;
     if (m_usePixmapCacheIndexed)
         d_ptr->clearCache();
-    viewport()->update();
+    d_ptr->pixels.update();
     const int rows = d_ptr->rowCount();
+    d_ptr->knownRows = rows;
     if (hint == QAbstractItemModel::VerticalSortHint || rows != m_modelRowCountBefore)
         updateVScrollBar(0);
     else if (hint == QAbstractItemModel::HorizontalSortHint)
@@ -2286,7 +2574,7 @@ void QTableFastView::columnCountChanged(int /*oldCount*/, int /*newCount*/)
 //! Columns came, went or moved, or the header is another one.
 void QTableFastViewPrivate::columnsChanged()
 {
-    columnDelegates.clear();
+    columnLooks.clear();
     q_ptr->columnCountChanged(0, 0);
     q_ptr->updateGeometries();
 }
@@ -2301,8 +2589,8 @@ void QTableFastView::updateColumn(int column)
 {
     if (isColumnHidden(column))
         return;
-    viewport()->update(columnViewportPosition(column), 0, columnWidth(column),
-                       viewport()->height());
+    d_ptr->pixels.update(
+        QRect(columnViewportPosition(column), 0, columnWidth(column), viewport()->height()));
 }
 
 void QTableFastView::columnResized(int column, int oldSize, int newSize)
@@ -2318,30 +2606,32 @@ void QTableFastView::columnResized(int column, int oldSize, int newSize)
     }
     // Showing or hiding a column changes what its neighbours are painted as.
     const bool isShownOrHidden = oldSize == 0 || newSize == 0;
-    if (isShownOrHidden || oldOffset != m_header->offset() || !d_ptr->canMovePixels()) {
-        if (isShownOrHidden)
-            d_ptr->clearCache();
-        viewport()->update();
+    if (isShownOrHidden)
+        d_ptr->clearCache();
+    if (isShownOrHidden || oldOffset != m_header->offset()
+        || !d_ptr->followResize(column, newSize - oldSize) || !d_ptr->canMovePixels()) {
+        d_ptr->pixels.update();
         d_ptr->placeEditors();
         return;
     }
+    d_ptr->moveColumnsAfter(column, newSize - oldSize);
+}
 
-    // The columns after this one move along; these are at its left in right-to-left.
-    const int position = m_header->sectionViewportPosition(column);
-    const int size = m_header->sectionSize(column);
-    const int delta = newSize - oldSize;
-    const QRect area = viewport()->rect();
+//! Moves the pixels of the columns after \a column, which grew by \a delta pixels; these are
+//! at its left in right-to-left.
+void QTableFastViewPrivate::moveColumnsAfter(int column, int delta)
+{
+    const QHeaderView *header = q_ptr->m_header;
+    const int position = header->sectionViewportPosition(column);
+    const int size = header->sectionSize(column);
+    const QRect area = q_ptr->viewport()->rect();
     QRect moved = area;
-    if (isRightToLeft())
+    if (q_ptr->isRightToLeft())
         moved.setRight(position);
     else
         moved.setLeft(position + size - 1);
-    moved &= area;
-    if (std::abs(delta) >= moved.width())
-        viewport()->update(moved);
-    else
-        viewport()->scroll(isRightToLeft() ? -delta : delta, 0, moved);
-    viewport()->update(position, 0, size, area.height());
+    pixels.moveStrip(q_ptr->isRightToLeft() ? -delta : delta, 0, moved & area);
+    pixels.update(QRect(position, 0, size, area.height()));
 }
 
 void QTableFastView::columnMoved(int logicalIndex, int oldVisualIndex, int newVisualIndex)
@@ -2362,7 +2652,7 @@ void QTableFastView::columnMoved(int logicalIndex, int oldVisualIndex, int newVi
         d_ptr->cache().clearColumns(columns);
         setPixmapCacheIndexedVisibleBounds();
     }
-    viewport()->update();
+    d_ptr->pixels.update();
     updateScrollBars(0);
     d_ptr->placeEditors();
 }

@@ -79,6 +79,15 @@ private:
 class VANTIX_EXPORT QTableFastView : public QAbstractItemView
 {
     Q_OBJECT
+    Q_PROPERTY(bool paintBufferEnabled READ isPaintBufferEnabled WRITE setPaintBufferEnabled)
+    Q_PROPERTY(bool sortingEnabled READ isSortingEnabled WRITE setSortingEnabled)
+    Q_PROPERTY(bool followsCurrentRow READ followsCurrentRow WRITE setFollowsCurrentRow)
+    Q_PROPERTY(bool hasStandardKeys READ hasStandardKeys WRITE setStandardKeys)
+    Q_PROPERTY(bool selectsVisualRanges READ selectsVisualRanges WRITE setSelectsVisualRanges)
+    Q_PROPERTY(int rowHeight READ rowHeight WRITE setRowHeight RESET resetRowHeight NOTIFY
+                   rowHeightChanged)
+    Q_PROPERTY(bool rowHeightFollowsFont READ rowHeightFollowsFont WRITE setRowHeightFollowsFont)
+    Q_PROPERTY(int frozenColumnWidth READ frozenColumnWidth DESIGNABLE false STORED false)
     Q_MOC_INCLUDE(<QHeaderView>)
 
 public:
@@ -90,6 +99,9 @@ public:
     //! The horizontal header that holds the columns; null only after it was
     //! destroyed by someone else.
     QHeaderView *header() const;
+
+    //! header(), as QTableView calls it.
+    QHeaderView *horizontalHeader() const { return header(); }
 
     //! Shows \a header instead and becomes its parent. The old header is deleted if
     //! the view is its parent. A header without a model gets the view's. Null and
@@ -114,6 +126,35 @@ public:
     int columnViewportPosition(int column) const;
     //! Repaints what is visible of a column.
     void updateColumn(int column);
+    //! Shows the section \a column (logical index) of the header again.
+    void showColumn(int column);
+    //! Hides or shows a column. Columns out of range are ignored.
+    void setColumnHidden(int column, bool hide);
+    //! Makes a column \a width logical pixels wide, as far as the header's section sizes
+    //! allow. Columns out of range and negative widths are ignored.
+    void setColumnWidth(int column, int width);
+    //! The column (logical index) at \a x in viewport pixels, or −1.
+    int columnAt(int x) const;
+    //! The row at \a y in viewport pixels, or −1.
+    int rowAt(int y) const;
+    //! Top of \a row in viewport pixels, outside of the viewport too; −1 for a row that does
+    //! not exist.
+    int rowViewportPosition(int row) const;
+    //! Height of every row, logical pixels; at least 1.
+    int rowHeight() const;
+    //! rowHeight() for a row that exists, else 0.
+    int rowHeight(int row) const;
+    //! Makes every row \a height logical pixels high, whatever font and delegates ask for; 0
+    //! or less as resetRowHeight(). The rows on screen stay.
+    void setRowHeight(int height);
+    //! Goes back to the height that font and delegates ask for.
+    void resetRowHeight();
+    //! Whether another font gives another row height at once: one set for the view, for the
+    //! application, or by a style sheet. Off at first: see updateItemHeight().
+    //! @{
+    bool rowHeightFollowsFont() const;
+    void setRowHeightFollowsFont(bool on);
+    //! @}
 
     //! True when a click on the header sorts.
     bool isSortingEnabled() const;
@@ -153,6 +194,47 @@ public:
     //! Makes the first visible cell of \a row current, which selects as the
     //! selection behaviour and mode say. Rows out of range are ignored.
     void selectRow(int row);
+    //! Selects all cells of a column (logical index), as the selection mode allows, and makes
+    //! its cell in the first row on screen current. Columns out of range are ignored.
+    void selectColumn(int column);
+
+    //! Whether a current index on the first or last row follows rows that arrive there, and
+    //! after a reset (on at first). Off, neither the current index nor the selection moves by
+    //! itself. Where the view is scrolled to is not concerned.
+    //! @{
+    bool followsCurrentRow() const;
+    void setFollowsCurrentRow(bool on);
+    //! @}
+
+    /*!
+     * Whether keys do what they do in QTableView. Off at first.
+     *
+     * | key | off | on |
+     * |---|---|---|
+     * | Left, Right | the next cell, which becomes all that is selected; scrolls at the edge | the
+     * next cell | | Up, Down | the next row, which becomes all that is selected | the next row | |
+     * Home, End | the first, the last row | the first, the last column of the row | | Ctrl+Home,
+     * Ctrl+End | the first, the last row | the first, the last cell of the table | | Page up, Page
+     * down | by a viewport | by a viewport | | Shift with these | extends, but for arrows | extends
+     * | | Ctrl with arrows | as without | moves without selecting | | Tab, Shift+Tab | the next
+     * widget | the next, the former cell, over the ends of rows |
+     *
+     * What extends and what moves without selecting depends on the selection mode, as in any
+     * QAbstractItemView. Columns are taken in the order on screen.
+     */
+    //! @{
+    bool hasStandardKeys() const;
+    void setStandardKeys(bool on);
+    //! @}
+
+    //! Whether a range that keys or mouse select is what lies between its two corners on
+    //! screen, as in QTableView, rather than between their logical columns. That differs
+    //! when columns were moved. Off at first.
+    //! @{
+    bool selectsVisualRanges() const;
+    void setSelectsVisualRanges(bool on);
+    //! @}
+
     //! Makes \a index current and moves on by one arrow key (Qt::Key_Left,
     //! Key_Up, Key_Right or Key_Down). Invalid indexes are ignored; other keys
     //! are reported as a debug message.
@@ -226,6 +308,7 @@ public Q_SLOTS:
     virtual void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight);
     //! Does nothing: rows need no layout.
     void doItemsLayout() override;
+    //! Moves the columns after a resized one, and paints it.
     virtual void columnResized(int column, int oldSize, int newSize);
     virtual void columnCountChanged(int oldCount, int newCount);
     virtual void columnMoved(int logicalIndex, int oldVisualIndex, int newVisualIndex);
@@ -292,6 +375,9 @@ protected:
     bool viewportEvent(QEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
     void updateGeometries() override;
+    void timerEvent(QTimerEvent *event) override;
+    void verticalScrollbarValueChanged(int value) override;
+    QSize viewportSizeHint() const override;
     QModelIndex moveCursor(CursorAction cursorAction, Qt::KeyboardModifiers modifiers) override;
     int horizontalOffset() const override;
     int verticalOffset() const override;

@@ -5,6 +5,8 @@
 #define QTABLEFASTVIEW_P_H
 
 #include "pixmapcacheindexed.h"
+#include "view/columnstrip_p.h"
+#include "view/pixelmover_p.h"
 
 #include <QAbstractItemDelegate>
 #include <QFont>
@@ -21,6 +23,7 @@
 #include <QStyleOptionViewItem>
 
 class KeyboardSearch;
+class QInputEvent;
 class QItemSelectionModel;
 class QTableFastView;
 
@@ -33,21 +36,15 @@ class QTableFastViewPrivate : public QObject
     Q_OBJECT
 
 public:
-    //! One column to paint.
-    struct ColumnSlot
-    {
-        int column; //!< logical index
-        int x;      //!< left edge, viewport pixels
-        int width;  //!< logical pixels
-        QStyleOptionViewItem::ViewItemPosition position;
-    };
-
     //! What all rows of one paint event share.
     struct PaintPass
     {
         const QRegion *region = nullptr; //!< what is painted; null: everything
-        QList<ColumnSlot> columns;       //!< in visual order
+        ColumnStrip columns;             //!< all that are seen
+        bool isInPlace = false;          //!< no picture of a cell would be the right one
         QItemSelection selection;        //!< what of the selection touches the rows on screen
+        int hoverRow = -1;               //!< under the pointer
+        int hoverColumn = -1;            //!< the same; −1 for all of the row
         int currentRow = -1;             //!< the selection model's current row
         bool hasEditorFocus = false;     //!< an editor in the current row has the focus
     };
@@ -74,6 +71,15 @@ public:
         bool m_hasDelegate;
     };
 
+    //! What the look of a column's cells depends on.
+    struct ColumnLook
+    {
+        DelegateMark delegate;
+        int position = 0; //!< QStyleOptionViewItem::ViewItemPosition
+
+        friend bool operator==(const ColumnLook &a, const ColumnLook &b) = default;
+    };
+
     //! Everything beside the model, the selection and the current index that the
     //! look of every cell depends on.
     struct Look
@@ -95,6 +101,7 @@ public:
         int hiddenColumnCount = 0;
         QPointer<QStyle> style;
         DelegateMark delegate;
+        bool isInPlace = false;
 
         friend bool operator==(const Look &a, const Look &b) = default;
     };
@@ -121,12 +128,17 @@ public:
     void scrollToHorizontalOffset(int offset);
     int applyHorizontalValue();
     void setHorizontalRange(int width, int fit);
+    void noticeContentSize();
     int scrolledRowPixels(int dy) const;
     qint64 verticalValueFor(int row, int hint);
     qint64 topRowAbove(int row, int budget) const;
     void movePixels(qint64 oldTop, int start, int count);
     void scrollStrip(qint64 top, qint64 bottom, qint64 dy);
     bool canMovePixels();
+    bool follow(const ColumnStrip &moved, int from, int to);
+    bool followScroll(int dx);
+    bool followResize(int column, int delta);
+    void moveColumnsAfter(int column, int delta);
     void placeEditors();
 
     // Auto-scroll is off between the two notifications of a removal or a move.
@@ -148,12 +160,16 @@ public:
     void evictOutside();
     void dropParity(int fromRow, int toRow, int count);
     void dropLookOfRowDelegates();
+    void repaintAll();
     QHash<int, DelegateMark> seenRowDelegates() const;
 
     // Painting
     QStyleOptionViewItem baseOption() const;
+    bool paintsInPlace() const;
+    void hoverAt(const QEvent &event);
+    void updateHover(const QModelIndex &index);
     PaintPass paintPass(const QRegion *region) const;
-    QList<ColumnSlot> columnSlots() const;
+    ColumnStrip columnSlots(QPair<int, int> visual) const;
     int shownColumnBefore(int visualIndex) const;
     bool hasEditorFocus(int row) const;
     bool mayBeSelected(const PaintPass &pass, int row, int column) const;
@@ -178,15 +194,30 @@ public:
     QModelIndex moveLeft(const QModelIndex &current);
     QModelIndex endHorizontalMove(const QModelIndex &current);
     void repaintSelection(const QItemSelection &selection);
+    QModelIndex endOfRow(int row, int step) const;
+    QModelIndex neighbourCell(const QModelIndex &current, int step) const;
+    QModelIndex standardMove(int action, Qt::KeyboardModifiers modifiers) const;
+    QItemSelection rangeBetween(const QModelIndex &a, const QModelIndex &b) const;
+    QModelIndex cornerAt(const QPoint &point) const;
+    void moveAnchor(const QInputEvent &event, bool isBefore);
 
     // Model changes
     void connectModel(QAbstractItemModel *model);
     void disconnectModel(QAbstractItemModel *model);
-    void followEdge(int start, int end, bool isConsistent);
-    bool followsEdge(int start, int end, int *row) const;
+    QModelIndex edgeToFollow(int start, int end);
+    void followEdge(const QModelIndex &target, bool isConsistent);
+    void takeOwedEdges();
+    bool isEditing() const;
     void followReset();
     void columnsChanged();
     int valueShiftForMove(int start, int end, int row) const;
+    void noticeUntoldRows();
+
+    // Models that have more rows than they tell at first
+    bool mayFetch() const;
+    void fetchMore();
+    template<typename Work> void whileFetching(const Work &work);
+    void baseCurrentChanged(const QModelIndex &current, const QModelIndex &previous);
 
 public Q_SLOTS:
     void modelDestroyed();
@@ -195,8 +226,13 @@ public Q_SLOTS:
     void modelColumnsChanged(const QModelIndex &parent);
     void focusChanged(QWidget *old, QWidget *now);
     void applyResetTarget();
+    void headerHeightMayChange();
+    void iconSizeChanged();
 
 public:
+    //! Pixel positions saturate here, so that a rectangle's far edge stays an int too.
+    static constexpr qint64 farAway = qint64(1) << 30;
+
     QPoint scrollDelayOffset; //!< logical pixels added to every cell rectangle
     QTableFastView *q_ptr;    //!< the view
 
@@ -205,19 +241,31 @@ public:
     QPersistentModelIndex resetTarget;               //!< becomes current once a reset has settled
     bool savedAutoScroll = false;                    //!< as the application had set it
     int autoScrollHolds = 0;                         //!< notifications between which it is off
-    quint64 changeSerial = 0; //!< counts changes of rows, to notice nested ones
+    quint64 changeSerial = 0;   //!< counts changes of rows, to notice nested ones
+    int knownRows = 0;          //!< as told by the model's signals
+    bool isFetching = false;    //!< rows that arrive are those the view asked for
+    bool isFetchWanted = false; //!< the view came to its end meanwhile
+    bool followsCurrentRow = true;
+    bool hasStandardKeys = false;
+    bool savedTabKeyNavigation = false; //!< before the standard keys
+    bool selectsVisualRanges = false;
+    QPersistentModelIndex anchor; //!< where a range that Shift extends begins
+    int fixedRowHeight = 0;       //!< logical pixels; 0: as font and delegates ask for
+    bool rowHeightFollowsFont = false;
+    bool isFirstOwed = false; //!< an editor kept the current index from following
+    bool isLastOwed = false;
 
-    int shownScrollMode = 0;       //!< the vertical one that the picture was made in
-    int pixelMoves = 0;            //!< since the last paint event
-    bool isRepaintPending = false; //!< the whole viewport will be painted next
+    PixelMover pixels;        //!< all repaints of the view
+    ColumnStrip shownColumns; //!< where they are on screen
+    int shownScrollMode = 0;  //!< the vertical one that the picture was made in
 
-    const PaintPass *pass = nullptr; //!< while draw() runs
-    int cacheShift = 0;              //!< rows that everything cached has still to move down
-    Look look;                       //!< of what is cached and on screen
-    QHash<int, DelegateMark> columnDelegates; //!< of the painted columns
-    QHash<int, DelegateMark> rowDelegates;    //!< of the painted rows that have one
-    QPersistentModelIndex focusRow;           //!< cached as the current row
-    QPersistentModelIndex editorRow;          //!< cached as the row of a focused editor
+    const PaintPass *pass = nullptr;       //!< while draw() runs
+    int cacheShift = 0;                    //!< rows that everything cached has still to move down
+    Look look;                             //!< of what is cached and on screen
+    QHash<int, ColumnLook> columnLooks;    //!< of the painted columns
+    QHash<int, DelegateMark> rowDelegates; //!< of the painted rows that have one
+    QPersistentModelIndex focusRow;        //!< cached as the current row
+    QPersistentModelIndex editorRow;       //!< cached as the row of a focused editor
 };
 
 #endif // QTABLEFASTVIEW_P_H

@@ -179,7 +179,7 @@ public:
     explicit View(QAbstractItemModel *model = nullptr)
     {
         QFont low; // the system's may be higher than the delegate's rows
-        low.setPixelSize(rowHeight / 4);
+        low.setPixelSize(::rowHeight / 4);
         setFont(low);
         setItemDelegate(&recorder);
         updateItemHeight();

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef BACKGROUND_P_H
+#define BACKGROUND_P_H
+
+class QPalette;
+class QWidget;
+
+// A picture of a cell can be made apart from the view, and be moved over it, if what is
+// behind the cell looks the same everywhere and shows nothing of what is behind the view.
+
+//! Whether \a viewport fills itself with one opaque colour and nothing else.
+bool hasPlainBackground(const QWidget &viewport);
+
+//! Whether each brush of \a palette behind cells is one colour.
+bool hasPlainCells(const QPalette &palette);
+
+//! Whether \a widget has a whole number of device pixels for each logical one.
+bool hasWholeDevicePixels(const QWidget &widget);
+
+#endif // BACKGROUND_P_H

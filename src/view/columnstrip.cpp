@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "columnstrip_p.h"
+
+#include <algorithm>
+
+ColumnStrip scrolled(ColumnStrip strip, int dx)
+{
+    for (ColumnSlot &slot : strip)
+        slot.x += dx;
+    return strip;
+}
+
+ColumnStrip resized(ColumnStrip strip, int column, int delta, bool isRightToLeft)
+{
+    bool isAfter = false;
+    for (ColumnSlot &slot : strip) {
+        const bool isResized = slot.column == column;
+        if (isResized)
+            slot.width += delta;
+        if (isRightToLeft ? isAfter || isResized : isAfter)
+            slot.x += isRightToLeft ? -delta : delta;
+        isAfter = isAfter || isResized;
+    }
+    return strip;
+}
+
+bool shows(const ColumnStrip &moved, const ColumnStrip &wanted, int width, int from, int to)
+{
+    const auto isPainted = [=](const ColumnSlot &slot) {
+        const int left = std::max(slot.x, 0);
+        const int right = std::min(slot.x + slot.width, width);
+        return left < right && (left < from || right > to);
+    };
+    auto next = wanted.cbegin();
+    for (const ColumnSlot &slot : moved) {
+        if (!isPainted(slot))
+            continue;
+        // Columns between are new here.
+        while (next != wanted.cend() && next->column != slot.column && !isPainted(*next))
+            ++next;
+        if (next == wanted.cend() || next->column != slot.column || next->x != slot.x
+            || next->width != slot.width) {
+            return false;
+        }
+        ++next;
+    }
+    return std::none_of(next, wanted.cend(), isPainted);
+}
