@@ -5,6 +5,7 @@
 
 #include "celltext_p.h"
 #include "hexstring.h"
+#include "view/background_p.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -221,6 +222,13 @@ QIcon iconOf(const QVariant &decoration, const QSize &size, double dpr)
     }
 }
 
+//! Whether the view, if the option has one, is of one opaque colour behind its cells.
+bool hasPlainViewport(const QStyleOptionViewItem &opt)
+{
+    const auto *area = qobject_cast<const QAbstractScrollArea *>(opt.widget);
+    return !area || hasPlainBackground(*area->viewport());
+}
+
 } // namespace
 
 ItemDelegate::ItemDelegate(QAbstractItemView *view)
@@ -249,13 +257,16 @@ void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     initStyleOption(&opt, index);
     if (opt.rect.isEmpty())
         return;
+    const bool isInPlace = m_drawIndicator || !hasPlainCells(opt.palette) || !hasPlainViewport(opt);
     // A picture on its own leaves the painter as it was.
-    const bool isPainterChanged = m_drawIndicator || !m_drawFrame;
+    const bool isPainterChanged = isInPlace || !m_drawFrame;
     if (isPainterChanged)
         painter->save();
     if (!m_drawFrame)
         painter->setClipRect(option.rect, Qt::ReplaceClip);
-    if (m_drawIndicator) {
+    else if (isInPlace && !m_drawIndicator)
+        painter->setClipRect(option.rect, Qt::IntersectClip); // as a picture ends there
+    if (isInPlace) {
         painter->setLayoutDirection(directionOf(*painter, opt));
         drawCell(painter, opt, index);
     } else {
@@ -401,7 +412,14 @@ void ItemDelegate::drawBackground(QPainter *painter, const QStyleOptionViewItem 
         role = QPalette::Highlight;
     else if (opt.features & QStyleOptionViewItem::Alternate)
         role = QPalette::AlternateBase;
-    painter->fillRect(opt.rect, opt.palette.color(colorGroup(opt), role));
+    // What the view itself shows behind its cells is not painted over.
+    if (role == QPalette::Base && !hasPlainViewport(opt))
+        return;
+    const QBrush &brush = opt.palette.brush(colorGroup(opt), role);
+    if (brush.style() == Qt::SolidPattern)
+        painter->fillRect(opt.rect, brush.color());
+    else
+        painter->fillRect(opt.rect, brush);
 }
 
 void ItemDelegate::drawContents(QPainter *p, const QStyleOptionViewItem &opt,

@@ -61,6 +61,15 @@ const Connection headerConnections[] = {
     {SIGNAL(geometriesChanged()), SLOT(updateGeometries())},
 };
 
+// From the header to the view's private object.
+const Connection privateHeaderConnections[] = {
+    {SIGNAL(destroyed()), SLOT(headerDestroyed())},
+    {SIGNAL(geometriesChanged()), SLOT(headerHeightMayChange())},
+    {SIGNAL(geometriesChanged()), SLOT(headerChanged())},
+    {SIGNAL(sectionResized(int, int, int)), SLOT(headerChanged())},
+    {SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), SLOT(headerChanged())}, // restoreState()
+};
+
 const Connection sortConnection = {SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)),
                                    SLOT(sortIndicatorChanged(int, Qt::SortOrder))};
 
@@ -183,11 +192,12 @@ void QTableFastView::setHeader(QHeaderView *header)
 
     if (m_header) {
         m_header->removeEventFilter(this);
+        m_header->viewport()->removeEventFilter(d_ptr);
         for (const Connection &c : headerConnections)
             disconnect(m_header, c.signal, this, c.slot);
         disconnect(m_header, sortConnection.signal, this, sortConnection.slot);
-        disconnect(m_header, SIGNAL(destroyed()), d_ptr, SLOT(headerDestroyed()));
-        disconnect(m_header, SIGNAL(geometriesChanged()), d_ptr, SLOT(headerHeightMayChange()));
+        for (const Connection &c : privateHeaderConnections)
+            disconnect(m_header, c.signal, d_ptr, c.slot);
         if (m_header->parent() == this)
             delete m_header;
     }
@@ -204,9 +214,14 @@ void QTableFastView::setHeader(QHeaderView *header)
     }
     for (const Connection &c : headerConnections)
         connect(m_header, c.signal, this, c.slot);
-    connect(m_header, SIGNAL(destroyed()), d_ptr, SLOT(headerDestroyed()));
-    connect(m_header, SIGNAL(geometriesChanged()), d_ptr, SLOT(headerHeightMayChange()));
+    for (const Connection &c : privateHeaderConnections)
+        connect(m_header, c.signal, d_ptr, c.slot);
+    // The header must hear of columns first: asked for its length, it lays out what it has not
+    // been told of, and counts that twice.
+    if (m_model)
+        d_ptr->connectModel(m_model);
     m_header->installEventFilter(this);
+    m_header->viewport()->installEventFilter(d_ptr);
     setSortingEnabled(m_sortingEnabled);
     if (isVisible() && !isHiddenOnPurpose)
         m_header->show();
@@ -259,6 +274,8 @@ void QTableFastView::setModel(QAbstractItemModel *model)
     QAbstractItemView::setModel(model);
     QItemSelectionModel *interim = selectionModel(); // made by the base class
     m_modelRowCountBefore = d_ptr->knownRows = d_ptr->rowCount();
+    d_ptr->changesBegun = 0;
+    d_ptr->isMoveBegun = false;
     if (m_model) {
         d_ptr->connectModel(m_model);
         if (m_sortingEnabled && m_header)
@@ -645,7 +662,8 @@ void QTableFastView::updateScrollBars(int delta)
 
 void QTableFastView::updateVScrollBar(int delta)
 {
-    if (!m_model)
+    // Amid a change of rows, the value and the row count do not belong together.
+    if (!m_model || d_ptr->changesBegun > 0)
         return;
     QScrollBar *bar = verticalScrollBar();
     const int height = viewport()->height();
@@ -999,6 +1017,34 @@ bool QTableFastViewPrivate::followResize(int column, int delta)
                   isShrunk ? to : 0);
 }
 
+//! A header tells of its sections before all of them have their places, and of some
+//! changes not at all: once it has settled, and when it paints itself, what is on screen is
+//! compared.
+void QTableFastViewPrivate::headerChanged()
+{
+    if (!std::exchange(isColumnCheckPending, true))
+        QMetaObject::invokeMethod(this, "checkColumns", Qt::QueuedConnection);
+}
+
+//! Watches the header's viewport.
+bool QTableFastViewPrivate::eventFilter(QObject * /*object*/, QEvent *event)
+{
+    if (event->type() == QEvent::Paint)
+        headerChanged();
+    return false;
+}
+
+void QTableFastViewPrivate::checkColumns()
+{
+    isColumnCheckPending = false;
+    if (!q_ptr->m_header
+        || columnSlots(q_ptr->startAndEndColumns(q_ptr->viewport()->rect())) == shownColumns) {
+        return;
+    }
+    pixels.update();
+    placeEditors();
+}
+
 //! Puts editors and index widgets onto their cells.
 void QTableFastViewPrivate::placeEditors()
 {
@@ -1121,6 +1167,10 @@ bool QTableFastView::event(QEvent *event)
     case QEvent::FontChange:
         if (d_ptr->rowHeightFollowsFont)
             updateItemHeight();
+        d_ptr->pixels.update(); // under a style sheet nobody else does
+        break;
+    case QEvent::PaletteChange:
+        d_ptr->pixels.update();
         break;
     case QEvent::LayoutRequest:
         adjustViewportMargins(); // of the header, too, when its bounds change
@@ -1617,7 +1667,10 @@ void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, co
         look = std::move(wanted);
         clearCache();
     }
-    if (isNewLook || pass.columns != shownColumns) {
+    const bool hasNewColumns = pass.columns != shownColumns;
+    if (hasNewColumns && !q_ptr->viewport()->children().isEmpty())
+        QMetaObject::invokeMethod(this, "placeEditors", Qt::QueuedConnection);
+    if (isNewLook || hasNewColumns) {
         shownColumns = pass.columns;
         // What this event does not paint still shows what was.
         const QRegion rest = QRegion(q_ptr->viewport()->rect()) - *pass.region;
@@ -1676,6 +1729,13 @@ void QTableFastViewPrivate::noticeDelegates(const PaintPass &pass)
     clearCache();
 }
 
+//! The model has ended a change that it had begun, or has never said that it would.
+void QTableFastViewPrivate::endChange()
+{
+    changesBegun = std::max(changesBegun - 1, 0);
+    isMoveBegun = isMoveBegun && changesBegun > 0;
+}
+
 void QTableFastViewPrivate::repaintAll()
 {
     clearCache();
@@ -1686,7 +1746,7 @@ void QTableFastViewPrivate::repaintAll()
 //! pixels, and of its kept cells, a number means.
 void QTableFastViewPrivate::noticeUntoldRows()
 {
-    if (rowCount() != knownRows)
+    if (isMoveBegun || rowCount() != knownRows)
         repaintAll();
 }
 
@@ -2198,6 +2258,7 @@ void QTableFastView::rowsAboutToBeInserted(const QModelIndex &parent, int /*star
 {
     if (!m_model || parent.isValid())
         return;
+    ++d_ptr->changesBegun;
     const QModelIndex current = currentIndex();
     const int rows = d_ptr->rowCount();
     if (current.isValid()) {
@@ -2242,6 +2303,7 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
 {
     if (!m_model || parent.isValid())
         return;
+    d_ptr->endChange();
     const int count = end - start + 1;
     const bool isConsistent = m_modelRowCountBefore + count == d_ptr->rowCount();
     const quint64 serial = ++d_ptr->changeSerial;
@@ -2307,17 +2369,21 @@ void QTableFastViewPrivate::followEdge(const QModelIndex &target, bool isConsist
     releaseAutoScroll();
 }
 
-void QTableFastView::rowsAboutToBeRemoved(const QModelIndex & /*parent*/, int /*start*/,
-                                          int /*end*/)
+void QTableFastView::rowsAboutToBeRemoved(const QModelIndex &parent, int /*start*/, int /*end*/)
 {
+    if (!parent.isValid())
+        ++d_ptr->changesBegun;
     d_ptr->holdAutoScroll();
 }
 
-void QTableFastView::rowsAboutToBeMoved(const QModelIndex & /*sourceParent*/, int /*sourceStart*/,
-                                        int /*sourceEnd*/,
-                                        const QModelIndex & /*destinationParent*/,
+void QTableFastView::rowsAboutToBeMoved(const QModelIndex &sourceParent, int /*sourceStart*/,
+                                        int /*sourceEnd*/, const QModelIndex &destinationParent,
                                         int /*destinationRow*/)
 {
+    if (!sourceParent.isValid() || !destinationParent.isValid()) {
+        ++d_ptr->changesBegun;
+        d_ptr->isMoveBegun = true;
+    }
     d_ptr->holdAutoScroll();
 }
 
@@ -2342,6 +2408,7 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
         d_ptr->releaseAutoScroll();
         return;
     }
+    d_ptr->endChange();
     ++d_ptr->changeSerial;
     const int count = last - first + 1;
     const bool isConsistent = d_ptr->knownRows - count == d_ptr->rowCount();
@@ -2375,6 +2442,7 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
         d_ptr->releaseAutoScroll();
         return;
     }
+    d_ptr->endChange();
     ++d_ptr->changeSerial;
     d_ptr->knownRows = d_ptr->rowCount();
     if (sourceParent.isValid() || destinationParent.isValid()) {
@@ -2437,6 +2505,8 @@ void QTableFastView::reset()
     if (!m_model)
         return;
     ++d_ptr->changeSerial;
+    d_ptr->changesBegun = 0;
+    d_ptr->isMoveBegun = false;
     d_ptr->knownRows = d_ptr->rowCount();
     if (m_usePixmapCacheIndexed)
         d_ptr->clearCache();

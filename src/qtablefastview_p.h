@@ -108,6 +108,8 @@ public:
 
     explicit QTableFastViewPrivate(QTableFastView *q);
 
+    bool eventFilter(QObject *object, QEvent *event) override;
+
     // Geometry
     int rowCount() const;
     qint64 contentTop() const;
@@ -139,7 +141,6 @@ public:
     bool followScroll(int dx);
     bool followResize(int column, int delta);
     void moveColumnsAfter(int column, int delta);
-    void placeEditors();
 
     // Auto-scroll is off between the two notifications of a removal or a move.
     void holdAutoScroll();
@@ -212,6 +213,7 @@ public:
     void columnsChanged();
     int valueShiftForMove(int start, int end, int row) const;
     void noticeUntoldRows();
+    void endChange();
 
     // Models that have more rows than they tell at first
     bool mayFetch() const;
@@ -227,6 +229,9 @@ public Q_SLOTS:
     void focusChanged(QWidget *old, QWidget *now);
     void applyResetTarget();
     void headerHeightMayChange();
+    void headerChanged();
+    void placeEditors();
+    void checkColumns();
     void iconSizeChanged();
 
 public:
@@ -242,6 +247,8 @@ public:
     bool savedAutoScroll = false;                    //!< as the application had set it
     int autoScrollHolds = 0;                         //!< notifications between which it is off
     quint64 changeSerial = 0;   //!< counts changes of rows, to notice nested ones
+    int changesBegun = 0;       //!< changes of rows that the model has begun and not ended
+    bool isMoveBegun = false;   //!< rows may have other numbers already
     int knownRows = 0;          //!< as told by the model's signals
     bool isFetching = false;    //!< rows that arrive are those the view asked for
     bool isFetchWanted = false; //!< the view came to its end meanwhile
@@ -257,7 +264,8 @@ public:
 
     PixelMover pixels;        //!< all repaints of the view
     ColumnStrip shownColumns; //!< where they are on screen
-    int shownScrollMode = 0;  //!< the vertical one that the picture was made in
+    bool isColumnCheckPending = false;
+    int shownScrollMode = 0; //!< the vertical one that the picture was made in
 
     const PaintPass *pass = nullptr;       //!< while draw() runs
     int cacheShift = 0;                    //!< rows that everything cached has still to move down

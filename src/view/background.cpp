@@ -8,6 +8,23 @@
 
 #include <cmath>
 
+namespace {
+
+bool haveOneColor(const QPalette &palette)
+{
+    for (const QPalette::ColorGroup group :
+         {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        for (const QPalette::ColorRole role :
+             {QPalette::Base, QPalette::AlternateBase, QPalette::Highlight}) {
+            if (palette.brush(group, role).style() != Qt::SolidPattern)
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
 bool hasPlainBackground(const QWidget &viewport)
 {
     // A style sheet's background may be a picture: it fills the viewport itself.
@@ -21,15 +38,14 @@ bool hasPlainBackground(const QWidget &viewport)
 
 bool hasPlainCells(const QPalette &palette)
 {
-    for (const QPalette::ColorGroup group :
-         {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        for (const QPalette::ColorRole role :
-             {QPalette::Base, QPalette::AlternateBase, QPalette::Highlight}) {
-            if (palette.brush(group, role).style() != Qt::SolidPattern)
-                return false;
-        }
+    // Asked for every cell: the last palette is nearly always the one.
+    static thread_local qint64 key = 0;
+    static thread_local bool isPlain = false;
+    if (palette.cacheKey() != key) {
+        key = palette.cacheKey();
+        isPlain = haveOneColor(palette);
     }
-    return true;
+    return isPlain;
 }
 
 bool hasWholeDevicePixels(const QWidget &widget)

@@ -17,6 +17,15 @@ constexpr int maxMoves = 3;
 // What is pending is known exactly up to this many rectangles.
 constexpr int maxRects = 64;
 
+//! \a region and what shares device pixels with it, as wide as \a area.
+QRegion widened(const QRegion &region, const QRect &area)
+{
+    QRegion wide;
+    for (const QRect &rect : region)
+        wide |= QRect(area.left(), rect.top() - 2, area.width(), rect.height() + 4);
+    return wide;
+}
+
 } // namespace
 
 void PixelMover::update()
@@ -25,8 +34,11 @@ void PixelMover::update()
     m_area->viewport()->update();
 }
 
-void PixelMover::update(const QRegion &region)
+void PixelMover::update(const QRegion &part)
 {
+    // A device pixel that belongs to two cells by halves is that of the one painted last.
+    const bool isWhole = hasWholeDevicePixels(*m_area->viewport());
+    const QRegion region = isWhole ? part : widened(part, m_area->viewport()->rect());
     if (!m_isAllPending) {
         m_pending |= region & m_area->viewport()->rect();
         if (m_pending.rectCount() > maxRects)
@@ -37,8 +49,8 @@ void PixelMover::update(const QRegion &region)
 
 bool PixelMover::canMove() const
 {
-    return !m_isAllPending && hasPlainBackground(*m_area->viewport())
-        && hasWholeDevicePixels(*m_area->viewport());
+    return !m_isAllPending && !m_area->viewport()->testAttribute(Qt::WA_WState_InPaintEvent)
+        && hasPlainBackground(*m_area->viewport()) && hasWholeDevicePixels(*m_area->viewport());
 }
 
 bool PixelMover::canMoveAgain()

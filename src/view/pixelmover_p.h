@@ -30,9 +30,9 @@ public:
     //! Has everything painted.
     void update();
     //! Has a part painted; what of it is outside of the viewport is left out.
-    void update(const QRegion &region);
+    void update(const QRegion &part);
 
-    //! Whether pixels may be moved now. They may not where all will be painted anyway,
+    //! Whether pixels may be moved now. They may not where all will be painted anyway, or is,
     //! where device pixels do not fall on logical ones, or on a background that does not move
     //! along with cells.
     bool canMove() const;

@@ -12,6 +12,8 @@
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
+#include <utility>
+
 ColorDelegate::ColorDelegate(uint salt, QObject *parent)
     : QAbstractItemDelegate(parent)
     , m_salt(salt)
@@ -72,8 +74,31 @@ QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
 QImage SoakView::maintainedPicture() const
 {
     const auto *image = static_cast<const QImage *>(window()->backingStore()->paintDevice());
-    const QRect area(viewport()->mapTo(window(), QPoint(0, 0)), viewport()->size());
-    return image->copy(area).convertToFormat(QImage::Format_RGB32);
+    return picturePart(*image);
+}
+
+//! The viewport's part of a picture of the window.
+QImage SoakView::picturePart(const QImage &window) const
+{
+    const double ratio = window.devicePixelRatio();
+    const QPointF place = viewport()->mapTo(this->window(), QPoint(0, 0));
+    QImage part =
+        window.copy(QRect((place * ratio).toPoint(), (QSizeF(viewport()->size()) * ratio).toSize()))
+            .convertToFormat(QImage::Format_RGB32);
+    part.setDevicePixelRatio(1);
+    return part;
+}
+
+QImage SoakView::renderedPicture()
+{
+    const bool isBuffered = std::exchange(m_usePixmapCacheIndexed, false);
+    QPixmapCache::clear();
+    const double ratio = devicePixelRatioF();
+    QImage picture((QSizeF(window()->size()) * ratio).toSize(), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(ratio);
+    window()->render(&picture);
+    m_usePixmapCacheIndexed = isBuffered;
+    return picturePart(picture);
 }
 
 QImage SoakView::plainPicture() const

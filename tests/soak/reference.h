@@ -59,12 +59,16 @@ public:
     //! The viewport painted from scratch, in the plainest way and without the view's
     //! own painting code.
     QImage plainPicture() const;
+    //! The viewport painted from scratch by the view, with nothing kept; for backgrounds
+    //! and ratios that plainPicture() does not know.
+    QImage renderedPicture();
 
 private:
     void paintPlainRow(QPainter *painter, int row, int y) const;
     void paintPlainCell(QPainter *painter, const QStyleOptionViewItem &rowOption, int row,
                         int column, const QRect &rect) const;
     bool rowHoldsFocus(int row) const;
+    QImage picturePart(const QImage &window) const;
 };
 
 #endif // REFERENCE_H

@@ -67,11 +67,24 @@ void report(const Combination &combination, quint64 seed, const QList<int> &step
         out << "  " << line << '\n';
 }
 
+QByteArray argument(int argc, char *argv[], const char *name)
+{
+    for (int i = 1; i + 1 < argc; ++i) {
+        if (qstrcmp(argv[i], name) == 0)
+            return argv[i + 1];
+    }
+    return {};
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_SCALE_FACTOR", "1");
+    // Both before there is an application.
+    const QByteArray scale = argument(argc, argv, "--scale");
+    const QByteArray style = argument(argc, argv, "--style");
+    qputenv("QT_SCALE_FACTOR", scale.isEmpty() ? "1" : scale);
+    qputenv("QT_STYLE_OVERRIDE", style.isEmpty() ? "fusion" : style);
     QApplication app(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -92,7 +105,14 @@ int main(int argc, char *argv[])
         QStringLiteral("delegate"),
         QStringLiteral("What paints: color (rectangles) or cells (Vantix::ItemDelegate)."),
         QStringLiteral("NAME"), QStringLiteral("color"));
-    parser.addOptions({seedOption, stepsOption, roundsOption, onlyOption, delegateOption});
+    const QCommandLineOption scaleOption(QStringLiteral("scale"),
+                                         QStringLiteral("Device pixels for each logical one."),
+                                         QStringLiteral("N"), QStringLiteral("1"));
+    const QCommandLineOption styleOption(QStringLiteral("style"),
+                                         QStringLiteral("Name of the style."),
+                                         QStringLiteral("NAME"), QStringLiteral("fusion"));
+    parser.addOptions({seedOption, stepsOption, roundsOption, onlyOption, delegateOption,
+                       scaleOption, styleOption});
     parser.process(app);
     hasCells = parser.value(delegateOption) == QStringLiteral("cells");
 

@@ -60,7 +60,8 @@ World::World(const Combination &combination, quint64 seed, bool hasCells)
     , m_hasCells(hasCells)
     , m_model(new SoakModel(60))
     , m_other(new QWidget)
-    , m_view(new SoakView)
+    , m_window(new QWidget)
+    , m_view(new SoakView(m_window.get()))
 {
     m_view->setLayoutDirection(combination.isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     m_view->setVerticalScrollMode(combination.isPerPixel ? QAbstractItemView::ScrollPerPixel
@@ -70,14 +71,17 @@ World::World(const Combination &combination, quint64 seed, bool hasCells)
     m_view->setItemDelegate(newDelegate(1));
     m_view->setPaintBufferEnabled(combination.isBuffered);
     m_view->updateItemHeight();
+    listen();
     m_view->setModel(m_model.get());
+    listen();
     m_view->header()->resizeSections(QHeaderView::Interactive);
     for (int column = 0; column < 5; ++column)
         m_view->header()->resizeSection(column, 60 + 10 * column);
     m_view->resize(260, 190);
     m_other->resize(20, 20);
     m_other->show();
-    m_view->show();
+    m_window->resize(420, 300);
+    m_window->show();
     m_view->activateWindow();
     settle();
 }
@@ -118,7 +122,8 @@ const QList<World::Choice> &World::viewChoices()
         {1, &World::toggleBuffer},       {1, &World::toggleScrollMode},
         {1, &World::activateOther},      {2, &World::activateView},
         {1, &World::openEditor},         {1, &World::focusEditor},
-        {2, &World::closeEditors},
+        {2, &World::closeEditors},       {10, &World::changeHeader},
+        {1, &World::replaceHeader},      {1, &World::changeSheet},
     };
     return choices;
 }
@@ -459,6 +464,8 @@ void World::showColumns()
     say(QStringLiteral("show all columns"));
     for (int column = 0; column < m_view->header()->count(); ++column)
         m_view->header()->showSection(column);
+    // One that keeps its width is shown without a word, and the header does not even paint it.
+    m_view->header()->viewport()->update();
 }
 
 void World::selectSomething()
@@ -546,7 +553,34 @@ void World::changePalette()
     QPalette palette = m_view->palette();
     palette.setColor(QPalette::Text, QColor::fromRgb(m_random.generate() & 0xffffff));
     palette.setColor(QPalette::Base, QColor::fromRgb(m_random.generate() | 0xffc0c0c0));
+    if (chance(10)) {
+        QLinearGradient gradient(0, 0, 0, 300);
+        gradient.setColorAt(1, Qt::darkCyan);
+        palette.setBrush(chance(50) ? QPalette::Base : QPalette::AlternateBase, gradient);
+    }
     m_view->setPalette(palette);
+}
+
+void World::changeSheet()
+{
+    static const char *const sheets[] = {
+        "",
+        "",
+        "",
+        "QTableFastView { background: #ddeeff; }",
+        "QTableFastView { background: transparent; }",
+        "QTableFastView { background: rgba(0, 80, 160, 40%); }",
+        "QTableFastView { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #fff, stop:1 "
+        "#8ac); }",
+        "QTableFastView { alternate-background-color: rgba(200, 100, 0, 30%); }",
+        "QTableFastView::item { background: rgba(0, 160, 0, 20%); padding: 2px; }",
+        "QTableFastView::item:selected { background: qlineargradient(x1:0, y1:0, x2:1, y2:0, "
+        "stop:0 "
+        "red, stop:1 yellow); color: black; } QTableFastView::item:last { color: blue; }",
+    };
+    const int which = below(int(std::size(sheets)));
+    say(QStringLiteral("style sheet %1").arg(which));
+    m_view->setStyleSheet(QString::fromLatin1(sheets[which]));
 }
 
 void World::changeFont()
@@ -596,14 +630,16 @@ void World::replaceModel()
     switch (below(3)) {
     case 0:
         say(QStringLiteral("replace the model"));
-        m_view->setModel(next.get());
-        m_model = std::move(next);
+        m_model.swap(next);
+        listen();
+        m_view->setModel(m_model.get());
         break;
     case 1:
         say(QStringLiteral("set no model, then another"));
         m_view->setModel(nullptr);
         m_model = std::move(next);
         m_view->setModel(m_model.get());
+        listen();
         break;
     default:
         say(QStringLiteral("destroy the model, set another"));
@@ -612,6 +648,7 @@ void World::replaceModel()
         settle();
         m_model = std::move(next);
         m_view->setModel(m_model.get());
+        listen();
     }
 }
 
@@ -687,6 +724,8 @@ QString World::check()
 {
     if (!m_broken.isEmpty())
         return m_broken;
+    if (m_view->header()->count() != m_model->columnCount())
+        return QStringLiteral("the header has %1 columns").arg(m_view->header()->count());
     QString wrong = checkRange();
     if (wrong.isEmpty())
         wrong = checkPicture();
@@ -714,13 +753,19 @@ QString World::checkRange()
 QString World::checkPicture()
 {
     QImage maintained = m_view->maintainedPicture();
-    QImage plain = m_view->plainPicture();
+    const QWidget *viewport = m_view->viewport();
+    const bool isPlain = viewport->devicePixelRatioF() == 1 && m_view->styleSheet().isEmpty()
+        && viewport->palette().brush(QPalette::Base).style() == Qt::SolidPattern
+        && m_view->palette().brush(QPalette::AlternateBase).style() == Qt::SolidPattern;
+    QImage plain = isPlain ? m_view->plainPicture() : m_view->renderedPicture();
     for (QObject *child : m_view->viewport()->children()) {
         const auto *editor = qobject_cast<QWidget *>(child);
         if (!editor || !editor->isVisible())
             continue;
-        QPainter(&maintained).fillRect(editor->geometry(), Qt::red);
-        QPainter(&plain).fillRect(editor->geometry(), Qt::red);
+        const double ratio = viewport->devicePixelRatioF();
+        const QRectF place(QPointF(editor->pos()) * ratio, QSizeF(editor->size()) * ratio);
+        QPainter(&maintained).fillRect(place.toAlignedRect(), Qt::red);
+        QPainter(&plain).fillRect(place.toAlignedRect(), Qt::red);
     }
     if (maintained == plain)
         return {};
@@ -736,6 +781,11 @@ QString World::checkPicture()
     }
     if (count == 0)
         return {};
+    const QString folder = qEnvironmentVariable("VANTIX_SOAK_PICTURES"); // of the last failure
+    if (!folder.isEmpty()) {
+        maintained.save(folder + QStringLiteral("/shown.png"));
+        plain.save(folder + QStringLiteral("/expected.png"));
+    }
     return QStringLiteral("%1 wrong pixels, the first at %2 of %3 x %4")
         .arg(count)
         .arg(place(first))

@@ -50,6 +50,7 @@ private:
     };
     static const QList<Choice> &modelChoices();
     static const QList<Choice> &viewChoices();
+    static const QList<Choice> &headerChoices();
 
     void act(const QList<Choice> &choices);
     void say(const QString &what);
@@ -111,6 +112,22 @@ private:
     void focusEditor();
     void closeEditors();
 
+    void changeSheet();
+
+    // The header
+    void changeHeader();
+    void swapColumns();
+    void stretchLast();
+    void setResizeMode();
+    void setCascading();
+    void setSectionBounds();
+    void saveHeader();
+    void restoreHeader();
+    void resizeToContents();
+    void replaceHeader();
+
+    void listen();
+    void intrude(bool mayChangeData);
     QAbstractItemDelegate *newDelegate(uint salt) const;
     QList<QRect> editorPlaces(const QModelIndex &index) const;
     QString check();
@@ -122,11 +139,15 @@ private:
     QRandomGenerator m_random;
     quint64 m_seed;
     bool m_hasCells;
+    bool m_isIntruding = false;
+    QByteArray m_headerState;
+    int m_headerCount = -1; //!< sections that it describes
     QString m_said;
     QString m_broken; //!< a promise that an action found broken
     QList<QPersistentModelIndex> m_editors;
     std::unique_ptr<SoakModel> m_model;
     std::unique_ptr<QWidget> m_other;
+    std::unique_ptr<QWidget> m_window; //!< gives transparent views something to show
     std::unique_ptr<SoakView> m_view;
 };
 
