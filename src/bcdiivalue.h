@@ -10,6 +10,7 @@
 #include <array>
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <limits>
 #include <string>
@@ -41,10 +42,13 @@ public:
     constexpr BCDIIValue() = default;
 
     //! NaN when the integer does not fit; digits that the type does not have are cut off.
-    explicit BCDIIValue(INT64 integer, UINT32 *status = nullptr) { setScaled(integer, 0, status); }
+    explicit BCDIIValue(std::int64_t integer, std::uint32_t *status = nullptr)
+    {
+        setScaled(integer, 0, status);
+    }
 
     //! \a units of the last digit, exact: 1990 hundredths are 19.90. NaN when it does not fit.
-    static BCDIIValue fromUnits(INT64 units, UINT32 *status = nullptr)
+    static BCDIIValue fromUnits(std::int64_t units, std::uint32_t *status = nullptr)
     {
         BCDIIValue value;
         value.setScaled(units, Fraction, status);
@@ -53,7 +57,7 @@ public:
 
     //! The value nearest to \a real * 10^Fraction, taken in double; see BCDIIGetFromDouble().
     //! Infinities and numbers that do not fit give NaN, a NaN too.
-    static BCDIIValue fromDouble(double real, UINT32 *status = nullptr)
+    static BCDIIValue fromDouble(double real, std::uint32_t *status = nullptr)
     {
         BCDIIValue value = nan();
         if (real != real) {
@@ -66,18 +70,18 @@ public:
 
     //! The number at the beginning of \a text (see BCDIIFromString()), rounded to this
     //! type; NaN when there is none or it does not fit.
-    static BCDIIValue fromString(const char *text, UINT32 *status = nullptr)
+    static BCDIIValue fromString(const char *text, std::uint32_t *status = nullptr)
     {
         BCDIIType textType = 63U << 8;
-        std::array<BYTE, 32> bytes {};
-        UINT32 result = BCDIIFromString(bytes.data(), textType, text);
+        std::array<std::uint8_t, 32> bytes {};
+        std::uint32_t result = BCDIIFromString(bytes.data(), textType, text);
         BCDIIValue value = nan();
         if ((result & 0x10) == 0)
             result = BCDIICopy(value.data(), type(), bytes.data(), textType, BCDII_ROUND_NEAREST);
         report(status, result);
         return value;
     }
-    static BCDIIValue fromString(const std::string &text, UINT32 *status = nullptr)
+    static BCDIIValue fromString(const std::string &text, std::uint32_t *status = nullptr)
     {
         return fromString(text.c_str(), status);
     }
@@ -118,37 +122,38 @@ public:
     }
     //! The bytes, for those functions.
     //! @{
-    BYTE *data() { return m_bytes.data(); }
-    const BYTE *data() const { return m_bytes.data(); }
+    std::uint8_t *data() { return m_bytes.data(); }
+    const std::uint8_t *data() const { return m_bytes.data(); }
     //! @}
     static constexpr std::size_t size() { return byteCount; }
 
     //! 0 positive, 4 negative, 2 zero, 160 NaN; 32 when data() was filled with what is
     //! not a value.
-    UINT32 status() const { return BCDIICheck(data(), type()); }
+    std::uint32_t status() const { return BCDIICheck(data(), type()); }
     constexpr bool isNan() const { return (m_bytes[0] & 0x7F) > 99; }
     constexpr bool isNegative() const { return !isNan() && m_bytes[0] >= 0x80; }
-    constexpr bool isZero() const { return m_bytes == std::array<BYTE, byteCount> {}; }
+    constexpr bool isZero() const { return m_bytes == std::array<std::uint8_t, byteCount> {}; }
 
     //! The value in another type, BCDIIValue<...>, rounded by \a style.
     template<typename Other>
-    Other to(BCDIIroundstyle style = BCDII_ROUND_NEAREST, UINT32 *status = nullptr) const
+    Other to(BCDIIroundstyle style = BCDII_ROUND_NEAREST, std::uint32_t *status = nullptr) const
     {
         Other value;
         report(status, BCDIICopy(value.data(), Other::type(), data(), type(), style));
         return value;
     }
     //! The nearest integer, or 0 when it does not fit or the value is NaN.
-    INT64 toInt64(BCDIIroundstyle style = BCDII_ROUND_NEAREST, UINT32 *status = nullptr) const
+    std::int64_t toInt64(BCDIIroundstyle style = BCDII_ROUND_NEAREST,
+                         std::uint32_t *status = nullptr) const
     {
-        INT64 integer = 0;
+        std::int64_t integer = 0;
         report(status, BCDII2Int64(&integer, data(), type(), 0, style));
         return integer;
     }
     //! Units of the last digit: 1990 for 19.90. 0 when it does not fit or the value is NaN.
-    INT64 toUnits(UINT32 *status = nullptr) const
+    std::int64_t toUnits(std::uint32_t *status = nullptr) const
     {
-        INT64 units = 0;
+        std::int64_t units = 0;
         report(status, BCDII2Int64(&units, data(), type(), Fraction, BCDII_ROUND_NEAREST));
         return units;
     }
@@ -175,7 +180,7 @@ public:
 #if __has_include(<QString>)
     //! \sa fromString(), toString()
     //! @{
-    static BCDIIValue fromQString(const QString &text, UINT32 *status = nullptr)
+    static BCDIIValue fromQString(const QString &text, std::uint32_t *status = nullptr)
     {
         return fromString(text.toLatin1().constData(), status);
     }
@@ -191,7 +196,7 @@ public:
     //! @{
     template<typename A, typename B>
     static BCDIIValue sum(const A &a, const B &b, BCDIIroundstyle style = BCDII_ROUND_NEAREST,
-                          UINT32 *status = nullptr)
+                          std::uint32_t *status = nullptr)
     {
         BCDIIValue value;
         report(status,
@@ -200,7 +205,7 @@ public:
     }
     template<typename A, typename B>
     static BCDIIValue product(const A &a, const B &b, BCDIIroundstyle style = BCDII_ROUND_NEAREST,
-                              UINT32 *status = nullptr)
+                              std::uint32_t *status = nullptr)
     {
         BCDIIValue value;
         report(status,
@@ -263,7 +268,7 @@ public:
 private:
     static constexpr std::size_t byteCount = (Digits >> 1) + ((Digits | Fraction) & 1);
 
-    static void report(UINT32 *status, UINT32 result)
+    static void report(std::uint32_t *status, std::uint32_t result)
     {
         if (status != nullptr)
             *status = result;
@@ -271,9 +276,9 @@ private:
 
     // integer / 10^digits. A negative one that is cut to zero or does not fit comes with a
     // sign, which neither zero nor NaN has here.
-    void setScaled(INT64 integer, int digits, UINT32 *status)
+    void setScaled(std::int64_t integer, int digits, std::uint32_t *status)
     {
-        const UINT32 result = BCDIIGetFromInt64(data(), type(), integer, digits);
+        const std::uint32_t result = BCDIIGetFromInt64(data(), type(), integer, digits);
         if ((result & 0x02) != 0)
             m_bytes = {};
         else if ((result & 0x10) != 0)
@@ -281,7 +286,7 @@ private:
         report(status, (result & 0x12) != 0 ? result & ~4U : result);
     }
 
-    std::array<BYTE, byteCount> m_bytes {}; //!< as described in bcdii.h
+    std::array<std::uint8_t, byteCount> m_bytes {}; //!< as described in bcdii.h
 };
 
 //! Hashes equal values of one type equally.
@@ -289,7 +294,7 @@ template<int Digits, int Fraction> struct std::hash<BCDIIValue<Digits, Fraction>
 {
     std::size_t operator()(const BCDIIValue<Digits, Fraction> &value) const noexcept
     {
-        UINT64 h = 14695981039346656037U; // FNV-1a
+        std::uint64_t h = 14695981039346656037U; // FNV-1a
         for (std::size_t i = 0; i < value.size(); ++i)
             h = (h ^ value.data()[i]) * 1099511628211U;
         return static_cast<std::size_t>(h);
@@ -320,8 +325,9 @@ public:
     static constexpr int max_digits10 = Digits;
     static constexpr float_round_style round_style = round_to_nearest;
 
-    static Value min() { return Value::smallest(); }
-    static Value max() { return Value::highest(); }
+    // In parentheses, as min and max are macros of windows.h.
+    static Value(min)() { return Value::smallest(); }
+    static Value(max)() { return Value::highest(); }
     static Value lowest() { return Value::lowest(); }
     static Value epsilon() { return Value::smallest(); }
     static Value quiet_NaN() { return Value::nan(); }
@@ -354,7 +360,7 @@ template<char... Text> consteval Shape shapeOf()
         shape.digits += significant ? 1 : 0;
         shape.fraction += behindPoint ? 1 : 0;
     }
-    shape.digits = std::max({shape.digits, shape.fraction, 1});
+    shape.digits = (std::max)({shape.digits, shape.fraction, 1});
     return shape;
 }
 
