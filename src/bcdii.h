@@ -6,6 +6,7 @@
 
 #include "vantixglobal.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -244,6 +245,25 @@ VANTIX_EXPORT std::uint32_t BCDIIFromString(void *bcd, BCDIIType &type, const ch
 //! BCDIICheck() of what was stored; *\a ok, if given, becomes true when that is a
 //! valid number.
 VANTIX_EXPORT std::uint32_t BCDIIFromString(void *bcd_, const char *str, bool *ok);
+
+//! Reads the \a size bytes at \a text strictly: nothing but an optional sign, digits, and
+//! one character of \a points with more digits behind it. At least one digit, no white
+//! space, no grouping, no exponent. The value is exact or there is none.
+//!
+//! Returns 0, 4, or 2 for zero. Otherwise NaN is written: 48 when the text is no number,
+//! 17 when it has more integer digits than \a type, and 80 when a digit other than 0
+//! stands behind the last place of \a type; 32 when the type is invalid.
+//! *\a position, if given, becomes \a size, or the index of the first byte that does not
+//! belong to a number (\a size when the text ends too early) or, in a number, of the
+//! first digit that the type has no place for: 5 in "12.50 EUR", 2 in "12.", 3 in
+//! "1234" for (5, 2), 4 in "1.239". The text may hold any bytes and need not end with NUL.
+//! @{
+VANTIX_EXPORT std::uint32_t BCDIIParse(void *bcd, BCDIIType type, const char *text,
+                                       std::size_t size, std::size_t *position = nullptr,
+                                       const char *points = ".,");
+VANTIX_EXPORT std::uint32_t BCDIIParse(void *bcd_, const char *text, std::size_t size,
+                                       std::size_t *position = nullptr, const char *points = ".,");
+//! @}
 
 //! The value as text: "-" when negative, the integer digits without leading zeros
 //! (none for 0), and with nfrac > 0 a "." and nfrac digits: 12.50, .5, -7. Zero of a

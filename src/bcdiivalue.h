@@ -14,10 +14,25 @@
 #include <functional>
 #include <limits>
 #include <string>
+#include <string_view>
 
 #if __has_include(<QString>)
 #include <QString>
+#include <QStringView>
 #endif
+
+//! What BCDIIValue::parse() made of a text; true when that is a number of the type.
+template<typename Value> struct BCDIIParsed
+{
+    Value value = Value::nan(); //!< exact, or NaN
+    //! The length of the text, or where it stops being a number of the type; see BCDIIParse().
+    std::size_t position = 0;
+    //! 0, 4, 2 for zero; 48 when the text is no number, 17 when it does not fit, 80 when it
+    //! has fraction digits that the type has not.
+    std::uint32_t status = 0x30;
+
+    explicit operator bool() const noexcept { return (status & 0x30) == 0; }
+};
 
 //! A decimal number of \a Digits digits, \a Fraction of them after the point, that owns
 //! its bytes. Only as large as they are, trivially copied, never on the heap.
@@ -69,7 +84,8 @@ public:
     }
 
     //! The number at the beginning of \a text (see BCDIIFromString()), rounded to this
-    //! type; NaN when there is none or it does not fit.
+    //! type; NaN when there is none or it does not fit. What follows it is ignored: "1e3" is
+    //! 1 and "1,234.50" is 1.234. parse() is strict.
     static BCDIIValue fromString(const char *text, std::uint32_t *status = nullptr)
     {
         BCDIIType textType = 63U << 8;
@@ -84,6 +100,21 @@ public:
     static BCDIIValue fromString(const std::string &text, std::uint32_t *status = nullptr)
     {
         return fromString(text.c_str(), status);
+    }
+
+    //! The number that \a text is from its first character to the last, exactly; see
+    //! BCDIIParse(). \a points are the characters that may stand before the fraction.
+    //!
+    //! \code
+    //! if (const auto price = Money::parse(text, "."))
+    //!     total += price.value;
+    //! \endcode
+    static BCDIIParsed<BCDIIValue> parse(std::string_view text, const char *points = ".,")
+    {
+        BCDIIParsed<BCDIIValue> parsed;
+        parsed.status = BCDIIParse(parsed.value.data(), type(), text.data(), text.size(),
+                                   &parsed.position, points);
+        return parsed;
     }
 
     //! Not a number.
@@ -178,11 +209,19 @@ public:
     }
 
 #if __has_include(<QString>)
-    //! \sa fromString(), toString()
+    //! \sa fromString(), parse(), toString(). Positions count UTF-16 units; points are Latin-1.
     //! @{
     static BCDIIValue fromQString(const QString &text, std::uint32_t *status = nullptr)
     {
         return fromString(text.toLatin1().constData(), status);
+    }
+    static BCDIIParsed<BCDIIValue> parse(QStringView text, const char *points = ".,")
+    {
+        std::string latin1;
+        latin1.reserve(static_cast<std::size_t>(text.size()));
+        for (QChar c : text)
+            latin1 += c.toLatin1(); // NUL for others
+        return parse(std::string_view(latin1), points);
     }
     QString toQString() const
     {
