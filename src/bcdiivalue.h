@@ -53,6 +53,9 @@ template<int Digits, int Fraction> class BCDIIValue
     static_assert(Fraction >= -62 && Fraction <= 62, "-62 to 62 digits stand after the point");
 
 public:
+    static constexpr int digits = Digits;           //!< in all
+    static constexpr int fractionDigits = Fraction; //!< after the point; may be negative
+
     //! Zero.
     constexpr BCDIIValue() = default;
 
@@ -125,21 +128,26 @@ public:
         return value;
     }
     //! The largest value: all nines.
-    static BCDIIValue highest()
+    static constexpr BCDIIValue highest()
     {
         BCDIIValue value;
-        BCDIISetMax(value.data(), type());
+        for (std::uint8_t &pair : value.m_bytes)
+            pair = 99;
+        if ((Digits - Fraction) % 2 != 0)
+            value.m_bytes[0] = 9;
+        if (Fraction % 2 != 0)
+            value.m_bytes.back() = 90;
         return value;
     }
     //! The most negative value.
-    static BCDIIValue lowest()
+    static constexpr BCDIIValue lowest()
     {
-        BCDIIValue value;
-        BCDIISetMin(value.data(), type());
+        BCDIIValue value = highest();
+        value.m_bytes[0] |= 0x80;
         return value;
     }
-    //! One unit of the last digit.
-    static BCDIIValue smallest()
+    //! One unit of the last digit, the step from any value to the next one.
+    static constexpr BCDIIValue smallest()
     {
         BCDIIValue value;
         value.m_bytes.back() = Fraction % 2 != 0 ? 10 : 1;
@@ -328,15 +336,41 @@ private:
     std::array<std::uint8_t, byteCount> m_bytes {}; //!< as described in bcdii.h
 };
 
-//! Hashes equal values of one type equally.
+//! Hashes equal values equally, whatever their types: 1.5 as 1.50. All NaN hash equally
+//! too, though none equals another.
 template<int Digits, int Fraction> struct std::hash<BCDIIValue<Digits, Fraction>>
 {
     std::size_t operator()(const BCDIIValue<Digits, Fraction> &value) const noexcept
     {
-        std::uint64_t h = 14695981039346656037U; // FNV-1a
-        for (std::size_t i = 0; i < value.size(); ++i)
-            h = (h ^ value.data()[i]) * 1099511628211U;
+        if (value.isNan())
+            return 0;
+        // Pairs stand at the same places before and after the point in all types: what
+        // differs is how many zeros stand around them.
+        const std::uint8_t *first = value.data();
+        const std::uint8_t *last = first + value.size();
+        int weight = (Digits - Fraction + 1) >> 1;
+        for (; first != last && pairAt(first, value) == 0; ++first)
+            --weight;
+        while (last != first && pairAt(last - 1, value) == 0)
+            --last;
+        if (first == last)
+            return static_cast<std::size_t>(seed);
+        std::uint64_t h = mixed(mixed(seed, weight & 0xFF), value.isNegative() ? 1 : 0);
+        for (; first != last; ++first)
+            h = mixed(h, pairAt(first, value));
         return static_cast<std::size_t>(h);
+    }
+
+private:
+    static constexpr std::uint64_t seed = 14695981039346656037U; // FNV-1a
+
+    static constexpr std::uint64_t mixed(std::uint64_t h, int byte)
+    {
+        return (h ^ static_cast<std::uint64_t>(byte)) * 1099511628211U;
+    }
+    static int pairAt(const std::uint8_t *pair, const BCDIIValue<Digits, Fraction> &value)
+    {
+        return pair == value.data() ? *pair & 0x7F : *pair;
     }
 };
 
@@ -362,14 +396,19 @@ public:
     static constexpr int digits = Digits;
     static constexpr int digits10 = Digits;
     static constexpr int max_digits10 = Digits;
+    static constexpr int min_exponent = 0;
+    static constexpr int min_exponent10 = 0;
+    static constexpr int max_exponent = 0;
+    static constexpr int max_exponent10 = 0;
+    static constexpr bool tinyness_before = false;
     static constexpr float_round_style round_style = round_to_nearest;
 
     // In parentheses, as min and max are macros of windows.h.
-    static Value(min)() { return Value::smallest(); }
-    static Value(max)() { return Value::highest(); }
-    static Value lowest() { return Value::lowest(); }
-    static Value epsilon() { return Value::smallest(); }
-    static Value quiet_NaN() { return Value::nan(); }
+    static constexpr Value(min)() { return Value::smallest(); }
+    static constexpr Value(max)() { return Value::highest(); }
+    static constexpr Value lowest() { return Value::lowest(); }
+    static constexpr Value epsilon() { return Value::smallest(); }
+    static constexpr Value quiet_NaN() { return Value::nan(); }
 };
 
 namespace BCDIILiterals {

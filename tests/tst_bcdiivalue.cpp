@@ -5,9 +5,11 @@
 #include "bcdiivalue.h"
 
 #include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 
 #include <random>
+#include <unordered_map>
 
 namespace {
 
@@ -72,6 +74,19 @@ QByteArray randomText(std::mt19937_64 &random, int length)
     return text;
 }
 
+template<typename Value> void compareLimits()
+{
+    Value value;
+    BCDIISetMax(value.data(), Value::type());
+    QCOMPARE(Value::highest(), value);
+    QCOMPARE(Value::highest().status(), 0U);
+    BCDIISetMin(value.data(), Value::type());
+    QCOMPARE(Value::lowest(), value);
+    QCOMPARE(Value::lowest().status(), 4U);
+    QCOMPARE(Value::smallest().status(), 0U);
+    QCOMPARE(Value::smallest().toUnits(), INT64 {1});
+}
+
 } // namespace
 
 class tst_BcdiiValue : public QObject
@@ -88,6 +103,13 @@ private slots:
     void parseValue();
     void parseQString_data();
     void parseQString();
+    void constants();
+    void limits();
+    void hashIgnoresTheType_data();
+    void hashIgnoresTheType();
+    void hashTellsApart();
+    void hashOfInvalid();
+    void keys();
 };
 
 void tst_BcdiiValue::parse_data()
@@ -302,6 +324,116 @@ void tst_BcdiiValue::parseQString()
     QCOMPARE(bool(parsed), isNumber);
     QCOMPARE(parsed.value.isNan(), !isNumber);
     QVERIFY(!Money::parse(QStringLiteral("1\u20AC5"), "?"));
+}
+
+void tst_BcdiiValue::constants()
+{
+    static_assert(Money::digits == 15 && Money::fractionDigits == 2);
+    static_assert(BCDIIValue<3, -2>::digits == 3 && BCDIIValue<3, -2>::fractionDigits == -2);
+    // Known to the compiler.
+    static_assert(!Money::highest().isNan() && !Money::highest().isNegative());
+    static_assert(Money::lowest().isNegative());
+    static_assert(!Money::smallest().isZero() && !Money::smallest().isNegative());
+    static_assert(std::numeric_limits<Money>::quiet_NaN().isNan());
+    static_assert(!(std::numeric_limits<Money>::max)().isNan());
+    QCOMPARE(std::numeric_limits<Money>::max() - std::numeric_limits<Money>::epsilon()
+                 + Money::smallest(),
+             Money::highest());
+}
+
+void tst_BcdiiValue::limits()
+{
+    compareLimits<Money>();
+    compareLimits<BCDIIValue<1, 0>>();
+    compareLimits<BCDIIValue<1, 1>>();
+    compareLimits<BCDIIValue<1, 2>>();
+    compareLimits<BCDIIValue<2, 1>>();
+    compareLimits<BCDIIValue<3, 1>>();
+    compareLimits<BCDIIValue<2, 4>>();
+    compareLimits<BCDIIValue<2, 5>>();
+    compareLimits<BCDIIValue<3, -1>>();
+    compareLimits<BCDIIValue<3, -2>>();
+    compareLimits<BCDIIValue<1, -62>>();
+    compareLimits<BCDIIValue<63, 0>>();
+    compareLimits<BCDIIValue<63, 62>>();
+}
+
+void tst_BcdiiValue::hashIgnoresTheType_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    for (const char *text : {"0", "1", "-1", "1.5", "-1.5", "10", "100", "-900", "0.1", "-0.07",
+                             "99.99", "12300", "-123.45"})
+        QTest::newRow(text) << QByteArray(text);
+}
+
+template<typename Value> std::size_t hashOf(const QByteArray &text)
+{
+    const auto parsed = Value::parse(text.toStdString());
+    return parsed ? std::hash<Value>()(parsed.value) : 0;
+}
+
+void tst_BcdiiValue::hashIgnoresTheType()
+{
+    QFETCH(const QByteArray, text);
+    const std::size_t wanted = hashOf<BCDIIValue<40, 20>>(text);
+    QVERIFY(wanted != 0);
+    int compared = 0;
+    for (std::size_t hash :
+         {hashOf<Money>(text), hashOf<BCDIIValue<63, 0>>(text), hashOf<BCDIIValue<63, 62>>(text),
+          hashOf<BCDIIValue<5, 2>>(text), hashOf<BCDIIValue<6, 3>>(text),
+          hashOf<BCDIIValue<7, 1>>(text), hashOf<BCDIIValue<2, 2>>(text),
+          hashOf<BCDIIValue<3, -2>>(text), hashOf<BCDIIValue<9, -1>>(text)}) {
+        if (hash == 0)
+            continue; // the type does not have the number
+        QCOMPARE(hash, wanted);
+        ++compared;
+    }
+    QVERIFY(compared >= 3);
+}
+
+void tst_BcdiiValue::hashTellsApart()
+{
+    std::unordered_map<std::size_t, QByteArray> hashes;
+    for (int units = -1000; units <= 1000; ++units) {
+        const auto value = Money::fromUnits(units);
+        const std::size_t hash = std::hash<Money>()(value);
+        QVERIFY2(hashes.emplace(hash, value.toString().c_str()).second, value.toString().c_str());
+    }
+    // The same pairs at other places.
+    const char *const texts[] = {"0.0012", "0.12", "12", "1200", "120000"};
+    for (const char *text : texts) {
+        for (const char *other : texts)
+            QCOMPARE((hashOf<BCDIIValue<12, 4>>(text) == hashOf<BCDIIValue<12, 4>>(other)),
+                     text == other);
+    }
+}
+
+void tst_BcdiiValue::hashOfInvalid()
+{
+    const std::hash<Money> hash;
+    Money nan = Money::highest();
+    nan.data()[0] = 101;
+    QCOMPARE(hash(nan), hash(Money::nan()));
+    nan.data()[0] = 101 | 0x80;
+    QCOMPARE(hash(nan), hash(Money::nan()));
+    QCOMPARE(hash(Money::nan()), (std::hash<BCDIIValue<1, 0>>()(BCDIIValue<1, 0>::nan())));
+    Money negativeZero;
+    negativeZero.data()[0] = 0x80;
+    QCOMPARE(hash(negativeZero), hash(Money()));
+}
+
+void tst_BcdiiValue::keys()
+{
+    QSet<Money> set;
+    std::unordered_map<Money, int> map;
+    for (int i = 0; i < 300; ++i) {
+        set.insert(Money(i % 100));
+        ++map[Money(i % 100)];
+    }
+    QCOMPARE(set.size(), 100);
+    QCOMPARE(map.size(), std::size_t {100});
+    QCOMPARE(map.at(Money::fromString("7.00")), 3);
+    QVERIFY(set.contains(Money(99)) && !set.contains(Money::fromString("0.5")));
 }
 
 QTEST_GUILESS_MAIN(tst_BcdiiValue)
