@@ -6,6 +6,7 @@
 
 #include "vantixglobal.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -47,24 +48,53 @@
 //! 101 when the result is NaN. Beyond that nothing is ever written outside the bytes
 //! that a type implies.
 
+#if !defined(VANTIX_NO_TYPE_NAMES)
+//! Short names for the integers of these functions, seen in the global namespace.
+//!
+//! Other libraries give some of these names to types of their own. If their headers come
+//! first, a name that is a macro is left to it, BOOL to X11/Xmd.h, and the names of 64 bits
+//! to a basetsd.h; BOOL is always left to Objective-C. If they come later, they compile all
+//! the same, but a name that then means two types needs `::` before it, for theirs.
+//!
+//! X11/Xproto.h uses BOOL without: include it first, or define VANTIX_NO_TYPE_NAMES. Then
+//! none of the names is declared, and other headers may stand anywhere. The functions
+//! are the same with and without.
+namespace BCDIITypeNames {
+#if !defined(BYTE)
 using BYTE = std::uint8_t;
+#endif
+#if !defined(UINT16)
 using UINT16 = std::uint16_t;
+#endif
+#if !defined(UINT32)
 using UINT32 = std::uint32_t;
+#endif
+#if !defined(UINT64) && !defined(_BASETSD_H_)
 using UINT64 = std::uint64_t;
+#endif
+#if !defined(INT64) && !defined(_BASETSD_H_) && !(defined(XMD_H) && defined(LONG64))
 using INT64 = std::int64_t;
+#endif
+#if !defined(BOOL) && !defined(XMD_H) && !defined(__OBJC__)
 using BOOL = int;
+#endif
+} // namespace BCDIITypeNames
+
+// Unlike declarations, these names bear others beside them.
+using namespace BCDIITypeNames;
+#endif
 
 //! A type word: nfrac in bits 0-7, nall in bits 8-15, the rest ignored.
-using BCDIIType = UINT32;
+using BCDIIType = std::uint32_t;
 //! A type word as it stands before the data of a self-describing value.
-using BCDIIStoreType = UINT16;
+using BCDIIStoreType = std::uint16_t;
 
 //! A self-describing value with room for every valid type. Functions need only
 //! the header and the ball bytes behind it, so a shorter buffer will do as well.
 struct InternalBCDType
 {
-    BCDIIStoreType type; //!< native byte order
-    BYTE data[32];       //!< ball bytes are in use
+    BCDIIStoreType type;   //!< native byte order
+    std::uint8_t data[32]; //!< ball bytes are in use
 };
 
 //! What happens to the last kept digit when digits are lost. Any other value
@@ -85,14 +115,14 @@ VANTIX_EXPORT void BCDIIInit(void *bcd_dst, BCDIIType type);
 VANTIX_EXPORT BCDIIType BCDIIGetType(const void *bcd_);
 
 //! 1 when 1 <= nall <= 63 and -62 <= nfrac <= 62, else 0.
-VANTIX_EXPORT BOOL BCDIICheckType(BCDIIType type);
+VANTIX_EXPORT int BCDIICheckType(BCDIIType type);
 
 //! Tells whether \a bcd_ is a value of \a type: 0 positive, 4 negative, 2 zero,
 //! 160 NaN, 32 when the type or a byte is invalid (a pair above 99, a digit in
 //! the padding, a negative zero). Data are read only when the type is valid.
 //! @{
-VANTIX_EXPORT UINT32 BCDIICheck(const void *bcd_, BCDIIType type);
-VANTIX_EXPORT UINT32 BCDIICheck(const void *bcd_);
+VANTIX_EXPORT std::uint32_t BCDIICheck(const void *bcd_, BCDIIType type);
+VANTIX_EXPORT std::uint32_t BCDIICheck(const void *bcd_);
 //! @}
 
 //! Makes the value behind the header at \a bcd_dst zero.
@@ -114,8 +144,8 @@ VANTIX_EXPORT void BCDIISetMin(void *bcd_);
 //! which is left alone, 176 for NaN, also left alone. A negative zero becomes
 //! zero and returns 0.
 //! @{
-VANTIX_EXPORT UINT32 BCDIINeg(void *bcd, BCDIIType type);
-VANTIX_EXPORT UINT32 BCDIINeg(void *bcd_);
+VANTIX_EXPORT std::uint32_t BCDIINeg(void *bcd, BCDIIType type);
+VANTIX_EXPORT std::uint32_t BCDIINeg(void *bcd_);
 //! @}
 
 //! Converts the value at \a src_ to \a dstType, rounding by \a rs (the header form
@@ -125,9 +155,9 @@ VANTIX_EXPORT UINT32 BCDIINeg(void *bcd_);
 //! A first digit below the 62nd after the point makes zero, 2. Source and
 //! destination may be the same address, but may not overlap otherwise.
 //! @{
-VANTIX_EXPORT UINT32 BCDIICopy(void *dst_, BCDIIType dstType, const void *src_, BCDIIType srcType,
-                               BCDIIroundstyle rs);
-VANTIX_EXPORT UINT32 BCDIICopy(void *dst_, const void *src_);
+VANTIX_EXPORT std::uint32_t BCDIICopy(void *dst_, BCDIIType dstType, const void *src_,
+                                      BCDIIType srcType, BCDIIroundstyle rs);
+VANTIX_EXPORT std::uint32_t BCDIICopy(void *dst_, const void *src_);
 //! @}
 
 //! The sign of a - b: -1, 0 or 1. Equal values of different types are equal. Tests
@@ -141,50 +171,52 @@ VANTIX_EXPORT int BCDIICmp(const void *a_, const void *b_);
 //! with the status of BCDIICopy(). The result may lie over an operand. To
 //! subtract, negate one operand before.
 //! @{
-VANTIX_EXPORT UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType,
-                              const void *b_, BCDIIType bType, BCDIIroundstyle rs);
-VANTIX_EXPORT UINT32 BCDIIAdd(void *ret_, const void *a_, const void *b_);
+VANTIX_EXPORT std::uint32_t BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType,
+                                     const void *b_, BCDIIType bType, BCDIIroundstyle rs);
+VANTIX_EXPORT std::uint32_t BCDIIAdd(void *ret_, const void *a_, const void *b_);
 //! @}
 
 //! a * b, exact and then rounded by \a rs (the header form to nearest) to \a retType,
 //! with the status of BCDIICopy(). The result may lie over an operand.
 //! @{
-VANTIX_EXPORT UINT32 BCDIIMul(void *ret, BCDIIType retType, const void *a_, BCDIIType aType,
-                              const void *b_, BCDIIType bType, BCDIIroundstyle rs);
-VANTIX_EXPORT UINT32 BCDIIMul(void *ret_, const void *a_, const void *b_);
+VANTIX_EXPORT std::uint32_t BCDIIMul(void *ret, BCDIIType retType, const void *a_, BCDIIType aType,
+                                     const void *b_, BCDIIType bType, BCDIIroundstyle rs);
+VANTIX_EXPORT std::uint32_t BCDIIMul(void *ret_, const void *a_, const void *b_);
 //! @}
 
 //! Writes i64 / 10^fd, surplus fraction digits cut off. \a fd may be any number,
 //! also negative: 12345 with fd 2 is 123.45, with fd -1 it is 123450. Returns
 //! 0 or 64, 2 or 66 for zero, 17 (NaN is written) when it does not fit.
 //! @{
-VANTIX_EXPORT UINT32 BCDIIGetFromUInt64(void *bcd, BCDIIType type, UINT64 i64, int fd);
-VANTIX_EXPORT UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd);
+VANTIX_EXPORT std::uint32_t BCDIIGetFromUInt64(void *bcd, BCDIIType type, std::uint64_t i64,
+                                               int fd);
+VANTIX_EXPORT std::uint32_t BCDIIGetFromUInt64(void *bcd_dst, std::uint64_t i64, int fd);
 //! @}
 
 //! The same for signed integers. A negative one always sets the sign bit and adds
 //! 4 to the status: cut to zero it is a negative zero with status 70, and an
 //! overflow leaves a first byte of 0xE5 (NaN as well) with status 21.
 //! @{
-VANTIX_EXPORT UINT32 BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, INT64 i64, int fd);
-VANTIX_EXPORT UINT32 BCDIIGetFromInt64(void *bcd_dst, INT64 i64, int fd);
+VANTIX_EXPORT std::uint32_t BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, std::int64_t i64,
+                                              int fd);
+VANTIX_EXPORT std::uint32_t BCDIIGetFromInt64(void *bcd_dst, std::int64_t i64, int fd);
 //! @}
 
 //! *\a pi64 = value * 10^fd, rounded by \a rs (the header form to nearest); \a fd may
 //! be any number. Returns 0, 4, 64 or 68, 2 or 66 for zero; 17 out of the range
-//! of INT64 and 176 for NaN, and then writes nothing.
+//! of std::int64_t and 176 for NaN, and then writes nothing.
 //! @{
-VANTIX_EXPORT UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd,
-                                 BCDIIroundstyle rs);
-VANTIX_EXPORT UINT32 BCDII2Int64(INT64 *pi64, const void *bcd_, int fd);
+VANTIX_EXPORT std::uint32_t BCDII2Int64(std::int64_t *pi64, const void *bcd, BCDIIType type, int fd,
+                                        BCDIIroundstyle rs);
+VANTIX_EXPORT std::uint32_t BCDII2Int64(std::int64_t *pi64, const void *bcd_, int fd);
 //! @}
 
 //! Converts to double: the pairs as one integer in double arithmetic, divided by
 //! the power of ten. Returns 0, 4 or 2 (zero), or 176 for NaN and then writes
 //! nothing. Up to 15 digits the result is the nearest double.
 //! @{
-VANTIX_EXPORT UINT32 BCDII2Double(double *dbl, const void *bcd, BCDIIType type);
-VANTIX_EXPORT UINT32 BCDII2Double(double *dbl, const void *bcd_);
+VANTIX_EXPORT std::uint32_t BCDII2Double(double *dbl, const void *bcd, BCDIIType type);
+VANTIX_EXPORT std::uint32_t BCDII2Double(double *dbl, const void *bcd_);
 //! @}
 
 //! Writes floor(|src| * 10^nfrac + 0.5) units of the last fraction digit, with the
@@ -192,8 +224,8 @@ VANTIX_EXPORT UINT32 BCDII2Double(double *dbl, const void *bcd_);
 //! or 4, 2 for zero; 17 (NaN is written) when it does not fit or is infinite. Lost
 //! digits are not reported. A NaN writes zero bytes and returns 0.
 //! @{
-VANTIX_EXPORT UINT32 BCDIIGetFromDouble(void *bcd_, double src, BCDIIType type);
-VANTIX_EXPORT UINT32 BCDIIGetFromDouble(void *bcd_, double dbl);
+VANTIX_EXPORT std::uint32_t BCDIIGetFromDouble(void *bcd_, double src, BCDIIType type);
+VANTIX_EXPORT std::uint32_t BCDIIGetFromDouble(void *bcd_, double dbl);
 //! @}
 
 //! Reads a decimal number: white space (tab, line feed, carriage return, space), a
@@ -207,12 +239,31 @@ VANTIX_EXPORT UINT32 BCDIIGetFromDouble(void *bcd_, double dbl);
 //! digits do not fit the old type (\a type unchanged) or the new one; 48 (NaN is
 //! written, \a type unchanged) for a text without digits, with more than 127
 //! fraction digits, or with more significant digits than 63 pairs hold.
-VANTIX_EXPORT UINT32 BCDIIFromString(void *bcd, BCDIIType &type, const char *str);
+VANTIX_EXPORT std::uint32_t BCDIIFromString(void *bcd, BCDIIType &type, const char *str);
 
 //! The same for a self-describing value, whose header gets the new type. Returns
 //! BCDIICheck() of what was stored; *\a ok, if given, becomes true when that is a
 //! valid number.
-VANTIX_EXPORT UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok);
+VANTIX_EXPORT std::uint32_t BCDIIFromString(void *bcd_, const char *str, bool *ok);
+
+//! Reads the \a size bytes at \a text strictly: nothing but an optional sign, digits, and
+//! one character of \a points with more digits behind it. At least one digit, no white
+//! space, no grouping, no exponent. The value is exact or there is none.
+//!
+//! Returns 0, 4, or 2 for zero. Otherwise NaN is written: 48 when the text is no number,
+//! 17 when it has more integer digits than \a type, and 80 when a digit other than 0
+//! stands behind the last place of \a type; 32 when the type is invalid.
+//! *\a position, if given, becomes \a size, or the index of the first byte that does not
+//! belong to a number (\a size when the text ends too early) or, in a number, of the
+//! first digit that the type has no place for: 5 in "12.50 EUR", 2 in "12.", 3 in
+//! "1234" for (5, 2), 4 in "1.239". The text may hold any bytes and need not end with NUL.
+//! @{
+VANTIX_EXPORT std::uint32_t BCDIIParse(void *bcd, BCDIIType type, const char *text,
+                                       std::size_t size, std::size_t *position = nullptr,
+                                       const char *points = ".,");
+VANTIX_EXPORT std::uint32_t BCDIIParse(void *bcd_, const char *text, std::size_t size,
+                                       std::size_t *position = nullptr, const char *points = ".,");
+//! @}
 
 //! The value as text: "-" when negative, the integer digits without leading zeros
 //! (none for 0), and with nfrac > 0 a "." and nfrac digits: 12.50, .5, -7. Zero of a

@@ -10,13 +10,29 @@
 #include <array>
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <limits>
 #include <string>
+#include <string_view>
 
 #if __has_include(<QString>)
 #include <QString>
+#include <QStringView>
 #endif
+
+//! What BCDIIValue::parse() made of a text; true when that is a number of the type.
+template<typename Value> struct BCDIIParsed
+{
+    Value value = Value::nan(); //!< exact, or NaN
+    //! The length of the text, or where it stops being a number of the type; see BCDIIParse().
+    std::size_t position = 0;
+    //! 0, 4, 2 for zero; 48 when the text is no number, 17 when it does not fit, 80 when it
+    //! has fraction digits that the type has not.
+    std::uint32_t status = 0x30;
+
+    explicit operator bool() const noexcept { return (status & 0x30) == 0; }
+};
 
 //! A decimal number of \a Digits digits, \a Fraction of them after the point, that owns
 //! its bytes. Only as large as they are, trivially copied, never on the heap.
@@ -37,14 +53,20 @@ template<int Digits, int Fraction> class BCDIIValue
     static_assert(Fraction >= -62 && Fraction <= 62, "-62 to 62 digits stand after the point");
 
 public:
+    static constexpr int digits = Digits;           //!< in all
+    static constexpr int fractionDigits = Fraction; //!< after the point; may be negative
+
     //! Zero.
     constexpr BCDIIValue() = default;
 
     //! NaN when the integer does not fit; digits that the type does not have are cut off.
-    explicit BCDIIValue(INT64 integer, UINT32 *status = nullptr) { setScaled(integer, 0, status); }
+    explicit BCDIIValue(std::int64_t integer, std::uint32_t *status = nullptr)
+    {
+        setScaled(integer, 0, status);
+    }
 
     //! \a units of the last digit, exact: 1990 hundredths are 19.90. NaN when it does not fit.
-    static BCDIIValue fromUnits(INT64 units, UINT32 *status = nullptr)
+    static BCDIIValue fromUnits(std::int64_t units, std::uint32_t *status = nullptr)
     {
         BCDIIValue value;
         value.setScaled(units, Fraction, status);
@@ -53,7 +75,7 @@ public:
 
     //! The value nearest to \a real * 10^Fraction, taken in double; see BCDIIGetFromDouble().
     //! Infinities and numbers that do not fit give NaN, a NaN too.
-    static BCDIIValue fromDouble(double real, UINT32 *status = nullptr)
+    static BCDIIValue fromDouble(double real, std::uint32_t *status = nullptr)
     {
         BCDIIValue value = nan();
         if (real != real) {
@@ -65,21 +87,37 @@ public:
     }
 
     //! The number at the beginning of \a text (see BCDIIFromString()), rounded to this
-    //! type; NaN when there is none or it does not fit.
-    static BCDIIValue fromString(const char *text, UINT32 *status = nullptr)
+    //! type; NaN when there is none or it does not fit. What follows it is ignored: "1e3" is
+    //! 1 and "1,234.50" is 1.234. parse() is strict.
+    static BCDIIValue fromString(const char *text, std::uint32_t *status = nullptr)
     {
         BCDIIType textType = 63U << 8;
-        std::array<BYTE, 32> bytes {};
-        UINT32 result = BCDIIFromString(bytes.data(), textType, text);
+        std::array<std::uint8_t, 32> bytes {};
+        std::uint32_t result = BCDIIFromString(bytes.data(), textType, text);
         BCDIIValue value = nan();
         if ((result & 0x10) == 0)
             result = BCDIICopy(value.data(), type(), bytes.data(), textType, BCDII_ROUND_NEAREST);
         report(status, result);
         return value;
     }
-    static BCDIIValue fromString(const std::string &text, UINT32 *status = nullptr)
+    static BCDIIValue fromString(const std::string &text, std::uint32_t *status = nullptr)
     {
         return fromString(text.c_str(), status);
+    }
+
+    //! The number that \a text is from its first character to the last, exactly; see
+    //! BCDIIParse(). \a points are the characters that may stand before the fraction.
+    //!
+    //! \code
+    //! if (const auto price = Money::parse(text, "."))
+    //!     total += price.value;
+    //! \endcode
+    static BCDIIParsed<BCDIIValue> parse(std::string_view text, const char *points = ".,")
+    {
+        BCDIIParsed<BCDIIValue> parsed;
+        parsed.status = BCDIIParse(parsed.value.data(), type(), text.data(), text.size(),
+                                   &parsed.position, points);
+        return parsed;
     }
 
     //! Not a number.
@@ -90,21 +128,26 @@ public:
         return value;
     }
     //! The largest value: all nines.
-    static BCDIIValue highest()
+    static constexpr BCDIIValue highest()
     {
         BCDIIValue value;
-        BCDIISetMax(value.data(), type());
+        for (std::uint8_t &pair : value.m_bytes)
+            pair = 99;
+        if ((Digits - Fraction) % 2 != 0)
+            value.m_bytes[0] = 9;
+        if (Fraction % 2 != 0)
+            value.m_bytes.back() = 90;
         return value;
     }
     //! The most negative value.
-    static BCDIIValue lowest()
+    static constexpr BCDIIValue lowest()
     {
-        BCDIIValue value;
-        BCDIISetMin(value.data(), type());
+        BCDIIValue value = highest();
+        value.m_bytes[0] |= 0x80;
         return value;
     }
-    //! One unit of the last digit.
-    static BCDIIValue smallest()
+    //! One unit of the last digit, the step from any value to the next one.
+    static constexpr BCDIIValue smallest()
     {
         BCDIIValue value;
         value.m_bytes.back() = Fraction % 2 != 0 ? 10 : 1;
@@ -118,37 +161,38 @@ public:
     }
     //! The bytes, for those functions.
     //! @{
-    BYTE *data() { return m_bytes.data(); }
-    const BYTE *data() const { return m_bytes.data(); }
+    std::uint8_t *data() { return m_bytes.data(); }
+    const std::uint8_t *data() const { return m_bytes.data(); }
     //! @}
     static constexpr std::size_t size() { return byteCount; }
 
     //! 0 positive, 4 negative, 2 zero, 160 NaN; 32 when data() was filled with what is
     //! not a value.
-    UINT32 status() const { return BCDIICheck(data(), type()); }
+    std::uint32_t status() const { return BCDIICheck(data(), type()); }
     constexpr bool isNan() const { return (m_bytes[0] & 0x7F) > 99; }
     constexpr bool isNegative() const { return !isNan() && m_bytes[0] >= 0x80; }
-    constexpr bool isZero() const { return m_bytes == std::array<BYTE, byteCount> {}; }
+    constexpr bool isZero() const { return m_bytes == std::array<std::uint8_t, byteCount> {}; }
 
     //! The value in another type, BCDIIValue<...>, rounded by \a style.
     template<typename Other>
-    Other to(BCDIIroundstyle style = BCDII_ROUND_NEAREST, UINT32 *status = nullptr) const
+    Other to(BCDIIroundstyle style = BCDII_ROUND_NEAREST, std::uint32_t *status = nullptr) const
     {
         Other value;
         report(status, BCDIICopy(value.data(), Other::type(), data(), type(), style));
         return value;
     }
     //! The nearest integer, or 0 when it does not fit or the value is NaN.
-    INT64 toInt64(BCDIIroundstyle style = BCDII_ROUND_NEAREST, UINT32 *status = nullptr) const
+    std::int64_t toInt64(BCDIIroundstyle style = BCDII_ROUND_NEAREST,
+                         std::uint32_t *status = nullptr) const
     {
-        INT64 integer = 0;
+        std::int64_t integer = 0;
         report(status, BCDII2Int64(&integer, data(), type(), 0, style));
         return integer;
     }
     //! Units of the last digit: 1990 for 19.90. 0 when it does not fit or the value is NaN.
-    INT64 toUnits(UINT32 *status = nullptr) const
+    std::int64_t toUnits(std::uint32_t *status = nullptr) const
     {
-        INT64 units = 0;
+        std::int64_t units = 0;
         report(status, BCDII2Int64(&units, data(), type(), Fraction, BCDII_ROUND_NEAREST));
         return units;
     }
@@ -173,11 +217,19 @@ public:
     }
 
 #if __has_include(<QString>)
-    //! \sa fromString(), toString()
+    //! \sa fromString(), parse(), toString(). Positions count UTF-16 units; points are Latin-1.
     //! @{
-    static BCDIIValue fromQString(const QString &text, UINT32 *status = nullptr)
+    static BCDIIValue fromQString(const QString &text, std::uint32_t *status = nullptr)
     {
         return fromString(text.toLatin1().constData(), status);
+    }
+    static BCDIIParsed<BCDIIValue> parse(QStringView text, const char *points = ".,")
+    {
+        std::string latin1;
+        latin1.reserve(static_cast<std::size_t>(text.size()));
+        for (QChar c : text)
+            latin1 += c.toLatin1(); // NUL for others
+        return parse(std::string_view(latin1), points);
     }
     QString toQString() const
     {
@@ -191,7 +243,7 @@ public:
     //! @{
     template<typename A, typename B>
     static BCDIIValue sum(const A &a, const B &b, BCDIIroundstyle style = BCDII_ROUND_NEAREST,
-                          UINT32 *status = nullptr)
+                          std::uint32_t *status = nullptr)
     {
         BCDIIValue value;
         report(status,
@@ -200,7 +252,7 @@ public:
     }
     template<typename A, typename B>
     static BCDIIValue product(const A &a, const B &b, BCDIIroundstyle style = BCDII_ROUND_NEAREST,
-                              UINT32 *status = nullptr)
+                              std::uint32_t *status = nullptr)
     {
         BCDIIValue value;
         report(status,
@@ -263,7 +315,7 @@ public:
 private:
     static constexpr std::size_t byteCount = (Digits >> 1) + ((Digits | Fraction) & 1);
 
-    static void report(UINT32 *status, UINT32 result)
+    static void report(std::uint32_t *status, std::uint32_t result)
     {
         if (status != nullptr)
             *status = result;
@@ -271,9 +323,9 @@ private:
 
     // integer / 10^digits. A negative one that is cut to zero or does not fit comes with a
     // sign, which neither zero nor NaN has here.
-    void setScaled(INT64 integer, int digits, UINT32 *status)
+    void setScaled(std::int64_t integer, int digits, std::uint32_t *status)
     {
-        const UINT32 result = BCDIIGetFromInt64(data(), type(), integer, digits);
+        const std::uint32_t result = BCDIIGetFromInt64(data(), type(), integer, digits);
         if ((result & 0x02) != 0)
             m_bytes = {};
         else if ((result & 0x10) != 0)
@@ -281,18 +333,44 @@ private:
         report(status, (result & 0x12) != 0 ? result & ~4U : result);
     }
 
-    std::array<BYTE, byteCount> m_bytes {}; //!< as described in bcdii.h
+    std::array<std::uint8_t, byteCount> m_bytes {}; //!< as described in bcdii.h
 };
 
-//! Hashes equal values of one type equally.
+//! Hashes equal values equally, whatever their types: 1.5 as 1.50. All NaN hash equally
+//! too, though none equals another.
 template<int Digits, int Fraction> struct std::hash<BCDIIValue<Digits, Fraction>>
 {
     std::size_t operator()(const BCDIIValue<Digits, Fraction> &value) const noexcept
     {
-        UINT64 h = 14695981039346656037U; // FNV-1a
-        for (std::size_t i = 0; i < value.size(); ++i)
-            h = (h ^ value.data()[i]) * 1099511628211U;
+        if (value.isNan())
+            return 0;
+        // Pairs stand at the same places before and after the point in all types: what
+        // differs is how many zeros stand around them.
+        const std::uint8_t *first = value.data();
+        const std::uint8_t *last = first + value.size();
+        int weight = (Digits - Fraction + 1) >> 1;
+        for (; first != last && pairAt(first, value) == 0; ++first)
+            --weight;
+        while (last != first && pairAt(last - 1, value) == 0)
+            --last;
+        if (first == last)
+            return static_cast<std::size_t>(seed);
+        std::uint64_t h = mixed(mixed(seed, weight & 0xFF), value.isNegative() ? 1 : 0);
+        for (; first != last; ++first)
+            h = mixed(h, pairAt(first, value));
         return static_cast<std::size_t>(h);
+    }
+
+private:
+    static constexpr std::uint64_t seed = 14695981039346656037U; // FNV-1a
+
+    static constexpr std::uint64_t mixed(std::uint64_t h, int byte)
+    {
+        return (h ^ static_cast<std::uint64_t>(byte)) * 1099511628211U;
+    }
+    static int pairAt(const std::uint8_t *pair, const BCDIIValue<Digits, Fraction> &value)
+    {
+        return pair == value.data() ? *pair & 0x7F : *pair;
     }
 };
 
@@ -318,13 +396,19 @@ public:
     static constexpr int digits = Digits;
     static constexpr int digits10 = Digits;
     static constexpr int max_digits10 = Digits;
+    static constexpr int min_exponent = 0;
+    static constexpr int min_exponent10 = 0;
+    static constexpr int max_exponent = 0;
+    static constexpr int max_exponent10 = 0;
+    static constexpr bool tinyness_before = false;
     static constexpr float_round_style round_style = round_to_nearest;
 
-    static Value min() { return Value::smallest(); }
-    static Value max() { return Value::highest(); }
-    static Value lowest() { return Value::lowest(); }
-    static Value epsilon() { return Value::smallest(); }
-    static Value quiet_NaN() { return Value::nan(); }
+    // In parentheses, as min and max are macros of windows.h.
+    static constexpr Value(min)() { return Value::smallest(); }
+    static constexpr Value(max)() { return Value::highest(); }
+    static constexpr Value lowest() { return Value::lowest(); }
+    static constexpr Value epsilon() { return Value::smallest(); }
+    static constexpr Value quiet_NaN() { return Value::nan(); }
 };
 
 namespace BCDIILiterals {
@@ -354,7 +438,7 @@ template<char... Text> consteval Shape shapeOf()
         shape.digits += significant ? 1 : 0;
         shape.fraction += behindPoint ? 1 : 0;
     }
-    shape.digits = std::max({shape.digits, shape.fraction, 1});
+    shape.digits = (std::max)({shape.digits, shape.fraction, 1});
     return shape;
 }
 

@@ -38,19 +38,30 @@ void print(const char *what, Money amount)
     std::printf("%-24s %12s\n", what, amount.toString().c_str());
 }
 
+// Where and why a text is not a price.
+std::string complaint(const std::string &text, const BCDIIParsed<Money> &parsed)
+{
+    if (text.empty())
+        return "empty";
+    if (parsed.position == text.size())
+        return "ends too early";
+    const bool isTooFine = (parsed.status & 0x40) != 0;
+    return (isTooFine ? "less than a cent" : explain(parsed.status)) + ", from \""
+        + text.substr(parsed.position) + "\" on";
+}
+
 // Adds the prices that are numbers, and says what is wrong with the others.
 Money sumOf(const std::vector<std::string> &prices)
 {
     Money total;
     for (const std::string &text : prices) {
-        UINT32 status = 0;
-        const Money price = Money::fromString(text, &status);
-        if (price.isNan()) {
-            std::printf("%-24s left out: %s\n", text.c_str(), explain(status).c_str());
+        const BCDIIParsed<Money> price = Money::parse(text);
+        if (!price) {
+            std::printf("%-24s left out: %s\n", text.c_str(), complaint(text, price).c_str());
             continue;
         }
-        print("", price);
-        total += price;
+        print("", price.value);
+        total += price.value;
     }
     return total;
 }
@@ -79,11 +90,11 @@ int main(int argc, char *argv[])
 {
     std::vector<std::string> prices(argv + 1, argv + argc);
     if (prices.empty())
-        prices = {"19.90", "4,50", "0.05", "-2.00", "free"};
+        prices = {"19.90", "4,50", "0.05", "-2.00", "free", "1,234.50", "9.999", "7 EUR"};
 
     const Money total = sumOf(prices);
     print("net", total);
-    const Rate rate = Rate::fromString("0.1905");
+    const Rate rate = Rate::parse("0.1905").value;
     UINT32 status = 0;
     const Money tax = Money::product(total, rate, BCDII_ROUND_NEAREST, &status);
     print("tax at 19.05 %", tax);

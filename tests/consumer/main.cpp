@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include <abstractitemviewfind.h>
+#include <bcdiimeta.h>
 #include <bcdiivalue.h>
+#include <decimalsortproxy.h>
 #include <itemdelegate.h>
 #include <itemviewfindtoolbar.h>
 #include <qtablefastview.h>
@@ -44,6 +46,15 @@ bool showsRows()
         && view.currentIndex().row() == 1;
 }
 
+bool showsDecimals()
+{
+    using Money = BCDIIValue<15, 2>;
+    vantixRegisterDecimals<Money>();
+    const DecimalSortProxy<> proxy;
+    const auto price = Money::parse("19.90");
+    return price && QVariant::fromValue(price.value).toString() == QStringLiteral("19.90");
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -51,6 +62,7 @@ int main(int argc, char *argv[])
     const bool areThere = hasResources();
     const QApplication app(argc, argv);
     const bool isShown = showsRows();
-    std::printf("resources: %d, rows: %d\n", areThere, isShown);
-    return areThere && isShown ? 0 : 1;
+    const bool isCounted = showsDecimals();
+    std::printf("resources: %d, rows: %d, decimals: %d\n", areThere, isShown, isCounted);
+    return areThere && isShown && isCounted ? 0 : 1;
 }

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#if __has_include(<X11/Xproto.h>)
+#include <X11/Xproto.h>
+
+#include "sample.h"
+
+#include <type_traits>
+
+Outcome x11Before()
+{
+    static_assert(std::is_same_v<BOOL, CARD8> && std::is_same_v<BYTE, CARD8>);
+    static_assert(sizeof(UINT16) == 2 && sizeof(UINT32) == 4 && sizeof(UINT64) == 8);
+    static_assert(sizeof(INT64) == 8);
+    return sampleOutcome();
+}
+#else
+#include "names.h"
+
+Outcome x11Before()
+{
+    return Outcome::HeaderMissing;
+}
+#endif
