@@ -4,6 +4,7 @@
 #include "abstractfindtoolbar.h"
 
 #include "filterlineedit.h"
+#include "panel/inheritedlook_p.h"
 #include "qprogressindicator.h"
 
 #include <QAction>
@@ -51,6 +52,9 @@ public:
     explicit NotFoundLabel(QWidget *parent)
         : QLabel(parent)
     {
+        // A label that never had a text keeps the height of its first font.
+        setText(AbstractFindToolBar::tr("Not found"));
+        setText(QString());
         updateWidth();
     }
 
@@ -132,7 +136,10 @@ AbstractFindToolBar::AbstractFindToolBar(QWidget *parent)
     setupConnections();
 }
 
-AbstractFindToolBar::~AbstractFindToolBar() = default;
+AbstractFindToolBar::~AbstractFindToolBar()
+{
+    delete findChild<InheritedLook *>(); // the field may change while all of this is destroyed
+}
 
 bool AbstractFindToolBar::isFilterAvailable() const
 {
@@ -178,6 +185,9 @@ void AbstractFindToolBar::setupUi()
     m_layout->addWidget(m_findNextButton, 0, 5);
     m_layout->addWidget(m_filterButton, 0, 6);
     m_layout->addWidget(m_closeButton, 0, 7);
+    const auto *look = new InheritedLook(m_findLineEdit); // knows where it is now
+    connect(look, &InheritedLook::changed, this, [this] { updateButtonHeights(); });
+    updateButtonHeights();
 
     setFloatable(false);
     setMovable(false);
@@ -188,8 +198,21 @@ QToolButton *AbstractFindToolBar::createButton(const QString &name)
 {
     auto *button = new QToolButton(this);
     button->setObjectName(name);
-    button->setMaximumHeight(m_findLineEdit->sizeHint().height());
+    m_buttonHeight = m_findLineEdit->sizeHint().height();
+    button->setMaximumHeight(m_buttonHeight);
     return button;
+}
+
+//! Leaves alone the buttons that a program has given another height.
+void AbstractFindToolBar::updateButtonHeights()
+{
+    const int height = m_findLineEdit->sizeHint().height();
+    for (QToolButton *button :
+         {m_findPrevButton, m_findNextButton, m_filterButton, m_closeButton}) {
+        if (button->maximumHeight() == m_buttonHeight)
+            button->setMaximumHeight(height);
+    }
+    m_buttonHeight = height;
 }
 
 void AbstractFindToolBar::setupActions()

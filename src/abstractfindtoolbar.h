@@ -24,6 +24,9 @@ class QToolButton;
  * indicator and shows "Not found"; a subclass searches. It does not move and is hidden
  * until openFind() shows it, if the window that it belongs to hides it at first.
  *
+ * Palettes, fonts and styles may change at any time. The field has a style sheet of its
+ * own and therefore the colours of the application, not those of a window.
+ *
  * While the focus is inside: Return and Enter find the next row, as QKeySequence's
  * FindNext does, FindPrevious the one before, and Esc closes. A program may bind the
  * same keys to findNext() and findPrev() for its view (Qt::WidgetShortcut), but not for
@@ -83,6 +86,7 @@ private:
     void setActionsEnabled(bool enabled);
     void updateFilterVisibility();
     QToolButton *createButton(const QString &name);
+    void updateButtonHeights();
     QAction *createAction(const QString &iconName, const QString &text, const QString &toolTip);
     void showFound(bool found);
 
@@ -103,6 +107,7 @@ private:
     QAction *m_filterAction = nullptr;
     QAction *m_closeAction = nullptr; //!< never disabled
     bool m_found = true;              //!< since the text changed or the panel was opened
+    int m_buttonHeight = 0;           //!< at most, as the field is high
 };
 
 #endif // ABSTRACTFINDTOOLBAR_H
