@@ -5,6 +5,7 @@
 
 #include "filterlineedit.h"
 #include "panel/inheritedlook_p.h"
+#include "panel/translatedtexts_p.h"
 #include "qprogressindicator.h"
 
 #include <QAction>
@@ -45,7 +46,7 @@ protected:
     }
 };
 
-//! As wide as the text that it may show, in any font.
+//! As wide as the text that it may show, in any font and language.
 class NotFoundLabel : public QLabel
 {
 public:
@@ -62,7 +63,9 @@ protected:
     void changeEvent(QEvent *event) override
     {
         QLabel::changeEvent(event);
-        if (event->type() == QEvent::FontChange)
+        if (event->type() == QEvent::LanguageChange && !text().isEmpty())
+            setText(AbstractFindToolBar::tr("Not found"));
+        if (event->type() == QEvent::LanguageChange || event->type() == QEvent::FontChange)
             updateWidth();
     }
 
@@ -168,7 +171,7 @@ void AbstractFindToolBar::setupUi()
     m_findLineEdit->setButtonMenu(FancyLineEdit::Left, m_lineEditMenu);
     m_findLineEdit->setStyleSheet(QStringLiteral("QLineEdit { border : 1px solid grey; }"));
     m_findLineEdit->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
-    m_findLineEdit->setPlaceholderText(tr("Find"));
+    TranslatedTexts::show(m_findLineEdit, "placeholderText", staticMetaObject, QT_TR_NOOP("Find"));
 
     m_findPrevButton = createButton(QStringLiteral("findPrevButton"));
     m_findPrevButton->setFocusPolicy(Qt::NoFocus);
@@ -217,17 +220,19 @@ void AbstractFindToolBar::updateButtonHeights()
 
 void AbstractFindToolBar::setupActions()
 {
-    m_findPrevAction =
-        createAction(QStringLiteral("previous_small"), tr("Find previous"), tr("Find previous"));
+    m_findPrevAction = createAction(QStringLiteral("previous_small"), QT_TR_NOOP("Find previous"),
+                                    QT_TR_NOOP("Find previous"));
     m_findPrevAction->setShortcuts(QKeySequence::FindPrevious);
     m_defaultAction = new QAction(this);
     m_defaultAction->setShortcuts(
         {QKeySequence(QStringLiteral("Enter")), QKeySequence(QStringLiteral("Return"))});
-    m_findNextAction = createAction(QStringLiteral("next_small"), tr("Find next"), tr("Find next"));
+    m_findNextAction = createAction(QStringLiteral("next_small"), QT_TR_NOOP("Find next"),
+                                    QT_TR_NOOP("Find next"));
     m_findNextAction->setShortcuts(QKeySequence::FindNext);
-    m_filterAction =
-        createAction(QStringLiteral("filter"), tr("Filter"), tr("Filter strings by value"));
-    m_closeAction = createAction(QStringLiteral("close"), tr("Done"), tr("Close search panel"));
+    m_filterAction = createAction(QStringLiteral("filter"), QT_TR_NOOP("Filter"),
+                                  QT_TR_NOOP("Filter strings by value"));
+    m_closeAction =
+        createAction(QStringLiteral("close"), QT_TR_NOOP("Done"), QT_TR_NOOP("Close search panel"));
     m_closeAction->setShortcut(QKeySequence(QStringLiteral("Esc")));
     for (QAction *action : {m_findPrevAction, m_defaultAction, m_findNextAction, m_closeAction})
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -240,11 +245,12 @@ void AbstractFindToolBar::setupActions()
         {m_defaultAction, m_findPrevAction, m_findNextAction, m_filterAction, m_closeAction});
 }
 
-QAction *AbstractFindToolBar::createAction(const QString &iconName, const QString &text,
-                                           const QString &toolTip)
+QAction *AbstractFindToolBar::createAction(const QString &iconName, const char *text,
+                                           const char *toolTip)
 {
-    auto *action = new QAction(icon(iconName), text, this);
-    action->setToolTip(toolTip);
+    auto *action = new QAction(icon(iconName), QString(), this);
+    TranslatedTexts::show(action, "text", staticMetaObject, text);
+    TranslatedTexts::show(action, "toolTip", staticMetaObject, toolTip);
     return action;
 }
 

@@ -24,7 +24,8 @@ class QToolButton;
  * indicator and shows "Not found"; a subclass searches. It does not move and is hidden
  * until openFind() shows it, if the window that it belongs to hides it at first.
  *
- * Palettes, fonts and styles may change at any time. The field has a style sheet of its
+ * Palettes, fonts, styles and the language may change at any time; texts that a program
+ * has set itself stay. The field has a style sheet of its
  * own and therefore the colours of the application, not those of a window.
  *
  * While the focus is inside: Return and Enter find the next row, as QKeySequence's
@@ -87,7 +88,7 @@ private:
     void updateFilterVisibility();
     QToolButton *createButton(const QString &name);
     void updateButtonHeights();
-    QAction *createAction(const QString &iconName, const QString &text, const QString &toolTip);
+    QAction *createAction(const QString &iconName, const char *text, const char *toolTip);
     void showFound(bool found);
 
     QWidget *m_widget = nullptr;                       //!< the one widget of the tool bar
