@@ -9,15 +9,14 @@
 #include "abstractitemviewfind.h"
 #include "itemviewfindtoolbar.h"
 #include "sortfilterproxymodel.h"
+#include "translations.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QHeaderView>
-#include <QLocale>
 #include <QSplitter>
 #include <QStandardItemModel>
 #include <QTableView>
-#include <QTranslator>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -115,10 +114,7 @@ void fillTable(QStandardItemModel *model)
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    // The panel speaks English unless the library's translations are loaded.
-    QTranslator translator;
-    if (translator.load(QLocale(), "vantix", "_", ":/translations"))
-        QApplication::installTranslator(&translator);
+    vantixInstallTranslations(); // the panel's texts
 
     // "Filter" has an effect where this proxy stands between model and view.
     QStandardItemModel treeModel;

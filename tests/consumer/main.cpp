@@ -6,6 +6,7 @@
 #include <itemdelegate.h>
 #include <itemviewfindtoolbar.h>
 #include <qtablefastview.h>
+#include <translations.h>
 
 #include <QApplication>
 #include <QFile>
@@ -25,6 +26,12 @@ bool hasResources()
     return QFile::exists(QStringLiteral(":/icons/16x16/close.png"))
         && QFile::exists(QStringLiteral(":/icons/drovik/16x16/editclear.png"))
         && translator.load(QStringLiteral(":/translations/vantix_ru"));
+}
+
+bool speaksRussian()
+{
+    return vantixInstallTranslations(QLocale(QLocale::Russian))
+        && QCoreApplication::translate("FilterLineEdit", "Clear") != QStringLiteral("Clear");
 }
 
 bool showsRows()
@@ -50,7 +57,8 @@ int main(int argc, char *argv[])
 {
     const bool areThere = hasResources();
     const QApplication app(argc, argv);
+    const bool isTranslated = speaksRussian();
     const bool isShown = showsRows();
-    std::printf("resources: %d, rows: %d\n", areThere, isShown);
-    return areThere && isShown ? 0 : 1;
+    std::printf("resources: %d, translations: %d, rows: %d\n", areThere, isTranslated, isShown);
+    return areThere && isTranslated && isShown ? 0 : 1;
 }
