@@ -153,6 +153,39 @@ void AbstractFindToolBar::filter(const QString & /*text*/)
 {
 }
 
+bool AbstractFindToolBar::isCaseSwitchVisible() const
+{
+    return m_caseButton && m_caseButton->isVisibleTo(m_widget);
+}
+
+void AbstractFindToolBar::setCaseSwitchVisible(bool visible)
+{
+    if (visible == isCaseSwitchVisible())
+        return;
+    if (!m_caseButton)
+        createCaseButton();
+    m_caseButton->setVisible(visible);
+    if (visible)
+        textChanged(m_findLineEdit->text());
+}
+
+Qt::CaseSensitivity AbstractFindToolBar::caseSensitivity() const
+{
+    return m_caseSensitivity;
+}
+
+void AbstractFindToolBar::setCaseSensitivity(Qt::CaseSensitivity sensitivity)
+{
+    if (sensitivity == m_caseSensitivity)
+        return;
+    m_caseSensitivity = sensitivity;
+    if (!m_caseButton)
+        return;
+    m_caseButton->defaultAction()->setChecked(sensitivity == Qt::CaseSensitive);
+    if (isCaseSwitchVisible())
+        textChanged(m_findLineEdit->text());
+}
+
 void AbstractFindToolBar::setupUi()
 {
     setObjectName(QStringLiteral("FindToolBar"));
@@ -173,6 +206,7 @@ void AbstractFindToolBar::setupUi()
     m_findLineEdit->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
     TranslatedTexts::show(m_findLineEdit, "placeholderText", staticMetaObject, QT_TR_NOOP("Find"));
 
+    m_buttonHeight = m_findLineEdit->sizeHint().height();
     m_findPrevButton = createButton(QStringLiteral("findPrevButton"));
     m_findPrevButton->setFocusPolicy(Qt::NoFocus);
     m_findNextButton = createButton(QStringLiteral("findNextButton"));
@@ -201,7 +235,6 @@ QToolButton *AbstractFindToolBar::createButton(const QString &name)
 {
     auto *button = new QToolButton(this);
     button->setObjectName(name);
-    m_buttonHeight = m_findLineEdit->sizeHint().height();
     button->setMaximumHeight(m_buttonHeight);
     return button;
 }
@@ -211,11 +244,29 @@ void AbstractFindToolBar::updateButtonHeights()
 {
     const int height = m_findLineEdit->sizeHint().height();
     for (QToolButton *button :
-         {m_findPrevButton, m_findNextButton, m_filterButton, m_closeButton}) {
-        if (button->maximumHeight() == m_buttonHeight)
+         {m_findPrevButton, m_findNextButton, m_filterButton, m_closeButton, m_caseButton}) {
+        if (button && button->maximumHeight() == m_buttonHeight)
             button->setMaximumHeight(height);
     }
     m_buttonHeight = height;
+}
+
+//! Before the button that closes.
+void AbstractFindToolBar::createCaseButton()
+{
+    auto *action = createAction(QString(), QT_TR_NOOP("Match case"),
+                                QT_TR_NOOP("Tell upper and lower case apart"));
+    action->setCheckable(true);
+    action->setChecked(m_caseSensitivity == Qt::CaseSensitive);
+    connect(action, &QAction::toggled, this, [this](bool isChecked) {
+        setCaseSensitivity(isChecked ? Qt::CaseSensitive : Qt::CaseInsensitive);
+    });
+    m_caseButton = createButton(QStringLiteral("caseButton"));
+    m_caseButton->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    m_caseButton->setDefaultAction(action);
+    m_layout->addWidget(m_caseButton, 0, 7);
+    m_layout->addWidget(m_closeButton, 0, 8);
+    setTabOrder(m_filterButton, m_caseButton);
 }
 
 void AbstractFindToolBar::setupActions()
@@ -248,7 +299,9 @@ void AbstractFindToolBar::setupActions()
 QAction *AbstractFindToolBar::createAction(const QString &iconName, const char *text,
                                            const char *toolTip)
 {
-    auto *action = new QAction(icon(iconName), QString(), this);
+    auto *action = new QAction(this);
+    if (!iconName.isEmpty())
+        action->setIcon(icon(iconName));
     TranslatedTexts::show(action, "text", staticMetaObject, text);
     TranslatedTexts::show(action, "toolTip", staticMetaObject, toolTip);
     return action;

@@ -43,7 +43,8 @@ public:
     using AbstractFindToolBar::findPrev;
 
 public Q_SLOTS:
-    //! Ends a search that runs. Returns true.
+    //! Ends a search that runs. Returns true. While isCaseSwitchVisible() this, finding
+    //! and filtering give caseSensitivity() to the engine.
     bool findIncremental(const QString &text) override;
     bool findPrev(const QString &text) override;
     bool findNext(const QString &text) override;
@@ -52,6 +53,8 @@ public Q_SLOTS:
     void filter(const QString &text) override;
 
 private:
+    void applyCase();
+
     QPointer<AbstractItemViewFind> m_find; //!< searches and filters; may be null
 };
 

@@ -156,6 +156,8 @@ private slots:
     void textsFollowLanguage_data();
     void textsFollowLanguage();
     void labelFollowsLanguage();
+    void caseSwitch();
+    void caseSwitchTellsSubclass();
 
     void opening();
     void filterVisibility();
@@ -420,9 +422,11 @@ void tst_AbstractFindToolBar::textsFollowLanguage_data()
     const char *const buttonTexts[][2] = {{"Find previous", "Find previous"},
                                           {"Find next", "Find next"},
                                           {"Filter", "Filter strings by value"},
-                                          {"Done", "Close search panel"}};
-    for (int i = 0; i < 4; ++i) {
-        const QString name = buttonNames.at(i);
+                                          {"Done", "Close search panel"},
+                                          {"Match case", "Tell upper and lower case apart"}};
+    const QStringList names = buttonNames + QStringList("caseButton");
+    for (int i = 0; i < 5; ++i) {
+        const QString name = names.at(i);
         const auto [text, toolTip] = buttonTexts[i];
         QTest::addRow("%s", qPrintable(name))
             << name << QByteArray("text") << QString::fromLatin1(text) << panel;
@@ -448,6 +452,7 @@ void tst_AbstractFindToolBar::textsFollowLanguage()
     const auto find = [&](Window *w) -> QObject * {
         auto *button = w->panel->field()->findChildren<IconButton *>().at(FancyLineEdit::Right);
         button->setObjectName(QStringLiteral("clearButton"));
+        w->panel->setCaseSwitchVisible(true);
         return w->panel->findChild<QWidget *>(object);
     };
     Window w;
@@ -492,6 +497,65 @@ void tst_AbstractFindToolBar::labelFollowsLanguage()
     QCOMPARE(label->text(), english);
     QCOMPARE(label->minimumWidth(), width(english));
     QCOMPARE(label->maximumWidth(), width(english));
+}
+
+void tst_AbstractFindToolBar::caseSwitch()
+{
+    Window w;
+    w.panel->openFind();
+    QVERIFY(!w.panel->isCaseSwitchVisible());
+    QVERIFY(!w.panel->button("caseButton"));
+    w.panel->setCaseSwitchVisible(false);
+    QVERIFY(!w.panel->button("caseButton"));
+
+    QVERIFY(w.panel->setProperty("caseSwitchVisible", true));
+    QVERIFY(w.panel->isCaseSwitchVisible());
+    const QToolButton *button = w.panel->button("caseButton");
+    QVERIFY(button->isVisible());
+    QVERIFY(button->isCheckable());
+    QVERIFY(!button->isChecked());
+    QCOMPARE(button->maximumHeight(), w.panel->field()->sizeHint().height());
+    auto *grid = qobject_cast<QGridLayout *>(w.panel->inside()->layout());
+    QCOMPARE(grid->itemAtPosition(0, 6)->widget(), w.panel->button("filterButton"));
+    QCOMPARE(grid->itemAtPosition(0, 7)->widget(), button);
+    QCOMPARE(grid->itemAtPosition(0, 8)->widget(), w.panel->button("closeButton"));
+    QCOMPARE(w.panel->button("filterButton")->nextInFocusChain(), button);
+
+    w.panel->close();
+    QVERIFY(w.panel->isCaseSwitchVisible()); // once the panel is
+    w.panel->setCaseSwitchVisible(false);
+    QVERIFY(!w.panel->isCaseSwitchVisible());
+    w.panel->openFind();
+    QVERIFY(!button->isVisible());
+    w.panel->setCaseSwitchVisible(true);
+    QCOMPARE(w.panel->button("caseButton"), button);
+}
+
+void tst_AbstractFindToolBar::caseSwitchTellsSubclass()
+{
+    Window w;
+    w.panel->openFind();
+    QTest::keyClicks(w.panel->field(), QStringLiteral("a"));
+    w.panel->calls.clear();
+    QCOMPARE(w.panel->caseSensitivity(), Qt::CaseInsensitive);
+    QVERIFY(w.panel->setProperty("caseSensitivity", QVariant::fromValue(Qt::CaseSensitive)));
+    QVERIFY(w.panel->calls.isEmpty()); // without a switch it is of no use
+    w.panel->setCaseSwitchVisible(true);
+    QToolButton *button = w.panel->button("caseButton");
+    QVERIFY(button->isChecked());
+    QCOMPARE(w.panel->calls, QStringList("incremental a"));
+    QCOMPARE(w.panel->label()->text(), QStringLiteral("Not found"));
+
+    w.panel->found = true;
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(w.panel->caseSensitivity(), Qt::CaseInsensitive);
+    QCOMPARE(w.panel->calls, QStringList({"incremental a", "incremental a"}));
+    QCOMPARE(w.panel->label()->text(), QString());
+    w.panel->setCaseSensitivity(Qt::CaseInsensitive);
+    QCOMPARE(w.panel->calls.size(), 2);
+    w.panel->setCaseSensitivity(Qt::CaseSensitive);
+    QVERIFY(button->isChecked());
+    QCOMPARE(w.panel->calls.size(), 3);
 }
 
 void tst_AbstractFindToolBar::opening()

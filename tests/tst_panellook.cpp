@@ -42,6 +42,7 @@ struct Window
     void addPanel()
     {
         panel = new Panel(&window);
+        panel->setCaseSwitchVisible(true);
         field()->setAutoHideButton(FancyLineEdit::Right, false); // it would fade in
         window.setLayout(new QVBoxLayout);
         window.layout()->addWidget(panel);

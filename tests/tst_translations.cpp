@@ -89,6 +89,9 @@ void TestTranslations::translates_data()
            "Отфильтровать строки по значению");
     addRow(findBar, "Done", "Done", "Готово");
     addRow(findBar, "Close search panel", "Close search panel", "Закрыть панель поиска");
+    addRow(findBar, "Match case", "Match case", "Учитывать регистр");
+    addRow(findBar, "Tell upper and lower case apart", "Tell upper and lower case apart",
+           "Различать прописные и строчные буквы");
     for (const char *week : {"%1st week", "%1nd week", "%1rd week", "%1th week"})
         addRow("QObject", week, week, "%1-я неделя");
     addRow(itemDelegate, "Невозможно завершить редактирование.", "The edit cannot be completed.",

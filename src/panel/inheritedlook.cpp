@@ -28,6 +28,9 @@ bool InheritedLook::eventFilter(QObject *object, QEvent *event)
         if (!m_isInheriting)
             inherit();
         break;
+    case QEvent::Show: // Qt does not tell of every style sheet
+        Q_EMIT changed();
+        break;
     default:
         break;
     }
