@@ -17,9 +17,11 @@ class AbstractItemViewFind;
  * is found and nothing is filtered.
  *
  * \code
+ * auto *view = new QTableFastView;
  * auto *find = new AbstractItemViewFind(view);
  * find->setView(view);
  * find->setHeader(view->header());
+ * auto *panel = new ItemViewFindToolBar;
  * panel->setViewFind(find);
  * \endcode
  */
