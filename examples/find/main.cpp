@@ -3,8 +3,8 @@
 
 // The search panel over two views of Qt's, a tree and a table of the same moons. Press
 // Ctrl+F in either, type "an" and go through the matches with Enter, or with F3 and
-// Shift+F3 from the view as well. "Filter" leaves the rows with the text, and there upper
-// and lower case differ. Esc brings all rows back.
+// Shift+F3 from the view as well. "Filter" leaves the rows with the text. "Match case" is
+// for both. Esc brings all rows back.
 
 #include "abstractitemviewfind.h"
 #include "itemviewfindtoolbar.h"
@@ -44,6 +44,7 @@ QWidget *withPanel(QAbstractItemView *view, QHeaderView *header)
 
     auto *panel = new ItemViewFindToolBar;
     panel->setViewFind(find);
+    panel->setCaseSwitchVisible(true);
     panel->hide(); // until Ctrl+F
 
     bind(view, QKeySequence::Find, panel, SLOT(openFind()));
