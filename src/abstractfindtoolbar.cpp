@@ -4,6 +4,8 @@
 #include "abstractfindtoolbar.h"
 
 #include "filterlineedit.h"
+#include "panel/inheritedlook_p.h"
+#include "panel/translatedtexts_p.h"
 #include "qprogressindicator.h"
 
 #include <QAction>
@@ -44,13 +46,16 @@ protected:
     }
 };
 
-//! As wide as the text that it may show, in any font.
+//! As wide as the text that it may show, in any font and language.
 class NotFoundLabel : public QLabel
 {
 public:
     explicit NotFoundLabel(QWidget *parent)
         : QLabel(parent)
     {
+        // A label that never had a text keeps the height of its first font.
+        setText(AbstractFindToolBar::tr("Not found"));
+        setText(QString());
         updateWidth();
     }
 
@@ -58,7 +63,9 @@ protected:
     void changeEvent(QEvent *event) override
     {
         QLabel::changeEvent(event);
-        if (event->type() == QEvent::FontChange)
+        if (event->type() == QEvent::LanguageChange && !text().isEmpty())
+            setText(AbstractFindToolBar::tr("Not found"));
+        if (event->type() == QEvent::LanguageChange || event->type() == QEvent::FontChange)
             updateWidth();
     }
 
@@ -132,7 +139,10 @@ AbstractFindToolBar::AbstractFindToolBar(QWidget *parent)
     setupConnections();
 }
 
-AbstractFindToolBar::~AbstractFindToolBar() = default;
+AbstractFindToolBar::~AbstractFindToolBar()
+{
+    delete findChild<InheritedLook *>(); // the field may change while all of this is destroyed
+}
 
 bool AbstractFindToolBar::isFilterAvailable() const
 {
@@ -141,6 +151,39 @@ bool AbstractFindToolBar::isFilterAvailable() const
 
 void AbstractFindToolBar::filter(const QString & /*text*/)
 {
+}
+
+bool AbstractFindToolBar::isCaseSwitchVisible() const
+{
+    return m_caseButton && m_caseButton->isVisibleTo(m_widget);
+}
+
+void AbstractFindToolBar::setCaseSwitchVisible(bool visible)
+{
+    if (visible == isCaseSwitchVisible())
+        return;
+    if (!m_caseButton)
+        createCaseButton();
+    m_caseButton->setVisible(visible);
+    if (visible)
+        textChanged(m_findLineEdit->text());
+}
+
+Qt::CaseSensitivity AbstractFindToolBar::caseSensitivity() const
+{
+    return m_caseSensitivity;
+}
+
+void AbstractFindToolBar::setCaseSensitivity(Qt::CaseSensitivity sensitivity)
+{
+    if (sensitivity == m_caseSensitivity)
+        return;
+    m_caseSensitivity = sensitivity;
+    if (!m_caseButton)
+        return;
+    m_caseButton->defaultAction()->setChecked(sensitivity == Qt::CaseSensitive);
+    if (isCaseSwitchVisible())
+        textChanged(m_findLineEdit->text());
 }
 
 void AbstractFindToolBar::setupUi()
@@ -161,8 +204,9 @@ void AbstractFindToolBar::setupUi()
     m_findLineEdit->setButtonMenu(FancyLineEdit::Left, m_lineEditMenu);
     m_findLineEdit->setStyleSheet(QStringLiteral("QLineEdit { border : 1px solid grey; }"));
     m_findLineEdit->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
-    m_findLineEdit->setPlaceholderText(tr("Find"));
+    TranslatedTexts::show(m_findLineEdit, "placeholderText", staticMetaObject, QT_TR_NOOP("Find"));
 
+    m_buttonHeight = m_findLineEdit->sizeHint().height();
     m_findPrevButton = createButton(QStringLiteral("findPrevButton"));
     m_findPrevButton->setFocusPolicy(Qt::NoFocus);
     m_findNextButton = createButton(QStringLiteral("findNextButton"));
@@ -178,6 +222,9 @@ void AbstractFindToolBar::setupUi()
     m_layout->addWidget(m_findNextButton, 0, 5);
     m_layout->addWidget(m_filterButton, 0, 6);
     m_layout->addWidget(m_closeButton, 0, 7);
+    const auto *look = new InheritedLook(m_findLineEdit); // knows where it is now
+    connect(look, &InheritedLook::changed, this, [this] { updateButtonHeights(); });
+    updateButtonHeights();
 
     setFloatable(false);
     setMovable(false);
@@ -188,23 +235,55 @@ QToolButton *AbstractFindToolBar::createButton(const QString &name)
 {
     auto *button = new QToolButton(this);
     button->setObjectName(name);
-    button->setMaximumHeight(m_findLineEdit->sizeHint().height());
+    button->setMaximumHeight(m_buttonHeight);
     return button;
+}
+
+//! Leaves alone the buttons that a program has given another height.
+void AbstractFindToolBar::updateButtonHeights()
+{
+    const int height = m_findLineEdit->sizeHint().height();
+    for (QToolButton *button :
+         {m_findPrevButton, m_findNextButton, m_filterButton, m_closeButton, m_caseButton}) {
+        if (button && button->maximumHeight() == m_buttonHeight)
+            button->setMaximumHeight(height);
+    }
+    m_buttonHeight = height;
+}
+
+//! Before the button that closes.
+void AbstractFindToolBar::createCaseButton()
+{
+    auto *action = createAction(QString(), QT_TR_NOOP("Match case"),
+                                QT_TR_NOOP("Tell upper and lower case apart"));
+    action->setCheckable(true);
+    action->setChecked(m_caseSensitivity == Qt::CaseSensitive);
+    connect(action, &QAction::toggled, this, [this](bool isChecked) {
+        setCaseSensitivity(isChecked ? Qt::CaseSensitive : Qt::CaseInsensitive);
+    });
+    m_caseButton = createButton(QStringLiteral("caseButton"));
+    m_caseButton->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    m_caseButton->setDefaultAction(action);
+    m_layout->addWidget(m_caseButton, 0, 7);
+    m_layout->addWidget(m_closeButton, 0, 8);
+    setTabOrder(m_filterButton, m_caseButton);
 }
 
 void AbstractFindToolBar::setupActions()
 {
-    m_findPrevAction =
-        createAction(QStringLiteral("previous_small"), tr("Find previous"), tr("Find previous"));
+    m_findPrevAction = createAction(QStringLiteral("previous_small"), QT_TR_NOOP("Find previous"),
+                                    QT_TR_NOOP("Find previous"));
     m_findPrevAction->setShortcuts(QKeySequence::FindPrevious);
     m_defaultAction = new QAction(this);
     m_defaultAction->setShortcuts(
         {QKeySequence(QStringLiteral("Enter")), QKeySequence(QStringLiteral("Return"))});
-    m_findNextAction = createAction(QStringLiteral("next_small"), tr("Find next"), tr("Find next"));
+    m_findNextAction = createAction(QStringLiteral("next_small"), QT_TR_NOOP("Find next"),
+                                    QT_TR_NOOP("Find next"));
     m_findNextAction->setShortcuts(QKeySequence::FindNext);
-    m_filterAction =
-        createAction(QStringLiteral("filter"), tr("Filter"), tr("Filter strings by value"));
-    m_closeAction = createAction(QStringLiteral("close"), tr("Done"), tr("Close search panel"));
+    m_filterAction = createAction(QStringLiteral("filter"), QT_TR_NOOP("Filter"),
+                                  QT_TR_NOOP("Filter strings by value"));
+    m_closeAction =
+        createAction(QStringLiteral("close"), QT_TR_NOOP("Done"), QT_TR_NOOP("Close search panel"));
     m_closeAction->setShortcut(QKeySequence(QStringLiteral("Esc")));
     for (QAction *action : {m_findPrevAction, m_defaultAction, m_findNextAction, m_closeAction})
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -217,11 +296,14 @@ void AbstractFindToolBar::setupActions()
         {m_defaultAction, m_findPrevAction, m_findNextAction, m_filterAction, m_closeAction});
 }
 
-QAction *AbstractFindToolBar::createAction(const QString &iconName, const QString &text,
-                                           const QString &toolTip)
+QAction *AbstractFindToolBar::createAction(const QString &iconName, const char *text,
+                                           const char *toolTip)
 {
-    auto *action = new QAction(icon(iconName), text, this);
-    action->setToolTip(toolTip);
+    auto *action = new QAction(this);
+    if (!iconName.isEmpty())
+        action->setIcon(icon(iconName));
+    TranslatedTexts::show(action, "text", staticMetaObject, text);
+    TranslatedTexts::show(action, "toolTip", staticMetaObject, toolTip);
     return action;
 }
 

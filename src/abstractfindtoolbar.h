@@ -24,6 +24,10 @@ class QToolButton;
  * indicator and shows "Not found"; a subclass searches. It does not move and is hidden
  * until openFind() shows it, if the window that it belongs to hides it at first.
  *
+ * Palettes, fonts, styles and the language may change at any time; texts that a program
+ * has set itself stay. The field has a style sheet of its own and therefore the colours
+ * of the application, not those of a window.
+ *
  * While the focus is inside: Return and Enter find the next row, as QKeySequence's
  * FindNext does, FindPrevious the one before, and Esc closes. A program may bind the
  * same keys to findNext() and findPrev() for its view (Qt::WidgetShortcut), but not for
@@ -34,6 +38,8 @@ class QToolButton;
 class VANTIX_EXPORT AbstractFindToolBar : public QToolBar
 {
     Q_OBJECT
+    Q_PROPERTY(bool caseSwitchVisible READ isCaseSwitchVisible WRITE setCaseSwitchVisible)
+    Q_PROPERTY(Qt::CaseSensitivity caseSensitivity READ caseSensitivity WRITE setCaseSensitivity)
 
 public:
     //! A panel with an empty field; \a parent as in QWidget.
@@ -42,6 +48,18 @@ public:
 
     //! Whether the filter button is of use. False here.
     virtual bool isFilterAvailable() const;
+
+    //! Whether the panel has a button "Match case"; false at first.
+    bool isCaseSwitchVisible() const;
+    //! Shows or hides that button.
+    void setCaseSwitchVisible(bool visible);
+
+    //! What "Match case" says; Qt::CaseInsensitive at first. A subclass searches and
+    //! filters by it while isCaseSwitchVisible().
+    Qt::CaseSensitivity caseSensitivity() const;
+    //! Checks "Match case" or not, as the user does by the button. While it is visible
+    //! a change calls textChanged(), and so findIncremental(), with the text of the field.
+    void setCaseSensitivity(Qt::CaseSensitivity sensitivity);
 
 public Q_SLOTS:
     //! Shows the panel and gives the focus to its field.
@@ -83,7 +101,9 @@ private:
     void setActionsEnabled(bool enabled);
     void updateFilterVisibility();
     QToolButton *createButton(const QString &name);
-    QAction *createAction(const QString &iconName, const QString &text, const QString &toolTip);
+    void updateButtonHeights();
+    void createCaseButton();
+    QAction *createAction(const QString &iconName, const char *text, const char *toolTip);
     void showFound(bool found);
 
     QWidget *m_widget = nullptr;                       //!< the one widget of the tool bar
@@ -103,6 +123,9 @@ private:
     QAction *m_filterAction = nullptr;
     QAction *m_closeAction = nullptr; //!< never disabled
     bool m_found = true;              //!< since the text changed or the panel was opened
+    int m_buttonHeight = 0;           //!< at most, as the field is high
+    Qt::CaseSensitivity m_caseSensitivity = Qt::CaseInsensitive;
+    QToolButton *m_caseButton = nullptr; //!< "Match case"; null until it is shown first
 };
 
 #endif // ABSTRACTFINDTOOLBAR_H

@@ -145,13 +145,13 @@ private:
     std::array<char16_t, 32> m_text;
 };
 
-//! A text to be found, upper and lower case alike.
+//! A text to be found.
 class Needle
 {
 public:
-    explicit Needle(const QString &text)
+    Needle(const QString &text, Qt::CaseSensitivity sensitivity)
         : m_text(text)
-        , m_matcher(text, Qt::CaseInsensitive)
+        , m_matcher(text, sensitivity)
         , m_isInPairs(
               std::any_of(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); }))
     {
@@ -162,7 +162,7 @@ public:
     //! The matcher is quicker, but does not see half a surrogate pair.
     bool isIn(QStringView shown) const
     {
-        return m_isInPairs ? shown.contains(m_text, Qt::CaseInsensitive)
+        return m_isInPairs ? shown.contains(m_text, m_matcher.caseSensitivity())
                            : m_matcher.indexIn(shown) >= 0;
     }
 
@@ -262,7 +262,7 @@ private:
 class ItemViewSearch::ShownTexts
 {
 public:
-    explicit ShownTexts(const QAbstractItemView *view);
+    ShownTexts(const QAbstractItemView *view, Qt::CaseSensitivity sensitivity);
 
     bool accept(const QVariant &data, const QString &text, int number);
 
@@ -289,6 +289,7 @@ private:
 
     QPointer<const QAbstractItemView> m_view;
     QLocale m_locale;
+    Qt::CaseSensitivity m_sensitivity;
     QString m_separator; //!< of groups of digits
     NumberWriter m_numbers;
     std::optional<Needles> m_needles; //!< for the last text
@@ -296,9 +297,11 @@ private:
     Column m_farColumn; //!< the last that is too far right for m_columns
 };
 
-ItemViewSearch::ShownTexts::ShownTexts(const QAbstractItemView *view)
+ItemViewSearch::ShownTexts::ShownTexts(const QAbstractItemView *view,
+                                       Qt::CaseSensitivity sensitivity)
     : m_view(view)
     , m_locale(view->locale())
+    , m_sensitivity(sensitivity)
     , m_separator(m_locale.groupSeparator())
     , m_numbers(m_locale)
 {
@@ -337,7 +340,7 @@ const Needles &ItemViewSearch::ShownTexts::needles(const QString &text)
 {
     if (!m_needles || m_needles->text.text() != text) {
         const bool hasBreak = text.contains(u'\n') || text.contains(s_lineSeparator);
-        m_needles = {Needle(text), Needle(trimmed(text)), hasBreak};
+        m_needles = {Needle(text, m_sensitivity), Needle(trimmed(text), m_sensitivity), hasBreak};
     }
     return *m_needles;
 }
@@ -509,7 +512,7 @@ QModelIndex ItemViewSearch::rowBehind(QModelIndex parent, int row) const
 ItemViewSearch::ShownTexts &ItemViewSearch::shownTexts()
 {
     if (!m_shown)
-        m_shown = std::make_unique<ShownTexts>(m_view);
+        m_shown = std::make_unique<ShownTexts>(m_view, m_engine->caseSensitivity());
     return *m_shown;
 }
 
@@ -596,6 +599,18 @@ QAbstractItemModel *AbstractItemViewFind::itemModel() const
     return m_view ? m_view->model() : nullptr;
 }
 
+Qt::CaseSensitivity AbstractItemViewFind::caseSensitivity() const
+{
+    return m_caseSensitivity.value_or(Qt::CaseInsensitive);
+}
+
+void AbstractItemViewFind::setCaseSensitivity(Qt::CaseSensitivity sensitivity)
+{
+    m_caseSensitivity = sensitivity;
+    if (auto *proxy = qobject_cast<SortFilterProxyModel *>(itemModel()))
+        proxy->setFilterCaseSensitivity(sensitivity);
+}
+
 bool AbstractItemViewFind::isFilterAvailable() const
 {
     return itemModel() != nullptr;
@@ -632,7 +647,7 @@ bool AbstractItemViewFind::acceptsData(const QVariant &data, const QString &text
         return false;
     if (m_search && !m_search->runsEvents())
         return m_search->shownTexts().accept(data, text, column);
-    return ItemViewSearch::ShownTexts(m_view).accept(data, text, column);
+    return ItemViewSearch::ShownTexts(m_view, caseSensitivity()).accept(data, text, column);
 }
 
 bool AbstractItemViewFind::acceptsIndex(const QModelIndex &index, const QString &text) const
@@ -650,6 +665,8 @@ void AbstractItemViewFind::dofilter(const QString &text)
     if (!proxy || !m_header)
         return;
     proxy->setVisibleColumns(getVisibleColumns(m_header));
+    if (m_caseSensitivity)
+        proxy->setFilterCaseSensitivity(*m_caseSensitivity);
     proxy->setFilter(text);
 }
 

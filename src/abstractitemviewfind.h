@@ -16,6 +16,8 @@
 #include <QPointer>
 #include <QString>
 
+#include <optional>
+
 class ItemViewSearch;
 
 /*!
@@ -24,7 +26,8 @@ class ItemViewSearch;
  * A search walks the rows from the current one, the branches of a tree included,
  * makes the first cell that shows the text current and selects its row; the view
  * scrolls there as it does for every new current cell. Upper and lower case are the
- * same. Columns are those that the header shows, in its order.
+ * same, unless caseSensitivity() says otherwise. Columns are those that the header
+ * shows, in its order.
  *
  * A search runs in the caller's thread and lets events through every 40 ms: whatever
  * they do is allowed. Rows may come, go and move under it. stop(), another search,
@@ -39,6 +42,7 @@ class ItemViewSearch;
 class VANTIX_EXPORT AbstractItemViewFind : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(Qt::CaseSensitivity caseSensitivity READ caseSensitivity WRITE setCaseSensitivity)
 
 public:
     /*!
@@ -86,6 +90,14 @@ public:
     //! The columns of the last search, logical numbers in the order on screen.
     QList<int> columnList() const { return m_columnList; }
 
+    //! Whether upper and lower case differ when a text is looked for; Qt::CaseInsensitive
+    //! at first.
+    Qt::CaseSensitivity caseSensitivity() const;
+    //! Finds by \a sensitivity from the next search on, and gives it to a
+    //! SortFilterProxyModel of the view, at once and with every dofilter(). A search that
+    //! runs should be stopped. As long as this was not called the proxy keeps its own.
+    void setCaseSensitivity(Qt::CaseSensitivity sensitivity);
+
     //! Whether there is a model that could be filtered: any model counts.
     bool isFilterAvailable() const;
 
@@ -100,8 +112,9 @@ public:
     //! model than the view's.
     bool acceptsIndex(const QModelIndex &index, const QString &text) const;
 
-    //! Shows only rows with \a text, upper and lower case apart, if the view's model is
-    //! a SortFilterProxyModel; all if it is empty. Other models stay as they are.
+    //! Shows only rows with \a text, upper and lower case apart unless
+    //! setCaseSensitivity() was called, if the view's model is a SortFilterProxyModel;
+    //! all if it is empty. Other models stay as they are.
     virtual void dofilter(const QString &text);
 
 public Q_SLOTS:
@@ -162,6 +175,7 @@ private:
     QElapsedTimer m_timer;              //!< since events were let through
     bool m_stopped = false;             //!< stop() was called
     ItemViewSearch *m_search = nullptr; //!< running, the latest begun
+    std::optional<Qt::CaseSensitivity> m_caseSensitivity; //!< none until it was set
 };
 
 Q_DECLARE_METATYPE(AbstractItemViewFind)

@@ -3,6 +3,8 @@
 
 #include "filterlineedit.h"
 
+#include "panel/translatedtexts_p.h"
+
 #include <QIcon>
 
 namespace {
@@ -26,8 +28,9 @@ FilterLineEdit::FilterLineEdit(QWidget *parent)
     Q_INIT_RESOURCE(vantix); // with a static library
     setButtonPixmap(Right, clearIcon(layoutDirection()).pixmap(QSize(16, 16)));
     setButtonVisible(Right, true);
-    setPlaceholderText(tr("Find"));
-    setButtonToolTip(Right, tr("Clear"));
+    TranslatedTexts::show(this, "placeholderText", staticMetaObject, QT_TR_NOOP("Find"));
+    auto *clearButton = findChildren<IconButton *>(Qt::FindDirectChildrenOnly).at(Right);
+    TranslatedTexts::show(clearButton, "toolTip", staticMetaObject, QT_TR_NOOP("Clear"));
     setAutoHideButton(Right, true);
     connect(this, SIGNAL(rightButtonClicked()), this, SLOT(clear()));
     connect(this, SIGNAL(textChanged(QString)), this, SLOT(slotTextChanged()));

@@ -10,7 +10,8 @@
  * \brief A search field: a line edit with a clear button that appears with the text.
  *
  * The clear button is the button of Right, and takes its picture from the icon theme,
- * or from the library where the theme has none. GUI thread only.
+ * or from the library where the theme has none. Its texts follow the language, unless a
+ * program has set others. GUI thread only.
  */
 class VANTIX_EXPORT FilterLineEdit : public FancyLineEdit
 {

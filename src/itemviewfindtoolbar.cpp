@@ -22,20 +22,29 @@ bool ItemViewFindToolBar::isFilterAvailable() const
     return m_find && m_find->isFilterAvailable();
 }
 
+void ItemViewFindToolBar::applyCase()
+{
+    if (m_find && isCaseSwitchVisible())
+        m_find->setCaseSensitivity(caseSensitivity());
+}
+
 bool ItemViewFindToolBar::findIncremental(const QString & /*text*/)
 {
     if (m_find)
         m_find->stop();
+    applyCase();
     return true;
 }
 
 bool ItemViewFindToolBar::findPrev(const QString &text)
 {
+    applyCase();
     return m_find && m_find->findPrev(text);
 }
 
 bool ItemViewFindToolBar::findNext(const QString &text)
 {
+    applyCase();
     return m_find && m_find->findNext(text);
 }
 
@@ -49,6 +58,7 @@ void ItemViewFindToolBar::resetSearch()
 
 void ItemViewFindToolBar::filter(const QString &text)
 {
+    applyCase();
     if (m_find)
         m_find->filter(text);
 }

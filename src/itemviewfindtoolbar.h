@@ -17,9 +17,11 @@ class AbstractItemViewFind;
  * is found and nothing is filtered.
  *
  * \code
+ * auto *view = new QTableFastView;
  * auto *find = new AbstractItemViewFind(view);
  * find->setView(view);
  * find->setHeader(view->header());
+ * auto *panel = new ItemViewFindToolBar;
  * panel->setViewFind(find);
  * \endcode
  */
@@ -43,7 +45,8 @@ public:
     using AbstractFindToolBar::findPrev;
 
 public Q_SLOTS:
-    //! Ends a search that runs. Returns true.
+    //! Ends a search that runs. Returns true. While isCaseSwitchVisible() this, finding
+    //! and filtering give caseSensitivity() to the engine.
     bool findIncremental(const QString &text) override;
     bool findPrev(const QString &text) override;
     bool findNext(const QString &text) override;
@@ -52,6 +55,8 @@ public Q_SLOTS:
     void filter(const QString &text) override;
 
 private:
+    void applyCase();
+
     QPointer<AbstractItemViewFind> m_find; //!< searches and filters; may be null
 };
 

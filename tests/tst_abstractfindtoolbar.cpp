@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <QTranslator>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -110,6 +111,24 @@ private:
     }
 };
 
+//! Puts every text of the library into brackets, with its context.
+class Brackets : public QTranslator
+{
+public:
+    Brackets() { QCoreApplication::installTranslator(this); }
+    ~Brackets() override { QCoreApplication::removeTranslator(this); }
+    Q_DISABLE_COPY_MOVE(Brackets)
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        const QByteArray name(context);
+        if (name != "AbstractFindToolBar" && name != "FilterLineEdit")
+            return {};
+        return QStringLiteral("[%1: %2]").arg(QString::fromLatin1(name), QString::fromUtf8(source));
+    }
+};
+
 const QStringList buttonNames {"findPrevButton", "findNextButton", "filterButton", "closeButton"};
 
 } // namespace
@@ -134,6 +153,11 @@ private slots:
     void noFilterByDefault();
     void indicatorFollowsPalette();
     void labelFollowsFont();
+    void textsFollowLanguage_data();
+    void textsFollowLanguage();
+    void labelFollowsLanguage();
+    void caseSwitch();
+    void caseSwitchTellsSubclass();
 
     void opening();
     void filterVisibility();
@@ -385,6 +409,153 @@ void tst_AbstractFindToolBar::labelFollowsFont()
     QVERIFY(needed > before);
     QCOMPARE(panel.label()->minimumWidth(), needed);
     QCOMPARE(panel.label()->maximumWidth(), needed);
+}
+
+void tst_AbstractFindToolBar::textsFollowLanguage_data()
+{
+    QTest::addColumn<QString>("object");
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("context");
+
+    const QString panel = QStringLiteral("AbstractFindToolBar");
+    const char *const buttonTexts[][2] = {{"Find previous", "Find previous"},
+                                          {"Find next", "Find next"},
+                                          {"Filter", "Filter strings by value"},
+                                          {"Done", "Close search panel"},
+                                          {"Match case", "Tell upper and lower case apart"}};
+    const QStringList names = buttonNames + QStringList("caseButton");
+    for (int i = 0; i < 5; ++i) {
+        const QString name = names.at(i);
+        const auto [text, toolTip] = buttonTexts[i];
+        QTest::addRow("%s", qPrintable(name))
+            << name << QByteArray("text") << QString::fromLatin1(text) << panel;
+        QTest::addRow("%s, tool tip", qPrintable(name))
+            << name << QByteArray("toolTip") << QString::fromLatin1(toolTip) << panel;
+    }
+    QTest::newRow("field") << QStringLiteral("findLineEdit") << QByteArray("placeholderText")
+                           << QStringLiteral("Find") << panel;
+    QTest::newRow("clear button") << QStringLiteral("clearButton") << QByteArray("toolTip")
+                                  << QStringLiteral("Clear") << QStringLiteral("FilterLineEdit");
+}
+
+//! As long as nobody has set another text.
+void tst_AbstractFindToolBar::textsFollowLanguage()
+{
+    QFETCH(QString, object);
+    QFETCH(QByteArray, property);
+    QFETCH(QString, text);
+    QFETCH(QString, context);
+
+    const QString translated = QStringLiteral("[%1: %2]").arg(context, text);
+    const QString own = QStringLiteral("own text");
+    const auto find = [&](Window *w) -> QObject * {
+        auto *button = w->panel->field()->findChildren<IconButton *>().at(FancyLineEdit::Right);
+        button->setObjectName(QStringLiteral("clearButton"));
+        w->panel->setCaseSwitchVisible(true);
+        return w->panel->findChild<QWidget *>(object);
+    };
+    Window w;
+    const QObject *followed = find(&w);
+    QCOMPARE(followed->property(property).toString(), text);
+    Window other;
+    QObject *kept = find(&other);
+    if (const auto *button = qobject_cast<QToolButton *>(kept))
+        kept = button->defaultAction();
+    kept->setProperty(property, own);
+    {
+        const Brackets language;
+        QCoreApplication::processEvents();
+        QCOMPARE(followed->property(property).toString(), translated);
+        QCOMPARE(kept->property(property).toString(), own);
+        Window later;
+        QCOMPARE(find(&later)->property(property).toString(), translated);
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(followed->property(property).toString(), text);
+    QCOMPARE(kept->property(property).toString(), own);
+}
+
+void tst_AbstractFindToolBar::labelFollowsLanguage()
+{
+    const QString english = QStringLiteral("Not found");
+    const QString translated = QStringLiteral("[AbstractFindToolBar: Not found]");
+    Window w;
+    const QLabel *label = w.panel->label();
+    const auto width = [=](const QString &text) {
+        return label->fontMetrics().horizontalAdvance(text);
+    };
+    w.panel->openFind();
+    auto language = std::make_unique<Brackets>();
+    QCoreApplication::processEvents();
+    QCOMPARE(label->text(), QString());
+    QCOMPARE(label->minimumWidth(), width(translated));
+    w.panel->findNext();
+    QCOMPARE(label->text(), translated);
+    language.reset();
+    QCoreApplication::processEvents();
+    QCOMPARE(label->text(), english);
+    QCOMPARE(label->minimumWidth(), width(english));
+    QCOMPARE(label->maximumWidth(), width(english));
+}
+
+void tst_AbstractFindToolBar::caseSwitch()
+{
+    Window w;
+    w.panel->openFind();
+    QVERIFY(!w.panel->isCaseSwitchVisible());
+    QVERIFY(!w.panel->button("caseButton"));
+    w.panel->setCaseSwitchVisible(false);
+    QVERIFY(!w.panel->button("caseButton"));
+
+    QVERIFY(w.panel->setProperty("caseSwitchVisible", true));
+    QVERIFY(w.panel->isCaseSwitchVisible());
+    const QToolButton *button = w.panel->button("caseButton");
+    QVERIFY(button->isVisible());
+    QVERIFY(button->isCheckable());
+    QVERIFY(!button->isChecked());
+    QCOMPARE(button->maximumHeight(), w.panel->field()->sizeHint().height());
+    auto *grid = qobject_cast<QGridLayout *>(w.panel->inside()->layout());
+    QCOMPARE(grid->itemAtPosition(0, 6)->widget(), w.panel->button("filterButton"));
+    QCOMPARE(grid->itemAtPosition(0, 7)->widget(), button);
+    QCOMPARE(grid->itemAtPosition(0, 8)->widget(), w.panel->button("closeButton"));
+    QCOMPARE(w.panel->button("filterButton")->nextInFocusChain(), button);
+
+    w.panel->close();
+    QVERIFY(w.panel->isCaseSwitchVisible()); // once the panel is
+    w.panel->setCaseSwitchVisible(false);
+    QVERIFY(!w.panel->isCaseSwitchVisible());
+    w.panel->openFind();
+    QVERIFY(!button->isVisible());
+    w.panel->setCaseSwitchVisible(true);
+    QCOMPARE(w.panel->button("caseButton"), button);
+}
+
+void tst_AbstractFindToolBar::caseSwitchTellsSubclass()
+{
+    Window w;
+    w.panel->openFind();
+    QTest::keyClicks(w.panel->field(), QStringLiteral("a"));
+    w.panel->calls.clear();
+    QCOMPARE(w.panel->caseSensitivity(), Qt::CaseInsensitive);
+    QVERIFY(w.panel->setProperty("caseSensitivity", QVariant::fromValue(Qt::CaseSensitive)));
+    QVERIFY(w.panel->calls.isEmpty()); // without a switch it is of no use
+    w.panel->setCaseSwitchVisible(true);
+    QToolButton *button = w.panel->button("caseButton");
+    QVERIFY(button->isChecked());
+    QCOMPARE(w.panel->calls, QStringList("incremental a"));
+    QCOMPARE(w.panel->label()->text(), QStringLiteral("Not found"));
+
+    w.panel->found = true;
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(w.panel->caseSensitivity(), Qt::CaseInsensitive);
+    QCOMPARE(w.panel->calls, QStringList({"incremental a", "incremental a"}));
+    QCOMPARE(w.panel->label()->text(), QString());
+    w.panel->setCaseSensitivity(Qt::CaseInsensitive);
+    QCOMPARE(w.panel->calls.size(), 2);
+    w.panel->setCaseSensitivity(Qt::CaseSensitive);
+    QVERIFY(button->isChecked());
+    QCOMPARE(w.panel->calls.size(), 3);
 }
 
 void tst_AbstractFindToolBar::opening()

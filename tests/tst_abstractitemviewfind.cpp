@@ -117,6 +117,8 @@ private slots:
     void trim();
     void acceptsText_data();
     void acceptsText();
+    void tellsCaseApart_data();
+    void tellsCaseApart();
     void acceptsNumber_data();
     void acceptsNumber();
     void numberTypes_data();
@@ -159,6 +161,7 @@ private slots:
 
     void missingPartners();
     void proxyGetsColumnsAndText();
+    void proxyGetsCase();
     void otherModelsAreNotFiltered();
     void filterIsVirtual();
 
@@ -296,6 +299,30 @@ void tst_AbstractItemViewFind::acceptsText()
     table.view.setItemDelegate(&delegate);
     QCOMPARE(table.find.findIncremental(text), isFound);
     table.view.setItemDelegate(nullptr);
+    QCOMPARE(table.find.findIncremental(text), isFound);
+}
+
+void tst_AbstractItemViewFind::tellsCaseApart_data()
+{
+    acceptsText_data();
+}
+
+void tst_AbstractItemViewFind::tellsCaseApart()
+{
+    QFETCH(QString, cell);
+    QFETCH(QString, text);
+    QFETCH(bool, isFound);
+    const bool isFoundApart = cell.contains(text, Qt::CaseSensitive);
+
+    Table table {{cell}};
+    QCOMPARE(table.find.caseSensitivity(), Qt::CaseInsensitive);
+    QVERIFY(table.find.setProperty("caseSensitivity", QVariant::fromValue(Qt::CaseSensitive)));
+    QCOMPARE(table.find.caseSensitivity(), Qt::CaseSensitive);
+    QCOMPARE(table.find.acceptsData(cell, text, 0), isFoundApart);
+    QCOMPARE(table.find.acceptsIndex(table.model.index(0, 0), text), isFoundApart);
+    QCOMPARE(table.find.findIncremental(text), isFoundApart);
+    table.find.setCaseSensitivity(Qt::CaseInsensitive);
+    QCOMPARE(table.find.acceptsData(cell, text, 0), isFound);
     QCOMPARE(table.find.findIncremental(text), isFound);
 }
 
@@ -1099,6 +1126,39 @@ void tst_AbstractItemViewFind::proxyGetsColumnsAndText()
     QCOMPARE(proxy.rowCount(), 3);
     QVERIFY(table.find.findIncremental(utf8("AB")));
     QCOMPARE(table.current(), Cell(0, 0));
+}
+
+//! Once it was set, and not before.
+void tst_AbstractItemViewFind::proxyGetsCase()
+{
+    Table table {{"Ab"}, {"ab"}, {"b"}};
+    SortFilterProxyModel proxy;
+    proxy.setSourceModel(&table.model);
+    table.view.setModel(&proxy);
+    table.find.filter(utf8("ab"));
+    QCOMPARE(proxy.rowCount(), 1);
+    table.find.setCaseSensitivity(Qt::CaseInsensitive);
+    QCOMPARE(proxy.rowCount(), 2);
+    table.find.setCaseSensitivity(Qt::CaseSensitive);
+    QCOMPARE(proxy.rowCount(), 1);
+    table.find.setCaseSensitivity(Qt::CaseInsensitive);
+
+    // Another model gets it with the next filter.
+    SortFilterProxyModel later;
+    later.setSourceModel(&table.model);
+    table.view.setModel(&later);
+    QCOMPARE(later.filterCaseSensitivity(), Qt::CaseSensitive);
+    table.find.filter(utf8("AB"));
+    QCOMPARE(later.rowCount(), 2);
+
+    AbstractItemViewFind untouched;
+    untouched.setView(&table.view);
+    untouched.setHeader(table.view.horizontalHeader());
+    untouched.filter(utf8("aB"));
+    QCOMPARE(later.filterCaseSensitivity(), Qt::CaseInsensitive);
+    untouched.setView(nullptr);
+    untouched.setCaseSensitivity(Qt::CaseSensitive);
+    QCOMPARE(later.filterCaseSensitivity(), Qt::CaseInsensitive);
 }
 
 void tst_AbstractItemViewFind::otherModelsAreNotFiltered()

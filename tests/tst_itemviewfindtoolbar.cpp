@@ -98,6 +98,8 @@ private slots:
     void closingShowsAllRows();
     void clearButtonShowsAllRows();
     void filterAvailability();
+    void matchCase();
+    void matchCaseOfLaterEngine();
 
     void duringSearch_data();
     void duringSearch();
@@ -239,6 +241,56 @@ void tst_ItemViewFindToolBar::filterAvailability()
     w.view->setModel(nullptr);
     w.panel->openFind();
     QVERIFY(!w.button("filterButton")->isVisible());
+}
+
+//! Without the switch finding takes no notice of the case and filtering does. With it
+//! both do as it says, at once.
+void tst_ItemViewFindToolBar::matchCase()
+{
+    Window w;
+    w.model->setData(w.model->index(3, 0), QStringLiteral("APRICOT"));
+    w.type("ap");
+    w.press(Qt::Key_Return);
+    QCOMPARE(w.current(), QStringLiteral("APRICOT"));
+    w.panel->setCaseSensitivity(Qt::CaseSensitive);
+    w.panel->setCaseSensitivity(Qt::CaseInsensitive);
+    w.panel->filter(QStringLiteral("ap"));
+    QCOMPARE(w.proxy->rowCount(), 1);
+
+    w.panel->setCaseSwitchVisible(true);
+    QCOMPARE(w.proxy->rowCount(), 2);
+    QTest::mouseClick(w.button("caseButton"), Qt::LeftButton);
+    QCOMPARE(w.proxy->rowCount(), 1);
+    w.panel->filter(QString());
+    w.view->setCurrentIndex(w.proxy->index(0, 0));
+    w.press(Qt::Key_Return);
+    QCOMPARE(w.label(), notFound); // but in the current row
+    w.type("AP");
+    QCOMPARE(w.label(), QString());
+    w.press(Qt::Key_Return);
+    QCOMPARE(w.current(), QStringLiteral("APRICOT"));
+    QTest::mouseClick(w.button("caseButton"), Qt::LeftButton);
+    w.press(Qt::Key_Return);
+    QCOMPARE(w.current(), QStringLiteral("apple"));
+    w.panel->filter(QStringLiteral("AP"));
+    QCOMPARE(w.proxy->rowCount(), 2);
+}
+
+void tst_ItemViewFindToolBar::matchCaseOfLaterEngine()
+{
+    Window w;
+    w.panel->setViewFind(nullptr);
+    w.panel->setCaseSwitchVisible(true);
+    w.panel->setCaseSensitivity(Qt::CaseSensitive);
+    QCOMPARE(w.find->caseSensitivity(), Qt::CaseInsensitive);
+    w.panel->setViewFind(w.find);
+    w.type("FIG");
+    w.press(Qt::Key_Return);
+    QCOMPARE(w.label(), notFound);
+    w.panel->setCaseSwitchVisible(false);
+    w.panel->setCaseSensitivity(Qt::CaseInsensitive);
+    w.press(Qt::Key_Return);
+    QCOMPARE(w.label(), notFound); // what was set stays
 }
 
 void tst_ItemViewFindToolBar::duringSearch_data()

@@ -4,6 +4,7 @@
 #include "sortfilterproxymodel.h"
 
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTest>
@@ -54,6 +55,10 @@ private slots:
     void hooksSurroundTheFilter();
     void sameTextDoesNothing();
     void columnsAloneDoNotFilter();
+    void dynamicColumns();
+    void caseSensitivity_data();
+    void caseSensitivity();
+    void caseFiltersAtOnce();
     void emptyFilterShowsAll();
     void columnsBeyondTheModel();
     void withoutSourceModel();
@@ -176,6 +181,94 @@ void tst_SortFilterProxyModel::columnsAloneDoNotFilter()
     QCOMPARE(proxy.rowCount(), 0);
 }
 
+//! Columns that come after the text.
+void tst_SortFilterProxyModel::dynamicColumns()
+{
+    QStandardItemModel model;
+    appendRow(&model, {"a", "b"});
+    appendRow(&model, {"b", "b"});
+    HookedProxy proxy;
+    proxy.setSourceModel(&model);
+    QCOMPARE(proxy.rowCount(), 2);
+    QVERIFY(!proxy.property("dynamicColumns").toBool());
+    proxy.setDynamicColumns(true);
+    proxy.setVisibleColumns({0, 1});
+    QVERIFY(proxy.calls.isEmpty()); // all rows stay
+    proxy.setVisibleColumns({});
+    proxy.setFilter(QStringLiteral("a"));
+    QCOMPARE(proxy.rowCount(), 0);
+    proxy.setVisibleColumns({0});
+    QCOMPARE(firstColumn(proxy), QStringList("a"));
+    proxy.setVisibleColumns({0});
+    QCOMPARE(proxy.calls, QStringList({"before 2", "after 0", "before 0", "after 1"}));
+    proxy.setVisibleColumns({1});
+    QCOMPARE(proxy.rowCount(), 0);
+    proxy.setDynamicColumns(false);
+    proxy.setVisibleColumns({0});
+    QCOMPARE(proxy.rowCount(), 0);
+}
+
+void tst_SortFilterProxyModel::caseSensitivity_data()
+{
+    QTest::addColumn<QString>("cell");
+    QTest::addColumn<QString>("filter");
+    QTest::addColumn<bool>("isShownApart");
+    QTest::addColumn<bool>("isShownAlike");
+
+    const auto text = [](const char *utf8) { return QString::fromUtf8(utf8); };
+    QTest::newRow("same") << text("xAbx") << text("Ab") << true << true;
+    QTest::newRow("other case") << text("xabx") << text("Ab") << false << true;
+    QTest::newRow("other text") << text("xabx") << text("Ac") << false << false;
+    QTest::newRow("no text") << text("x") << QString() << true << true;
+    QTest::newRow("Greek") << text("ΩΜΈΓΑ") << text("ωμ") << false << true;
+    QTest::newRow("Cyrillic") << text("Запись") << text("ЗАП") << false << true;
+    QTest::newRow("beyond the basic plane")
+        << text("\U00010400") << text("\U00010428") << false << true;
+}
+
+void tst_SortFilterProxyModel::caseSensitivity()
+{
+    QFETCH(QString, cell);
+    QFETCH(QString, filter);
+    QFETCH(bool, isShownApart);
+    QFETCH(bool, isShownAlike);
+
+    QStandardItemModel model;
+    appendRow(&model, {cell});
+    SortFilterProxyModel proxy;
+    proxy.setSourceModel(&model);
+    proxy.setVisibleColumns({0});
+    proxy.setFilter(filter);
+    QCOMPARE(proxy.filterCaseSensitivity(), Qt::CaseSensitive);
+    QCOMPARE(proxy.rowCount(), isShownApart ? 1 : 0);
+    QVERIFY(proxy.setProperty("filterCaseSensitivity", QVariant::fromValue(Qt::CaseInsensitive)));
+    QCOMPARE(proxy.filterCaseSensitivity(), Qt::CaseInsensitive);
+    QCOMPARE(proxy.rowCount(), isShownAlike ? 1 : 0);
+    proxy.setFilterCaseSensitivity(Qt::CaseSensitive);
+    QCOMPARE(proxy.rowCount(), isShownApart ? 1 : 0);
+}
+
+void tst_SortFilterProxyModel::caseFiltersAtOnce()
+{
+    QStandardItemModel model;
+    appendRow(&model, {"a"});
+    appendRow(&model, {"A"});
+    HookedProxy proxy;
+    proxy.setSourceModel(&model);
+    proxy.setVisibleColumns({0});
+    QCOMPARE(proxy.rowCount(), 2);
+    proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
+    proxy.setFilterCaseSensitivity(Qt::CaseSensitive);
+    QVERIFY(proxy.calls.isEmpty()); // there is nothing to filter by
+    proxy.setFilter(QStringLiteral("a"));
+    proxy.calls.clear();
+    QSignalSpy inserted(&proxy, &QAbstractItemModel::rowsInserted);
+    proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
+    proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
+    QCOMPARE(proxy.calls, QStringList({"before 1", "after 2"}));
+    QCOMPARE(inserted.size(), 1);
+}
+
 void tst_SortFilterProxyModel::emptyFilterShowsAll()
 {
     QStandardItemModel model(5, 1);
@@ -252,6 +345,10 @@ void tst_SortFilterProxyModel::baseClassFilterPlaysNoPart()
     proxy.setVisibleColumns({0});
     proxy.setFilter(QStringLiteral("a"));
     QCOMPARE(proxy.rowCount(), 1);
+    proxy.setFilterRegularExpression(
+        QRegularExpression(QStringLiteral("nothing"), QRegularExpression::CaseInsensitiveOption));
+    proxy.setFilter(QStringLiteral("A"));
+    QCOMPARE(proxy.rowCount(), 0);
 }
 
 void tst_SortFilterProxyModel::treeRowsStandForThemselves()

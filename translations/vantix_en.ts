@@ -35,6 +35,14 @@
         <source>Close search panel</source>
         <translation>Close search panel</translation>
     </message>
+    <message>
+        <source>Match case</source>
+        <translation>Match case</translation>
+    </message>
+    <message>
+        <source>Tell upper and lower case apart</source>
+        <translation>Tell upper and lower case apart</translation>
+    </message>
 </context>
 <context>
     <name>FilterLineEdit</name>

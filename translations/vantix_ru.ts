@@ -35,6 +35,14 @@
         <source>Close search panel</source>
         <translation>Закрыть панель поиска</translation>
     </message>
+    <message>
+        <source>Match case</source>
+        <translation>Учитывать регистр</translation>
+    </message>
+    <message>
+        <source>Tell upper and lower case apart</source>
+        <translation>Различать прописные и строчные буквы</translation>
+    </message>
 </context>
 <context>
     <name>FilterLineEdit</name>

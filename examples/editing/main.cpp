@@ -7,6 +7,7 @@
 #include "itemdelegate.h"
 #include "ordermodel.h"
 #include "qtablefastview.h"
+#include "translations.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -57,6 +58,7 @@ bool saveScreenshot(QTableFastView *view, const QString &file)
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
+    vantixInstallTranslations(); // why an edit was refused
     QApplication::setStyle(QStringLiteral("fusion"));
     QCommandLineParser parser;
     parser.addHelpOption();

@@ -3,21 +3,20 @@
 
 // The search panel over two views of Qt's, a tree and a table of the same moons. Press
 // Ctrl+F in either, type "an" and go through the matches with Enter, or with F3 and
-// Shift+F3 from the view as well. "Filter" leaves the rows with the text, and there upper
-// and lower case differ. Esc brings all rows back.
+// Shift+F3 from the view as well. "Filter" leaves the rows with the text. "Match case" is
+// for both. Esc brings all rows back.
 
 #include "abstractitemviewfind.h"
 #include "itemviewfindtoolbar.h"
 #include "sortfilterproxymodel.h"
+#include "translations.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QHeaderView>
-#include <QLocale>
 #include <QSplitter>
 #include <QStandardItemModel>
 #include <QTableView>
-#include <QTranslator>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -45,6 +44,7 @@ QWidget *withPanel(QAbstractItemView *view, QHeaderView *header)
 
     auto *panel = new ItemViewFindToolBar;
     panel->setViewFind(find);
+    panel->setCaseSwitchVisible(true);
     panel->hide(); // until Ctrl+F
 
     bind(view, QKeySequence::Find, panel, SLOT(openFind()));
@@ -115,10 +115,7 @@ void fillTable(QStandardItemModel *model)
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    // The panel speaks English unless the library's translations are loaded.
-    QTranslator translator;
-    if (translator.load(QLocale(), "vantix", "_", ":/translations"))
-        QApplication::installTranslator(&translator);
+    vantixInstallTranslations(); // the panel's texts
 
     // "Filter" has an effect where this proxy stands between model and view.
     QStandardItemModel treeModel;

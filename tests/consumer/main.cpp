@@ -8,6 +8,7 @@
 #include <itemdelegate.h>
 #include <itemviewfindtoolbar.h>
 #include <qtablefastview.h>
+#include <translations.h>
 
 #include <QApplication>
 #include <QFile>
@@ -27,6 +28,12 @@ bool hasResources()
     return QFile::exists(QStringLiteral(":/icons/16x16/close.png"))
         && QFile::exists(QStringLiteral(":/icons/drovik/16x16/editclear.png"))
         && translator.load(QStringLiteral(":/translations/vantix_ru"));
+}
+
+bool speaksRussian()
+{
+    return vantixInstallTranslations(QLocale(QLocale::Russian))
+        && QCoreApplication::translate("FilterLineEdit", "Clear") != QStringLiteral("Clear");
 }
 
 bool showsRows()
@@ -61,8 +68,10 @@ int main(int argc, char *argv[])
 {
     const bool areThere = hasResources();
     const QApplication app(argc, argv);
+    const bool isTranslated = speaksRussian();
     const bool isShown = showsRows();
     const bool isCounted = showsDecimals();
-    std::printf("resources: %d, rows: %d, decimals: %d\n", areThere, isShown, isCounted);
-    return areThere && isShown && isCounted ? 0 : 1;
+    std::printf("resources: %d, translations: %d, rows: %d, decimals: %d\n", areThere, isTranslated,
+                isShown, isCounted);
+    return areThere && isTranslated && isShown && isCounted ? 0 : 1;
 }
