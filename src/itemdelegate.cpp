@@ -196,13 +196,6 @@ QString frameExtension(const QStyleOptionViewItem &opt)
     return QLatin1Char('G') + QString::number(current);
 }
 
-//! The margins of a style that has others than Qt's.
-QString marginExtension(int margin)
-{
-    constexpr int usualMargin = 2;
-    return margin == usualMargin ? QString() : QLatin1Char('M') + QString::number(margin);
-}
-
 //! A decoration as an icon that fills \a size if it has no size of its own.
 QIcon iconOf(const QVariant &decoration, const QSize &size, double dpr)
 {
@@ -220,13 +213,6 @@ QIcon iconOf(const QVariant &decoration, const QSize &size, double dpr)
     default:
         return qvariant_cast<QIcon>(decoration);
     }
-}
-
-//! Whether the view, if the option has one, is of one opaque colour behind its cells.
-bool hasPlainViewport(const QStyleOptionViewItem &opt)
-{
-    const auto *area = qobject_cast<const QAbstractScrollArea *>(opt.widget);
-    return !area || hasPlainBackground(*area->viewport());
 }
 
 } // namespace
@@ -257,7 +243,8 @@ void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     initStyleOption(&opt, index);
     if (opt.rect.isEmpty())
         return;
-    const bool isInPlace = m_drawIndicator || !hasPlainCells(opt.palette) || !hasPlainViewport(opt);
+    const QPalette::ColorGroup group = colorGroup(opt);
+    const bool isInPlace = m_drawIndicator || !hasPlainCell(opt, group);
     // A picture on its own leaves the painter as it was.
     const bool isPainterChanged = isInPlace || !m_drawFrame;
     if (isPainterChanged)
@@ -270,7 +257,7 @@ void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         painter->setLayoutDirection(directionOf(*painter, opt));
         drawCell(painter, opt, index);
     } else {
-        drawPicture(painter, &opt, index);
+        drawPicture(painter, &opt, index, group);
     }
     if (isPainterChanged)
         painter->restore();
@@ -287,13 +274,13 @@ void ItemDelegate::drawCell(QPainter *painter, const QStyleOptionViewItem &opt,
 
 //! Draws the cell from the cache; on the way \a opt may be changed.
 void ItemDelegate::drawPicture(QPainter *painter, QStyleOptionViewItem *opt,
-                               const QModelIndex &index) const
+                               const QModelIndex &index, QPalette::ColorGroup group) const
 {
     const double dpr = pixelRatio(*opt);
     const Qt::LayoutDirection direction = directionOf(*painter, *opt);
     const QPointF place = opt->rect.topLeft();
     QString key = cacheKey(*opt, dpr);
-    key += keyExtension(*opt, index, direction);
+    extendKey(&key, *opt, index, group, direction);
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
         opt->rect.moveTo(0, 0);
@@ -341,26 +328,32 @@ QString ItemDelegate::cacheKey(const QStyleOptionViewItem &option, double dpr) c
     % Long {quint64(option.palette.cacheKey())};
 }
 
-QString ItemDelegate::keyExtension(const QStyleOptionViewItem &opt, const QModelIndex &index,
-                                   Qt::LayoutDirection direction) const
+void ItemDelegate::extendKey(QString *key, const QStyleOptionViewItem &opt,
+                             const QModelIndex &index, QPalette::ColorGroup group,
+                             Qt::LayoutDirection direction) const
 {
-    QString extension =
-        brushExtension(opt.backgroundBrush) + marginExtension(marginOf(styleOf(opt)));
+    constexpr int usualMargin = 2;
+    const int margin = marginOf(styleOf(opt));
+    if (opt.backgroundBrush.style() != Qt::NoBrush)
+        *key += brushExtension(opt.backgroundBrush);
+    if (margin != usualMargin)
+        *key += QLatin1Char('M') + QString::number(margin);
     if (m_drawFrame)
-        extension += frameExtension(opt);
-    if (colorGroup(opt) == QPalette::Disabled)
-        extension += QLatin1Char('D');
+        *key += frameExtension(opt);
+    if (group == QPalette::Disabled)
+        *key += QLatin1Char('D');
     if (direction == Qt::RightToLeft)
-        extension += QLatin1Char('R');
+        *key += QLatin1Char('R');
     else if (direction == Qt::LayoutDirectionAuto && opt.text.isRightToLeft())
-        extension += QLatin1Char('A');
-    return extension + narrowTime(opt, index);
+        *key += QLatin1Char('A');
+    *key += narrowTime(opt, index, margin);
 }
 
 //! What a narrow column shows of a date-time: more than the text in the option tells.
-QString ItemDelegate::narrowTime(const QStyleOptionViewItem &opt, const QModelIndex &index) const
+QString ItemDelegate::narrowTime(const QStyleOptionViewItem &opt, const QModelIndex &index,
+                                 int margin) const
 {
-    const int width = textRect(opt, index).width() - 2 * marginOf(styleOf(opt));
+    const int width = textRect(opt, index).width() - 2 * margin;
     if (!isTimeOnly(CellText::metricsOf(opt.font), width))
         return {};
     const QVariant value = index.data(Qt::DisplayRole);
@@ -407,13 +400,9 @@ void ItemDelegate::drawBackground(QPainter *painter, const QStyleOptionViewItem 
         painter->fillRect(opt.rect, opt.backgroundBrush);
         return;
     }
-    QPalette::ColorRole role = QPalette::Base;
-    if (opt.showDecorationSelected && (opt.state & QStyle::State_Selected))
-        role = QPalette::Highlight;
-    else if (opt.features & QStyleOptionViewItem::Alternate)
-        role = QPalette::AlternateBase;
+    const QPalette::ColorRole role = backgroundRoleOf(opt);
     // What the view itself shows behind its cells is not painted over.
-    if (role == QPalette::Base && !hasPlainViewport(opt))
+    if (role == QPalette::Base && !isPlainBehind(opt.widget))
         return;
     const QBrush &brush = opt.palette.brush(colorGroup(opt), role);
     if (brush.style() == Qt::SolidPattern)
@@ -520,6 +509,24 @@ QSize ItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInd
 const QWidget *ItemDelegate::parentWidget() const
 {
     return qobject_cast<const QWidget *>(parent());
+}
+
+//! The palette's brush behind a cell that the model gives none.
+QPalette::ColorRole ItemDelegate::backgroundRoleOf(const QStyleOptionViewItem &opt)
+{
+    if (opt.showDecorationSelected && (opt.state & QStyle::State_Selected))
+        return QPalette::Highlight;
+    return opt.features & QStyleOptionViewItem::Alternate ? QPalette::AlternateBase
+                                                          : QPalette::Base;
+}
+
+//! Whether what is behind the cell is one colour, so that a picture of it can be kept.
+bool ItemDelegate::hasPlainCell(const QStyleOptionViewItem &opt, QPalette::ColorGroup group)
+{
+    if (!isPlainBehind(opt.widget))
+        return false;
+    return opt.backgroundBrush.style() != Qt::NoBrush
+        || opt.palette.brush(group, backgroundRoleOf(opt)).style() == Qt::SolidPattern;
 }
 
 QPalette::ColorGroup ItemDelegate::colorGroup(const QStyleOptionViewItem &opt) const

@@ -133,15 +133,18 @@ protected:
 private:
     const QWidget *parentWidget() const;
     QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &opt) const;
+    static QPalette::ColorRole backgroundRoleOf(const QStyleOptionViewItem &opt);
+    static bool hasPlainCell(const QStyleOptionViewItem &opt, QPalette::ColorGroup group);
     double pixelRatio(const QStyleOptionViewItem &opt) const;
     void drawCell(QPainter *painter, const QStyleOptionViewItem &opt,
                   const QModelIndex &index) const;
-    void drawPicture(QPainter *painter, QStyleOptionViewItem *opt, const QModelIndex &index) const;
+    void drawPicture(QPainter *painter, QStyleOptionViewItem *opt, const QModelIndex &index,
+                     QPalette::ColorGroup group) const;
     QPixmap render(const QStyleOptionViewItem &opt, const QModelIndex &index, double dpr,
                    Qt::LayoutDirection direction) const;
-    QString keyExtension(const QStyleOptionViewItem &opt, const QModelIndex &index,
-                         Qt::LayoutDirection direction) const;
-    QString narrowTime(const QStyleOptionViewItem &opt, const QModelIndex &index) const;
+    void extendKey(QString *key, const QStyleOptionViewItem &opt, const QModelIndex &index,
+                   QPalette::ColorGroup group, Qt::LayoutDirection direction) const;
+    QString narrowTime(const QStyleOptionViewItem &opt, const QModelIndex &index, int margin) const;
 };
 
 } // namespace Vantix

@@ -4,6 +4,7 @@
 #include "qtablefastview.h"
 #include "qtablefastview_p.h"
 
+#include "itemdelegate.h"
 #include "view/background_p.h"
 #include "view/keyboardsearch_p.h"
 
@@ -987,13 +988,49 @@ bool QTableFastViewPrivate::follow(const ColumnStrip &moved, int from, int to)
     if (!shows(moved, wanted, viewport->width(), from, to))
         return false;
     // The first and the last column on screen may be drawn otherwise.
+    const bool isSheet = hasSheet();
     for (const ColumnSlot &slot : wanted) {
         const auto isIt = [&slot](const ColumnSlot &other) { return other.column == slot.column; };
         const auto before = std::find_if(shownColumns.cbegin(), shownColumns.cend(), isIt);
-        if (before != shownColumns.cend() && before->position != slot.position)
+        if (before != shownColumns.cend() && before->position != slot.position
+            && showsPosition(slot.column, isSheet)) {
             q_ptr->updateColumn(slot.column);
+        }
     }
     shownColumns = wanted;
+    return true;
+}
+
+//! Whether the place of a column among the painted ones may be seen in its cells. This
+//! library's delegates keep pictures without asking for it.
+bool QTableFastViewPrivate::showsPosition(int column, bool hasSheet) const
+{
+    if (hasSheet)
+        return true;
+    QAbstractItemDelegate *delegate = q_ptr->itemDelegateForColumn(column);
+    if (!delegate)
+        delegate = q_ptr->itemDelegate();
+    return !qobject_cast<Vantix::ItemDelegate *>(delegate);
+}
+
+//! Whether a style sheet paints.
+bool QTableFastViewPrivate::hasSheet() const
+{
+    return q_ptr->style()->inherits("QStyleSheetStyle");
+}
+
+//! Whether \a columns are on screen as they would be painted.
+bool QTableFastViewPrivate::haveSameLook(const ColumnStrip &columns) const
+{
+    if (columns == shownColumns)
+        return true;
+    if (!haveSamePlaces(columns, shownColumns))
+        return false;
+    const bool isSheet = hasSheet();
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        if (columns.at(i) != shownColumns.at(i) && showsPosition(columns.at(i).column, isSheet))
+            return false;
+    }
     return true;
 }
 
@@ -1038,7 +1075,7 @@ void QTableFastViewPrivate::checkColumns()
 {
     isColumnCheckPending = false;
     if (!q_ptr->m_header
-        || columnSlots(q_ptr->startAndEndColumns(q_ptr->viewport()->rect())) == shownColumns) {
+        || haveSameLook(columnSlots(q_ptr->startAndEndColumns(q_ptr->viewport()->rect())))) {
         return;
     }
     pixels.update();
@@ -1474,6 +1511,7 @@ void QTableFastView::draw(QPainter *painter, const QRegion &region) const
     leftAndRight = startAndEndColumns(QRect(0, 0, width, viewport()->height()));
     const QTableFastViewPrivate::PaintPass pass = d_ptr->paintPass(&region);
     d_ptr->prepareBuffer(base, pass);
+    const KnownBackground known(this, hasPlainBackground(*viewport()));
     const QScopedValueRollback<const QTableFastViewPrivate::PaintPass *> current(d_ptr->pass,
                                                                                  &pass);
 
@@ -1667,7 +1705,7 @@ void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, co
         look = std::move(wanted);
         clearCache();
     }
-    const bool hasNewColumns = pass.columns != shownColumns;
+    const bool hasNewColumns = !haveSameLook(pass.columns);
     if (hasNewColumns && !q_ptr->viewport()->children().isEmpty())
         QMetaObject::invokeMethod(this, "placeEditors", Qt::QueuedConnection);
     if (isNewLook || hasNewColumns) {
@@ -1711,9 +1749,12 @@ QTableFastViewPrivate::Look QTableFastViewPrivate::lookOf(const QStyleOptionView
 //! Drops the columns and rows whose delegate was replaced.
 void QTableFastViewPrivate::noticeDelegates(const PaintPass &pass)
 {
+    const bool isSheet = hasSheet();
     QList<int> replaced;
     for (const ColumnSlot &slot : pass.columns) {
-        const ColumnLook now {q_ptr->itemDelegateForColumn(slot.column), slot.position};
+        const bool isPositionSeen = showsPosition(slot.column, isSheet);
+        const ColumnLook now {q_ptr->itemDelegateForColumn(slot.column),
+                              isPositionSeen ? slot.position : QStyleOptionViewItem::Invalid};
         ColumnLook &known = columnLooks[slot.column];
         if (now != known)
             replaced.append(slot.column);

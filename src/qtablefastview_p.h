@@ -138,6 +138,9 @@ public:
     void scrollStrip(qint64 top, qint64 bottom, qint64 dy);
     bool canMovePixels();
     bool follow(const ColumnStrip &moved, int from, int to);
+    bool hasSheet() const;
+    bool showsPosition(int column, bool hasSheet) const;
+    bool haveSameLook(const ColumnStrip &columns) const;
     bool followScroll(int dx);
     bool followResize(int column, int delta);
     void moveColumnsAfter(int column, int delta);

@@ -3,24 +3,22 @@
 
 #include "background_p.h"
 
+#include <QAbstractScrollArea>
 #include <QPalette>
 #include <QWidget>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
-bool haveOneColor(const QPalette &palette)
+const QWidget *knownView = nullptr;
+bool isKnownPlain = false;
+
+//! Solid and opaque.
+bool isOneColor(const QBrush &brush)
 {
-    for (const QPalette::ColorGroup group :
-         {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        for (const QPalette::ColorRole role :
-             {QPalette::Base, QPalette::AlternateBase, QPalette::Highlight}) {
-            if (palette.brush(group, role).style() != Qt::SolidPattern)
-                return false;
-        }
-    }
-    return true;
+    return brush.style() == Qt::SolidPattern && brush.isOpaque();
 }
 
 } // namespace
@@ -32,20 +30,40 @@ bool hasPlainBackground(const QWidget &viewport)
         || viewport.testAttribute(Qt::WA_StyledBackground)) {
         return false;
     }
-    const QBrush &brush = viewport.palette().brush(viewport.backgroundRole());
-    return brush.style() == Qt::SolidPattern && brush.isOpaque();
+    return isOneColor(viewport.palette().brush(viewport.backgroundRole()));
+}
+
+KnownBackground::KnownBackground(const QWidget *view, bool isPlain)
+    : m_formerView(std::exchange(knownView, view))
+    , m_wasPlain(std::exchange(isKnownPlain, isPlain))
+{
+}
+
+KnownBackground::~KnownBackground()
+{
+    knownView = m_formerView;
+    isKnownPlain = m_wasPlain;
+}
+
+bool isPlainBehind(const QWidget *view)
+{
+    if (view && view == knownView)
+        return isKnownPlain;
+    const auto *area = qobject_cast<const QAbstractScrollArea *>(view);
+    return !area || hasPlainBackground(*area->viewport());
 }
 
 bool hasPlainCells(const QPalette &palette)
 {
-    // Asked for every cell: the last palette is nearly always the one.
-    static thread_local qint64 key = 0;
-    static thread_local bool isPlain = false;
-    if (palette.cacheKey() != key) {
-        key = palette.cacheKey();
-        isPlain = haveOneColor(palette);
+    for (const QPalette::ColorGroup group :
+         {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        for (const QPalette::ColorRole role :
+             {QPalette::Base, QPalette::AlternateBase, QPalette::Highlight}) {
+            if (palette.brush(group, role).style() != Qt::SolidPattern)
+                return false;
+        }
     }
-    return isPlain;
+    return true;
 }
 
 bool hasWholeDevicePixels(const QWidget &widget)

@@ -5,6 +5,14 @@
 
 #include <algorithm>
 
+bool haveSamePlaces(const ColumnStrip &a, const ColumnStrip &b)
+{
+    const auto isSame = [](const ColumnSlot &one, const ColumnSlot &other) {
+        return one.column == other.column && one.x == other.x && one.width == other.width;
+    };
+    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(), isSame);
+}
+
 ColumnStrip scrolled(ColumnStrip strip, int dx)
 {
     for (ColumnSlot &slot : strip)

@@ -21,6 +21,9 @@ struct ColumnSlot
 //! The columns on screen in visual order.
 using ColumnStrip = QList<ColumnSlot>;
 
+//! Whether two strips have the same columns in the same places.
+bool haveSamePlaces(const ColumnStrip &a, const ColumnStrip &b);
+
 //! \a strip after all columns moved by \a dx pixels.
 ColumnStrip scrolled(ColumnStrip strip, int dx);
 

@@ -110,6 +110,7 @@ void World::intrude(bool mayChangeData)
     if (m_isIntruding || !chance(8))
         return;
     m_isIntruding = true;
+    m_isDisturbed = true;
     say(QStringLiteral("meanwhile"));
     if (!mayChangeData || chance(60))
         changeHeader();

@@ -203,7 +203,11 @@ void World::insertRows(int row, int count)
     const int top = topRow();
     const qint64 identity = m_model->identity(top);
     const int y = m_view->coordinateForItem(top);
+    m_isDisturbed = false;
     m_model->insert(row, count);
+    // Columns that are shown may give the header, and the viewport, another height.
+    if (m_isDisturbed)
+        return;
 
     if (isAtEnd && !isAtTop && bar->value() != bar->maximum())
         m_broken = QStringLiteral("no longer at the end");
@@ -223,7 +227,10 @@ void World::removeRows(int row, int count)
     const int top = topRow();
     const qint64 identity = m_model->identity(top);
     const int y = m_view->coordinateForItem(top);
+    m_isDisturbed = false;
     m_model->remove(row, count);
+    if (m_isDisturbed)
+        return;
     if (isAtEnd && bar->value() != bar->maximum())
         m_broken = QStringLiteral("no longer at the end");
     if (row + count <= top

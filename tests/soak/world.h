@@ -140,6 +140,7 @@ private:
     quint64 m_seed;
     bool m_hasCells;
     bool m_isIntruding = false;
+    bool m_isDisturbed = false; //!< intruded upon since a change of the model began
     QByteArray m_headerState;
     int m_headerCount = -1; //!< sections that it describes
     QString m_said;
