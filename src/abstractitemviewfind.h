@@ -123,7 +123,7 @@ public Q_SLOTS:
     //! always is, where the view stands.
     bool findIncremental(const QString &text);
     //! Finds \a text in the rows above the current one, nearest first. Does not go on
-    //! from the last row.
+    //! from the last row: who asks for what came before learns that there is nothing more.
     bool findPrev(const QString &text);
     //! Finds \a text in the rows below the current one, then from the first row on.
     //! The current row itself is not looked at.

@@ -109,7 +109,8 @@ public:
     //! BCDIIParse(). \a points are the characters that may stand before the fraction.
     //!
     //! \code
-    //! if (const auto price = Money::parse(text, "."))
+    //! BCDIIValue<15, 2> total;
+    //! if (const auto price = BCDIIValue<15, 2>::parse("1234.50", "."))
     //!     total += price.value;
     //! \endcode
     static BCDIIParsed<BCDIIValue> parse(std::string_view text, const char *points = ".,")

@@ -18,8 +18,10 @@
  * does where the sort role gives a registered decimal on either side, and as \a Base elsewhere.
  *
  * \code
- * vantixRegisterDecimals<Money>();
- * auto *proxy = new DecimalSortProxy<SortFilterProxyModel>(view);
+ * vantixRegisterDecimals<BCDIIValue<15, 2>>();
+ * QTableFastView view;
+ * auto *proxy = new DecimalSortProxy<SortFilterProxyModel>(&view);
+ * view.setModel(proxy);
  * \endcode
  */
 template<typename Base = QSortFilterProxyModel> class DecimalSortProxy : public Base

@@ -57,7 +57,8 @@ private:
  * The row height is the largest of the font's height and the size hints that the
  * view's and the columns' delegates give for an invalid index. It is taken when the
  * view is polished and when its style changes, and at no other time: call
- * updateItemHeight() after setFont() or a change of delegates.
+ * updateItemHeight() after setFont() or a change of delegates, or see
+ * setRowHeightFollowsFont() and setRowHeight().
  *
  * With setPaintBufferEnabled(true) every painted cell is kept as a pixmap and
  * follows its row; only what changed is painted again. The view drops pixmaps by
@@ -66,7 +67,19 @@ private:
  * must be followed by viewport()->update() after switching the buffer off and on.
  * setSelectionBehavior() and setTextElideMode() announce nothing: what they change is
  * seen from the next paint on, of which viewport()->update() makes one.
- * At a device pixel ratio other than 1 cells are painted anew each time.
+ * At a device pixel ratio other than 1 cells are painted anew each time. Where a kept picture
+ * would not be what painting gives, cells are painted in place and nothing is kept: on a
+ * background that is transparent, a gradient, a texture or a style sheet's, and where a logical
+ * pixel is not a whole number of device pixels.
+ *
+ * A model that has more rows than it tells (QAbstractItemModel::canFetchMore()) is asked for
+ * them as QTableView asks: one batch when the view is scrolled to its end or the last row
+ * becomes current, and until the viewport is full. Rows that arrive because the view asked are
+ * not followed. An editor that is open, and an index widget that has the focus, keep the current
+ * index in their row until they are left.
+ *
+ * An empty view makes its first cell current when it gets the focus, as every
+ * QAbstractItemView does.
  *
  * In ScrollPerItem (the default) the vertical bar counts rows: 2,000,000,000 rows
  * work. In ScrollPerPixel it counts pixels and its range ends at the largest int;
@@ -167,7 +180,8 @@ public:
     //! moves as little as it can. Invalid indexes are ignored. O(1) in rows.
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
 
-    //! As scrollTo(), but never moves horizontally.
+    //! As scrollTo(), but never moves horizontally. With the paint buffer on a jump costs what
+    //! painting the rows in view costs: only what was in view before is kept.
     void scrollToRow(const QModelIndex &index, ScrollHint hint = EnsureVisible);
 
     //! The cell under \a p (viewport pixels), or an invalid index. O(1) in rows.
@@ -251,6 +265,8 @@ public:
     //! Keeps painted cells as pixmaps and reuses them. Off at the start.
     //! Costs about width × height × 4 bytes of what is visible.
     void setPaintBufferEnabled(bool on);
+    //! Whether it is switched on. Where pictures of cells cannot be kept (see above), nothing
+    //! is in it all the same.
     bool isPaintBufferEnabled() const;
 
     //! Sets the margins around the viewport, in logical pixels. The header fills
@@ -282,8 +298,12 @@ public Q_SLOTS:
     //! Closes editors, forgets painted cells and shows the model anew. The current
     //! index stays on the first or last row if it was there before a model's reset.
     void reset() override;
+    //! Remembers whether the current index is on the first or last row.
     virtual void modelAboutToBeReset();
+    //! Has everything painted anew.
     virtual void modelReset();
+    //! Has everything painted anew, at the same scroll positions; \a hint tells which of the
+    //! scroll bars gets a new range.
     virtual void layoutChanged(const QList<QPersistentModelIndex> &parents,
                                QAbstractItemModel::LayoutChangeHint hint);
     //! Sorts the model.
@@ -295,8 +315,10 @@ public Q_SLOTS:
     void rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end) override;
     //! Keeps the same rows in view when the rows removed were all above it.
     virtual void rowsRemoved(const QModelIndex &parent, int first, int last);
+    //! Holds automatic scrolling until rowsMoved().
     virtual void rowsAboutToBeMoved(const QModelIndex &sourceParent, int sourceStart, int sourceEnd,
                                     const QModelIndex &destinationParent, int destinationRow);
+    //! Keeps the rows in view where rows went from above it to below it, or back.
     virtual void rowsMoved(const QModelIndex &sourceParent, int sourceStart, int sourceEnd,
                            const QModelIndex &destinationParent, int destinationRow);
     void selectionChanged(const QItemSelection &selected,
@@ -310,10 +332,15 @@ public Q_SLOTS:
     void doItemsLayout() override;
     //! Moves the columns after a resized one, and paints it.
     virtual void columnResized(int column, int oldSize, int newSize);
+    //! Has everything painted anew, in new ranges of the scroll bars.
     virtual void columnCountChanged(int oldCount, int newCount);
+    //! Has everything painted anew; buffered cells of other columns are kept.
     virtual void columnMoved(int logicalIndex, int oldVisualIndex, int newVisualIndex);
+    //! Tell the paint buffer what is in view now.
+    //! @{
     void verScrollbarValueChanged(int value);
     void horScrollbarValueChanged(int value);
+    //! @}
     //! Gives the header the top margin that its size hint asks for, or none
     //! while it is hidden.
     virtual void adjustViewportMargins();
@@ -355,12 +382,18 @@ protected:
     QPair<int, int> startAndEndColumns(const QRect &rect) const;
     //! Row height in logical pixels that font and delegates ask for.
     int updatedItemHeight(const QStyleOptionViewItem &option) const;
+    //! updateScrollBars() for one of the bars. Amid a change of rows that the model has begun
+    //! and not ended, the vertical one is left alone.
+    //! @{
     void updateVScrollBar(int delta);
     void updateHScrollBar();
+    //! @}
+    //! Tells the paint buffer the rows and columns in view; it drops what is far from them.
     void setPixmapCacheIndexedVisibleBounds();
 
     //! Paints the rows that \a region (viewport pixels) touches, each once.
     void draw(QPainter *painter, const QRegion &region) const;
+    //! Paints where a drop would go, while something is dragged over the view.
     void paintDropIndicator(QPainter *painter);
     //! Replaces \a rows by what rowsAt() returns.
     void atRegion(const QRegion &region, QList<int> *rows) const;

@@ -53,7 +53,8 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     , m_statistics(statistics)
 {
     setItemDelegate(new ShortTextDelegate(this));
-    updateItemHeight();
+    setRowHeightFollowsFont(true);
+    setFollowsCurrentRow(false);
     setPaintBufferEnabled(true);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);

@@ -35,7 +35,7 @@ void setUp(QTableFastView *view, OrderModel *model)
     marking->setDrawIndicator(true);
     view->setItemDelegateForColumn(OrderModel::Customer, marking);
     view->setItemDelegateForColumn(OrderModel::Priority, marking);
-    view->updateItemHeight();
+    view->setRowHeightFollowsFont(true);
     view->setModel(model);
     const int widths[] = {190, 70, 90, 150, 75};
     for (int column = 0; column < OrderModel::ColumnCount; ++column)
