@@ -48,6 +48,11 @@ public:
     //! Whether check marks and decorations are shown, by default false. Cells are
     //! then painted directly, without pictures. Repaints nothing.
     void setDrawIndicator(bool on);
+    //! What was set with these.
+    //! @{
+    bool drawsFrame() const { return m_drawFrame; }
+    bool drawsIndicator() const { return m_drawIndicator; }
+    //! @}
 
     //! Paints the cell \a index into \a option.rect. A cell without area paints
     //! nothing. Without indicators the picture is as fine as the device pixel ratio

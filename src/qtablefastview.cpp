@@ -1573,7 +1573,7 @@ void QTableFastView::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
             m_pixmapCacheIndexed.insertPixmap(row, slot.column, pixmap);
             painter->drawPixmap(rect, *pixmap, QRect());
         } else {
-            d_ptr->paintCell(painter, &cell, cellIndex);
+            d_ptr->paintCellInPlace(painter, &cell, cellIndex);
         }
     }
     if (pass.hasEditorFocus && row == pass.currentRow)
@@ -1861,13 +1861,32 @@ void QTableFastViewPrivate::paintCell(QPainter *painter, QStyleOptionViewItem *c
     q_ptr->style()->drawPrimitive(QStyle::PE_PanelItemViewRow, cell, painter, q_ptr);
     cell->state = state;
 
-    const QAbstractItemDelegate *delegate = q_ptr->itemDelegateForRow(index.row());
-    if (!delegate)
-        delegate = q_ptr->itemDelegateForColumn(index.column());
-    if (!delegate)
-        delegate = q_ptr->itemDelegate();
-    if (delegate)
+    if (const QAbstractItemDelegate *delegate = delegateFor(index))
         delegate->paint(painter, *cell, index);
+}
+
+QAbstractItemDelegate *QTableFastViewPrivate::delegateFor(const QModelIndex &index) const
+{
+    if (QAbstractItemDelegate *delegate = q_ptr->itemDelegateForRow(index.row()))
+        return delegate;
+    if (QAbstractItemDelegate *delegate = q_ptr->itemDelegateForColumn(index.column()))
+        return delegate;
+    return q_ptr->itemDelegate();
+}
+
+//! paintCell() cut off at the edges of the cell, as a pixmap of it is.
+void QTableFastViewPrivate::paintCellInPlace(QPainter *painter, QStyleOptionViewItem *cell,
+                                             const QModelIndex &index) const
+{
+    const auto *own = qobject_cast<const Vantix::ItemDelegate *>(delegateFor(index));
+    if (own && !own->drawsIndicator()) { // draws a picture, or cuts off by itself
+        paintCell(painter, cell, index);
+        return;
+    }
+    painter->save();
+    painter->setClipRect(cell->rect, Qt::IntersectClip);
+    paintCell(painter, cell, index);
+    painter->restore();
 }
 
 //! A new pixmap of a cell.

@@ -187,6 +187,9 @@ public:
                        const ColumnSlot &slot, const QModelIndex &index,
                        const PaintPass &pass) const;
     void paintCell(QPainter *painter, QStyleOptionViewItem *cell, const QModelIndex &index) const;
+    void paintCellInPlace(QPainter *painter, QStyleOptionViewItem *cell,
+                          const QModelIndex &index) const;
+    QAbstractItemDelegate *delegateFor(const QModelIndex &index) const;
     QPixmap *renderCell(const QStyleOptionViewItem &cell, const QModelIndex &index) const;
     void paintEditorFocus(QPainter *painter, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const;
