@@ -19,8 +19,7 @@
 namespace {
 
 //! What fetchMore() does.
-enum class Fetch
-{
+enum class Fetch {
     Batch,
     Nothing,
     Everything,
@@ -124,7 +123,9 @@ private:
 
 using Step = void (*)(QAbstractItemView &, BatchModel &);
 
-void show(QAbstractItemView & /*view*/, BatchModel & /*model*/) { }
+void show(QAbstractItemView & /*view*/, BatchModel & /*model*/)
+{
+}
 void scrollToBottom(QAbstractItemView &view, BatchModel & /*model*/)
 {
     view.scrollToBottom();
@@ -237,13 +238,16 @@ void TestViewFetch::isNeverRecursive_data()
     QTest::addColumn<int>("told");
     QTest::addColumn<Step>("step");
     const std::pair<const char *, Fetch> ways[] = {
-        {"a batch", Fetch::Batch},         {"nothing", Fetch::Nothing},
-        {"everything", Fetch::Everything}, {"above", Fetch::Above},
-        {"in two parts", Fetch::Twice},    {"a reset", Fetch::Reset},
+        {"a batch", Fetch::Batch},
+        {"nothing", Fetch::Nothing},
+        {"everything", Fetch::Everything},
+        {"above", Fetch::Above},
+        {"in two parts", Fetch::Twice},
+        {"a reset", Fetch::Reset},
         {"with an event loop", Fetch::EventLoop},
     };
-    const std::pair<const char *, Step> steps[] = {
-        {"to the bottom", scrollToBottom}, {"the last is current", lastIsCurrent}};
+    const std::pair<const char *, Step> steps[] = {{"to the bottom", scrollToBottom},
+                                                   {"the last is current", lastIsCurrent}};
     for (const auto &[wayName, way] : ways) {
         for (const int told : {0, 5, 200}) {
             for (const auto &[stepName, step] : steps)
@@ -427,9 +431,8 @@ void TestViewFetch::nothingMovesByItself()
     view.resize(300, 300);
     view.show();
     view.setCurrentIndex(model.index(row, 0));
-    view.selectionModel()->select(
-        QItemSelection(model.index(10, 0), model.index(20, 1)),
-        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    view.selectionModel()->select(QItemSelection(model.index(10, 0), model.index(20, 1)),
+                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     const QPersistentModelIndex current = view.currentIndex();
     model.insertRow(0);
     model.insertRow(model.rowCount());

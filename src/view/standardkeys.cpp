@@ -70,24 +70,24 @@ QModelIndex QTableFastViewPrivate::standardMove(int action, Qt::KeyboardModifier
     const int direction = q_ptr->isRightToLeft() ? -1 : 1;
     QModelIndex target;
     switch (action) {
-    case QAbstractItemView::MoveHome:
+    case QTableFastView::MoveHome:
         q_ptr->currentFirst = q_ptr->currentFirst || isWholeTable;
         target = endOfRow(isWholeTable ? 0 : current.row(), 1);
         break;
-    case QAbstractItemView::MoveEnd:
+    case QTableFastView::MoveEnd:
         q_ptr->currentLast = q_ptr->currentLast || isWholeTable;
         target = endOfRow(isWholeTable ? rowCount() - 1 : current.row(), -1);
         break;
-    case QAbstractItemView::MoveLeft:
+    case QTableFastView::MoveLeft:
         target = neighbourInRow(current, -direction);
         break;
-    case QAbstractItemView::MoveRight:
+    case QTableFastView::MoveRight:
         target = neighbourInRow(current, direction);
         break;
-    case QAbstractItemView::MoveNext:
+    case QTableFastView::MoveNext:
         target = neighbourCell(current, 1);
         break;
-    case QAbstractItemView::MovePrevious:
+    case QTableFastView::MovePrevious:
         target = neighbourCell(current, -1);
         break;
     default:
