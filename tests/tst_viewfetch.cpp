@@ -16,6 +16,8 @@
 #include <QTableView>
 #include <QTest>
 
+#include <memory>
+
 namespace {
 
 //! What fetchMore() does.
@@ -164,6 +166,21 @@ template<typename View> void showLikeOthers(View &view, BatchModel &model)
     view.show();
     QCoreApplication::processEvents();
 }
+
+//! A view with the keyboard that shows 30 rows of 2 columns.
+struct Table
+{
+    Table()
+    {
+        view->setModel(model.get());
+        view->resize(300, 300);
+        view->show();
+        activate(view.get());
+    }
+
+    const std::unique_ptr<QStandardItemModel> model {new QStandardItemModel(30, 2)};
+    const std::unique_ptr<QTableFastView> view {new QTableFastView};
+};
 
 void wait()
 {
@@ -345,12 +362,9 @@ void TestViewFetch::editorKeepsTheCurrentIndex_data()
 void TestViewFetch::editorKeepsTheCurrentIndex()
 {
     QFETCH(bool, isAtTop);
-    QStandardItemModel model(30, 2);
-    QTableFastView view;
-    view.setModel(&model);
-    view.resize(300, 300);
-    view.show();
-    activate(&view);
+    const Table table;
+    QTableFastView &view = *table.view;
+    QStandardItemModel &model = *table.model;
     const QPersistentModelIndex cell = model.index(isAtTop ? 0 : 29, 0);
     view.setCurrentIndex(cell);
     view.edit(cell);
@@ -376,12 +390,9 @@ void TestViewFetch::editorKeepsTheCurrentIndex()
 
 void TestViewFetch::focusedIndexWidgetKeepsTheCurrentIndex()
 {
-    QStandardItemModel model(30, 2);
-    QTableFastView view;
-    view.setModel(&model);
-    view.resize(300, 300);
-    view.show();
-    activate(&view);
+    const Table table;
+    QTableFastView &view = *table.view;
+    QStandardItemModel &model = *table.model;
     auto *widget = new QLineEdit;
     view.setIndexWidget(model.index(29, 1), widget);
     view.setCurrentIndex(model.index(29, 1));
@@ -396,12 +407,9 @@ void TestViewFetch::focusedIndexWidgetKeepsTheCurrentIndex()
 
 void TestViewFetch::anotherCurrentIndexEndsTheWait()
 {
-    QStandardItemModel model(30, 2);
-    QTableFastView view;
-    view.setModel(&model);
-    view.resize(300, 300);
-    view.show();
-    activate(&view);
+    const Table table;
+    QTableFastView &view = *table.view;
+    QStandardItemModel &model = *table.model;
     view.setCurrentIndex(model.index(29, 0));
     view.edit(model.index(29, 0));
     model.insertRow(30);
