@@ -1200,14 +1200,10 @@ bool QTableFastView::eventFilter(QObject *object, QEvent *event)
 bool QTableFastView::viewportEvent(QEvent *event)
 {
     switch (event->type()) {
-    case QEvent::MouseButtonPress: {
-        const QPointer<QTableFastViewPrivate> d = d_ptr; // a click may do anything
-        d->keyboardSearch->end();
-        const bool isHandled = QAbstractItemView::viewportEvent(event);
-        if (d)
-            d->moveAnchor(*static_cast<QMouseEvent *>(event), false);
-        return isHandled;
-    }
+    case QEvent::MouseButtonPress:
+        d_ptr->keyboardSearch->end();
+        d_ptr->noticePress(*static_cast<QMouseEvent *>(event));
+        break;
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
     case QEvent::HoverLeave:
@@ -1957,7 +1953,7 @@ void QTableFastView::setCurrentFirst()
 {
     currentFirst = true;
     currentLast = false;
-    setCurrentIndex(moveCursor(MoveHome, Qt::NoModifier));
+    setCurrentIndex(d_ptr->moveByRows(MoveHome));
 }
 
 void QTableFastView::setCurrentLast()
@@ -1967,7 +1963,7 @@ void QTableFastView::setCurrentLast()
     if (!m_model)
         return;
     setCurrentIndex(m_model->index(0, 0));
-    setCurrentIndex(moveCursor(MoveEnd, Qt::NoModifier));
+    setCurrentIndex(d_ptr->moveByRows(MoveEnd));
 }
 
 void QTableFastView::selectRow(int row)
@@ -1998,11 +1994,7 @@ void QTableFastView::keyPressEvent(QKeyEvent *event)
         }
     }
     if (d_ptr->hasStandardKeys) {
-        const QPointer<QTableFastViewPrivate> d = d_ptr;
-        d->moveAnchor(*event, true);
-        QAbstractItemView::keyPressEvent(event);
-        if (d)
-            d->moveAnchor(*event, false);
+        d_ptr->baseKeyPress(event);
         return;
     }
     switch (event->key()) {
@@ -2013,7 +2005,7 @@ void QTableFastView::keyPressEvent(QKeyEvent *event)
         moveCurrentIndex(currentIndex(), event->key());
         break;
     default:
-        QAbstractItemView::keyPressEvent(event);
+        d_ptr->baseKeyPress(event);
     }
 }
 
@@ -2040,13 +2032,15 @@ void QTableFastView::moveCurrentIndex(const QModelIndex &index, int key)
                "Unknown key pressed to move current index");
         return;
     }
-    setCurrentIndex(moveCursor(action, Qt::NoModifier));
+    setCurrentIndex(d_ptr->moveByRows(action));
 }
 
 QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardModifiers modifiers)
 {
     if (!m_model)
         return {};
+    if (d_ptr->hasStandardKeys)
+        return d_ptr->standardMove(cursorAction, modifiers);
     const QModelIndex current = currentIndex();
     const int rows = d_ptr->rowCount();
     if (!current.isValid()) {
@@ -2054,10 +2048,6 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardMo
         return rows > 0 && column >= 0 ? m_model->index(0, column) : QModelIndex();
     }
 
-    const bool isVertical = cursorAction == MoveUp || cursorAction == MoveDown
-        || cursorAction == MovePageUp || cursorAction == MovePageDown;
-    if (d_ptr->hasStandardKeys && !isVertical)
-        return d_ptr->standardMove(cursorAction, modifiers);
     const int row = current.row();
     const int column = current.column();
     switch (cursorAction) {
@@ -2170,7 +2160,7 @@ int QTableFastView::pageDown(int row) const
 
 void QTableFastView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command)
 {
-    if (!m_selectionModel || !m_model || rect.isNull())
+    if (!m_selectionModel || !m_model || rect.isNull() || d_ptr->selectDragged(rect, command))
         return;
     const int top = std::min(rect.top(), rect.bottom());
     const int bottom = std::max(rect.top(), rect.bottom());

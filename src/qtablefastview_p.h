@@ -23,8 +23,9 @@
 #include <QStyleOptionViewItem>
 
 class KeyboardSearch;
-class QInputEvent;
 class QItemSelectionModel;
+class QKeyEvent;
+class QMouseEvent;
 class QTableFastView;
 
 /*!
@@ -197,10 +198,15 @@ public:
     void repaintSelection(const QItemSelection &selection);
     QModelIndex endOfRow(int row, int step) const;
     QModelIndex neighbourCell(const QModelIndex &current, int step) const;
+    QModelIndex cellInRows(const QModelIndex &current, int rows) const;
     QModelIndex standardMove(int action, Qt::KeyboardModifiers modifiers) const;
+    QModelIndex moveByRows(int action);
+    QModelIndex moveAmongColumns(const QModelIndex &current, int action, bool isWholeTable) const;
     QItemSelection rangeBetween(const QModelIndex &a, const QModelIndex &b) const;
     QModelIndex cornerAt(const QPoint &point) const;
-    void moveAnchor(const QInputEvent &event, bool isBefore);
+    bool selectDragged(const QRect &rect, QItemSelectionModel::SelectionFlags command);
+    void baseKeyPress(QKeyEvent *event);
+    void noticePress(const QMouseEvent &event);
 
     // Model changes
     void connectModel(QAbstractItemModel *model);
