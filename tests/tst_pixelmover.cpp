@@ -145,6 +145,15 @@ void setBase(BandArea &area, const QBrush &brush)
     settle();
 }
 
+//! Cells take their brushes from the scroll area.
+void setCells(BandArea &area, QPalette::ColorRole role)
+{
+    QPalette palette = area.palette();
+    palette.setBrush(role, QLinearGradient(0, 0, 0, 100));
+    area.setPalette(palette);
+    settle();
+}
+
 } // namespace
 
 class TestPixelMover : public QObject
@@ -323,6 +332,10 @@ void TestPixelMover::somePixelsStay_data()
     add("not filled", false, [](BandArea &area) { area.viewport()->setAutoFillBackground(false); });
     add("no system background", false,
         [](BandArea &area) { area.viewport()->setAttribute(Qt::WA_NoSystemBackground); });
+    add("gradient behind other rows", false,
+        [](BandArea &area) { setCells(area, QPalette::AlternateBase); });
+    add("gradient behind selected rows", false,
+        [](BandArea &area) { setCells(area, QPalette::Highlight); });
     add("style sheet", false, [](BandArea &area) {
         area.setStyleSheet(QStringLiteral("QAbstractScrollArea { background: qlineargradient("
                                           "x1:0, y1:0, x2:0, y2:1, stop:0 red, stop:1 blue) }"));
