@@ -1574,8 +1574,7 @@ QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion 
     pass.isInPlace = paintsInPlace();
     if (q_ptr->hover.isValid() && q_ptr->hover.model() == q_ptr->m_model) {
         pass.hoverRow = q_ptr->hover.row();
-        const bool isRow = q_ptr->selectionBehavior() == QAbstractItemView::SelectRows;
-        pass.hoverColumn = isRow ? -1 : q_ptr->hover.column();
+        pass.hoverColumn = q_ptr->hover.column();
     }
     if (const QItemSelectionModel *selectionModel = q_ptr->m_selectionModel) {
         const int first = topRow();
@@ -1786,8 +1785,7 @@ void QTableFastViewPrivate::setCellOption(QStyleOptionViewItem *cell,
     const bool isCurrentRow = index.row() == pass.currentRow;
     cell->state = row.state;
     cell->state.setFlag(QStyle::State_HasFocus, isCurrentRow);
-    if (index.row() == pass.hoverRow
-        && (pass.hoverColumn < 0 || index.column() == pass.hoverColumn))
+    if (index.row() == pass.hoverRow && index.column() == pass.hoverColumn)
         cell->state |= QStyle::State_MouseOver;
     if (isCurrentRow && pass.hasEditorFocus)
         cell->state |= QStyle::State_Active;

@@ -44,8 +44,8 @@ public:
         ColumnStrip columns;             //!< all that are seen
         bool isInPlace = false;          //!< no picture of a cell would be the right one
         QItemSelection selection;        //!< what of the selection touches the rows on screen
-        int hoverRow = -1;               //!< under the pointer
-        int hoverColumn = -1;            //!< the same; −1 for all of the row
+        int hoverRow = -1;               //!< of the cell under the pointer
+        int hoverColumn = -1;            //!< the same
         int currentRow = -1;             //!< the selection model's current row
         bool hasEditorFocus = false;     //!< an editor in the current row has the focus
     };
