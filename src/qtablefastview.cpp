@@ -1237,14 +1237,10 @@ bool QTableFastView::eventFilter(QObject *object, QEvent *event)
 bool QTableFastView::viewportEvent(QEvent *event)
 {
     switch (event->type()) {
-    case QEvent::MouseButtonPress: {
-        const QPointer<QTableFastViewPrivate> d = d_ptr; // a click may do anything
-        d->keyboardSearch->end();
-        const bool isHandled = QAbstractItemView::viewportEvent(event);
-        if (d)
-            d->moveAnchor(*static_cast<QMouseEvent *>(event), false);
-        return isHandled;
-    }
+    case QEvent::MouseButtonPress:
+        d_ptr->keyboardSearch->end();
+        d_ptr->noticePress(*static_cast<QMouseEvent *>(event));
+        break;
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
     case QEvent::HoverLeave:
@@ -1616,8 +1612,7 @@ QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion 
     pass.isInPlace = paintsInPlace();
     if (q_ptr->hover.isValid() && q_ptr->hover.model() == q_ptr->m_model) {
         pass.hoverRow = q_ptr->hover.row();
-        const bool isRow = q_ptr->selectionBehavior() == QAbstractItemView::SelectRows;
-        pass.hoverColumn = isRow ? -1 : q_ptr->hover.column();
+        pass.hoverColumn = q_ptr->hover.column();
     }
     if (const QItemSelectionModel *selectionModel = q_ptr->m_selectionModel) {
         const int first = topRow();
@@ -1831,8 +1826,7 @@ void QTableFastViewPrivate::setCellOption(QStyleOptionViewItem *cell,
     const bool isCurrentRow = index.row() == pass.currentRow;
     cell->state = row.state;
     cell->state.setFlag(QStyle::State_HasFocus, isCurrentRow);
-    if (index.row() == pass.hoverRow
-        && (pass.hoverColumn < 0 || index.column() == pass.hoverColumn))
+    if (index.row() == pass.hoverRow && index.column() == pass.hoverColumn)
         cell->state |= QStyle::State_MouseOver;
     if (isCurrentRow && pass.hasEditorFocus)
         cell->state |= QStyle::State_Active;
@@ -2017,7 +2011,7 @@ void QTableFastView::setCurrentFirst()
 {
     currentFirst = true;
     currentLast = false;
-    setCurrentIndex(moveCursor(MoveHome, Qt::NoModifier));
+    setCurrentIndex(d_ptr->moveByRows(MoveHome));
 }
 
 void QTableFastView::setCurrentLast()
@@ -2027,7 +2021,7 @@ void QTableFastView::setCurrentLast()
     if (!m_model)
         return;
     setCurrentIndex(m_model->index(0, 0));
-    setCurrentIndex(moveCursor(MoveEnd, Qt::NoModifier));
+    setCurrentIndex(d_ptr->moveByRows(MoveEnd));
 }
 
 void QTableFastView::selectRow(int row)
@@ -2058,11 +2052,7 @@ void QTableFastView::keyPressEvent(QKeyEvent *event)
         }
     }
     if (d_ptr->hasStandardKeys) {
-        const QPointer<QTableFastViewPrivate> d = d_ptr;
-        d->moveAnchor(*event, true);
-        QAbstractItemView::keyPressEvent(event);
-        if (d)
-            d->moveAnchor(*event, false);
+        d_ptr->baseKeyPress(event);
         return;
     }
     switch (event->key()) {
@@ -2073,7 +2063,7 @@ void QTableFastView::keyPressEvent(QKeyEvent *event)
         moveCurrentIndex(currentIndex(), event->key());
         break;
     default:
-        QAbstractItemView::keyPressEvent(event);
+        d_ptr->baseKeyPress(event);
     }
 }
 
@@ -2100,13 +2090,15 @@ void QTableFastView::moveCurrentIndex(const QModelIndex &index, int key)
                "Unknown key pressed to move current index");
         return;
     }
-    setCurrentIndex(moveCursor(action, Qt::NoModifier));
+    setCurrentIndex(d_ptr->moveByRows(action));
 }
 
 QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardModifiers modifiers)
 {
     if (!m_model)
         return {};
+    if (d_ptr->hasStandardKeys)
+        return d_ptr->standardMove(cursorAction, modifiers);
     const QModelIndex current = currentIndex();
     const int rows = d_ptr->rowCount();
     if (!current.isValid()) {
@@ -2114,10 +2106,6 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardMo
         return rows > 0 && column >= 0 ? m_model->index(0, column) : QModelIndex();
     }
 
-    const bool isVertical = cursorAction == MoveUp || cursorAction == MoveDown
-        || cursorAction == MovePageUp || cursorAction == MovePageDown;
-    if (d_ptr->hasStandardKeys && !isVertical)
-        return d_ptr->standardMove(cursorAction, modifiers);
     const int row = current.row();
     const int column = current.column();
     switch (cursorAction) {
@@ -2230,7 +2218,7 @@ int QTableFastView::pageDown(int row) const
 
 void QTableFastView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command)
 {
-    if (!m_selectionModel || !m_model || rect.isNull())
+    if (!m_selectionModel || !m_model || rect.isNull() || d_ptr->selectDragged(rect, command))
         return;
     const int top = std::min(rect.top(), rect.bottom());
     const int bottom = std::max(rect.top(), rect.bottom());

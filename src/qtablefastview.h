@@ -222,19 +222,23 @@ public:
 
     /*!
      * Whether keys do what they do in QTableView. Off at first.
-     *
-     * | key | off | on |
-     * |---|---|---|
-     * | Left, Right | the next cell, which becomes all that is selected; scrolls at the edge | the
-     * next cell | | Up, Down | the next row, which becomes all that is selected | the next row | |
-     * Home, End | the first, the last row | the first, the last column of the row | | Ctrl+Home,
-     * Ctrl+End | the first, the last row | the first, the last cell of the table | | Page up, Page
-     * down | by a viewport | by a viewport | | Shift with these | extends, but for arrows | extends
-     * | | Ctrl with arrows | as without | moves without selecting | | Tab, Shift+Tab | the next
-     * widget | the next, the former cell, over the ends of rows |
+     * - Left, Right: the next cell. Off, it becomes all that is selected, and at the edge
+     *   the view scrolls.
+     * - Up, Down: the cell in the next row. Off, it becomes all that is selected.
+     * - Home, End: the first, the last cell of the row. Off, the first, the last row.
+     * - Ctrl+Home, Ctrl+End: the first, the last cell of the table. Off, the first, the last
+     *   row.
+     * - Page up, Page down: by as many rows as fit into the viewport. Off, up by one more if
+     *   a row is cut off.
+     * - Tab, Shift+Tab: the next, the former cell, over the ends of rows. Off, the next, the
+     *   former widget.
+     * - Shift with any but Tab extends. Off, not with arrows.
+     * - Ctrl moves without selecting. Off, not with arrows.
      *
      * What extends and what moves without selecting depends on the selection mode, as in any
-     * QAbstractItemView. Columns are taken in the order on screen.
+     * QAbstractItemView. Columns are taken in the order on screen. Unlike in QTableView, keys
+     * stop at a cell that is not enabled. setCurrentFirst(), setCurrentLast() and
+     * moveCurrentIndex() are not concerned.
      */
     //! @{
     bool hasStandardKeys() const;
@@ -243,7 +247,9 @@ public:
 
     //! Whether a range that keys or mouse select is what lies between its two corners on
     //! screen, as in QTableView, rather than between their logical columns. That differs
-    //! when columns were moved. Off at first.
+    //! when columns were moved. And whether a range that the mouse is dragged over begins at
+    //! the cell where it was pressed although the view has scrolled; off, the first corner
+    //! goes along with a view that scrolls per item. Off at first.
     //! @{
     bool selectsVisualRanges() const;
     void setSelectsVisualRanges(bool on);

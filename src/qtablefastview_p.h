@@ -23,8 +23,9 @@
 #include <QStyleOptionViewItem>
 
 class KeyboardSearch;
-class QInputEvent;
 class QItemSelectionModel;
+class QKeyEvent;
+class QMouseEvent;
 class QTableFastView;
 
 /*!
@@ -43,8 +44,8 @@ public:
         ColumnStrip columns;             //!< all that are seen
         bool isInPlace = false;          //!< no picture of a cell would be the right one
         QItemSelection selection;        //!< what of the selection touches the rows on screen
-        int hoverRow = -1;               //!< under the pointer
-        int hoverColumn = -1;            //!< the same; −1 for all of the row
+        int hoverRow = -1;               //!< of the cell under the pointer
+        int hoverColumn = -1;            //!< the same
         int currentRow = -1;             //!< the selection model's current row
         bool hasEditorFocus = false;     //!< an editor in the current row has the focus
     };
@@ -203,10 +204,15 @@ public:
     void repaintSelection(const QItemSelection &selection);
     QModelIndex endOfRow(int row, int step) const;
     QModelIndex neighbourCell(const QModelIndex &current, int step) const;
+    QModelIndex cellInRows(const QModelIndex &current, int rows) const;
     QModelIndex standardMove(int action, Qt::KeyboardModifiers modifiers) const;
+    QModelIndex moveByRows(int action);
+    QModelIndex moveAmongColumns(const QModelIndex &current, int action, bool isWholeTable) const;
     QItemSelection rangeBetween(const QModelIndex &a, const QModelIndex &b) const;
     QModelIndex cornerAt(const QPoint &point) const;
-    void moveAnchor(const QInputEvent &event, bool isBefore);
+    bool selectDragged(const QRect &rect, QItemSelectionModel::SelectionFlags command);
+    void baseKeyPress(QKeyEvent *event);
+    void noticePress(const QMouseEvent &event);
 
     // Model changes
     void connectModel(QAbstractItemModel *model);

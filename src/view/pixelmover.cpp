@@ -50,7 +50,8 @@ void PixelMover::update(const QRegion &part)
 bool PixelMover::canMove() const
 {
     return !m_isAllPending && !m_area->viewport()->testAttribute(Qt::WA_WState_InPaintEvent)
-        && hasPlainBackground(*m_area->viewport()) && hasWholeDevicePixels(*m_area->viewport());
+        && hasPlainBackground(*m_area->viewport()) && hasPlainCells(m_area->palette())
+        && hasWholeDevicePixels(*m_area->viewport());
 }
 
 bool PixelMover::canMoveAgain()

@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -61,39 +62,70 @@ QModelIndex QTableFastViewPrivate::neighbourCell(const QModelIndex &current, int
     return endOfRow(row < 0 ? rows - 1 : row >= rows ? 0 : row, step);
 }
 
-//! Where a key moves the current index, which is valid; \a action is one that has to do
-//! with columns.
+//! The cell \a rows rows below, or above, as far as there are any.
+QModelIndex QTableFastViewPrivate::cellInRows(const QModelIndex &current, int rows) const
+{
+    const qint64 row = std::clamp<qint64>(qint64(current.row()) + rows, 0, rowCount() - 1);
+    return q_ptr->m_model->index(int(row), current.column());
+}
+
+//! Where a key moves the current index; to the first cell on screen where there is none.
 QModelIndex QTableFastViewPrivate::standardMove(int action, Qt::KeyboardModifiers modifiers) const
 {
     const QModelIndex current = q_ptr->currentIndex();
+    if (!current.isValid())
+        return rowCount() > 0 ? endOfRow(0, 1) : QModelIndex();
     const bool isWholeTable = modifiers & Qt::ControlModifier;
-    const int direction = q_ptr->isRightToLeft() ? -1 : 1;
-    QModelIndex target;
     switch (action) {
+    case QTableFastView::MoveUp:
+        return cellInRows(current, -1);
+    case QTableFastView::MoveDown:
+        return cellInRows(current, 1);
+    case QTableFastView::MovePageUp:
+        return cellInRows(current, -wholeRows());
+    case QTableFastView::MovePageDown:
+        return cellInRows(current, wholeRows());
     case QTableFastView::MoveHome:
         q_ptr->currentFirst = q_ptr->currentFirst || isWholeTable;
-        target = endOfRow(isWholeTable ? 0 : current.row(), 1);
         break;
     case QTableFastView::MoveEnd:
         q_ptr->currentLast = q_ptr->currentLast || isWholeTable;
-        target = endOfRow(isWholeTable ? rowCount() - 1 : current.row(), -1);
-        break;
-    case QTableFastView::MoveLeft:
-        target = neighbourInRow(current, -direction);
-        break;
-    case QTableFastView::MoveRight:
-        target = neighbourInRow(current, direction);
-        break;
-    case QTableFastView::MoveNext:
-        target = neighbourCell(current, 1);
-        break;
-    case QTableFastView::MovePrevious:
-        target = neighbourCell(current, -1);
         break;
     default:
         break;
     }
+    const QModelIndex target = moveAmongColumns(current, action, isWholeTable);
     return target.isValid() ? target : current;
+}
+
+//! What moveCursor() says while keys are as they are: programs ask for rows.
+QModelIndex QTableFastViewPrivate::moveByRows(int action)
+{
+    const QScopedValueRollback<bool> asTheyAre(hasStandardKeys, false);
+    return q_ptr->moveCursor(QTableFastView::CursorAction(action), Qt::NoModifier);
+}
+
+//! Where a key that has to do with columns leads; invalid if nowhere.
+QModelIndex QTableFastViewPrivate::moveAmongColumns(const QModelIndex &current, int action,
+                                                    bool isWholeTable) const
+{
+    const int direction = q_ptr->isRightToLeft() ? -1 : 1;
+    switch (action) {
+    case QTableFastView::MoveHome:
+        return endOfRow(isWholeTable ? 0 : current.row(), 1);
+    case QTableFastView::MoveEnd:
+        return endOfRow(isWholeTable ? rowCount() - 1 : current.row(), -1);
+    case QTableFastView::MoveLeft:
+        return neighbourInRow(current, -direction);
+    case QTableFastView::MoveRight:
+        return neighbourInRow(current, direction);
+    case QTableFastView::MoveNext:
+        return neighbourCell(current, 1);
+    case QTableFastView::MovePrevious:
+        return neighbourCell(current, -1);
+    default:
+        return {};
+    }
 }
 
 //! The cells between two corners, as they lie on screen if that is wanted.
@@ -124,18 +156,58 @@ QItemSelection QTableFastViewPrivate::rangeBetween(const QModelIndex &a, const Q
 //! one where the range began.
 QModelIndex QTableFastViewPrivate::cornerAt(const QPoint &point) const
 {
-    if (std::abs(qint64(point.y())) < farAway || !anchor.isValid())
+    // The centre of a cell at the upper limit is less far away.
+    const qint64 limit = farAway - q_ptr->m_itemHeight;
+    if (std::abs(qint64(point.y())) < limit || !anchor.isValid())
         return q_ptr->indexAt(point);
     const int column = q_ptr->columnAt(point.x());
     return column < 0 ? QModelIndex() : q_ptr->m_model->index(anchor.row(), column);
 }
 
-//! Keeps track of where a range that Shift extends begins, as the base class does. Called
-//! before and after it handles \a event.
-void QTableFastViewPrivate::moveAnchor(const QInputEvent &event, bool isBefore)
+//! Selects from the cell where the mouse was pressed, wherever that has been scrolled to, to
+//! where it is now. False if that is not wanted, or not known.
+bool QTableFastViewPrivate::selectDragged(const QRect &rect,
+                                          QItemSelectionModel::SelectionFlags command)
 {
-    const bool isExtending = event.modifiers() & Qt::ShiftModifier;
-    if (isBefore ? isExtending && !anchor.isValid() : !isExtending)
+    if (!selectsVisualRanges || q_ptr->state() != QAbstractItemView::DragSelectingState
+        || q_ptr->selectionMode() == QAbstractItemView::SingleSelection || !anchor.isValid()) {
+        return false;
+    }
+    const QModelIndex corner = q_ptr->indexAt(rect.bottomRight());
+    if (corner.isValid() && (anchor.flags() & Qt::ItemIsEnabled)
+        && (corner.flags() & Qt::ItemIsEnabled)) {
+        q_ptr->m_selectionModel->select(rangeBetween(anchor, corner), command);
+    }
+    return true;
+}
+
+//! QAbstractItemView::keyPressEvent(); keeps track of where it has ranges begin.
+void QTableFastViewPrivate::baseKeyPress(QKeyEvent *event)
+{
+    const QPointer<QTableFastViewPrivate> alive = this; // a key may do anything
+    const QPersistentModelIndex before = q_ptr->currentIndex();
+    const QPersistentModelIndex known = anchor;
+    const bool isMove = (event->key() >= Qt::Key_Home && event->key() <= Qt::Key_PageDown)
+        || event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    if (!anchor.isValid())
+        anchor = before;
+    q_ptr->QAbstractItemView::keyPressEvent(event);
+    if (!alive)
+        return;
+    const QModelIndex now = q_ptr->currentIndex();
+    if (!isMove || now == before)
+        anchor = known;
+    else if (!(q_ptr->selectionCommand(now, event) & QItemSelectionModel::Current))
+        anchor = now;
+}
+
+//! The same for a press, which the base class has not seen yet.
+void QTableFastViewPrivate::noticePress(const QMouseEvent &event)
+{
+    const QModelIndex pressed = q_ptr->indexAt(event.position().toPoint());
+    if (!(q_ptr->selectionCommand(pressed, &event) & QItemSelectionModel::Current))
+        anchor = pressed;
+    else if (!anchor.isValid())
         anchor = q_ptr->currentIndex();
 }
 
