@@ -2054,9 +2054,9 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardMo
         return rows > 0 && column >= 0 ? m_model->index(0, column) : QModelIndex();
     }
 
-    const bool isVertical = cursorAction == MoveUp || cursorAction == MoveDown
-        || cursorAction == MovePageUp || cursorAction == MovePageDown;
-    if (d_ptr->hasStandardKeys && !isVertical)
+    const bool isAlwaysTheSame =
+        cursorAction == MoveUp || cursorAction == MoveDown || cursorAction == MovePageDown;
+    if (d_ptr->hasStandardKeys && !isAlwaysTheSame)
         return d_ptr->standardMove(cursorAction, modifiers);
     const int row = current.row();
     const int column = current.column();

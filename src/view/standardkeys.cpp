@@ -61,8 +61,8 @@ QModelIndex QTableFastViewPrivate::neighbourCell(const QModelIndex &current, int
     return endOfRow(row < 0 ? rows - 1 : row >= rows ? 0 : row, step);
 }
 
-//! Where a key moves the current index, which is valid; \a action is one that has to do
-//! with columns.
+//! Where a key moves the current index, which is valid; \a action is one that goes elsewhere
+//! than without standard keys.
 QModelIndex QTableFastViewPrivate::standardMove(int action, Qt::KeyboardModifiers modifiers) const
 {
     const QModelIndex current = q_ptr->currentIndex();
@@ -77,6 +77,9 @@ QModelIndex QTableFastViewPrivate::standardMove(int action, Qt::KeyboardModifier
     case QAbstractItemView::MoveEnd:
         q_ptr->currentLast = q_ptr->currentLast || isWholeTable;
         target = endOfRow(isWholeTable ? rowCount() - 1 : current.row(), -1);
+        break;
+    case QAbstractItemView::MovePageUp: // to where page down leads back from
+        target = q_ptr->m_model->index(std::max(current.row() - wholeRows(), 0), current.column());
         break;
     case QAbstractItemView::MoveLeft:
         target = neighbourInRow(current, -direction);
