@@ -676,6 +676,7 @@ void QTableFastView::updateVScrollBar(int delta)
     const qint64 value = qint64(bar->value()) + (d_ptr->isPerPixel() ? 0 : delta);
     bar->setRange(0, d_ptr->verticalMaximum());
     bar->setValue(saturated(value));
+    d_ptr->fetchIfEndIsSeen();
     if (d_ptr->shownScrollMode == verticalScrollMode())
         return;
     d_ptr->shownScrollMode = verticalScrollMode(); // the value counts something else now
@@ -2423,6 +2424,7 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
         d_ptr->pixels.update();
         updateScrollBars(0);
     }
+    d_ptr->fetchIfEndIsSeen();
     d_ptr->evictOutside();
     d_ptr->dropParity(first, std::numeric_limits<int>::max(), count);
     d_ptr->dropLookOfRowDelegates();
