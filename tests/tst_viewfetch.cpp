@@ -183,6 +183,14 @@ void startSeenToEnd(QAbstractItemView &view, BatchModel &model)
     wait();
     model.restart(100 + seen);
 }
+//! The bar is far behind the end of the rows that are told after the reset.
+void startFromAfar(QAbstractItemView &view, BatchModel &model)
+{
+    model.insert(0, 1000);
+    view.verticalScrollBar()->setValue(900);
+    wait();
+    model.restart(200);
+}
 void removeNearlyAll(QAbstractItemView & /*view*/, BatchModel &model)
 {
     model.remove(1, model.rowCount() - 2);
@@ -243,6 +251,7 @@ void TestViewFetch::fetchesAsTableViewsDo_data()
     QTest::addRow("30 rows, pages") << 30 << Step(pages);
     QTest::addRow("20 rows, a reset to 2") << 20 << Step(startWithFew);
     QTest::addRow("255 rows, a reset that ends in sight") << 255 << Step(startSeenToEnd);
+    QTest::addRow("255 rows, a reset that ends far above") << 255 << Step(startFromAfar);
     QTest::addRow("255 rows, nearly all removed") << 255 << Step(removeNearlyAll);
     QTest::addRow("255 rows, all removed") << 255 << Step(removeAll);
     QTest::addRow("no rows, shown") << 0 << Step(show);
@@ -269,6 +278,11 @@ void TestViewFetch::fetchesAsTableViewsDo()
     else
         QCOMPARE(ours.rowCount(), theirs.rowCount());
     QCOMPARE(ours.deepest, std::min(theirs.deepest, 1));
+    const auto rest = [](const QAbstractItemView &any) {
+        return any.verticalScrollBar()->maximum() - any.verticalScrollBar()->value();
+    };
+    if (step == startFromAfar)
+        QCOMPARE(rest(view), rest(table));
     if (step != pages) // of how many rows is another matter
         QCOMPARE(view.currentIndex().row(), table.currentIndex().row());
 }
