@@ -222,6 +222,17 @@ QIcon iconOf(const QVariant &decoration, const QSize &size, double dpr)
     }
 }
 
+//! What is shown for a null value, as a database gives for what was not filled in. The option
+//! has no text then.
+QString nullExtension(const StyledItemDelegate &delegate, const QStyleOptionViewItem &opt,
+                      const QModelIndex &index)
+{
+    if (opt.features & QStyleOptionViewItem::HasDisplay)
+        return {};
+    const QString text = delegate.displayText(index.data(Qt::DisplayRole), opt.locale);
+    return text.isEmpty() ? text : QLatin1Char('N') + text;
+}
+
 //! Whether the view, if the option has one, is of one opaque colour behind its cells.
 bool hasPlainViewport(const QStyleOptionViewItem &opt)
 {
@@ -354,7 +365,7 @@ QString ItemDelegate::keyExtension(const QStyleOptionViewItem &opt, const QModel
         extension += QLatin1Char('R');
     else if (direction == Qt::LayoutDirectionAuto && opt.text.isRightToLeft())
         extension += QLatin1Char('A');
-    return extension + narrowTime(opt, index);
+    return extension + nullExtension(*this, opt, index) + narrowTime(opt, index);
 }
 
 //! What a narrow column shows of a date-time: more than the text in the option tells.
