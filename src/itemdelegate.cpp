@@ -215,6 +215,15 @@ QIcon iconOf(const QVariant &decoration, const QSize &size, double dpr)
     }
 }
 
+//! What is shown for a null value, as a database gives for what was not filled in. The option
+//! has no text then.
+QString nullExtension(const StyledItemDelegate &delegate, const QStyleOptionViewItem &opt,
+                      const QModelIndex &index)
+{
+    const QString text = delegate.displayText(index.data(Qt::DisplayRole), opt.locale);
+    return text.isEmpty() ? text : QLatin1Char('N') + text;
+}
+
 } // namespace
 
 ItemDelegate::ItemDelegate(QAbstractItemView *view)
@@ -346,6 +355,8 @@ void ItemDelegate::extendKey(QString *key, const QStyleOptionViewItem &opt,
         *key += QLatin1Char('R');
     else if (direction == Qt::LayoutDirectionAuto && opt.text.isRightToLeft())
         *key += QLatin1Char('A');
+    if (!(opt.features & QStyleOptionViewItem::HasDisplay))
+        *key += nullExtension(*this, opt, index);
     *key += narrowTime(opt, index, margin);
 }
 

@@ -82,7 +82,8 @@ public:
     //! on, save the position, for a device pixel ratio of \a dpr. \a option must
     //! have been initialised. paint() appends to it what it cannot tell: gradients,
     //! transparent or transformed brushes, a disabled parent, a palette of an unusual
-    //! colour group, right-to-left painting, the time of a narrow date-time.
+    //! colour group, right-to-left painting, the time of a narrow date-time, the text of
+    //! a null value.
     virtual QString cacheKey(const QStyleOptionViewItem &option, double dpr) const;
 
     //! Place of the check mark or decoration of a cell, in the coordinates of

@@ -675,8 +675,11 @@ void QTableFastView::updateVScrollBar(int delta)
         bar->setPageStep(d_ptr->isPerPixel() ? height : std::max(n, 1));
     }
     const qint64 value = qint64(bar->value()) + (d_ptr->isPerPixel() ? 0 : delta);
+    const quint64 serial = d_ptr->changeSerial;
     bar->setRange(0, d_ptr->verticalMaximum());
-    bar->setValue(saturated(value));
+    if (serial == d_ptr->changeSerial) // else rows were fetched, and the value is theirs
+        bar->setValue(saturated(value));
+    d_ptr->fetchIfEndIsSeen();
     if (d_ptr->shownScrollMode == verticalScrollMode())
         return;
     d_ptr->shownScrollMode = verticalScrollMode(); // the value counts something else now
@@ -2471,6 +2474,7 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
         d_ptr->pixels.update();
         updateScrollBars(0);
     }
+    d_ptr->fetchIfEndIsSeen();
     d_ptr->evictOutside();
     d_ptr->dropParity(first, std::numeric_limits<int>::max(), count);
     d_ptr->dropLookOfRowDelegates();

@@ -230,6 +230,7 @@ public:
     // Models that have more rows than they tell at first
     bool mayFetch() const;
     void fetchMore();
+    void fetchIfEndIsSeen();
     template<typename Work> void whileFetching(const Work &work);
     void baseCurrentChanged(const QModelIndex &current, const QModelIndex &previous);
 

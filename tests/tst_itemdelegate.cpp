@@ -380,6 +380,8 @@ private slots:
     void directionIsTheViews_data();
     void directionIsTheViews();
     void narrowDateTimeShowsItsSeconds();
+    void nullValuesHaveTheirOwnPictures_data();
+    void nullValuesHaveTheirOwnPictures();
 
     // The steps
     void stepsRunInOrder_data();
@@ -834,6 +836,33 @@ void TestItemDelegate::narrowDateTimeShowsItsSeconds()
     QCOMPARE(painted(delegate, oneCell), painted(delegate, laterCell));
     QCOMPARE(delegate.count("drawBackground"), 3);
     QVERIFY(isCached(delegate.cacheKey(oneCell.initialised(delegate), 1)));
+}
+
+void TestItemDelegate::nullValuesHaveTheirOwnPictures_data()
+{
+    QTest::addColumn<QMetaType>("type");
+    QTest::newRow("int") << QMetaType(QMetaType::Int);
+    QTest::newRow("double") << QMetaType(QMetaType::Double);
+    QTest::newRow("bool") << QMetaType(QMetaType::Bool);
+    QTest::newRow("text") << QMetaType(QMetaType::QString);
+    QTest::newRow("date") << QMetaType(QMetaType::QDate);
+    QTest::newRow("date-time") << QMetaType(QMetaType::QDateTime);
+}
+
+//! Whatever was painted before.
+void TestItemDelegate::nullValuesHaveTheirOwnPictures()
+{
+    QFETCH(QMetaType, type);
+    const ItemDelegate delegate(nullptr);
+    Cell null({{Qt::DisplayRole, QVariant(type)}});
+    Cell blank({{Qt::DisplayRole, QVariant(QMetaType(QMetaType::QString))}});
+    const QImage expected = painted(delegate, null);
+    QPixmapCache::clear();
+    const QImage nothing = painted(delegate, blank);
+    QCOMPARE(painted(delegate, null), expected);
+    QPixmapCache::clear();
+    painted(delegate, null);
+    QCOMPARE(painted(delegate, blank), nothing);
 }
 
 // The steps

@@ -360,6 +360,8 @@ private slots:
     void moveCursorWithoutCurrent();
     void arrowKeysWithoutCurrent();
     void otherKeysReachTheBase();
+    void standardPageUp_data();
+    void standardPageUp();
     void unknownKeyIsReported();
     void rubberBandBelowRows();
     void rubberBandSelects();
@@ -1605,6 +1607,39 @@ void TestQTableFastView::otherKeysReachTheBase()
     QCOMPARE(view.currentIndex(), model.index(0, 1));
     pressKey(&view, Qt::Key_End);
     QCOMPARE(view.currentIndex(), model.index(99, 1));
+}
+
+void TestQTableFastView::standardPageUp_data()
+{
+    QTest::addColumn<QAbstractItemView::ScrollMode>("mode");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    const auto perItem = QAbstractItemView::ScrollPerItem;
+    const auto perPixel = QAbstractItemView::ScrollPerPixel;
+    QTest::newRow("whole rows") << perItem << 200 << 50 << 40;
+    QTest::newRow("half a row more") << perItem << 210 << 50 << 40;
+    QTest::newRow("nearly a row more") << perItem << 219 << 50 << 40;
+    QTest::newRow("pixels") << perPixel << 210 << 50 << 40;
+    QTest::newRow("less than a row") << perItem << 15 << 50 << 50;
+    QTest::newRow("to the first row") << perItem << 210 << 4 << 0;
+}
+
+//! From where page down leads back, as in QTableView.
+void TestQTableFastView::standardPageUp()
+{
+    QFETCH(QAbstractItemView::ScrollMode, mode);
+    QFETCH(int, height);
+    QFETCH(int, from);
+    QFETCH(int, to);
+    BigModel model(100);
+    View view(&model);
+    view.setVerticalScrollMode(mode);
+    view.setStandardKeys(true);
+    view.showWith(200, height);
+    view.setCurrentIndex(model.index(from, 1));
+    pressKey(&view, Qt::Key_PageUp);
+    QCOMPARE(view.currentIndex(), model.index(to, 1));
 }
 
 void TestQTableFastView::unknownKeyIsReported()

@@ -66,6 +66,20 @@ public:
         --m_depth;
     }
 
+    void remove(int row, int count)
+    {
+        beginRemoveRows({}, row, row + count - 1);
+        m_told -= count;
+        m_all -= count;
+        endRemoveRows();
+    }
+    //! Begins anew with \a told rows.
+    void restart(int told)
+    {
+        beginResetModel();
+        m_told = told;
+        endResetModel();
+    }
     void insert(int row, int count)
     {
         if (count < 1)
@@ -153,6 +167,40 @@ void pages(QAbstractItemView &view, BatchModel &model)
     for (int i = 0; i < 5; ++i)
         QTest::keyClick(&view, Qt::Key_PageDown);
 }
+void wait()
+{
+    for (int i = 0; i < 20; ++i)
+        QCoreApplication::processEvents();
+}
+
+void startWithFew(QAbstractItemView & /*view*/, BatchModel &model)
+{
+    model.restart(2);
+}
+//! The bar is at the end of the rows that are told after the reset.
+void startSeenToEnd(QAbstractItemView &view, BatchModel &model)
+{
+    const int seen = view.viewport()->height() / view.visualRect(model.index(0, 0)).height();
+    view.verticalScrollBar()->setValue(100);
+    wait();
+    model.restart(100 + seen);
+}
+//! The bar is far behind the end of the rows that are told after the reset.
+void startFromAfar(QAbstractItemView &view, BatchModel &model)
+{
+    model.insert(0, 1000);
+    view.verticalScrollBar()->setValue(900);
+    wait();
+    model.restart(200);
+}
+void removeNearlyAll(QAbstractItemView & /*view*/, BatchModel &model)
+{
+    model.remove(1, model.rowCount() - 2);
+}
+void removeAll(QAbstractItemView & /*view*/, BatchModel &model)
+{
+    model.remove(0, model.rowCount());
+}
 
 //! Both views show as many whole rows.
 template<typename View> void showLikeOthers(View &view, BatchModel &model)
@@ -181,12 +229,6 @@ struct Table
     const std::unique_ptr<QStandardItemModel> model {new QStandardItemModel(30, 2)};
     const std::unique_ptr<QTableFastView> view {new QTableFastView};
 };
-
-void wait()
-{
-    for (int i = 0; i < 20; ++i)
-        QCoreApplication::processEvents();
-}
 
 } // namespace
 
@@ -224,6 +266,11 @@ void TestViewFetch::fetchesAsTableViewsDo_data()
     QTest::addRow("255 rows, the last is current") << 255 << Step(lastIsCurrent);
     QTest::addRow("255 rows, Ctrl+End") << 255 << Step(endKey);
     QTest::addRow("30 rows, pages") << 30 << Step(pages);
+    QTest::addRow("20 rows, a reset to 2") << 20 << Step(startWithFew);
+    QTest::addRow("255 rows, a reset that ends in sight") << 255 << Step(startSeenToEnd);
+    QTest::addRow("255 rows, a reset that ends far above") << 255 << Step(startFromAfar);
+    QTest::addRow("255 rows, nearly all removed") << 255 << Step(removeNearlyAll);
+    QTest::addRow("255 rows, all removed") << 255 << Step(removeAll);
     QTest::addRow("no rows, shown") << 0 << Step(show);
     QTest::addRow("no rows, to the bottom") << 0 << Step(scrollToBottom);
 }
@@ -243,8 +290,16 @@ void TestViewFetch::fetchesAsTableViewsDo()
     wait();
     step(view, ours);
     wait();
-    QCOMPARE(ours.rowCount(), theirs.rowCount());
+    if (step == startSeenToEnd) // with as many rows as are seen
+        QCOMPARE(ours.fetches, theirs.fetches);
+    else
+        QCOMPARE(ours.rowCount(), theirs.rowCount());
     QCOMPARE(ours.deepest, std::min(theirs.deepest, 1));
+    const auto rest = [](const QAbstractItemView &any) {
+        return any.verticalScrollBar()->maximum() - any.verticalScrollBar()->value();
+    };
+    if (step == startFromAfar)
+        QCOMPARE(rest(view), rest(table));
     if (step != pages) // of how many rows is another matter
         QCOMPARE(view.currentIndex().row(), table.currentIndex().row());
 }

@@ -52,6 +52,14 @@ void QTableFastViewPrivate::fetchMore()
         whileFetching([model] { model->fetchMore(QModelIndex()); });
 }
 
+//! Where the end came into sight without the bar having moved, as rows went or the model
+//! told fewer, the base class fetches by its timer.
+void QTableFastViewPrivate::fetchIfEndIsSeen()
+{
+    if (!isFetching && mayFetch())
+        q_ptr->QAbstractItemView::updateGeometries();
+}
+
 void QTableFastView::verticalScrollbarValueChanged(int value)
 {
     const bool isAtEnd = value == verticalScrollBar()->maximum();
