@@ -169,7 +169,7 @@ QModelIndex QTableFastViewPrivate::cornerAt(const QPoint &point) const
 bool QTableFastViewPrivate::selectDragged(const QRect &rect,
                                           QItemSelectionModel::SelectionFlags command)
 {
-    if (!selectsVisualRanges || q_ptr->state() != QAbstractItemView::DragSelectingState
+    if (!selectsVisualRanges || q_ptr->state() != QTableFastView::DragSelectingState
         || q_ptr->selectionMode() == QAbstractItemView::SingleSelection || !anchor.isValid()) {
         return false;
     }
