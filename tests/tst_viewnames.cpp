@@ -4,7 +4,9 @@
 // What the view has of QTableView's names, beside QTableView where that has them, too.
 
 #include "activation.h"
+#include "itemdelegate.h"
 #include "qtablefastview.h"
+#include "styleditemdelegate.h"
 #include "viewpictures.h"
 
 #include <QApplication>
@@ -161,6 +163,10 @@ private slots:
     void setRowHeight();
     void setRowHeightKeepsRows_data();
     void setRowHeightKeepsRows();
+    void rowHeightFollowsFont_data();
+    void rowHeightFollowsFont();
+    void rowHeightIsNotThatOfACell_data();
+    void rowHeightIsNotThatOfACell();
     void sizeHintIsQTableViews_data();
     void sizeHintIsQTableViews();
     void layoutFollowsContents_data();
@@ -527,6 +533,109 @@ void TestViewNames::setRowHeightKeepsRows()
             QCOMPARE(stage.fast->rowAt(0), row);
         QCOMPARE(maintainedPicture(*stage.fast), freshPicture(*stage.fast));
     }
+}
+
+void TestViewNames::rowHeightFollowsFont_data()
+{
+    QTest::addColumn<bool>("follows");
+    QTest::addColumn<bool>("isShown");
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<bool>("isStyle"); // which row heights follow anyway
+    const auto add = [](const char *name, bool isStyle, const Change &change) {
+        for (bool follows : {false, true}) {
+            for (bool isShown : {false, true}) {
+                QTest::addRow("%s, %s, %s", name, follows ? "follows" : "does not follow",
+                              isShown ? "shown" : "not shown yet")
+                    << follows << isShown << change << isStyle;
+            }
+        }
+    };
+    add("font", false, [](Stage &s) { s.fast->setFont(scaled(s.fast->font(), 3)); });
+    add("smaller font", false, [](Stage &s) { s.fast->setFont(scaled(s.fast->font(), 0.5)); });
+    add("font of the window", false,
+        [](Stage &s) { s.window.setFont(scaled(s.window.font(), 3)); });
+    add("font of the application", false,
+        [](Stage & /*s*/) { QApplication::setFont(scaled(QApplication::font(), 3)); });
+    add("style sheet", true,
+        [](Stage &s) { s.fast->setStyleSheet(QStringLiteral("font-size: 41px")); });
+    add("style sheet of the window", true,
+        [](Stage &s) { s.window.setStyleSheet(QStringLiteral("* { font-size: 41px }")); });
+    add("padding of a style sheet", true, [](Stage &s) {
+        s.fast->setStyleSheet(QStringLiteral("QTableFastView::item { padding: 19px }"));
+    });
+}
+
+void TestViewNames::rowHeightFollowsFont()
+{
+    QFETCH(bool, follows);
+    QFETCH(bool, isShown);
+    QFETCH(Change, change);
+    QFETCH(bool, isStyle);
+    Stage stage;
+    if (isShown)
+        stage.show();
+    stage.fast->resetRowHeight();
+    stage.fast->setRowHeightFollowsFont(follows);
+    const int before = stage.fast->rowHeight();
+    QSignalSpy changed(stage.fast, SIGNAL(rowHeightChanged()));
+    change(stage);
+    QCoreApplication::processEvents();
+    if (!isShown)
+        stage.show();
+    const int after = stage.fast->rowHeight();
+    stage.fast->updateItemHeight();
+    const int wanted = stage.fast->rowHeight();
+    if (follows) {
+        QVERIFY(after != before);
+        QVERIFY(!changed.isEmpty());
+        QCOMPARE(after, wanted);
+    } else if (isStyle) {
+        QCOMPARE(after, wanted);
+    } else if (isShown) { // else it may be polished later
+        QCOMPARE(after, before);
+    }
+
+    // One that was set stays.
+    stage.fast->setRowHeight(77);
+    stage.fast->setFont(scaled(stage.fast->font(), 1.5));
+    QCOMPARE(stage.fast->rowHeight(), 77);
+}
+
+void TestViewNames::rowHeightIsNotThatOfACell_data()
+{
+    QTest::addColumn<Change>("setDelegate");
+    QTest::newRow("Qt's") << Change([](Stage & /*stage*/) {});
+    QTest::newRow("of a column") << Change([](Stage &stage) {
+        stage.fast->setItemDelegateForColumn(1, new QStyledItemDelegate(stage.fast));
+    });
+    QTest::newRow("styled") << Change(
+        [](Stage &stage) { stage.fast->setItemDelegate(new StyledItemDelegate(stage.fast)); });
+    QTest::newRow("ours") << Change(
+        [](Stage &stage) { stage.fast->setItemDelegate(new Vantix::ItemDelegate(stage.fast)); });
+}
+
+//! However high the cells are that a delegate has painted last.
+void TestViewNames::rowHeightIsNotThatOfACell()
+{
+    QFETCH(Change, setDelegate);
+    Stage stage(3, 2);
+    stage.fast->resetRowHeight();
+    setDelegate(stage);
+    stage.fast->updateItemHeight();
+    const int height = stage.fast->rowHeight();
+    QPixmap high(90, 90);
+    high.fill(Qt::red);
+    for (int row = 0; row < 3; ++row) {
+        stage.model.item(row, 1)->setIcon(QIcon(high));
+        stage.model.item(row, 1)->setFont(scaled(QApplication::font(), 5));
+    }
+    stage.fast->setIconSize(high.size());
+    stage.show();
+    stage.fast->updateItemHeight();
+    QCOMPARE(stage.fast->rowHeight(), height);
+    stage.fast->setStyleSheet(QStringLiteral("QTableFastView { color: red }"));
+    settleEvents();
+    QCOMPARE(stage.fast->rowHeight(), height);
 }
 
 void TestViewNames::sizeHintIsQTableViews_data()
