@@ -20,10 +20,12 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 #include <algorithm>
 #include <limits>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -111,6 +113,15 @@ QStyleOptionViewItem::ViewItemPosition cellPosition(int previous, int column, in
     if (next == 0 || next == -1)
         return QStyleOptionViewItem::End;
     return QStyleOptionViewItem::Middle;
+}
+
+//! What a delegate asks for without a cell.
+int hintedHeight(const QAbstractItemDelegate &delegate, const QStyleOptionViewItem &option)
+{
+    // Qt's own would tell of the cell that it has painted last.
+    if (typeid(delegate) == typeid(QStyledItemDelegate))
+        return QStyledItemDelegate().sizeHint(option, QModelIndex()).height();
+    return delegate.sizeHint(option, QModelIndex()).height();
 }
 
 } // namespace
@@ -587,11 +598,11 @@ int QTableFastView::updatedItemHeight(const QStyleOptionViewItem &option) const
 {
     int height = QFontMetrics(font()).height();
     if (itemDelegate())
-        height = std::max(height, itemDelegate()->sizeHint(option, QModelIndex()).height());
+        height = std::max(height, hintedHeight(*itemDelegate(), option));
     const int columns = m_model ? m_model->columnCount(QModelIndex()) : 0;
     for (int column = 0; column < columns; ++column) {
         if (const QAbstractItemDelegate *delegate = itemDelegateForColumn(column))
-            height = std::max(height, delegate->sizeHint(option, QModelIndex()).height());
+            height = std::max(height, hintedHeight(*delegate, option));
     }
     return std::max(height, 1);
 }
@@ -599,7 +610,10 @@ int QTableFastView::updatedItemHeight(const QStyleOptionViewItem &option) const
 void QTableFastView::updateItemHeight()
 {
     QStyleOptionViewItem option;
-    option.initFrom(this);
+    if (d_ptr->rowHeightFollowsFont)
+        initViewItemOption(&option); // the view's font and style sheet, too
+    else
+        option.initFrom(this);
     const int height =
         d_ptr->fixedRowHeight > 0 ? d_ptr->fixedRowHeight : updatedItemHeight(option);
     if (height == m_itemHeight)
@@ -647,9 +661,10 @@ bool QTableFastView::rowHeightFollowsFont() const
 
 void QTableFastView::setRowHeightFollowsFont(bool on)
 {
+    if (on == d_ptr->rowHeightFollowsFont)
+        return;
     d_ptr->rowHeightFollowsFont = on;
-    if (on)
-        updateItemHeight();
+    updateItemHeight();
 }
 
 // Scroll bars

@@ -163,7 +163,9 @@ public:
     //! Goes back to the height that font and delegates ask for.
     void resetRowHeight();
     //! Whether another font gives another row height at once: one set for the view, for the
-    //! application, or by a style sheet. Off at first: see updateItemHeight().
+    //! application, or by a style sheet. Delegates are asked with the view's font and style
+    //! sheet then, and with the application's font otherwise. Off at first: see
+    //! updateItemHeight().
     //! @{
     bool rowHeightFollowsFont() const;
     void setRowHeightFollowsFont(bool on);

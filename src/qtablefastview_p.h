@@ -210,6 +210,7 @@ public:
     QModelIndex moveAmongColumns(const QModelIndex &current, int action, bool isWholeTable) const;
     QItemSelection rangeBetween(const QModelIndex &a, const QModelIndex &b) const;
     QModelIndex cornerAt(const QPoint &point) const;
+    bool isWholeColumnSelected(int column) const;
     bool selectDragged(const QRect &rect, QItemSelectionModel::SelectionFlags command);
     void baseKeyPress(QKeyEvent *event);
     void noticePress(const QMouseEvent &event);

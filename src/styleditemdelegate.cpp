@@ -148,6 +148,12 @@ QString StyledItemDelegate::displayText(const QVariant &value, const QLocale &lo
 void StyledItemDelegate::initStyleOption(QStyleOptionViewItem *option,
                                          const QModelIndex &index) const
 {
+    if (!index.isValid()) {
+        // The base class would tell of the cell that it was asked for last.
+        option->index = index;
+        option->styleObject = nullptr;
+        return;
+    }
     const QBrush background = option->backgroundBrush;
     const QVariant foreground = index.data(Qt::ForegroundRole);
     // Set beforehand, so that the base class finds nothing to change in the palette:

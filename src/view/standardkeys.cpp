@@ -211,16 +211,33 @@ void QTableFastViewPrivate::noticePress(const QMouseEvent &event)
         anchor = q_ptr->currentIndex();
 }
 
+//! Whether all cells of a column are selected. Counts ranges, not rows.
+bool QTableFastViewPrivate::isWholeColumnSelected(int column) const
+{
+    qint64 selected = 0;
+    const QItemSelection selection = q_ptr->m_selectionModel->selection();
+    for (const QItemSelectionRange &range : selection) {
+        if (range.left() <= column && column <= range.right())
+            selected += range.height();
+    }
+    return selected >= rowCount();
+}
+
 void QTableFastView::selectColumn(int column)
 {
     const int rows = d_ptr->rowCount();
     if (!m_selectionModel || rows == 0 || column < 0 || column >= m_model->columnCount()
-        || selectionBehavior() == SelectRows || selectionMode() == NoSelection
+        || selectionBehavior() == SelectRows
         || (selectionMode() == SingleSelection && selectionBehavior() == SelectItems)) {
         return;
     }
     const QModelIndex current = m_model->index(std::clamp(d_ptr->topRow(), 0, rows - 1), column);
-    const QItemSelectionModel::SelectionFlags command = selectionCommand(current);
+    QItemSelectionModel::SelectionFlags command = selectionCommand(current);
+    if (command & QItemSelectionModel::Toggle) { // the column, not each of its cells
+        command &= ~QItemSelectionModel::Toggle;
+        command |= d_ptr->isWholeColumnSelected(column) ? QItemSelectionModel::Deselect
+                                                        : QItemSelectionModel::Select;
+    }
     m_selectionModel->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
     m_selectionModel->select(
         QItemSelection(m_model->index(0, column), m_model->index(rows - 1, column)), command);
