@@ -2120,6 +2120,8 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardMo
     const QModelIndex current = currentIndex();
     const int rows = d_ptr->rowCount();
     if (!current.isValid()) {
+        if (d_ptr->hasStandardKeys)
+            return d_ptr->endOfRow(0, 1);
         const int column = d_ptr->firstVisibleColumn();
         return rows > 0 && column >= 0 ? m_model->index(0, column) : QModelIndex();
     }

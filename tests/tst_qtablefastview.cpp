@@ -362,6 +362,7 @@ private slots:
     void otherKeysReachTheBase();
     void standardPageUp_data();
     void standardPageUp();
+    void standardKeysBeginOnScreen();
     void unknownKeyIsReported();
     void rubberBandBelowRows();
     void rubberBandSelects();
@@ -1640,6 +1641,28 @@ void TestQTableFastView::standardPageUp()
     view.setCurrentIndex(model.index(from, 1));
     pressKey(&view, Qt::Key_PageUp);
     QCOMPARE(view.currentIndex(), model.index(to, 1));
+}
+
+//! In the first column on screen, as in QTableView.
+void TestQTableFastView::standardKeysBeginOnScreen()
+{
+    BigModel model(10);
+    View view(&model);
+    view.showWith(200, 200);
+    view.header()->moveSection(2, 0);
+    view.setCurrentIndex(QModelIndex());
+    view.setStandardKeys(true);
+    pressKey(&view, Qt::Key_Down);
+    QCOMPARE(view.currentIndex(), model.index(0, 2));
+    view.setCurrentIndex(QModelIndex());
+    view.setStandardKeys(false);
+    pressKey(&view, Qt::Key_PageDown);
+    QCOMPARE(view.currentIndex(), model.index(0, 0));
+
+    model.restart(0);
+    view.setStandardKeys(true);
+    pressKey(&view, Qt::Key_Down);
+    QVERIFY(!view.currentIndex().isValid());
 }
 
 void TestQTableFastView::unknownKeyIsReported()
