@@ -2355,7 +2355,7 @@ QModelIndex QTableFastViewPrivate::edgeToFollow(int start, int end)
 bool QTableFastViewPrivate::isEditing() const
 {
     const QModelIndex current = q_ptr->currentIndex();
-    return q_ptr->state() == QAbstractItemView::EditingState
+    return q_ptr->state() == QTableFastView::EditingState
         || (current.isValid() && q_ptr->m_header && hasEditorFocus(current.row()));
 }
 

@@ -77,18 +77,18 @@ QModelIndex QTableFastViewPrivate::standardMove(int action, Qt::KeyboardModifier
         return rowCount() > 0 ? endOfRow(0, 1) : QModelIndex();
     const bool isWholeTable = modifiers & Qt::ControlModifier;
     switch (action) {
-    case QAbstractItemView::MoveUp:
+    case QTableFastView::MoveUp:
         return cellInRows(current, -1);
-    case QAbstractItemView::MoveDown:
+    case QTableFastView::MoveDown:
         return cellInRows(current, 1);
-    case QAbstractItemView::MovePageUp:
+    case QTableFastView::MovePageUp:
         return cellInRows(current, -wholeRows());
-    case QAbstractItemView::MovePageDown:
+    case QTableFastView::MovePageDown:
         return cellInRows(current, wholeRows());
-    case QAbstractItemView::MoveHome:
+    case QTableFastView::MoveHome:
         q_ptr->currentFirst = q_ptr->currentFirst || isWholeTable;
         break;
-    case QAbstractItemView::MoveEnd:
+    case QTableFastView::MoveEnd:
         q_ptr->currentLast = q_ptr->currentLast || isWholeTable;
         break;
     default:
@@ -111,17 +111,17 @@ QModelIndex QTableFastViewPrivate::moveAmongColumns(const QModelIndex &current, 
 {
     const int direction = q_ptr->isRightToLeft() ? -1 : 1;
     switch (action) {
-    case QAbstractItemView::MoveHome:
+    case QTableFastView::MoveHome:
         return endOfRow(isWholeTable ? 0 : current.row(), 1);
-    case QAbstractItemView::MoveEnd:
+    case QTableFastView::MoveEnd:
         return endOfRow(isWholeTable ? rowCount() - 1 : current.row(), -1);
-    case QAbstractItemView::MoveLeft:
+    case QTableFastView::MoveLeft:
         return neighbourInRow(current, -direction);
-    case QAbstractItemView::MoveRight:
+    case QTableFastView::MoveRight:
         return neighbourInRow(current, direction);
-    case QAbstractItemView::MoveNext:
+    case QTableFastView::MoveNext:
         return neighbourCell(current, 1);
-    case QAbstractItemView::MovePrevious:
+    case QTableFastView::MovePrevious:
         return neighbourCell(current, -1);
     default:
         return {};
@@ -169,7 +169,7 @@ QModelIndex QTableFastViewPrivate::cornerAt(const QPoint &point) const
 bool QTableFastViewPrivate::selectDragged(const QRect &rect,
                                           QItemSelectionModel::SelectionFlags command)
 {
-    if (!selectsVisualRanges || q_ptr->state() != QAbstractItemView::DragSelectingState
+    if (!selectsVisualRanges || q_ptr->state() != QTableFastView::DragSelectingState
         || q_ptr->selectionMode() == QAbstractItemView::SingleSelection || !anchor.isValid()) {
         return false;
     }
