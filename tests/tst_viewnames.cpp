@@ -142,6 +142,10 @@ class TestViewNames : public QObject
 {
     Q_OBJECT
 
+public:
+    //! Called before the application is made: device pixels are whole.
+    static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
+
 private slots:
     void initTestCase() { m_font = QApplication::font(); }
     void cleanup() { QApplication::setFont(m_font); }
