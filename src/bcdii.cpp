@@ -5,6 +5,7 @@
 
 #include "decimal/array_p.h"
 #include "decimal/compiler_p.h"
+#include "decimal/nan_p.h"
 #include "decimal/wide_p.h"
 
 #include <algorithm>
@@ -49,7 +50,6 @@ enum StatusBit : UINT32 {
     NanOperand = 0x80
 };
 
-constexpr BYTE nanByte = 101;
 constexpr BYTE signBit = 0x80;
 constexpr BYTE pairMask = 0x7F;
 constexpr int headerSize = sizeof(BCDIIStoreType);

@@ -3,6 +3,8 @@
 
 #include "bcdiimeta.h"
 
+#include "decimal/nan_p.h"
+
 #include <QMutex>
 #include <QMutexLocker>
 
@@ -12,7 +14,6 @@ namespace {
 
 constexpr std::uint32_t nanStatus = 160;
 constexpr std::uint32_t invalidStatus = 32;
-constexpr std::uint8_t nanByte = 101;
 
 using Buffer = std::array<std::uint8_t, sizeof(InternalBCDType::data)>;
 

@@ -3,12 +3,12 @@
 
 #include "bcdii.h"
 
+#include "nan_p.h"
+
 #include <algorithm>
 #include <string_view>
 
 namespace {
-
-constexpr std::uint8_t nanByte = 101;
 
 // The parts of a number, as indexes of its text. Digits have places: 0 for the units, -1
 // for the first one after the point.

@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef NAN_P_H
+#define NAN_P_H
+
+#include <cstdint>
+
+//! The first byte of a value that is no number.
+inline constexpr std::uint8_t nanByte = 101;
+
+#endif // NAN_P_H
