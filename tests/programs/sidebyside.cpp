@@ -225,6 +225,8 @@ SideBySide::SideBySide(ProgramView *ours, QAbstractItemView *peer, QList<Differe
     , m_peer(peer)
     , m_expected(std::move(expected))
 {
+    // Views scroll to a cell that was clicked once no double click may follow: never here.
+    QApplication::setDoubleClickInterval(24 * 60 * 60 * 1000);
     auto *layout = new QHBoxLayout(this);
     layout->addLayout(m_ourColumn);
     layout->addLayout(m_peerColumn);
@@ -233,7 +235,10 @@ SideBySide::SideBySide(ProgramView *ours, QAbstractItemView *peer, QList<Differe
     peer->setVerticalScrollBarPolicy(ours->verticalScrollBarPolicy());
     peer->setHorizontalScrollBarPolicy(ours->horizontalScrollBarPolicy());
     peer->setHorizontalScrollMode(ours->horizontalScrollMode());
+    // Headers go on scrolling for a while after a section was dragged near an edge.
+    ours->header()->setAutoScroll(false);
     QHeaderView *columns = columnsOf(*peer);
+    columns->setAutoScroll(false);
     columns->setSectionsMovable(true);
     columns->setStretchLastSection(false);
     columns->setDefaultAlignment(ours->header()->defaultAlignment());

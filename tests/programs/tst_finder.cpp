@@ -39,16 +39,22 @@ enum Column {
     Note,
 };
 
+QString oneOf(const QStringList &texts, std::mt19937 *random)
+{
+    return texts.at(qsizetype((*random)() % quint32(texts.size())));
+}
+
+QString newName(std::mt19937 *random)
+{
+    return oneOf({"Abel", "Bergmann", "Castro", "Dietz", "Eklund", "Fabre"}, random);
+}
+
 QList<QStandardItem *> newEntry(std::mt19937 *random)
 {
-    static const QStringList names {"Abel", "Bergmann", "Castro", "Dietz", "Eklund", "Fabre"};
     static const QStringList cities {"Bergen", "Turku", "Kyoto", "Quito", "Lyon", "Perth"};
-    const auto some = [random](const QStringList &texts) {
-        return texts.at(qsizetype((*random)() % quint32(texts.size())));
-    };
     auto *number = new QStandardItem;
     number->setData(int((*random)() % 90000 + 1000), Qt::DisplayRole);
-    return {new QStandardItem(some(names)), new QStandardItem(some(cities)), number,
+    return {new QStandardItem(newName(random)), new QStandardItem(oneOf(cities, random)), number,
             new QStandardItem((*random)() % 50 == 0 ? QStringLiteral("call back") : QString())};
 }
 
@@ -304,8 +310,8 @@ QModelIndex formerWith(const QModelIndexList &rows, const QModelIndex &from, con
 void grow(QStandardItem *parent, std::mt19937 *random, int depth)
 {
     for (int i = 0; i < 12; ++i) {
-        QStandardItem *item = newEntry(random).first();
-        item->setText(item->text() + QStringLiteral(" %1").arg((*random)() % 40));
+        const QString name = newName(random); // in this order with every compiler
+        auto *item = new QStandardItem(name + QStringLiteral(" %1").arg((*random)() % 40));
         parent->appendRow(item);
         if (depth < 3 && i % 3 == 0)
             grow(item, random, depth + 1);
