@@ -142,6 +142,11 @@ void TestViewBuffer::changesNoPixel()
     QFETCH(bool, hasEditor);
     const std::unique_ptr<QStyle> made(QStyleFactory::create(style));
     QVERIFY(made);
+    // Its check marks are of lines that lie between device pixels at odd ratios.
+    if (style == QStringLiteral("Windows") && qApp->devicePixelRatio() > 2
+        && (makeDelegate == qtDelegate || makeDelegate == indicatorDelegate)) {
+        QSKIP("the Windows style's check marks depend on their place at this ratio");
+    }
     QStandardItemModel model;
     fill(&model);
     QWidget window;
