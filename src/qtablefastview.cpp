@@ -917,11 +917,10 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
         d_ptr->placeEditors();
         return;
     }
-    if (!d_ptr->followScroll(columnPixels)
-        || !d_ptr->pixels.moveAll(columnPixels, d_ptr->scrolledRowPixels(dy))) {
+    if (!d_ptr->followScroll(columnPixels))
         d_ptr->pixels.update();
+    if (!d_ptr->pixels.moveAll(columnPixels, d_ptr->scrolledRowPixels(dy)))
         d_ptr->placeEditors();
-    }
 }
 
 //! Gives the header the offset that the horizontal bar stands for; returns by how
@@ -2120,8 +2119,6 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardMo
     const QModelIndex current = currentIndex();
     const int rows = d_ptr->rowCount();
     if (!current.isValid()) {
-        if (d_ptr->hasStandardKeys)
-            return d_ptr->endOfRow(0, 1);
         const int column = d_ptr->firstVisibleColumn();
         return rows > 0 && column >= 0 ? m_model->index(0, column) : QModelIndex();
     }

@@ -688,7 +688,7 @@ void TestViewNames::sizeHintIsQTableViews()
     QFETCH(Change, change);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
     // A later QTableView counts bars that are needed otherwise.
-    if (policy == Qt::ScrollBarAsNeeded)
+    if (QByteArrayView(QTest::currentDataTag()) == "more rows, bars as needed")
         QSKIP("compared with Qt 6.4 only");
 #endif
     Stage stage(8, 3);
@@ -725,10 +725,6 @@ void TestViewNames::layoutFollowsContents_data()
 void TestViewNames::layoutFollowsContents()
 {
     QFETCH(Change, change);
-#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
-    if (QByteArrayView(QTest::currentDataTag()) == "no model")
-        QSKIP("compared with Qt 6.4 only");
-#endif
     Stage stage(8, 3);
     QWidget window;
     auto *layout = new QVBoxLayout(&window);
@@ -743,7 +739,8 @@ void TestViewNames::layoutFollowsContents()
     change(stage);
     settleEvents();
     QVERIFY(stage.fast->size() != before);
-    QCOMPARE(stage.fast->size(), stage.fast->sizeHint());
+    // Without a model a small font hints at less than a table may have.
+    QCOMPARE(stage.fast->size(), stage.fast->sizeHint().expandedTo(stage.fast->minimumSizeHint()));
 }
 
 void TestViewNames::iconSizeRepaints_data()

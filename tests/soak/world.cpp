@@ -183,6 +183,13 @@ int World::below(int limit)
     return limit <= 0 ? 0 : int(m_random.bounded(limit));
 }
 
+//! A cell of one of the rows from first on; decided in this order, whatever the compiler.
+QModelIndex World::anyCell(int first, int rows)
+{
+    const int row = first + below(rows);
+    return m_model->index(row, below(m_model->columnCount()));
+}
+
 int World::topRow() const
 {
     const int value = m_view->verticalScrollBar()->value();
@@ -251,7 +258,8 @@ void World::insertAtEnd()
 
 void World::insertAnywhere()
 {
-    insertRows(below(m_model->rowCount() + 1), 1 + below(6));
+    const int first = below(m_model->rowCount() + 1);
+    insertRows(first, 1 + below(6));
 }
 
 void World::insertNearView()
@@ -420,8 +428,7 @@ void World::scrollColumns()
 
 void World::scrollToCell()
 {
-    const QModelIndex index =
-        m_model->index(below(m_model->rowCount()), below(m_model->columnCount()));
+    const QModelIndex index = anyCell(0, m_model->rowCount());
     const auto hint = QAbstractItemView::ScrollHint(below(4));
     say(QStringLiteral("scrollTo row %1, hint %2").arg(index.row()).arg(hint));
     if (chance(50))
@@ -435,7 +442,7 @@ void World::resizeView()
     const QScrollBar *bar = m_view->verticalScrollBar();
     const bool isLastCurrent = m_model->rowCount() > 0 && m_view->isCurrentLast();
     const QSize before = m_view->size();
-    const QSize size(120 + below(260), 60 + below(200));
+    const QSize size{120 + below(260), 60 + below(200)};
     say(QStringLiteral("resize to %1 x %2").arg(size.width()).arg(size.height()));
     m_view->resize(size);
     if (isLastCurrent && size != before && bar->value() != bar->maximum())
@@ -694,7 +701,7 @@ void World::activateView()
 
 void World::openEditor()
 {
-    const QModelIndex index = m_model->index(topRow() + below(10), below(m_model->columnCount()));
+    const QModelIndex index = anyCell(topRow(), 10);
     say(QStringLiteral("open an editor in row %1").arg(index.row()));
     if (!index.isValid())
         return;

@@ -56,6 +56,7 @@ private:
     void say(const QString &what);
     int below(int limit);
     bool chance(int percent) { return below(100) < percent; }
+    QModelIndex anyCell(int first, int rows);
 
     // The model
     void insertRows(int row, int count);
