@@ -30,25 +30,6 @@
 
 namespace {
 
-constexpr qint64 farAway = QTableFastViewPrivate::farAway;
-
-int saturated(qint64 value)
-{
-    return int(std::clamp<qint64>(value, std::numeric_limits<int>::min(),
-                                  std::numeric_limits<int>::max()));
-}
-
-int saturatedPixel(qint64 value)
-{
-    return int(std::clamp(value, -farAway, farAway));
-}
-
-// Rounds toward minus infinity: y == −1 belongs to the row above.
-template<typename T> T floorDiv(T y, T height)
-{
-    return y >= 0 ? y / height : (y + 1 - height) / height;
-}
-
 struct Connection
 {
     const char *signal;
@@ -351,8 +332,7 @@ void QTableFastViewPrivate::selectionModelDestroyed()
     pixels.update();
 }
 
-// Row geometry: arithmetic on the row count, the row height and the scroll value.
-// Products are computed in 64 bits.
+// Row geometry
 
 int QTableFastViewPrivate::rowCount() const
 {
@@ -364,31 +344,14 @@ bool QTableFastViewPrivate::isPerPixel() const
     return q_ptr->verticalScrollMode() == QAbstractItemView::ScrollPerPixel;
 }
 
-//! Top of row 0 in viewport pixels, not saturated.
-qint64 QTableFastViewPrivate::contentTop() const
+RowScale QTableFastViewPrivate::scale() const
 {
-    const qint64 value = q_ptr->verticalScrollBar()->value();
-    return isPerPixel() ? -value : -value * q_ptr->m_itemHeight;
+    return {q_ptr->m_itemHeight, q_ptr->verticalScrollBar()->value(), isPerPixel()};
 }
 
-//! Number of whole rows that fit into the viewport.
-int QTableFastViewPrivate::wholeRows() const
+RowGeometry QTableFastViewPrivate::rows() const
 {
-    return std::max(q_ptr->viewport()->height(), 0) / q_ptr->m_itemHeight;
-}
-
-//! The row at the top edge, not checked against the row count.
-int QTableFastViewPrivate::topRow() const
-{
-    const int value = q_ptr->verticalScrollBar()->value();
-    return isPerPixel() ? value / q_ptr->m_itemHeight : value;
-}
-
-//! The row at the bottom edge, not checked against the row count.
-int QTableFastViewPrivate::lastSeenRow() const
-{
-    const qint64 y = qint64(q_ptr->viewport()->height()) - 1 - contentTop();
-    return saturated(floorDiv<qint64>(y, q_ptr->m_itemHeight));
+    return {scale(), rowCount(), q_ptr->viewport()->height()};
 }
 
 QRect QTableFastViewPrivate::rowStrip(int row) const
@@ -399,13 +362,6 @@ QRect QTableFastViewPrivate::rowStrip(int row) const
 void QTableFastViewPrivate::updateRowStrip(int row)
 {
     pixels.update(rowStrip(row));
-}
-
-int QTableFastViewPrivate::verticalMaximum() const
-{
-    if (!isPerPixel())
-        return rowCount() - std::max(wholeRows(), 1);
-    return saturated(qint64(q_ptr->m_itemHeight) * rowCount() - q_ptr->viewport()->height());
 }
 
 int QTableFastView::rowAt(int y) const
@@ -420,34 +376,17 @@ int QTableFastView::rowViewportPosition(int row) const
 
 int QTableFastView::itemAtCoordinate(int y) const
 {
-    const int rows = d_ptr->rowCount();
-    if (rows == 0 || m_itemHeight < 1)
-        return -1;
-    const qint64 value = verticalScrollBar()->value();
-    const qint64 row = d_ptr->isPerPixel()
-        ? (value + y) / m_itemHeight
-        : floorDiv(std::max(y, -int(farAway)), m_itemHeight) + value;
-    return row < 0 || row >= rows ? -1 : int(row);
+    return d_ptr->rows().rowAt(y);
 }
 
 int QTableFastView::coordinateForItem(int row) const
 {
-    return saturatedPixel(qint64(row) * m_itemHeight + d_ptr->contentTop());
+    return d_ptr->scale().top(row);
 }
 
 int QTableFastView::getFirstVisibleItem(int *offset) const
 {
-    if (!m_model)
-        return -1;
-    const int value = verticalScrollBar()->value();
-    if (d_ptr->isPerPixel()) {
-        if (offset)
-            *offset = -(value % m_itemHeight);
-        return value / m_itemHeight;
-    }
-    if (offset)
-        *offset = 0;
-    return value < 0 || value >= d_ptr->rowCount() ? -1 : value;
+    return m_model ? d_ptr->rows().firstRow(offset) : -1;
 }
 
 QModelIndex QTableFastView::indexAt(const QPoint &p) const
@@ -618,7 +557,7 @@ void QTableFastView::updateItemHeight()
         d_ptr->fixedRowHeight > 0 ? d_ptr->fixedRowHeight : updatedItemHeight(option);
     if (height == m_itemHeight)
         return;
-    const int top = d_ptr->topRow();
+    const int top = d_ptr->scale().topRow();
     QScrollBar *bar = verticalScrollBar();
     const bool isAtEnd = bar->value() == bar->maximum() && bar->maximum() > bar->minimum();
     m_itemHeight = height;
@@ -627,7 +566,7 @@ void QTableFastView::updateItemHeight()
     if (isAtEnd)
         bar->setValue(bar->maximum());
     else if (d_ptr->isPerPixel())
-        bar->setValue(saturated(qint64(top) * height));
+        bar->setValue(d_ptr->scale().valueOfTopRow(top));
     d_ptr->pixels.update();
     d_ptr->placeEditors();
     emit rowHeightChanged();
@@ -682,16 +621,15 @@ void QTableFastView::updateVScrollBar(int delta)
     if (!m_model || d_ptr->changesBegun > 0)
         return;
     QScrollBar *bar = verticalScrollBar();
-    const int height = viewport()->height();
-    const int n = d_ptr->wholeRows();
+    const RowGeometry rows = d_ptr->rows();
     {
         const QSignalBlocker quiet(bar);
-        bar->setSingleStep(d_ptr->isPerPixel() ? std::max(height / (n + 1), 2) : 1);
-        bar->setPageStep(d_ptr->isPerPixel() ? height : std::max(n, 1));
+        bar->setSingleStep(rows.singleStep());
+        bar->setPageStep(rows.pageStep());
     }
-    const qint64 value = qint64(bar->value()) + (d_ptr->isPerPixel() ? 0 : delta);
+    const qint64 value = qint64(rows.value) + (rows.isPerPixel ? 0 : delta);
     const quint64 serial = d_ptr->changeSerial;
-    bar->setRange(0, d_ptr->verticalMaximum());
+    bar->setRange(0, rows.maximum());
     if (serial == d_ptr->changeSerial) // else rows were fetched, and the value is theirs
         bar->setValue(saturated(value));
     d_ptr->fetchIfEndIsSeen();
@@ -752,7 +690,7 @@ void QTableFastViewPrivate::setRangeQuietly()
 {
     noticeContentSize();
     QScrollBar *bar = q_ptr->verticalScrollBar();
-    const int maximum = std::max(verticalMaximum(), 0);
+    const int maximum = std::max(rows().maximum(), 0);
     if (bar->minimum() == 0 && bar->maximum() == maximum)
         return;
     if (bar->value() > maximum)
@@ -771,8 +709,7 @@ void QTableFastViewPrivate::moveQuietly(qint64 value)
 //! Moves the value quietly by \a count rows.
 void QTableFastViewPrivate::moveRowsQuietly(qint64 count)
 {
-    const qint64 unit = isPerPixel() ? q_ptr->m_itemHeight : 1;
-    moveQuietly(q_ptr->verticalScrollBar()->value() + count * unit);
+    moveQuietly(scale().valueMovedBy(count));
 }
 
 void QTableFastView::verScrollbarValueChanged(int /*value*/)
@@ -804,10 +741,11 @@ void QTableFastView::scrollTo(const QModelIndex &index, ScrollHint hint)
         return;
     const QRect cell(columnViewportPosition(index.column()), coordinateForItem(index.row()),
                      columnWidth(index.column()), m_itemHeight);
+    QScrollBar *bar = verticalScrollBar();
     if (d_ptr->isPerPixel() && hint == EnsureVisible && viewport()->rect().contains(cell))
         d_ptr->pixels.update(cell);
     else if (!d_ptr->isPerPixel() || !cell.isEmpty())
-        verticalScrollBar()->setValue(saturated(d_ptr->verticalValueFor(index.row(), hint)));
+        bar->setValue(saturated(d_ptr->rows().valueFor(index.row(), hint, bar->pageStep())));
 
     const int width = viewport()->width();
     const int position = m_header->sectionPosition(index.column());
@@ -828,54 +766,6 @@ void QTableFastView::scrollToRow(const QModelIndex &index, ScrollHint hint)
     const int value = horizontalScrollBar()->value();
     scrollTo(index, hint);
     horizontalScrollBar()->setValue(value);
-}
-
-//! The value of the vertical bar that shows \a row as \a hint says.
-qint64 QTableFastViewPrivate::verticalValueFor(int row, int hint)
-{
-    const qint64 value = q_ptr->verticalScrollBar()->value();
-    const qint64 height = q_ptr->m_itemHeight;
-    const qint64 viewportHeight = q_ptr->viewport()->height();
-    const bool isEnsureVisible = hint == QAbstractItemView::EnsureVisible;
-
-    if (!isPerPixel()) {
-        if (hint == QAbstractItemView::PositionAtTop || (isEnsureVisible && row < value))
-            return row;
-        if (isEnsureVisible && row < value + q_ptr->verticalScrollBar()->pageStep())
-            return value;
-        const bool isCentred = hint == QAbstractItemView::PositionAtCenter;
-        return topRowAbove(row, int(isCentred ? viewportHeight / 2 + height - 1 : viewportHeight));
-    }
-
-    const qint64 top = row * height - value;
-    const qint64 bottom = top + height - 1;
-    switch (hint) {
-    case QAbstractItemView::PositionAtTop:
-        return value + top;
-    case QAbstractItemView::PositionAtBottom:
-        return value + bottom - viewportHeight;
-    case QAbstractItemView::PositionAtCenter:
-        return value + top - (viewportHeight - height) / 2;
-    default:
-        break;
-    }
-    if (top < 0)
-        return value + top;
-    if (bottom < viewportHeight)
-        return value;
-    if (height < viewportHeight)
-        return value + bottom - viewportHeight;
-    return height > viewportHeight ? value + top : value;
-}
-
-//! The lowest top row that shows all of \a row within \a budget pixels; −1 when
-//! that would be above row 0.
-qint64 QTableFastViewPrivate::topRowAbove(int row, int budget) const
-{
-    if (budget <= q_ptr->m_itemHeight)
-        return row;
-    const int rowsAbove = (budget - q_ptr->m_itemHeight) / q_ptr->m_itemHeight;
-    return row > rowsAbove ? row - rowsAbove : -1;
 }
 
 //! Scrolls horizontally to \a offset pixels, or to the first section that begins
@@ -905,13 +795,10 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
     if (blockScroll || !m_model || !m_header)
         return;
     const int columnPixels = dx == 0 ? 0 : d_ptr->applyHorizontalValue();
-    const int rows = d_ptr->rowCount();
-    if (rows == 0)
+    const RowGeometry rows = d_ptr->rows();
+    if (rows.rows == 0)
         return;
-
-    const int pageRows = std::min(viewport()->height() / m_itemHeight, rows);
-    const int page = d_ptr->isPerPixel() ? pageRows * m_itemHeight : pageRows;
-    if (page < std::abs(qint64(dy))) {
+    if (rows.page() < std::abs(qint64(dy))) {
         verticalScrollBar()->update();
         d_ptr->pixels.update();
         d_ptr->placeEditors();
@@ -919,7 +806,7 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
     }
     if (!d_ptr->followScroll(columnPixels))
         d_ptr->pixels.update();
-    if (!d_ptr->pixels.moveAll(columnPixels, d_ptr->scrolledRowPixels(dy)))
+    if (!d_ptr->pixels.moveAll(columnPixels, rows.scrolledPixels(dy)))
         d_ptr->placeEditors();
 }
 
@@ -944,49 +831,29 @@ int QTableFastViewPrivate::applyHorizontalValue()
     return q_ptr->isRightToLeft() ? -moved : moved;
 }
 
-//! Pixels that the rows move when the vertical value fell by \a dy. Rows beyond
-//! the last one have no pixels.
-int QTableFastViewPrivate::scrolledRowPixels(int dy) const
-{
-    if (dy == 0 || isPerPixel())
-        return dy;
-    const qint64 rows = rowCount();
-    const qint64 value = q_ptr->verticalScrollBar()->value();
-    const qint64 previous = value + dy;
-    const qint64 moved = std::min(previous, rows) - std::min(value, rows);
-    return int(moved * q_ptr->m_itemHeight);
-}
-
 //! Moves what the insertion of \a count rows at \a start moves: the rows above by
 //! the change of the content's top since \a oldTop, the rows below by \a count rows
 //! more. The new rows get painted.
 void QTableFastViewPrivate::movePixels(qint64 oldTop, int start, int count)
 {
-    const qint64 height = q_ptr->viewport()->height();
-    const qint64 itemHeight = q_ptr->m_itemHeight;
-    const qint64 above = contentTop() - oldTop;
-    const qint64 below = above + count * itemHeight;
-    const qint64 seam = std::clamp<qint64>(oldTop + start * itemHeight, 0, height);
-    const bool isAboveMoved = seam > 0 && above != 0;
-    const bool isBelowMoved = seam < height && below != 0;
-    if (!isAboveMoved && !isBelowMoved)
+    const RowGeometry::Shift shift = rows().insertion(oldTop, start, count);
+    if (!shift.isAboveMoved && !shift.isBelowMoved)
         return;
     if (!canMovePixels()) {
         pixels.update();
         placeEditors();
         return;
     }
-    if (isAboveMoved)
-        scrollStrip(0, seam, above);
-    if (isBelowMoved)
-        scrollStrip(seam, height, below);
+    if (shift.isAboveMoved)
+        scrollStrip(0, shift.seam, shift.above);
+    if (shift.isBelowMoved)
+        scrollStrip(shift.seam, q_ptr->viewport()->height(), shift.below);
 }
 
 //! Moves the pixels between two y coordinates; what they uncover gets painted.
-void QTableFastViewPrivate::scrollStrip(qint64 top, qint64 bottom, qint64 dy)
+void QTableFastViewPrivate::scrollStrip(int top, int bottom, qint64 dy)
 {
-    pixels.moveStrip(0, saturated(dy),
-                     QRect(0, int(top), q_ptr->viewport()->width(), int(bottom - top)));
+    pixels.moveStrip(0, saturated(dy), QRect(0, top, q_ptr->viewport()->width(), bottom - top));
 }
 
 //! Whether pixels may be moved once more. Editors would be smeared by a move within a
@@ -1460,8 +1327,9 @@ void QTableFastViewPrivate::dropLookOfRowDelegates()
 QHash<int, QTableFastViewPrivate::DelegateMark> QTableFastViewPrivate::seenRowDelegates() const
 {
     QHash<int, DelegateMark> delegates;
-    const int last = std::min(lastSeenRow(), rowCount() - 1);
-    for (int row = std::max(topRow(), 0); row <= last; ++row) {
+    const RowGeometry seen = rows();
+    const int last = std::min(seen.lastSeenRow(), seen.rows - 1);
+    for (int row = std::max(seen.topRow(), 0); row <= last; ++row) {
         if (QAbstractItemDelegate *delegate = q_ptr->itemDelegateForRow(row))
             delegates.insert(row, delegate);
     }
@@ -1632,8 +1500,9 @@ QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion 
         pass.hoverColumn = q_ptr->hover.column();
     }
     if (const QItemSelectionModel *selectionModel = q_ptr->m_selectionModel) {
-        const int first = topRow();
-        const int last = lastSeenRow();
+        const RowGeometry seen = rows();
+        const int first = seen.topRow();
+        const int last = seen.lastSeenRow();
         const QItemSelection selection = selectionModel->selection();
         for (const QItemSelectionRange &range : selection) {
             if (range.top() <= last && range.bottom() >= first)
@@ -2221,14 +2090,12 @@ QModelIndex QTableFastViewPrivate::endHorizontalMove(const QModelIndex &current)
 
 int QTableFastView::pageUp(int row) const
 {
-    const int y = coordinateForItem(row) - viewport()->height();
-    return std::max(itemAtCoordinate(y), 0);
+    return d_ptr->rows().pageUp(row);
 }
 
 int QTableFastView::pageDown(int row) const
 {
-    const int target = itemAtCoordinate(coordinateForItem(row) + viewport()->height());
-    return target == -1 ? d_ptr->rowCount() - 1 : target;
+    return d_ptr->rows().pageDown(row);
 }
 
 // Selection
@@ -2264,11 +2131,12 @@ QRegion QTableFastView::visualRegionForSelection(const QItemSelection &selection
 {
     QRegion region;
     const QRect area = viewport()->rect();
+    const RowScale scale = d_ptr->scale();
     for (const QItemSelectionRange &range : selection) {
         if (!range.isValid() || range.model() != m_model)
             continue;
-        const int top = coordinateForItem(range.top());
-        const int bottom = coordinateForItem(range.bottom()) + m_itemHeight - 1;
+        const int top = scale.top(range.top());
+        const int bottom = scale.top(range.bottom()) + m_itemHeight - 1;
         if (top > area.bottom() || bottom < area.top())
             continue;
         const QRect span = d_ptr->columnSpan(range.left(), range.right());
@@ -2330,7 +2198,7 @@ void QTableFastView::rowsAboutToBeInserted(const QModelIndex &parent, int /*star
         currentFirst = current.row() == 0;
         currentLast = current.row() == rows - 1;
         currentColumn = current.column();
-        currentPos = current.row() - d_ptr->topRow();
+        currentPos = current.row() - d_ptr->scale().topRow();
     } else {
         currentPos = 0;
         currentFirst = currentLast = rows == 0;
@@ -2372,7 +2240,7 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
     const int count = end - start + 1;
     const bool isConsistent = m_modelRowCountBefore + count == d_ptr->rowCount();
     const quint64 serial = ++d_ptr->changeSerial;
-    const qint64 oldTop = d_ptr->contentTop();
+    const qint64 oldTop = d_ptr->scale().contentTop();
 
     const QPersistentModelIndex follower = d_ptr->edgeToFollow(start, end);
     d_ptr->knownRows = d_ptr->rowCount();
@@ -2380,7 +2248,7 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
     d_ptr->setRangeQuietly();
     if (stayAtEnd && !stayAtTop)
         d_ptr->moveQuietly(verticalScrollBar()->maximum());
-    else if (!stayAtEnd && !stayAtTop && start <= d_ptr->topRow())
+    else if (!stayAtEnd && !stayAtTop && start <= d_ptr->scale().topRow())
         d_ptr->moveRowsQuietly(count);
 
     // Reaching the end may have fetched more rows meanwhile.
@@ -2478,8 +2346,9 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
     const int count = last - first + 1;
     const bool isConsistent = d_ptr->knownRows - count == d_ptr->rowCount();
     d_ptr->knownRows = d_ptr->rowCount();
-    const bool isAbove = d_ptr->topRow() > last;
-    const bool isSeen = !isAbove && d_ptr->lastSeenRow() >= first;
+    const RowGeometry rows = d_ptr->rows();
+    const bool isAbove = rows.topRow() > last;
+    const bool isSeen = rows.isSeen(first, last);
     d_ptr->removeCachedRows(first, last);
     if (isAbove)
         d_ptr->moveRowsQuietly(-count);
@@ -2518,10 +2387,11 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
         return;
     }
     d_ptr->moveCachedRows(sourceStart, sourceEnd, destinationRow);
-    const bool isSeen = d_ptr->topRow() <= std::max(sourceEnd, destinationRow)
-        && d_ptr->lastSeenRow() >= std::min(sourceStart, destinationRow);
+    const RowGeometry rows = d_ptr->rows();
+    const bool isSeen =
+        rows.isSeen(std::min(sourceStart, destinationRow), std::max(sourceEnd, destinationRow));
     if (sourceStart != destinationRow && isSeen) {
-        const int shift = d_ptr->valueShiftForMove(sourceStart, sourceEnd, destinationRow);
+        const int shift = rows.topRowShift(sourceStart, sourceEnd, destinationRow);
         if (shift != 0)
             d_ptr->moveRowsQuietly(shift);
         d_ptr->pixels.update();
@@ -2531,20 +2401,6 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
     d_ptr->dropLookOfRowDelegates();
     d_ptr->releaseAutoScroll();
     d_ptr->placeEditors();
-}
-
-//! Rows by which the top row has to go on so that a move from above the view to
-//! below it, or back, does not shift what is seen. \a row is the row before which
-//! the block \a start to \a end was put.
-int QTableFastViewPrivate::valueShiftForMove(int start, int end, int row) const
-{
-    const int count = end - start + 1;
-    const int top = topRow();
-    if (top >= start && top <= end)
-        return start < row ? count : -count;
-    if (top < start && top >= row)
-        return count;
-    return top > start && top < row ? -count : 0;
 }
 
 // Resets, data and layout
@@ -2622,7 +2478,7 @@ void QTableFastView::dataChanged(const QModelIndex &topLeft, const QModelIndex &
         d_ptr->shiftedCache().clear(topLeft.row(), bottomRight.row(), topLeft.column(),
                                     bottomRight.column());
     }
-    if (topLeft.row() <= d_ptr->lastSeenRow() && bottomRight.row() >= d_ptr->topRow())
+    if (d_ptr->rows().isSeen(topLeft.row(), bottomRight.row()))
         d_ptr->pixels.update(visualRegionForSelection(QItemSelection(topLeft, bottomRight)));
 }
 

@@ -7,6 +7,7 @@
 #include "pixmapcacheindexed.h"
 #include "view/columnstrip_p.h"
 #include "view/pixelmover_p.h"
+#include "view/rowgeometry_p.h"
 
 #include <QAbstractItemDelegate>
 #include <QFont>
@@ -113,16 +114,13 @@ public:
 
     // Geometry
     int rowCount() const;
-    qint64 contentTop() const;
-    int wholeRows() const;
-    int topRow() const;
-    int lastSeenRow() const;
+    RowScale scale() const;
+    RowGeometry rows() const;
     QRect rowStrip(int row) const;
     QRect columnSpan(int left, int right) const;
     QPair<int, int> seenColumns() const;
     void updateRowStrip(int row);
     bool isPerPixel() const;
-    int verticalMaximum() const;
 
     // Scrolling
     void setRangeQuietly();
@@ -132,11 +130,8 @@ public:
     int applyHorizontalValue();
     void setHorizontalRange(int width, int fit);
     void noticeContentSize();
-    int scrolledRowPixels(int dy) const;
-    qint64 verticalValueFor(int row, int hint);
-    qint64 topRowAbove(int row, int budget) const;
     void movePixels(qint64 oldTop, int start, int count);
-    void scrollStrip(qint64 top, qint64 bottom, qint64 dy);
+    void scrollStrip(int top, int bottom, qint64 dy);
     bool canMovePixels();
     bool follow(const ColumnStrip &moved, int from, int to);
     bool hasSheet() const;
@@ -224,7 +219,6 @@ public:
     bool isEditing() const;
     void followReset();
     void columnsChanged();
-    int valueShiftForMove(int start, int end, int row) const;
     void noticeUntoldRows();
     void endChange();
 
@@ -249,9 +243,6 @@ public Q_SLOTS:
     void iconSizeChanged();
 
 public:
-    //! Pixel positions saturate here, so that a rectangle's far edge stays an int too.
-    static constexpr qint64 farAway = qint64(1) << 30;
-
     QPoint scrollDelayOffset; //!< logical pixels added to every cell rectangle
     QTableFastView *q_ptr;    //!< the view
 

@@ -17,7 +17,10 @@
 bool QTableFastViewPrivate::mayFetch() const
 {
     const QAbstractItemModel *model = q_ptr->m_model;
-    return model && model->canFetchMore(QModelIndex()) && lastSeenRow() >= rowCount() - 1;
+    if (!model || !model->canFetchMore(QModelIndex()))
+        return false;
+    const RowGeometry seen = rows();
+    return seen.lastSeenRow() >= seen.rows - 1;
 }
 
 //! Runs \a work, which may fetch one batch. Whatever of it would have scrolled to the end
@@ -35,7 +38,7 @@ template<typename Work> void QTableFastViewPrivate::whileFetching(const Work &wo
     if (serial == changeSerial) {
         if (std::exchange(isFetchWanted, false))
             fetchMore();
-    } else if (mayFetch() && rowCount() <= wholeRows()) {
+    } else if (mayFetch() && rowCount() <= rows().wholeRows()) {
         // The batch did not fill the view: the base class goes on by its timer.
         q_ptr->QAbstractItemView::updateGeometries();
     }

@@ -82,9 +82,9 @@ QModelIndex QTableFastViewPrivate::standardMove(int action, Qt::KeyboardModifier
     case QTableFastView::MoveDown:
         return cellInRows(current, 1);
     case QTableFastView::MovePageUp:
-        return cellInRows(current, -wholeRows());
+        return cellInRows(current, -rows().wholeRows());
     case QTableFastView::MovePageDown:
-        return cellInRows(current, wholeRows());
+        return cellInRows(current, rows().wholeRows());
     case QTableFastView::MoveHome:
         q_ptr->currentFirst = q_ptr->currentFirst || isWholeTable;
         break;
@@ -157,7 +157,7 @@ QItemSelection QTableFastViewPrivate::rangeBetween(const QModelIndex &a, const Q
 QModelIndex QTableFastViewPrivate::cornerAt(const QPoint &point) const
 {
     // The centre of a cell at the upper limit is less far away.
-    const qint64 limit = farAway - q_ptr->m_itemHeight;
+    const qint64 limit = RowScale::farAway - q_ptr->m_itemHeight;
     if (std::abs(qint64(point.y())) < limit || !anchor.isValid())
         return q_ptr->indexAt(point);
     const int column = q_ptr->columnAt(point.x());
@@ -231,7 +231,7 @@ void QTableFastView::selectColumn(int column)
         || (selectionMode() == SingleSelection && selectionBehavior() == SelectItems)) {
         return;
     }
-    const QModelIndex current = m_model->index(std::clamp(d_ptr->topRow(), 0, rows - 1), column);
+    const QModelIndex current = m_model->index(std::clamp(d_ptr->scale().topRow(), 0, rows - 1), column);
     QItemSelectionModel::SelectionFlags command = selectionCommand(current);
     if (command & QItemSelectionModel::Toggle) { // the column, not each of its cells
         command &= ~QItemSelectionModel::Toggle;
