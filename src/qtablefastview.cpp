@@ -82,20 +82,6 @@ const Connection privateModelConnections[] = {
      SLOT(modelColumnsChanged(QModelIndex))},
 };
 
-// What a style draws a cell as, from the painted columns (logical, −1 for none)
-// beside it.
-QStyleOptionViewItem::ViewItemPosition cellPosition(int previous, int column, int next,
-                                                    bool isSingle)
-{
-    if (isSingle || (next == 0 && previous == -1) || (column == 0 && next == -1))
-        return QStyleOptionViewItem::OnlyOne;
-    if (column == 0 || (next != 0 && previous == -1))
-        return QStyleOptionViewItem::Beginning;
-    if (next == 0 || next == -1)
-        return QStyleOptionViewItem::End;
-    return QStyleOptionViewItem::Middle;
-}
-
 //! What a delegate asks for without a cell.
 int hintedHeight(const QAbstractItemDelegate &delegate, const QStyleOptionViewItem &option)
 {
@@ -427,6 +413,23 @@ int QTableFastView::verticalOffset() const
 
 // Columns, as the header has them
 
+HeaderColumns QTableFastViewPrivate::columns() const
+{
+    return HeaderColumns(q_ptr->m_header);
+}
+
+//! The columns that are on screen, and where.
+ColumnStrip QTableFastViewPrivate::seenColumns() const
+{
+    return columns().strip(q_ptr->startAndEndColumns(q_ptr->viewport()->rect()));
+}
+
+ColumnScroll QTableFastViewPrivate::columnScroll() const
+{
+    return {q_ptr->m_header, q_ptr->horizontalScrollBar(),
+            q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerItem};
+}
+
 bool QTableFastView::isColumnHidden(int column) const
 {
     return m_header && m_header->isSectionHidden(column);
@@ -476,59 +479,7 @@ int QTableFastView::frozenColumnWidth() const
 
 QPair<int, int> QTableFastView::startAndEndColumns(const QRect &rect) const
 {
-    if (!m_header)
-        return {0, -1};
-    int start = m_header->visualIndexAt(rect.left());
-    int end = m_header->visualIndexAt(rect.right());
-    const int last = m_header->count() - 1;
-    if (start == -1)
-        start = isRightToLeft() ? last : 0;
-    if (end == -1)
-        end = isRightToLeft() ? 0 : last;
-    return {std::min(start, end), std::max(start, end)};
-}
-
-//! Lowest and highest column (logical) on screen. The cache knows columns by their
-//! logical index, which is the visual one until sections are moved.
-QPair<int, int> QTableFastViewPrivate::seenColumns() const
-{
-    const auto [start, end] = q_ptr->startAndEndColumns(q_ptr->viewport()->rect());
-    const QHeaderView *header = q_ptr->m_header;
-    if (!header || !header->sectionsMoved() || start > end)
-        return {start, end};
-    int lowest = header->logicalIndex(start);
-    int highest = lowest;
-    for (int visual = start + 1; visual <= end; ++visual) {
-        lowest = std::min(lowest, header->logicalIndex(visual));
-        highest = std::max(highest, header->logicalIndex(visual));
-    }
-    return {lowest, highest};
-}
-
-//! Viewport rectangle of the visible ones of the columns \a left to \a right
-//! (logical), full height; null if all of them are hidden.
-QRect QTableFastViewPrivate::columnSpan(int left, int right) const
-{
-    const QHeaderView *header = q_ptr->m_header;
-    if (!header)
-        return {};
-    int first = -1;
-    int last = -1;
-    for (int column = left; column <= std::min(right, header->count() - 1); ++column) {
-        if (header->isSectionHidden(column))
-            continue;
-        const int visual = header->visualIndex(column);
-        first = first == -1 ? visual : std::min(first, visual);
-        last = std::max(last, visual);
-    }
-    if (first == -1)
-        return {};
-    const int a = header->logicalIndex(first);
-    const int b = header->logicalIndex(last);
-    const int x = std::min(header->sectionViewportPosition(a), header->sectionViewportPosition(b));
-    const int end = std::max(header->sectionViewportPosition(a) + header->sectionSize(a),
-                             header->sectionViewportPosition(b) + header->sectionSize(b));
-    return {x, 0, end - x, q_ptr->viewport()->height()};
+    return d_ptr->columns().crossing(rect, isRightToLeft());
 }
 
 // Row height
@@ -644,44 +595,12 @@ void QTableFastView::updateHScrollBar()
 {
     if (!m_model || !m_header)
         return;
-    const int width = viewport()->width();
-    const int count = m_header->count();
-    int fit = 0;
-    int used = 0;
-    for (int visual = count - 1; visual >= 0; --visual, ++fit) {
-        used += m_header->sectionSize(m_header->logicalIndex(visual));
-        if (used > width)
-            break;
-    }
-    if (count > 0)
-        fit = std::max(fit, 1);
-
-    d_ptr->setHorizontalRange(width, fit);
+    d_ptr->columnScroll().setRange(viewport()->width(), maximumViewportSize().width());
     // A value that stayed may stand for another offset now.
-    if (d_ptr->applyHorizontalValue() != 0) {
+    if (d_ptr->columnScroll().apply() != 0) {
         d_ptr->pixels.update();
         d_ptr->placeEditors();
     }
-}
-
-//! Sets range and steps of the horizontal bar; \a fit sections at the end fit into
-//! \a width pixels.
-void QTableFastViewPrivate::setHorizontalRange(int width, int fit)
-{
-    QScrollBar *bar = q_ptr->horizontalScrollBar();
-    const QHeaderView *header = q_ptr->m_header;
-    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerItem) {
-        bar->setRange(0, header->count() - fit);
-        bar->setPageStep(fit);
-        bar->setSingleStep(1);
-        return;
-    }
-    const int length = header->length();
-    const int widest = q_ptr->maximumViewportSize().width();
-    const int page = length <= widest && bar->maximum() < 1 ? widest : width;
-    bar->setPageStep(page);
-    bar->setRange(0, std::max(length - page, 0));
-    bar->setSingleStep(std::max(page / (fit + 1), 2));
 }
 
 //! Sets the vertical range without a word to anybody. The value must lie within
@@ -751,14 +670,14 @@ void QTableFastView::scrollTo(const QModelIndex &index, ScrollHint hint)
     const int position = m_header->sectionPosition(index.column());
     const int size = m_header->sectionSize(index.column());
     if (hint == PositionAtCenter) {
-        d_ptr->scrollToHorizontalOffset(position - (width - size) / 2);
+        d_ptr->columnScroll().scrollTo(position - (width - size) / 2);
         return;
     }
     const int left = position - m_header->offset();
     if (size > width || left < 0)
-        d_ptr->scrollToHorizontalOffset(position - frozenColumnWidth());
+        d_ptr->columnScroll().scrollTo(position - frozenColumnWidth());
     else if (left + size > width)
-        d_ptr->scrollToHorizontalOffset(position - width + size);
+        d_ptr->columnScroll().scrollTo(position - width + size);
 }
 
 void QTableFastView::scrollToRow(const QModelIndex &index, ScrollHint hint)
@@ -768,33 +687,12 @@ void QTableFastView::scrollToRow(const QModelIndex &index, ScrollHint hint)
     horizontalScrollBar()->setValue(value);
 }
 
-//! Scrolls horizontally to \a offset pixels, or to the first section that begins
-//! there or after it where the bar counts sections.
-void QTableFastViewPrivate::scrollToHorizontalOffset(int offset)
-{
-    QScrollBar *bar = q_ptr->horizontalScrollBar();
-    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerPixel) {
-        bar->setValue(offset);
-        return;
-    }
-    const QHeaderView *header = q_ptr->m_header;
-    int section = 0;
-    for (int visual = 0; visual < header->count(); ++visual) {
-        const int logical = header->logicalIndex(visual);
-        if (header->isSectionHidden(logical))
-            continue;
-        if (header->sectionPosition(logical) >= offset)
-            break;
-        ++section;
-    }
-    bar->setValue(section);
-}
-
 void QTableFastView::scrollContentsBy(int dx, int dy)
 {
     if (blockScroll || !m_model || !m_header)
         return;
-    const int columnPixels = dx == 0 ? 0 : d_ptr->applyHorizontalValue();
+    const int moved = dx == 0 ? 0 : d_ptr->columnScroll().apply();
+    const int columnPixels = isRightToLeft() ? -moved : moved;
     const RowGeometry rows = d_ptr->rows();
     if (rows.rows == 0)
         return;
@@ -808,27 +706,6 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
         d_ptr->pixels.update();
     if (!d_ptr->pixels.moveAll(columnPixels, rows.scrolledPixels(dy)))
         d_ptr->placeEditors();
-}
-
-//! Gives the header the offset that the horizontal bar stands for; returns by how
-//! many pixels the columns move.
-int QTableFastViewPrivate::applyHorizontalValue()
-{
-    QHeaderView *header = q_ptr->m_header;
-    const QScrollBar *bar = q_ptr->horizontalScrollBar();
-    const int oldOffset = header->offset();
-    // The range counts hidden sections, too, but positions are those of visible ones.
-    const int visible = header->count() - header->hiddenSectionCount();
-    if (q_ptr->horizontalScrollMode() == QAbstractItemView::ScrollPerPixel)
-        header->setOffset(bar->value());
-    else if (bar->value() == 0)
-        header->setOffset(0);
-    else if (bar->value() == bar->maximum() || bar->value() >= visible)
-        header->setOffsetToLastSection();
-    else
-        header->setOffsetToSectionPosition(bar->value());
-    const int moved = oldOffset - header->offset();
-    return q_ptr->isRightToLeft() ? -moved : moved;
 }
 
 //! Moves what the insertion of \a count rows at \a start moves: the rows above by
@@ -868,7 +745,7 @@ bool QTableFastViewPrivate::canMovePixels()
 bool QTableFastViewPrivate::follow(const ColumnStrip &moved, int from, int to)
 {
     const QWidget *viewport = q_ptr->viewport();
-    const ColumnStrip wanted = columnSlots(q_ptr->startAndEndColumns(viewport->rect()));
+    const ColumnStrip wanted = seenColumns();
     if (!shows(moved, wanted, viewport->width(), from, to))
         return false;
     // The first and the last column on screen may be drawn otherwise.
@@ -958,10 +835,8 @@ bool QTableFastViewPrivate::eventFilter(QObject * /*object*/, QEvent *event)
 void QTableFastViewPrivate::checkColumns()
 {
     isColumnCheckPending = false;
-    if (!q_ptr->m_header
-        || haveSameLook(columnSlots(q_ptr->startAndEndColumns(q_ptr->viewport()->rect())))) {
+    if (!q_ptr->m_header || haveSameLook(seenColumns()))
         return;
-    }
     pixels.update();
     placeEditors();
 }
@@ -1179,7 +1054,8 @@ void QTableFastView::setPixmapCacheIndexedVisibleBounds()
 {
     int offset = 0;
     const int first = std::max(getFirstVisibleItem(&offset), 0);
-    const auto [start, end] = d_ptr->seenColumns();
+    // The cache knows columns by their logical index.
+    const auto [start, end] = d_ptr->columns().bounds(startAndEndColumns(viewport()->rect()));
     const qint64 last = qint64(first) + viewport()->height() / m_itemHeight + 1;
     d_ptr->setBounds({first, saturated(last), start, end});
 }
@@ -1493,7 +1369,7 @@ QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion 
 {
     PaintPass pass;
     pass.region = region;
-    pass.columns = columnSlots(q_ptr->leftAndRight);
+    pass.columns = columns().strip(q_ptr->leftAndRight);
     pass.isInPlace = paintsInPlace();
     if (q_ptr->hover.isValid() && q_ptr->hover.model() == q_ptr->m_model) {
         pass.hoverRow = q_ptr->hover.row();
@@ -1513,41 +1389,6 @@ QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion 
         pass.hasEditorFocus = pass.currentRow >= 0 && hasEditorFocus(pass.currentRow);
     }
     return pass;
-}
-
-//! The non-hidden columns between two visual indexes.
-ColumnStrip QTableFastViewPrivate::columnSlots(QPair<int, int> visual) const
-{
-    const QHeaderView *header = q_ptr->m_header;
-    const auto [first, last] = visual;
-    ColumnStrip columns;
-    for (int at = first; at <= last; ++at) {
-        const int column = header->logicalIndex(at);
-        if (column >= 0 && !header->isSectionHidden(column)) {
-            columns.append({column, header->sectionViewportPosition(column),
-                            header->sectionSize(column), QStyleOptionViewItem::Middle});
-        }
-    }
-    int previous = shownColumnBefore(first);
-    for (qsizetype i = 0; i < columns.size(); ++i) {
-        const int next = i + 1 < columns.size() ? columns.at(i + 1).column : -1;
-        columns[i].position =
-            cellPosition(previous, columns.at(i).column, next, header->count() == 1);
-        previous = columns.at(i).column;
-    }
-    return columns;
-}
-
-//! The nearest non-hidden column (logical) before a visual position, or −1.
-int QTableFastViewPrivate::shownColumnBefore(int visualIndex) const
-{
-    const QHeaderView *header = q_ptr->m_header;
-    for (int visual = visualIndex - 1; visual >= 0; --visual) {
-        const int column = header->logicalIndex(visual);
-        if (!header->isSectionHidden(column))
-            return column;
-    }
-    return -1;
 }
 
 //! Whether the index widget of a cell in \a row has the focus, or holds it.
@@ -1988,7 +1829,7 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardMo
     const QModelIndex current = currentIndex();
     const int rows = d_ptr->rowCount();
     if (!current.isValid()) {
-        const int column = d_ptr->firstVisibleColumn();
+        const int column = d_ptr->columns().first();
         return rows > 0 && column >= 0 ? m_model->index(0, column) : QModelIndex();
     }
 
@@ -2019,29 +1860,11 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardMo
     return current;
 }
 
-int QTableFastViewPrivate::firstVisibleColumn() const
-{
-    const QHeaderView *header = q_ptr->m_header;
-    for (int column = 0; header && column < header->count(); ++column) {
-        if (!header->isSectionHidden(column))
-            return column;
-    }
-    return -1;
-}
-
-//! The nearest cell of the same row in a non-hidden column, \a step (1 or −1) visual
-//! positions on; invalid where there is none.
+//! The cell next to \a current in its row, \a step (1 or −1) visual positions on; invalid
+//! where there is none.
 QModelIndex QTableFastViewPrivate::neighbourInRow(const QModelIndex &current, int step) const
 {
-    const QHeaderView *header = q_ptr->m_header;
-    if (!header)
-        return {};
-    int visual = header->visualIndex(current.column()) + step;
-    while (visual >= 0 && visual < header->count()
-           && header->isSectionHidden(header->logicalIndex(visual))) {
-        visual += step;
-    }
-    const int column = header->logicalIndex(visual);
+    const int column = columns().neighbour(current.column(), step);
     return column < 0 ? QModelIndex() : current.sibling(current.row(), column);
 }
 
@@ -2132,6 +1955,7 @@ QRegion QTableFastView::visualRegionForSelection(const QItemSelection &selection
     QRegion region;
     const QRect area = viewport()->rect();
     const RowScale scale = d_ptr->scale();
+    const HeaderColumns columns = d_ptr->columns();
     for (const QItemSelectionRange &range : selection) {
         if (!range.isValid() || range.model() != m_model)
             continue;
@@ -2139,7 +1963,7 @@ QRegion QTableFastView::visualRegionForSelection(const QItemSelection &selection
         const int bottom = scale.top(range.bottom()) + m_itemHeight - 1;
         if (top > area.bottom() || bottom < area.top())
             continue;
-        const QRect span = d_ptr->columnSpan(range.left(), range.right());
+        const QRect span = columns.span(range.left(), range.right(), area.height());
         region += QRect(QPoint(span.left(), top), QPoint(span.right(), bottom)) & area;
     }
     return region;

@@ -5,7 +5,9 @@
 #define QTABLEFASTVIEW_P_H
 
 #include "pixmapcacheindexed.h"
+#include "view/columnscroll_p.h"
 #include "view/columnstrip_p.h"
+#include "view/headercolumns_p.h"
 #include "view/pixelmover_p.h"
 #include "view/rowgeometry_p.h"
 
@@ -15,7 +17,6 @@
 #include <QItemSelection>
 #include <QLocale>
 #include <QObject>
-#include <QPair>
 #include <QPersistentModelIndex>
 #include <QPoint>
 #include <QPointer>
@@ -117,8 +118,9 @@ public:
     RowScale scale() const;
     RowGeometry rows() const;
     QRect rowStrip(int row) const;
-    QRect columnSpan(int left, int right) const;
-    QPair<int, int> seenColumns() const;
+    HeaderColumns columns() const;
+    ColumnStrip seenColumns() const;
+    ColumnScroll columnScroll() const;
     void updateRowStrip(int row);
     bool isPerPixel() const;
 
@@ -126,9 +128,6 @@ public:
     void setRangeQuietly();
     void moveQuietly(qint64 value);
     void moveRowsQuietly(qint64 count);
-    void scrollToHorizontalOffset(int offset);
-    int applyHorizontalValue();
-    void setHorizontalRange(int width, int fit);
     void noticeContentSize();
     void movePixels(qint64 oldTop, int start, int count);
     void scrollStrip(int top, int bottom, qint64 dy);
@@ -169,8 +168,6 @@ public:
     void hoverAt(const QEvent &event);
     void updateHover(const QModelIndex &index);
     PaintPass paintPass(const QRegion *region) const;
-    ColumnStrip columnSlots(QPair<int, int> visual) const;
-    int shownColumnBefore(int visualIndex) const;
     bool hasEditorFocus(int row) const;
     bool mayBeSelected(const PaintPass &pass, int row, int column) const;
     void prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass);
@@ -191,7 +188,6 @@ public:
                           const QModelIndex &index) const;
 
     // Current index and selection
-    int firstVisibleColumn() const;
     QModelIndex neighbourInRow(const QModelIndex &current, int step) const;
     QModelIndex moveRight(const QModelIndex &current);
     QModelIndex moveLeft(const QModelIndex &current);

@@ -41,14 +41,8 @@ void QTableFastView::setSelectsVisualRanges(bool on)
 //! The first (\a step 1) or last (−1) cell of \a row on screen.
 QModelIndex QTableFastViewPrivate::endOfRow(int row, int step) const
 {
-    const QHeaderView *header = q_ptr->m_header;
-    const int count = header ? header->count() : 0;
-    for (int visual = step > 0 ? 0 : count - 1; visual >= 0 && visual < count; visual += step) {
-        const int column = header->logicalIndex(visual);
-        if (!header->isSectionHidden(column))
-            return q_ptr->m_model->index(row, column);
-    }
-    return {};
+    const int column = columns().end(step);
+    return column < 0 ? QModelIndex() : q_ptr->m_model->index(row, column);
 }
 
 //! The next (\a step 1) or former (−1) cell; from the last one the first, and back.
@@ -134,20 +128,14 @@ QItemSelection QTableFastViewPrivate::rangeBetween(const QModelIndex &a, const Q
     const QHeaderView *header = q_ptr->m_header;
     if (!selectsVisualRanges || !header || !header->sectionsMoved())
         return {a, b};
-    const auto [first, last] =
-        std::minmax({header->visualIndex(a.column()), header->visualIndex(b.column())});
-    QList<int> columns;
-    for (int visual = first; visual <= last; ++visual)
-        columns.append(header->logicalIndex(visual));
-    std::sort(columns.begin(), columns.end());
-
+    const QList<int> seen = columns().between(a.column(), b.column());
     const auto [top, bottom] = std::minmax({a.row(), b.row()});
     QItemSelection selection;
-    for (qsizetype from = 0, to = 0; from < columns.size(); from = to) {
-        for (to = from + 1; to < columns.size() && columns.at(to) == columns.at(to - 1) + 1;)
+    for (qsizetype from = 0, to = 0; from < seen.size(); from = to) {
+        for (to = from + 1; to < seen.size() && seen.at(to) == seen.at(to - 1) + 1;)
             ++to;
-        selection.select(q_ptr->m_model->index(top, columns.at(from)),
-                         q_ptr->m_model->index(bottom, columns.at(to - 1)));
+        selection.select(q_ptr->m_model->index(top, seen.at(from)),
+                         q_ptr->m_model->index(bottom, seen.at(to - 1)));
     }
     return selection;
 }
@@ -231,7 +219,8 @@ void QTableFastView::selectColumn(int column)
         || (selectionMode() == SingleSelection && selectionBehavior() == SelectItems)) {
         return;
     }
-    const QModelIndex current = m_model->index(std::clamp(d_ptr->scale().topRow(), 0, rows - 1), column);
+    const QModelIndex current =
+        m_model->index(std::clamp(d_ptr->scale().topRow(), 0, rows - 1), column);
     QItemSelectionModel::SelectionFlags command = selectionCommand(current);
     if (command & QItemSelectionModel::Toggle) { // the column, not each of its cells
         command &= ~QItemSelectionModel::Toggle;
