@@ -153,6 +153,7 @@ QTableFastViewPrivate::QTableFastViewPrivate(QTableFastView *q)
     : q_ptr(q)
     , keyboardSearch(new KeyboardSearch(q))
     , pixels(q)
+    , buffer(&q->m_pixmapCacheIndexed, &q->m_usePixmapCacheIndexed)
 {
     keyboardSearch->setParent(this);
 }
@@ -307,14 +308,14 @@ void QTableFastViewPrivate::modelDestroyed()
 {
     q_ptr->m_model = nullptr;
     q_ptr->m_modelRowCountBefore = 0;
-    clearCache();
+    buffer.clear();
     pixels.update();
 }
 
 void QTableFastViewPrivate::selectionModelDestroyed()
 {
     q_ptr->m_selectionModel = nullptr;
-    clearCache();
+    buffer.clear();
     pixels.update();
 }
 
@@ -512,7 +513,7 @@ void QTableFastView::updateItemHeight()
     QScrollBar *bar = verticalScrollBar();
     const bool isAtEnd = bar->value() == bar->maximum() && bar->maximum() > bar->minimum();
     m_itemHeight = height;
-    d_ptr->clearCache();
+    d_ptr->buffer.clear();
     updateScrollBars(0);
     if (isAtEnd)
         bar->setValue(bar->maximum());
@@ -1027,8 +1028,7 @@ void QTableFastViewPrivate::updateHover(const QModelIndex &index)
 {
     if (!index.isValid())
         return;
-    if (isBuffered(index.row(), index.row()))
-        shiftedCache().clear(index.row(), index.row(), -1, -1);
+    buffer.rowsChanged(index.row(), index.row());
     updateRowStrip(index.row());
 }
 
@@ -1042,7 +1042,7 @@ void QTableFastView::setPaintBufferEnabled(bool on)
     if (on)
         setPixmapCacheIndexedVisibleBounds();
     else
-        d_ptr->clearCache();
+        d_ptr->buffer.clear();
 }
 
 bool QTableFastView::isPaintBufferEnabled() const
@@ -1057,98 +1057,7 @@ void QTableFastView::setPixmapCacheIndexedVisibleBounds()
     // The cache knows columns by their logical index.
     const auto [start, end] = d_ptr->columns().bounds(startAndEndColumns(viewport()->rect()));
     const qint64 last = qint64(first) + viewport()->height() / m_itemHeight + 1;
-    d_ptr->setBounds({first, saturated(last), start, end});
-}
-
-//! What the paint buffer covers, in rows of the model as they are now.
-PixmapCacheIndexed::VisibleBounds QTableFastViewPrivate::bounds() const
-{
-    PixmapCacheIndexed::VisibleBounds bounds = q_ptr->m_pixmapCacheIndexed.visibleBounds();
-    bounds.rowFirst = saturated(qint64(bounds.rowFirst) + cacheShift);
-    bounds.rowLast = saturated(qint64(bounds.rowLast) + cacheShift);
-    return bounds;
-}
-
-void QTableFastViewPrivate::setBounds(const PixmapCacheIndexed::VisibleBounds &wanted)
-{
-    // The same rows are in view as before they moved: nothing can be outside.
-    if (wanted == bounds())
-        return;
-    applyShift();
-    q_ptr->m_pixmapCacheIndexed.setVisibleBounds(wanted.rowFirst, wanted.rowLast, wanted.colFirst,
-                                                 wanted.colLast);
-}
-
-//! The cache with every key being its model row.
-PixmapCacheIndexed &QTableFastViewPrivate::cache()
-{
-    applyShift();
-    q_ptr->m_pixmapCacheIndexed.rebase();
-    return q_ptr->m_pixmapCacheIndexed;
-}
-
-//! The cache for operations on ranges of rows, which know of its row offset.
-PixmapCacheIndexed &QTableFastViewPrivate::shiftedCache()
-{
-    applyShift();
-    return q_ptr->m_pixmapCacheIndexed;
-}
-
-void QTableFastViewPrivate::clearCache()
-{
-    q_ptr->m_pixmapCacheIndexed.clear();
-    applyShift();
-}
-
-//! Rows came (or, negative, went) above everything cached. Only the sum matters,
-//! and only when the cache is next asked, so that a burst costs one re-keying.
-void QTableFastViewPrivate::shiftCache(int count)
-{
-    const qint64 shift = qint64(cacheShift) + count;
-    if (std::abs(shift) > std::numeric_limits<int>::max() / 2)
-        applyShift();
-    cacheShift += count;
-}
-
-void QTableFastViewPrivate::applyShift()
-{
-    if (cacheShift == 0)
-        return;
-    const PixmapCacheIndexed::VisibleBounds moved = bounds();
-    const int shift = std::exchange(cacheShift, 0);
-    if (shift > 0)
-        q_ptr->m_pixmapCacheIndexed.indexInsert(0, shift - 1);
-    else
-        q_ptr->m_pixmapCacheIndexed.indexRemove(0, -shift - 1);
-    q_ptr->m_pixmapCacheIndexed.setVisibleBounds(moved.rowFirst, moved.rowLast, moved.colFirst,
-                                                 moved.colLast);
-}
-
-//! Whether any of the rows may be cached.
-bool QTableFastViewPrivate::isBuffered(int rowFirst, int rowLast) const
-{
-    const PixmapCacheIndexed::VisibleBounds now = bounds();
-    return q_ptr->m_usePixmapCacheIndexed && rowFirst <= now.rowLast && rowLast >= now.rowFirst;
-}
-
-void QTableFastViewPrivate::insertCachedRows(int start, int end)
-{
-    if (!q_ptr->m_usePixmapCacheIndexed)
-        return;
-    if (start <= bounds().rowFirst)
-        shiftCache(end - start + 1);
-    else
-        shiftedCache().indexInsert(start, end);
-}
-
-void QTableFastViewPrivate::removeCachedRows(int first, int last)
-{
-    if (!q_ptr->m_usePixmapCacheIndexed)
-        return;
-    if (last < bounds().rowFirst)
-        shiftCache(first - last - 1);
-    else
-        shiftedCache().indexRemove(first, last);
+    d_ptr->buffer.setBounds({first, saturated(last), start, end});
 }
 
 //! Rows \a start to \a end were put before \a row.
@@ -1157,8 +1066,7 @@ void QTableFastViewPrivate::moveCachedRows(int start, int end, int row)
     if (!q_ptr->m_usePixmapCacheIndexed)
         return;
     const int count = end - start + 1;
-    // Without an offset: a move may put rows above it, which later removals would miss.
-    cache().indexMove(start, end, row > end ? row - count : row);
+    buffer.rowsMoved(start, end, row);
     dropParity(std::min(start, row), std::max(end, row - 1),
                (row > end ? row - end - 1 : start - row));
     dropParity(std::min(start, row), std::max(end, row - 1), count);
@@ -1170,11 +1078,7 @@ void QTableFastViewPrivate::evictOutside()
     if (!q_ptr->m_usePixmapCacheIndexed)
         return;
     q_ptr->setPixmapCacheIndexedVisibleBounds();
-    if (cacheShift == 0) {
-        const PixmapCacheIndexed::VisibleBounds now = bounds();
-        q_ptr->m_pixmapCacheIndexed.clearExcluded(now.rowFirst, now.rowLast, now.colFirst,
-                                                  now.colLast);
-    }
+    buffer.dropOutside();
 }
 
 //! Rows that moved by an odd \a count change their alternate colour.
@@ -1182,8 +1086,7 @@ void QTableFastViewPrivate::dropParity(int fromRow, int toRow, int count)
 {
     if (!q_ptr->alternatingRowColors() || count % 2 == 0)
         return;
-    if (isBuffered(fromRow, toRow))
-        shiftedCache().clear(fromRow, toRow, -1, -1);
+    buffer.rowsChanged(fromRow, toRow);
     const int top = std::max(q_ptr->coordinateForItem(fromRow), 0);
     const QRect area = q_ptr->viewport()->rect();
     if (top < area.height())
@@ -1193,14 +1096,14 @@ void QTableFastViewPrivate::dropParity(int fromRow, int toRow, int count)
 //! Delegates of rows stay with their row number, not with their row's content.
 void QTableFastViewPrivate::dropLookOfRowDelegates()
 {
-    if (rowDelegates.isEmpty() && seenRowDelegates().isEmpty())
+    if (!buffer.hasRowDelegates() && seenRowDelegates().isEmpty())
         return;
-    clearCache();
+    buffer.clear();
     pixels.update();
 }
 
 //! The delegates that rows on screen have for themselves, by row.
-QHash<int, QTableFastViewPrivate::DelegateMark> QTableFastViewPrivate::seenRowDelegates() const
+QHash<int, DelegateMark> QTableFastViewPrivate::seenRowDelegates() const
 {
     QHash<int, DelegateMark> delegates;
     const RowGeometry seen = rows();
@@ -1215,7 +1118,7 @@ QHash<int, QTableFastViewPrivate::DelegateMark> QTableFastViewPrivate::seenRowDe
 void QTableFastView::invalidateRegion(const QRegion &region)
 {
     if (m_usePixmapCacheIndexed)
-        d_ptr->cache().clearRows(rowsAt(region));
+        d_ptr->buffer.rowsChanged(rowsAt(region));
     d_ptr->pixels.update(region);
 }
 
@@ -1327,7 +1230,7 @@ void QTableFastView::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
         cell.rect = rect;
         if (isBuffered) {
             QPixmap *pixmap = d_ptr->renderCell(cell, cellIndex);
-            m_pixmapCacheIndexed.insertPixmap(row, slot.column, pixmap);
+            d_ptr->buffer.keep(row, slot.column, pixmap);
             painter->drawPixmap(rect, *pixmap, QRect());
         } else {
             d_ptr->paintCellInPlace(painter, &cell, cellIndex);
@@ -1420,13 +1323,9 @@ bool QTableFastViewPrivate::mayBeSelected(const PaintPass &pass, int row, int co
 //! everything painted again when the look of all cells changed.
 void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass)
 {
-    Look wanted = lookOf(option);
-    wanted.isInPlace = pass.isInPlace;
-    const bool isNewLook = wanted != look;
-    if (isNewLook) {
-        look = std::move(wanted);
-        clearCache();
-    }
+    CellLook look = lookOf(option);
+    look.isInPlace = pass.isInPlace;
+    const bool isNewLook = buffer.noticeLook(look);
     const bool hasNewColumns = !haveSameLook(pass.columns);
     if (hasNewColumns && !q_ptr->viewport()->children().isEmpty())
         QMetaObject::invokeMethod(this, "placeEditors", Qt::QueuedConnection);
@@ -1440,14 +1339,15 @@ void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, co
     noticeDelegates(pass);
     if (q_ptr->m_usePixmapCacheIndexed) {
         q_ptr->setPixmapCacheIndexedVisibleBounds();
-        cache();
-        noticeCurrentRow(pass);
+        buffer.prepare();
+        buffer.noticeCurrentRow(*q_ptr->m_model, pass.currentRow,
+                                pass.hasEditorFocus ? pass.currentRow : -1);
     }
 }
 
-QTableFastViewPrivate::Look QTableFastViewPrivate::lookOf(const QStyleOptionViewItem &option) const
+CellLook QTableFastViewPrivate::lookOf(const QStyleOptionViewItem &option) const
 {
-    Look now;
+    CellLook now;
     now.state = option.state & ~QStyle::State_HasFocus; // set for each cell
     now.palette = option.palette.cacheKey();
     now.background = q_ptr->viewport()->palette().cacheKey();
@@ -1468,28 +1368,20 @@ QTableFastViewPrivate::Look QTableFastViewPrivate::lookOf(const QStyleOptionView
     return now;
 }
 
-//! Drops the columns and rows whose delegate was replaced.
+//! Tells the buffer what columns and rows look like.
 void QTableFastViewPrivate::noticeDelegates(const PaintPass &pass)
 {
     const bool isSheet = hasSheet();
-    QList<int> replaced;
+    QList<QPair<int, ColumnLook>> looks;
+    looks.reserve(pass.columns.size());
     for (const ColumnSlot &slot : pass.columns) {
         const bool isPositionSeen = showsPosition(slot.column, isSheet);
-        const ColumnLook now {q_ptr->itemDelegateForColumn(slot.column),
-                              isPositionSeen ? slot.position : QStyleOptionViewItem::Invalid};
-        ColumnLook &known = columnLooks[slot.column];
-        if (now != known)
-            replaced.append(slot.column);
-        known = now;
+        const ColumnLook look {q_ptr->itemDelegateForColumn(slot.column),
+                               isPositionSeen ? slot.position : QStyleOptionViewItem::Invalid};
+        looks.append({slot.column, look});
     }
-    if (!replaced.isEmpty())
-        cache().clearColumns(replaced);
-
-    QHash<int, DelegateMark> now = seenRowDelegates();
-    if (now == rowDelegates)
-        return;
-    rowDelegates = std::move(now);
-    clearCache();
+    buffer.noticeColumns(looks);
+    buffer.noticeRowDelegates(seenRowDelegates());
 }
 
 //! The model has ended a change that it had begun, or has never said that it would.
@@ -1501,7 +1393,7 @@ void QTableFastViewPrivate::endChange()
 
 void QTableFastViewPrivate::repaintAll()
 {
-    clearCache();
+    buffer.clear();
     pixels.update();
 }
 
@@ -1513,18 +1405,6 @@ void QTableFastViewPrivate::noticeUntoldRows()
         repaintAll();
 }
 
-//! Drops the rows that were cached with the look of the current row and are not
-//! that any more, and those that have become it.
-void QTableFastViewPrivate::noticeCurrentRow(const PaintPass &pass)
-{
-    const int editor = pass.hasEditorFocus ? pass.currentRow : -1;
-    if (focusRow.row() == pass.currentRow && editorRow.row() == editor)
-        return;
-    cache().clearRows({focusRow.row(), editorRow.row(), pass.currentRow});
-    focusRow = q_ptr->m_model->index(pass.currentRow, 0);
-    editorRow = q_ptr->m_model->index(editor, 0);
-}
-
 //! Draws a cell from the buffer; false if it is not there in the right size.
 //! Deliberate: device pixels are held against logical ones, so that at a device
 //! pixel ratio other than 1 every cell is painted anew.
@@ -1533,8 +1413,8 @@ bool QTableFastViewPrivate::drawBuffered(QPainter *painter, const QRect &rect, i
 {
     if (rect.isEmpty())
         return true;
-    const QPixmap *pixmap = q_ptr->m_pixmapCacheIndexed.pixmap(row, column);
-    if (!pixmap || pixmap->size() != rect.size())
+    const QPixmap *pixmap = buffer.cell(row, column, rect.size());
+    if (!pixmap)
         return false;
     if (!pass.region || pass.region->intersects(rect))
         painter->drawPixmap(rect.topLeft(), *pixmap);
@@ -1981,8 +1861,7 @@ void QTableFastViewPrivate::repaintSelection(const QItemSelection &selection)
     if (selection.isEmpty() || !q_ptr->m_model)
         return;
     noticeUntoldRows();
-    if (q_ptr->m_usePixmapCacheIndexed)
-        shiftedCache().clear(selection);
+    buffer.selectionChanged(selection);
     QRegion region = q_ptr->visualRegionForSelection(selection);
 
     // The whole row looks selected when its cell in column 0 is.
@@ -1990,8 +1869,7 @@ void QTableFastViewPrivate::repaintSelection(const QItemSelection &selection)
     for (const QItemSelectionRange &range : selection) {
         if (range.left() > 0 || range.right() >= lastColumn || !range.isValid())
             continue;
-        if (isBuffered(range.top(), range.bottom()))
-            shiftedCache().clear(range.top(), range.bottom(), -1, -1);
+        buffer.rowsChanged(range.top(), range.bottom());
         region +=
             rowStrip(range.top()).united(rowStrip(range.bottom())) & q_ptr->viewport()->rect();
     }
@@ -2068,7 +1946,7 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
 
     const QPersistentModelIndex follower = d_ptr->edgeToFollow(start, end);
     d_ptr->knownRows = d_ptr->rowCount();
-    d_ptr->insertCachedRows(start, end);
+    d_ptr->buffer.rowsInserted(start, end);
     d_ptr->setRangeQuietly();
     if (stayAtEnd && !stayAtTop)
         d_ptr->moveQuietly(verticalScrollBar()->maximum());
@@ -2173,7 +2051,7 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
     const RowGeometry rows = d_ptr->rows();
     const bool isAbove = rows.topRow() > last;
     const bool isSeen = rows.isSeen(first, last);
-    d_ptr->removeCachedRows(first, last);
+    d_ptr->buffer.rowsRemoved(first, last);
     if (isAbove)
         d_ptr->moveRowsQuietly(-count);
     d_ptr->setRangeQuietly();
@@ -2255,7 +2133,7 @@ void QTableFastView::reset()
     d_ptr->isMoveBegun = false;
     d_ptr->knownRows = d_ptr->rowCount();
     if (m_usePixmapCacheIndexed)
-        d_ptr->clearCache();
+        d_ptr->buffer.clear();
     d_ptr->pixels.update();
     updateScrollBars(0);
     d_ptr->followReset();
@@ -2298,10 +2176,8 @@ void QTableFastView::dataChanged(const QModelIndex &topLeft, const QModelIndex &
     if (!viewport()->children().isEmpty())
         QAbstractItemView::dataChanged(topLeft, bottomRight,
                                        roles); // open editors show the new data
-    if (d_ptr->isBuffered(topLeft.row(), bottomRight.row())) {
-        d_ptr->shiftedCache().clear(topLeft.row(), bottomRight.row(), topLeft.column(),
-                                    bottomRight.column());
-    }
+    d_ptr->buffer.cellsChanged(topLeft.row(), bottomRight.row(), topLeft.column(),
+                               bottomRight.column());
     if (d_ptr->rows().isSeen(topLeft.row(), bottomRight.row()))
         d_ptr->pixels.update(visualRegionForSelection(QItemSelection(topLeft, bottomRight)));
 }
@@ -2317,7 +2193,7 @@ void QTableFastView::layoutChanged(const QList<QPersistentModelIndex> & /*parent
     if (!m_model)
         return;
     if (m_usePixmapCacheIndexed)
-        d_ptr->clearCache();
+        d_ptr->buffer.clear();
     d_ptr->pixels.update();
     const int rows = d_ptr->rowCount();
     d_ptr->knownRows = rows;
@@ -2382,7 +2258,7 @@ void QTableFastView::columnCountChanged(int /*oldCount*/, int /*newCount*/)
 {
     adjustViewportMargins();
     updateScrollBars(0);
-    d_ptr->clearCache();
+    d_ptr->buffer.clear();
     invalidateRegion(viewport()->rect());
     d_ptr->placeEditors();
 }
@@ -2390,7 +2266,7 @@ void QTableFastView::columnCountChanged(int /*oldCount*/, int /*newCount*/)
 //! Columns came, went or moved, or the header is another one.
 void QTableFastViewPrivate::columnsChanged()
 {
-    columnLooks.clear();
+    buffer.forgetColumns();
     q_ptr->columnCountChanged(0, 0);
     q_ptr->updateGeometries();
 }
@@ -2417,13 +2293,13 @@ void QTableFastView::columnResized(int column, int oldSize, int newSize)
     updateEditorGeometries();
     updateScrollBars(0);
     if (m_usePixmapCacheIndexed) {
-        d_ptr->cache().clearColumns({column});
+        d_ptr->buffer.columnsChanged({column});
         setPixmapCacheIndexedVisibleBounds();
     }
     // Showing or hiding a column changes what its neighbours are painted as.
     const bool isShownOrHidden = oldSize == 0 || newSize == 0;
     if (isShownOrHidden)
-        d_ptr->clearCache();
+        d_ptr->buffer.clear();
     if (isShownOrHidden || oldOffset != m_header->offset()
         || !d_ptr->followResize(column, newSize - oldSize) || !d_ptr->canMovePixels()) {
         d_ptr->pixels.update();
@@ -2465,7 +2341,7 @@ void QTableFastView::columnMoved(int logicalIndex, int oldVisualIndex, int newVi
             if (visual + 1 < m_header->count())
                 columns.append(m_header->logicalIndex(visual + 1));
         }
-        d_ptr->cache().clearColumns(columns);
+        d_ptr->buffer.columnsChanged(columns);
         setPixmapCacheIndexedVisibleBounds();
     }
     d_ptr->pixels.update();

@@ -4,15 +4,13 @@
 #ifndef QTABLEFASTVIEW_P_H
 #define QTABLEFASTVIEW_P_H
 
-#include "pixmapcacheindexed.h"
 #include "view/columnscroll_p.h"
 #include "view/columnstrip_p.h"
 #include "view/headercolumns_p.h"
+#include "view/paintbuffer_p.h"
 #include "view/pixelmover_p.h"
 #include "view/rowgeometry_p.h"
 
-#include <QAbstractItemDelegate>
-#include <QFont>
 #include <QHash>
 #include <QItemSelection>
 #include <QLocale>
@@ -52,63 +50,6 @@ public:
         bool hasEditorFocus = false;     //!< an editor in the current row has the focus
     };
 
-    //! A delegate, told from another one that was made at the same address.
-    class DelegateMark
-    {
-    public:
-        DelegateMark(QAbstractItemDelegate *delegate = nullptr)
-            : m_delegate(delegate)
-            , m_hasDelegate(delegate)
-        {
-        }
-        friend bool operator==(const DelegateMark &a, const DelegateMark &b)
-        {
-            return a.m_delegate == b.m_delegate && a.isGone() == b.isGone();
-        }
-        friend bool operator!=(const DelegateMark &a, const DelegateMark &b) { return !(a == b); }
-
-    private:
-        bool isGone() const { return m_hasDelegate && !m_delegate; }
-
-        QPointer<QAbstractItemDelegate> m_delegate;
-        bool m_hasDelegate;
-    };
-
-    //! What the look of a column's cells depends on.
-    struct ColumnLook
-    {
-        DelegateMark delegate;
-        int position = 0; //!< QStyleOptionViewItem::ViewItemPosition
-
-        friend bool operator==(const ColumnLook &a, const ColumnLook &b) = default;
-    };
-
-    //! Everything beside the model, the selection and the current index that the
-    //! look of every cell depends on.
-    struct Look
-    {
-        QStyle::State state;
-        qint64 palette = 0;
-        qint64 background = 0;
-        int colorGroup = 0;
-        QFont font;
-        QLocale locale;
-        Qt::LayoutDirection direction = Qt::LeftToRight;
-        Qt::TextElideMode elideMode = Qt::ElideRight;
-        QSize decorationSize;
-        QStyleOptionViewItem::ViewItemFeatures features;
-        bool isAlternating = false;
-        int selectionBehavior = 0;
-        double devicePixelRatio = 1;
-        int columnCount = 0;
-        int hiddenColumnCount = 0;
-        QPointer<QStyle> style;
-        DelegateMark delegate;
-        bool isInPlace = false;
-
-        friend bool operator==(const Look &a, const Look &b) = default;
-    };
-
     explicit QTableFastViewPrivate(QTableFastView *q);
 
     bool eventFilter(QObject *object, QEvent *event) override;
@@ -145,16 +86,6 @@ public:
     void releaseAutoScroll();
 
     // The paint buffer
-    PixmapCacheIndexed &cache();
-    PixmapCacheIndexed &shiftedCache();
-    void clearCache();
-    void applyShift();
-    void shiftCache(int count);
-    PixmapCacheIndexed::VisibleBounds bounds() const;
-    void setBounds(const PixmapCacheIndexed::VisibleBounds &wanted);
-    bool isBuffered(int rowFirst, int rowLast) const;
-    void insertCachedRows(int start, int end);
-    void removeCachedRows(int first, int last);
     void moveCachedRows(int start, int end, int row);
     void evictOutside();
     void dropParity(int fromRow, int toRow, int count);
@@ -171,9 +102,8 @@ public:
     bool hasEditorFocus(int row) const;
     bool mayBeSelected(const PaintPass &pass, int row, int column) const;
     void prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass);
-    Look lookOf(const QStyleOptionViewItem &option) const;
+    CellLook lookOf(const QStyleOptionViewItem &option) const;
     void noticeDelegates(const PaintPass &pass);
-    void noticeCurrentRow(const PaintPass &pass);
     bool drawBuffered(QPainter *painter, const QRect &rect, int row, int column,
                       const PaintPass &pass) const;
     void setCellOption(QStyleOptionViewItem *cell, const QStyleOptionViewItem &row,
@@ -264,17 +194,12 @@ public:
     bool isLastOwed = false;
 
     PixelMover pixels;        //!< all repaints of the view
+    PaintBuffer buffer;       //!< pictures of cells
     ColumnStrip shownColumns; //!< where they are on screen
     bool isColumnCheckPending = false;
     int shownScrollMode = 0; //!< the vertical one that the picture was made in
 
-    const PaintPass *pass = nullptr;       //!< while draw() runs
-    int cacheShift = 0;                    //!< rows that everything cached has still to move down
-    Look look;                             //!< of what is cached and on screen
-    QHash<int, ColumnLook> columnLooks;    //!< of the painted columns
-    QHash<int, DelegateMark> rowDelegates; //!< of the painted rows that have one
-    QPersistentModelIndex focusRow;        //!< cached as the current row
-    QPersistentModelIndex editorRow;       //!< cached as the row of a focused editor
+    const PaintPass *pass = nullptr; //!< while draw() runs
 };
 
 #endif // QTABLEFASTVIEW_P_H
