@@ -5,7 +5,8 @@
 
 #include "celltext_p.h"
 #include "hexstring.h"
-#include "view/background_p.h"
+#include "pixels/background_p.h"
+#include "pixels/painttraits_p.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -224,11 +225,19 @@ QString nullExtension(const StyledItemDelegate &delegate, const QStyleOptionView
     return text.isEmpty() ? text : QLatin1Char('N') + text;
 }
 
+//! This delegate draws pictures of texts, which know no place, and cut them off by itself.
+PaintTraits paintTraits(const QAbstractItemDelegate *delegate)
+{
+    const auto *own = qobject_cast<const ItemDelegate *>(delegate);
+    return {own != nullptr, own && !own->drawsIndicator()};
+}
+
 } // namespace
 
 ItemDelegate::ItemDelegate(QAbstractItemView *view)
     : StyledItemDelegate(view)
 {
+    PaintTraits::setReader(paintTraits);
 }
 
 ItemDelegate::~ItemDelegate() = default;

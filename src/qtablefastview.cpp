@@ -4,8 +4,8 @@
 #include "qtablefastview.h"
 #include "qtablefastview_p.h"
 
-#include "itemdelegate.h"
-#include "view/background_p.h"
+#include "pixels/background_p.h"
+#include "pixels/painttraits_p.h"
 #include "view/keyboardsearch_p.h"
 
 #include <QApplication>
@@ -763,8 +763,7 @@ bool QTableFastViewPrivate::follow(const ColumnStrip &moved, int from, int to)
     return true;
 }
 
-//! Whether the place of a column among the painted ones may be seen in its cells. This
-//! library's delegates keep pictures without asking for it.
+//! Whether the place of a column among the painted ones may be seen in its cells.
 bool QTableFastViewPrivate::showsPosition(int column, bool hasSheet) const
 {
     if (hasSheet)
@@ -772,7 +771,7 @@ bool QTableFastViewPrivate::showsPosition(int column, bool hasSheet) const
     QAbstractItemDelegate *delegate = q_ptr->itemDelegateForColumn(column);
     if (!delegate)
         delegate = q_ptr->itemDelegate();
-    return !qobject_cast<Vantix::ItemDelegate *>(delegate);
+    return !PaintTraits::of(delegate).ignoresPosition;
 }
 
 //! Whether a style sheet paints.
@@ -1479,8 +1478,7 @@ QAbstractItemDelegate *QTableFastViewPrivate::delegateFor(const QModelIndex &ind
 void QTableFastViewPrivate::paintCellInPlace(QPainter *painter, QStyleOptionViewItem *cell,
                                              const QModelIndex &index) const
 {
-    const auto *own = qobject_cast<const Vantix::ItemDelegate *>(delegateFor(index));
-    if (own && !own->drawsIndicator()) { // draws a picture, or cuts off by itself
+    if (PaintTraits::of(delegateFor(index)).staysInCell) {
         paintCell(painter, cell, index);
         return;
     }

@@ -3,7 +3,7 @@
 
 #include "pixelmover_p.h"
 
-#include "background_p.h"
+#include "pixels/background_p.h"
 
 #include <QAbstractScrollArea>
 
