@@ -5,7 +5,6 @@
 #include "qtablefastview_p.h"
 
 #include "pixels/background_p.h"
-#include "pixels/painttraits_p.h"
 #include "view/keyboardsearch_p.h"
 
 #include <QApplication>
@@ -154,6 +153,8 @@ QTableFastViewPrivate::QTableFastViewPrivate(QTableFastView *q)
     , keyboardSearch(new KeyboardSearch(q))
     , pixels(q)
     , buffer(&q->m_pixmapCacheIndexed, &q->m_usePixmapCacheIndexed)
+    , cells(q)
+    , shownColumns(q)
 {
     keyboardSearch->setParent(this);
 }
@@ -703,7 +704,7 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
         d_ptr->placeEditors();
         return;
     }
-    if (!d_ptr->followScroll(columnPixels))
+    if (columnPixels != 0 && !d_ptr->shownColumns.followScroll(d_ptr->seenColumns(), columnPixels))
         d_ptr->pixels.update();
     if (!d_ptr->pixels.moveAll(columnPixels, rows.scrolledPixels(dy)))
         d_ptr->placeEditors();
@@ -741,80 +742,6 @@ bool QTableFastViewPrivate::canMovePixels()
     return q_ptr->viewport()->children().isEmpty() && pixels.canMoveAgain();
 }
 
-//! Takes \a moved, of which the pixels between \a from and \a to are not painted, for the
-//! columns on screen; false if the header has others.
-bool QTableFastViewPrivate::follow(const ColumnStrip &moved, int from, int to)
-{
-    const QWidget *viewport = q_ptr->viewport();
-    const ColumnStrip wanted = seenColumns();
-    if (!shows(moved, wanted, viewport->width(), from, to))
-        return false;
-    // The first and the last column on screen may be drawn otherwise.
-    const bool isSheet = hasSheet();
-    for (const ColumnSlot &slot : wanted) {
-        const auto isIt = [&slot](const ColumnSlot &other) { return other.column == slot.column; };
-        const auto before = std::find_if(shownColumns.cbegin(), shownColumns.cend(), isIt);
-        if (before != shownColumns.cend() && before->position != slot.position
-            && showsPosition(slot.column, isSheet)) {
-            q_ptr->updateColumn(slot.column);
-        }
-    }
-    shownColumns = wanted;
-    return true;
-}
-
-//! Whether the place of a column among the painted ones may be seen in its cells.
-bool QTableFastViewPrivate::showsPosition(int column, bool hasSheet) const
-{
-    if (hasSheet)
-        return true;
-    QAbstractItemDelegate *delegate = q_ptr->itemDelegateForColumn(column);
-    if (!delegate)
-        delegate = q_ptr->itemDelegate();
-    return !PaintTraits::of(delegate).ignoresPosition;
-}
-
-//! Whether a style sheet paints.
-bool QTableFastViewPrivate::hasSheet() const
-{
-    return q_ptr->style()->inherits("QStyleSheetStyle");
-}
-
-//! Whether \a columns are on screen as they would be painted.
-bool QTableFastViewPrivate::haveSameLook(const ColumnStrip &columns) const
-{
-    if (columns == shownColumns)
-        return true;
-    if (!haveSamePlaces(columns, shownColumns))
-        return false;
-    const bool isSheet = hasSheet();
-    for (qsizetype i = 0; i < columns.size(); ++i) {
-        if (columns.at(i) != shownColumns.at(i) && showsPosition(columns.at(i).column, isSheet))
-            return false;
-    }
-    return true;
-}
-
-bool QTableFastViewPrivate::followScroll(int dx)
-{
-    const int width = q_ptr->viewport()->width();
-    return dx == 0
-        || follow(scrolled(shownColumns, dx), dx > 0 ? 0 : width + dx, dx > 0 ? dx : width);
-}
-
-bool QTableFastViewPrivate::followResize(int column, int delta)
-{
-    const bool isRightToLeft = q_ptr->isRightToLeft();
-    const int width = q_ptr->viewport()->width();
-    const int dx = isRightToLeft ? -delta : delta;
-    // What grows uncovers nothing: the column itself is painted.
-    const int from = dx > 0 ? 0 : width + dx;
-    const int to = dx > 0 ? dx : width;
-    const bool isShrunk = delta < 0;
-    return follow(resized(shownColumns, column, delta, isRightToLeft), isShrunk ? from : 0,
-                  isShrunk ? to : 0);
-}
-
 //! A header tells of its sections before all of them have their places, and of some
 //! changes not at all: once it has settled, and when it paints itself, what is on screen is
 //! compared.
@@ -835,7 +762,7 @@ bool QTableFastViewPrivate::eventFilter(QObject * /*object*/, QEvent *event)
 void QTableFastViewPrivate::checkColumns()
 {
     isColumnCheckPending = false;
-    if (!q_ptr->m_header || haveSameLook(seenColumns()))
+    if (!q_ptr->m_header || shownColumns.areAs(seenColumns()))
         return;
     pixels.update();
     placeEditors();
@@ -1164,15 +1091,16 @@ void QTableFastView::draw(QPainter *painter, const QRegion &region) const
     const int first = getFirstVisibleItem(&offset);
     if (!m_model || !m_header || first < 0)
         return;
-    const QStyleOptionViewItem base = d_ptr->baseOption();
+    QStyleOptionViewItem initial;
+    initViewItemOption(&initial); // font, locale, elision, sizes, widget
+    const QStyleOptionViewItem base = d_ptr->cells.rowOption(initial);
     const int width = viewport()->width();
     const int count = d_ptr->rowCount();
     leftAndRight = startAndEndColumns(QRect(0, 0, width, viewport()->height()));
-    const QTableFastViewPrivate::PaintPass pass = d_ptr->paintPass(&region);
+    const PaintPass pass = d_ptr->paintPass(&region);
     d_ptr->prepareBuffer(base, pass);
-    const KnownBackground known(this, hasPlainBackground(*viewport()));
-    const QScopedValueRollback<const QTableFastViewPrivate::PaintPass *> current(d_ptr->pass,
-                                                                                 &pass);
+    const KnownBackground known(this, pass.isBackgroundPlain);
+    const QScopedValueRollback<const PaintPass *> current(d_ptr->pass, &pass);
 
     QStyleOptionViewItem option = base;
     qint64 unpainted = first; // rectangles come from top to bottom: rows above are painted
@@ -1184,17 +1112,8 @@ void QTableFastView::draw(QPainter *painter, const QRegion &region) const
             if (y > rect.bottom())
                 break;
             const QModelIndex index = m_model->index(int(row), 0);
-            option.state = base.state;
-            if (d_ptr->mayBeSelected(pass, int(row), 0) && m_selectionModel->isSelected(index)) {
-                option.state |= QStyle::State_Active;
-                if (selectionBehavior() == SelectRows)
-                    option.state |= QStyle::State_Selected;
-            }
+            d_ptr->cells.setRow(&option, base, index, pass);
             option.rect = QRect(0, y, width, m_itemHeight);
-            if (option.state & QStyle::State_Enabled) {
-                option.palette.setCurrentColorGroup(
-                    option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive);
-            }
             drawRow(painter, option, index);
         }
         unpainted = std::max(unpainted, row);
@@ -1206,37 +1125,9 @@ void QTableFastView::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
 {
     if (!m_model || !m_header)
         return;
-    QTableFastViewPrivate::PaintPass own;
-    if (!d_ptr->pass)
-        own = d_ptr->paintPass(nullptr);
-    const QTableFastViewPrivate::PaintPass &pass = d_ptr->pass ? *d_ptr->pass : own;
-    const QPoint delay = d_ptr->scrollDelayOffset;
-    const int y = option.rect.top() + delay.y();
-    const int row = index.row();
-
-    const bool isBuffered = m_usePixmapCacheIndexed && !pass.isInPlace;
-    QStyleOptionViewItem cell;
-    bool isCellCopied = false;
-    for (const ColumnSlot &slot : pass.columns) {
-        const QRect rect(slot.x + delay.x(), y, slot.width, option.rect.height());
-        if (isBuffered && d_ptr->drawBuffered(painter, rect, row, slot.column, pass))
-            continue;
-        if (!isCellCopied)
-            cell = option;
-        isCellCopied = true;
-        const QModelIndex cellIndex = m_model->index(row, slot.column);
-        d_ptr->setCellOption(&cell, option, slot, cellIndex, pass);
-        cell.rect = rect;
-        if (isBuffered) {
-            QPixmap *pixmap = d_ptr->renderCell(cell, cellIndex);
-            d_ptr->buffer.keep(row, slot.column, pixmap);
-            painter->drawPixmap(rect, *pixmap, QRect());
-        } else {
-            d_ptr->paintCellInPlace(painter, &cell, cellIndex);
-        }
-    }
-    if (pass.hasEditorFocus && row == pass.currentRow)
-        d_ptr->paintEditorFocus(painter, option, index);
+    const PaintPass pass = d_ptr->pass ? PaintPass() : d_ptr->paintPass(nullptr);
+    d_ptr->cells.paintRow(painter, option, index, d_ptr->pass ? *d_ptr->pass : pass,
+                          &d_ptr->buffer);
 }
 
 void QTableFastView::initViewItemOption(QStyleOptionViewItem *option) const
@@ -1246,141 +1137,46 @@ void QTableFastView::initViewItemOption(QStyleOptionViewItem *option) const
         option->showDecorationSelected = true;
 }
 
-//! What every row's option begins with.
-QStyleOptionViewItem QTableFastViewPrivate::baseOption() const
-{
-    QStyleOptionViewItem option;
-    q_ptr->initViewItemOption(&option); // font, locale, elision, sizes, widget
-    option.initFrom(q_ptr);             // state and palette as the view has them
-    // The pointer is over the view, not over each of its cells.
-    option.state &= ~QStyle::State_MouseOver;
-    return option;
-}
-
-//! Whether pictures of cells cannot be kept: they would show another background, or would
-//! not lie on device pixels.
-bool QTableFastViewPrivate::paintsInPlace() const
-{
-    const QWidget &viewport = *q_ptr->viewport();
-    return !hasWholeDevicePixels(viewport) || !hasPlainBackground(viewport)
-        || !hasPlainCells(q_ptr->palette());
-}
-
 //! Gathers what the rows of \a region share; null stands for everything.
-QTableFastViewPrivate::PaintPass QTableFastViewPrivate::paintPass(const QRegion *region) const
+PaintPass QTableFastViewPrivate::paintPass(const QRegion *region) const
 {
     PaintPass pass;
+    pass.model = q_ptr->m_model;
+    pass.selectionModel = q_ptr->m_selectionModel;
     pass.region = region;
     pass.columns = columns().strip(q_ptr->leftAndRight);
-    pass.isInPlace = paintsInPlace();
+    pass.delay = scrollDelayOffset;
     if (q_ptr->hover.isValid() && q_ptr->hover.model() == q_ptr->m_model) {
         pass.hoverRow = q_ptr->hover.row();
         pass.hoverColumn = q_ptr->hover.column();
     }
-    if (const QItemSelectionModel *selectionModel = q_ptr->m_selectionModel) {
-        const RowGeometry seen = rows();
-        const int first = seen.topRow();
-        const int last = seen.lastSeenRow();
-        const QItemSelection selection = selectionModel->selection();
-        for (const QItemSelectionRange &range : selection) {
-            if (range.top() <= last && range.bottom() >= first)
-                pass.selection.append(range);
-        }
-        const QModelIndex current = selectionModel->currentIndex();
-        pass.currentRow = current.isValid() ? current.row() : -1;
-        pass.hasEditorFocus = pass.currentRow >= 0 && hasEditorFocus(pass.currentRow);
-    }
+    cells.complete(&pass, rows());
     return pass;
-}
-
-//! Whether the index widget of a cell in \a row has the focus, or holds it.
-bool QTableFastViewPrivate::hasEditorFocus(int row) const
-{
-    const QWidget *focus = QApplication::focusWidget();
-    if (!focus || focus == q_ptr->viewport() || !q_ptr->viewport()->isAncestorOf(focus))
-        return false;
-    for (int column = 0; column < q_ptr->m_header->count(); ++column) {
-        const QWidget *editor = q_ptr->indexWidget(q_ptr->m_model->index(row, column));
-        if (editor && (editor == focus || editor->isAncestorOf(focus)))
-            return true;
-    }
-    return false;
-}
-
-//! False when the selection does not reach the cell. Spares isSelected(), which
-//! walks every selected range.
-bool QTableFastViewPrivate::mayBeSelected(const PaintPass &pass, int row, int column) const
-{
-    const auto reaches = [row, column](const QItemSelectionRange &range) {
-        return range.top() <= row && row <= range.bottom() && range.left() <= column
-            && column <= range.right();
-    };
-    return std::any_of(pass.selection.cbegin(), pass.selection.cend(), reaches);
 }
 
 //! Drops from the buffer what no longer looks as it would be painted now, and has
 //! everything painted again when the look of all cells changed.
 void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass)
 {
-    CellLook look = lookOf(option);
-    look.isInPlace = pass.isInPlace;
-    const bool isNewLook = buffer.noticeLook(look);
-    const bool hasNewColumns = !haveSameLook(pass.columns);
+    const bool isNewLook = buffer.noticeLook(cells.look(option, pass));
+    const bool hasNewColumns = !shownColumns.areAs(pass.columns);
     if (hasNewColumns && !q_ptr->viewport()->children().isEmpty())
         QMetaObject::invokeMethod(this, "placeEditors", Qt::QueuedConnection);
     if (isNewLook || hasNewColumns) {
-        shownColumns = pass.columns;
+        shownColumns.set(pass.columns);
         // What this event does not paint still shows what was.
         const QRegion rest = QRegion(q_ptr->viewport()->rect()) - *pass.region;
         if (!rest.isEmpty())
             pixels.update(rest);
     }
-    noticeDelegates(pass);
+    buffer.noticeColumns(shownColumns.looks(pass.columns));
+    buffer.noticeRowDelegates(seenRowDelegates());
     if (q_ptr->m_usePixmapCacheIndexed) {
         q_ptr->setPixmapCacheIndexedVisibleBounds();
         buffer.prepare();
         buffer.noticeCurrentRow(*q_ptr->m_model, pass.currentRow,
                                 pass.hasEditorFocus ? pass.currentRow : -1);
     }
-}
-
-CellLook QTableFastViewPrivate::lookOf(const QStyleOptionViewItem &option) const
-{
-    CellLook now;
-    now.state = option.state & ~QStyle::State_HasFocus; // set for each cell
-    now.palette = option.palette.cacheKey();
-    now.background = q_ptr->viewport()->palette().cacheKey();
-    now.colorGroup = option.palette.currentColorGroup();
-    now.font = option.font;
-    now.locale = option.locale;
-    now.direction = option.direction;
-    now.elideMode = option.textElideMode;
-    now.decorationSize = option.decorationSize;
-    now.features = option.features;
-    now.isAlternating = q_ptr->alternatingRowColors();
-    now.selectionBehavior = q_ptr->selectionBehavior();
-    now.devicePixelRatio = q_ptr->devicePixelRatioF();
-    now.columnCount = q_ptr->m_header->count();
-    now.hiddenColumnCount = q_ptr->m_header->hiddenSectionCount();
-    now.style = q_ptr->style();
-    now.delegate = q_ptr->itemDelegate();
-    return now;
-}
-
-//! Tells the buffer what columns and rows look like.
-void QTableFastViewPrivate::noticeDelegates(const PaintPass &pass)
-{
-    const bool isSheet = hasSheet();
-    QList<QPair<int, ColumnLook>> looks;
-    looks.reserve(pass.columns.size());
-    for (const ColumnSlot &slot : pass.columns) {
-        const bool isPositionSeen = showsPosition(slot.column, isSheet);
-        const ColumnLook look {q_ptr->itemDelegateForColumn(slot.column),
-                               isPositionSeen ? slot.position : QStyleOptionViewItem::Invalid};
-        looks.append({slot.column, look});
-    }
-    buffer.noticeColumns(looks);
-    buffer.noticeRowDelegates(seenRowDelegates());
 }
 
 //! The model has ended a change that it had begun, or has never said that it would.
@@ -1402,129 +1198,6 @@ void QTableFastViewPrivate::noticeUntoldRows()
 {
     if (isMoveBegun || rowCount() != knownRows)
         repaintAll();
-}
-
-//! Draws a cell from the buffer; false if it is not there in the right size.
-//! Deliberate: device pixels are held against logical ones, so that at a device
-//! pixel ratio other than 1 every cell is painted anew.
-bool QTableFastViewPrivate::drawBuffered(QPainter *painter, const QRect &rect, int row, int column,
-                                         const PaintPass &pass) const
-{
-    if (rect.isEmpty())
-        return true;
-    const QPixmap *pixmap = buffer.cell(row, column, rect.size());
-    if (!pixmap)
-        return false;
-    if (!pass.region || pass.region->intersects(rect))
-        painter->drawPixmap(rect.topLeft(), *pixmap);
-    return true;
-}
-
-//! Makes the option of one cell out of its row's; the rectangle is left alone.
-void QTableFastViewPrivate::setCellOption(QStyleOptionViewItem *cell,
-                                          const QStyleOptionViewItem &row, const ColumnSlot &slot,
-                                          const QModelIndex &index, const PaintPass &pass) const
-{
-    cell->features = row.features;
-    if (q_ptr->alternatingRowColors() && index.row() % 2 == 1)
-        cell->features |= QStyleOptionViewItem::Alternate;
-    cell->viewItemPosition = slot.position;
-    const bool isCurrentRow = index.row() == pass.currentRow;
-    cell->state = row.state;
-    cell->state.setFlag(QStyle::State_HasFocus, isCurrentRow);
-    if (index.row() == pass.hoverRow && index.column() == pass.hoverColumn)
-        cell->state |= QStyle::State_MouseOver;
-    if (isCurrentRow && pass.hasEditorFocus)
-        cell->state |= QStyle::State_Active;
-    if (mayBeSelected(pass, index.row(), slot.column) && q_ptr->m_selectionModel->isSelected(index))
-        cell->state |= QStyle::State_Selected;
-
-    QPalette::ColorGroup group = row.palette.currentColorGroup();
-    if (row.state & QStyle::State_Enabled) {
-        if (q_ptr->m_model->flags(index) & Qt::ItemIsEnabled) {
-            group = cell->state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
-        } else {
-            group = QPalette::Disabled;
-            cell->state &= ~QStyle::State_Enabled;
-        }
-    }
-    cell->palette.setCurrentColorGroup(group);
-    cell->showDecorationSelected = true;
-}
-
-//! Paints a cell into its rectangle: the row's panel, then the delegate.
-void QTableFastViewPrivate::paintCell(QPainter *painter, QStyleOptionViewItem *cell,
-                                      const QModelIndex &index) const
-{
-    const QStyle::State state = cell->state;
-    cell->state &= ~QStyle::State_Selected;
-    q_ptr->style()->drawPrimitive(QStyle::PE_PanelItemViewRow, cell, painter, q_ptr);
-    cell->state = state;
-
-    if (const QAbstractItemDelegate *delegate = delegateFor(index))
-        delegate->paint(painter, *cell, index);
-}
-
-QAbstractItemDelegate *QTableFastViewPrivate::delegateFor(const QModelIndex &index) const
-{
-    if (QAbstractItemDelegate *delegate = q_ptr->itemDelegateForRow(index.row()))
-        return delegate;
-    if (QAbstractItemDelegate *delegate = q_ptr->itemDelegateForColumn(index.column()))
-        return delegate;
-    return q_ptr->itemDelegate();
-}
-
-//! paintCell() cut off at the edges of the cell, as a pixmap of it is.
-void QTableFastViewPrivate::paintCellInPlace(QPainter *painter, QStyleOptionViewItem *cell,
-                                             const QModelIndex &index) const
-{
-    if (PaintTraits::of(delegateFor(index)).staysInCell) {
-        paintCell(painter, cell, index);
-        return;
-    }
-    painter->save();
-    painter->setClipRect(cell->rect, Qt::IntersectClip);
-    paintCell(painter, cell, index);
-    painter->restore();
-}
-
-//! A new pixmap of a cell.
-QPixmap *QTableFastViewPrivate::renderCell(const QStyleOptionViewItem &cell,
-                                           const QModelIndex &index) const
-{
-    const QWidget *viewport = q_ptr->viewport();
-    QStyleOptionViewItem option = cell;
-    option.rect = QRect(QPoint(0, 0), cell.rect.size());
-    const double ratio = cell.widget ? cell.widget->devicePixelRatioF() : 1.0;
-    auto *pixmap = new QPixmap((QSizeF(option.rect.size()) * ratio).toSize());
-    pixmap->fill(viewport->palette().color(QPalette::Base));
-    pixmap->setDevicePixelRatio(ratio);
-
-    QPainter painter(pixmap); // begins as one on the viewport does
-    painter.setFont(viewport->font());
-    painter.setPen(viewport->palette().color(viewport->foregroundRole()));
-    painter.setBackground(viewport->palette().brush(viewport->backgroundRole()));
-    painter.setLayoutDirection(viewport->layoutDirection());
-    paintCell(&painter, &option, index);
-    return pixmap;
-}
-
-//! The frame around a row in which an editor has the focus.
-void QTableFastViewPrivate::paintEditorFocus(QPainter *painter, const QStyleOptionViewItem &option,
-                                             const QModelIndex &index) const
-{
-    const QHeaderView *header = q_ptr->m_header;
-    const bool isSelected = q_ptr->m_selectionModel && q_ptr->m_selectionModel->isSelected(index);
-    QStyleOptionFocusRect focus;
-    focus.QStyleOption::operator=(option);
-    focus.state |= QStyle::State_KeyboardFocusChange;
-    focus.backgroundColor = option.palette.color(
-        option.state & QStyle::State_Enabled ? QPalette::Normal : QPalette::Disabled,
-        isSelected ? QPalette::Highlight : QPalette::Window);
-    const QRect rect(-header->offset(), option.rect.top() + scrollDelayOffset.y(), header->length(),
-                     option.rect.height());
-    focus.rect = QStyle::visualRect(q_ptr->layoutDirection(), q_ptr->viewport()->rect(), rect);
-    q_ptr->style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter);
 }
 
 //! An editor got or lost the focus: the current row looks different.
@@ -1986,7 +1659,8 @@ bool QTableFastViewPrivate::isEditing() const
 {
     const QModelIndex current = q_ptr->currentIndex();
     return q_ptr->state() == QTableFastView::EditingState
-        || (current.isValid() && q_ptr->m_header && hasEditorFocus(current.row()));
+        || (current.isValid() && q_ptr->m_header
+            && cells.hasEditorFocus(*q_ptr->m_model, current.row()));
 }
 
 //! Makes \a target current without scrolling to it.
@@ -2299,7 +1973,8 @@ void QTableFastView::columnResized(int column, int oldSize, int newSize)
     if (isShownOrHidden)
         d_ptr->buffer.clear();
     if (isShownOrHidden || oldOffset != m_header->offset()
-        || !d_ptr->followResize(column, newSize - oldSize) || !d_ptr->canMovePixels()) {
+        || !d_ptr->shownColumns.followResize(d_ptr->seenColumns(), column, newSize - oldSize)
+        || !d_ptr->canMovePixels()) {
         d_ptr->pixels.update();
         d_ptr->placeEditors();
         return;

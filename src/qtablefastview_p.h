@@ -4,12 +4,14 @@
 #ifndef QTABLEFASTVIEW_P_H
 #define QTABLEFASTVIEW_P_H
 
+#include "view/cellpainter_p.h"
 #include "view/columnscroll_p.h"
 #include "view/columnstrip_p.h"
 #include "view/headercolumns_p.h"
 #include "view/paintbuffer_p.h"
 #include "view/pixelmover_p.h"
 #include "view/rowgeometry_p.h"
+#include "view/showncolumns_p.h"
 
 #include <QHash>
 #include <QItemSelection>
@@ -37,19 +39,6 @@ class QTableFastViewPrivate : public QObject
     Q_OBJECT
 
 public:
-    //! What all rows of one paint event share.
-    struct PaintPass
-    {
-        const QRegion *region = nullptr; //!< what is painted; null: everything
-        ColumnStrip columns;             //!< all that are seen
-        bool isInPlace = false;          //!< no picture of a cell would be the right one
-        QItemSelection selection;        //!< what of the selection touches the rows on screen
-        int hoverRow = -1;               //!< of the cell under the pointer
-        int hoverColumn = -1;            //!< the same
-        int currentRow = -1;             //!< the selection model's current row
-        bool hasEditorFocus = false;     //!< an editor in the current row has the focus
-    };
-
     explicit QTableFastViewPrivate(QTableFastView *q);
 
     bool eventFilter(QObject *object, QEvent *event) override;
@@ -73,12 +62,6 @@ public:
     void movePixels(qint64 oldTop, int start, int count);
     void scrollStrip(int top, int bottom, qint64 dy);
     bool canMovePixels();
-    bool follow(const ColumnStrip &moved, int from, int to);
-    bool hasSheet() const;
-    bool showsPosition(int column, bool hasSheet) const;
-    bool haveSameLook(const ColumnStrip &columns) const;
-    bool followScroll(int dx);
-    bool followResize(int column, int delta);
     void moveColumnsAfter(int column, int delta);
 
     // Auto-scroll is off between the two notifications of a removal or a move.
@@ -94,29 +77,10 @@ public:
     QHash<int, DelegateMark> seenRowDelegates() const;
 
     // Painting
-    QStyleOptionViewItem baseOption() const;
-    bool paintsInPlace() const;
     void hoverAt(const QEvent &event);
     void updateHover(const QModelIndex &index);
     PaintPass paintPass(const QRegion *region) const;
-    bool hasEditorFocus(int row) const;
-    bool mayBeSelected(const PaintPass &pass, int row, int column) const;
     void prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass);
-    CellLook lookOf(const QStyleOptionViewItem &option) const;
-    void noticeDelegates(const PaintPass &pass);
-    bool drawBuffered(QPainter *painter, const QRect &rect, int row, int column,
-                      const PaintPass &pass) const;
-    void setCellOption(QStyleOptionViewItem *cell, const QStyleOptionViewItem &row,
-                       const ColumnSlot &slot, const QModelIndex &index,
-                       const PaintPass &pass) const;
-    void paintCell(QPainter *painter, QStyleOptionViewItem *cell, const QModelIndex &index) const;
-    void paintCellInPlace(QPainter *painter, QStyleOptionViewItem *cell,
-                          const QModelIndex &index) const;
-    QAbstractItemDelegate *delegateFor(const QModelIndex &index) const;
-    QPixmap *renderCell(const QStyleOptionViewItem &cell, const QModelIndex &index) const;
-    void paintEditorFocus(QPainter *painter, const QStyleOptionViewItem &option,
-                          const QModelIndex &index) const;
-
     // Current index and selection
     QModelIndex neighbourInRow(const QModelIndex &current, int step) const;
     QModelIndex moveRight(const QModelIndex &current);
@@ -193,9 +157,10 @@ public:
     bool isFirstOwed = false; //!< an editor kept the current index from following
     bool isLastOwed = false;
 
-    PixelMover pixels;        //!< all repaints of the view
-    PaintBuffer buffer;       //!< pictures of cells
-    ColumnStrip shownColumns; //!< where they are on screen
+    PixelMover pixels;  //!< all repaints of the view
+    PaintBuffer buffer; //!< pictures of cells
+    CellPainter cells;
+    ShownColumns shownColumns;
     bool isColumnCheckPending = false;
     int shownScrollMode = 0; //!< the vertical one that the picture was made in
 

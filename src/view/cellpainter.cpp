@@ -22,8 +22,8 @@ namespace {
 //! Draws a cell from the buffer; false if it is not there in the right size.
 //! Deliberate: device pixels are held against logical ones, so that at a device pixel ratio
 //! other than 1 every cell is painted anew.
-bool paintBuffered(QPainter *painter, const QRect &rect, int row, int column,
-                   const PaintPass &pass, const PaintBuffer &buffer)
+bool paintBuffered(QPainter *painter, const QRect &rect, int row, int column, const PaintPass &pass,
+                   const PaintBuffer &buffer)
 {
     if (rect.isEmpty())
         return true;
@@ -64,8 +64,7 @@ void CellPainter::complete(PaintPass *pass, const RowGeometry &rows) const
     }
     const QModelIndex current = pass->selectionModel->currentIndex();
     pass->currentRow = current.isValid() ? current.row() : -1;
-    pass->hasEditorFocus =
-        pass->currentRow >= 0 && hasEditorFocus(*pass->model, pass->currentRow);
+    pass->hasEditorFocus = pass->currentRow >= 0 && hasEditorFocus(*pass->model, pass->currentRow);
 }
 
 //! Whether pictures of cells cannot be kept: they would show another background, or would

@@ -25,14 +25,14 @@ struct PaintPass
     const QItemSelectionModel *selectionModel = nullptr; //!< may be null
     const QRegion *region = nullptr;                     //!< what is painted; null: everything
     ColumnStrip columns;                                 //!< all that are seen
-    QPoint delay;                    //!< added to every cell's rectangle
-    bool isBackgroundPlain = false;  //!< one opaque colour is behind the cells
-    bool isInPlace = false;          //!< no picture of a cell would be the right one
-    QItemSelection selection;        //!< what of the selection touches the rows on screen
-    int hoverRow = -1;               //!< of the cell under the pointer
-    int hoverColumn = -1;            //!< the same
-    int currentRow = -1;             //!< the selection model's current row
-    bool hasEditorFocus = false;     //!< an editor in the current row has the focus
+    QPoint delay;                                        //!< added to every cell's rectangle
+    bool isBackgroundPlain = false;                      //!< one opaque colour is behind the cells
+    bool isInPlace = false;      //!< no picture of a cell would be the right one
+    QItemSelection selection;    //!< what of the selection touches the rows on screen
+    int hoverRow = -1;           //!< of the cell under the pointer
+    int hoverColumn = -1;        //!< the same
+    int currentRow = -1;         //!< the selection model's current row
+    bool hasEditorFocus = false; //!< an editor in the current row has the focus
 
     //! Whether a cell is selected. Spares the selection model, which walks all of its ranges,
     //! where the selection does not reach.
