@@ -6,91 +6,24 @@
 
 #include "pixels/background_p.h"
 #include "view/keyboardsearch_p.h"
+#include "view/rowheight_p.h"
 
 #include <QApplication>
 #include <QDragMoveEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
-#include <QLoggingCategory>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPixmap>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QStyle>
-#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 #include <algorithm>
 #include <limits>
-#include <typeinfo>
 #include <utility>
-
-namespace {
-
-struct Connection
-{
-    const char *signal;
-    const char *slot;
-};
-
-// From the header to the view.
-const Connection headerConnections[] = {
-    {SIGNAL(sectionResized(int, int, int)), SLOT(columnResized(int, int, int))},
-    {SIGNAL(sectionMoved(int, int, int)), SLOT(columnMoved(int, int, int))},
-    {SIGNAL(sectionCountChanged(int, int)), SLOT(columnCountChanged(int, int))},
-    {SIGNAL(sectionHandleDoubleClicked(int)), SLOT(resizeColumnToContents(int))},
-    {SIGNAL(geometriesChanged()), SLOT(updateGeometries())},
-};
-
-// From the header to the view's private object.
-const Connection privateHeaderConnections[] = {
-    {SIGNAL(destroyed()), SLOT(headerDestroyed())},
-    {SIGNAL(geometriesChanged()), SLOT(headerHeightMayChange())},
-    {SIGNAL(geometriesChanged()), SLOT(headerChanged())},
-    {SIGNAL(sectionResized(int, int, int)), SLOT(headerChanged())},
-    {SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), SLOT(headerChanged())}, // restoreState()
-};
-
-const Connection sortConnection = {SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)),
-                                   SLOT(sortIndicatorChanged(int, Qt::SortOrder))};
-
-// From the model to the view, beside those that QAbstractItemView makes itself.
-const Connection modelConnections[] = {
-    {SIGNAL(rowsRemoved(QModelIndex, int, int)), SLOT(rowsRemoved(QModelIndex, int, int))},
-    {SIGNAL(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int)),
-     SLOT(rowsAboutToBeMoved(QModelIndex, int, int, QModelIndex, int))},
-    {SIGNAL(rowsMoved(QModelIndex, int, int, QModelIndex, int)),
-     SLOT(rowsMoved(QModelIndex, int, int, QModelIndex, int))},
-    {SIGNAL(modelAboutToBeReset()), SLOT(modelAboutToBeReset())},
-    {SIGNAL(modelReset()), SLOT(modelReset())},
-    {SIGNAL(rowsAboutToBeInserted(QModelIndex, int, int)),
-     SLOT(rowsAboutToBeInserted(QModelIndex, int, int))},
-    {SIGNAL(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint)),
-     SLOT(layoutChanged(QList<QPersistentModelIndex>, QAbstractItemModel::LayoutChangeHint))},
-};
-
-// From the model to the view's private object.
-const Connection privateModelConnections[] = {
-    {SIGNAL(destroyed()), SLOT(modelDestroyed())},
-    {SIGNAL(headerDataChanged(Qt::Orientation, int, int)), SLOT(headerHeightMayChange())},
-    {SIGNAL(columnsInserted(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
-    {SIGNAL(columnsRemoved(QModelIndex, int, int)), SLOT(modelColumnsChanged(QModelIndex))},
-    {SIGNAL(columnsMoved(QModelIndex, int, int, QModelIndex, int)),
-     SLOT(modelColumnsChanged(QModelIndex))},
-};
-
-//! What a delegate asks for without a cell.
-int hintedHeight(const QAbstractItemDelegate &delegate, const QStyleOptionViewItem &option)
-{
-    // Qt's own would tell of the cell that it has painted last.
-    if (typeid(delegate) == typeid(QStyledItemDelegate))
-        return QStyledItemDelegate().sizeHint(option, QModelIndex()).height();
-    return delegate.sizeHint(option, QModelIndex()).height();
-}
-
-} // namespace
 
 // QTableFastScrollBar
 
@@ -150,7 +83,11 @@ QTableFastView::~QTableFastView()
 
 QTableFastViewPrivate::QTableFastViewPrivate(QTableFastView *q)
     : q_ptr(q)
+    , connections(q, this)
     , keyboardSearch(new KeyboardSearch(q))
+    , autoScroll(q)
+    , edges({q->stayAtTop, q->stayAtEnd, q->currentFirst, q->currentLast, q->currentColumn,
+             q->currentPos})
     , pixels(q)
     , buffer(&q->m_pixmapCacheIndexed, &q->m_usePixmapCacheIndexed)
     , cells(q)
@@ -174,11 +111,7 @@ void QTableFastView::setHeader(QHeaderView *header)
     if (m_header) {
         m_header->removeEventFilter(this);
         m_header->viewport()->removeEventFilter(d_ptr);
-        for (const Connection &c : headerConnections)
-            disconnect(m_header, c.signal, this, c.slot);
-        disconnect(m_header, sortConnection.signal, this, sortConnection.slot);
-        for (const Connection &c : privateHeaderConnections)
-            disconnect(m_header, c.signal, d_ptr, c.slot);
+        d_ptr->connections.disconnectHeader(m_header);
         if (m_header->parent() == this)
             delete m_header;
     }
@@ -193,14 +126,11 @@ void QTableFastView::setHeader(QHeaderView *header)
         if (m_selectionModel)
             m_header->setSelectionModel(m_selectionModel);
     }
-    for (const Connection &c : headerConnections)
-        connect(m_header, c.signal, this, c.slot);
-    for (const Connection &c : privateHeaderConnections)
-        connect(m_header, c.signal, d_ptr, c.slot);
+    d_ptr->connections.connectHeader(m_header);
     // The header must hear of columns first: asked for its length, it lays out what it has not
     // been told of, and counts that twice.
     if (m_model)
-        d_ptr->connectModel(m_model);
+        d_ptr->connections.connectModel(m_model);
     m_header->installEventFilter(this);
     m_header->viewport()->installEventFilter(d_ptr);
     setSortingEnabled(m_sortingEnabled);
@@ -216,23 +146,6 @@ void QTableFastViewPrivate::headerDestroyed()
     columnsChanged();
 }
 
-void QTableFastViewPrivate::connectModel(QAbstractItemModel *model)
-{
-    disconnectModel(model);
-    for (const Connection &c : modelConnections)
-        connect(model, c.signal, q_ptr, c.slot);
-    for (const Connection &c : privateModelConnections)
-        connect(model, c.signal, this, c.slot);
-}
-
-void QTableFastViewPrivate::disconnectModel(QAbstractItemModel *model)
-{
-    for (const Connection &c : modelConnections)
-        disconnect(model, c.signal, q_ptr, c.slot);
-    for (const Connection &c : privateModelConnections)
-        disconnect(model, c.signal, this, c.slot);
-}
-
 void QTableFastView::setModel(QAbstractItemModel *model)
 {
     if (model == m_model)
@@ -245,7 +158,7 @@ void QTableFastView::setModel(QAbstractItemModel *model)
             disconnect(m_selectionModel, SIGNAL(currentRowChanged(QModelIndex, QModelIndex)),
                        m_model, SLOT(submit()));
         }
-        d_ptr->disconnectModel(m_model);
+        d_ptr->connections.disconnectModel(m_model);
     }
 
     m_model = model;
@@ -254,11 +167,10 @@ void QTableFastView::setModel(QAbstractItemModel *model)
     const QPointer<QItemSelectionModel> ofHeader = m_header ? m_header->selectionModel() : nullptr;
     QAbstractItemView::setModel(model);
     QItemSelectionModel *interim = selectionModel(); // made by the base class
-    m_modelRowCountBefore = d_ptr->knownRows = d_ptr->rowCount();
-    d_ptr->changesBegun = 0;
-    d_ptr->isMoveBegun = false;
+    m_modelRowCountBefore = d_ptr->rowCount();
+    d_ptr->changes.reset(m_modelRowCountBefore);
     if (m_model) {
-        d_ptr->connectModel(m_model);
+        d_ptr->connections.connectModel(m_model);
         if (m_sortingEnabled && m_header)
             sortIndicatorChanged(m_header->sortIndicatorSection(), m_header->sortIndicatorOrder());
         auto *own = new QItemSelectionModel(m_model, this);
@@ -488,15 +400,7 @@ QPair<int, int> QTableFastView::startAndEndColumns(const QRect &rect) const
 
 int QTableFastView::updatedItemHeight(const QStyleOptionViewItem &option) const
 {
-    int height = QFontMetrics(font()).height();
-    if (itemDelegate())
-        height = std::max(height, hintedHeight(*itemDelegate(), option));
-    const int columns = m_model ? m_model->columnCount(QModelIndex()) : 0;
-    for (int column = 0; column < columns; ++column) {
-        if (const QAbstractItemDelegate *delegate = itemDelegateForColumn(column))
-            height = std::max(height, hintedHeight(*delegate, option));
-    }
-    return std::max(height, 1);
+    return neededRowHeight(*this, m_model, option);
 }
 
 void QTableFastView::updateItemHeight()
@@ -571,7 +475,7 @@ void QTableFastView::updateScrollBars(int delta)
 void QTableFastView::updateVScrollBar(int delta)
 {
     // Amid a change of rows, the value and the row count do not belong together.
-    if (!m_model || d_ptr->changesBegun > 0)
+    if (!m_model || d_ptr->changes.isAmid())
         return;
     QScrollBar *bar = verticalScrollBar();
     const RowGeometry rows = d_ptr->rows();
@@ -581,9 +485,9 @@ void QTableFastView::updateVScrollBar(int delta)
         bar->setPageStep(rows.pageStep());
     }
     const qint64 value = qint64(rows.value) + (rows.isPerPixel ? 0 : delta);
-    const quint64 serial = d_ptr->changeSerial;
+    const quint64 serial = d_ptr->changes.serial();
     bar->setRange(0, rows.maximum());
-    if (serial == d_ptr->changeSerial) // else rows were fetched, and the value is theirs
+    if (serial == d_ptr->changes.serial()) // else rows were fetched, and the value is theirs
         bar->setValue(saturated(value));
     d_ptr->fetchIfEndIsSeen();
     if (d_ptr->shownScrollMode == verticalScrollMode())
@@ -1179,13 +1083,6 @@ void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, co
     }
 }
 
-//! The model has ended a change that it had begun, or has never said that it would.
-void QTableFastViewPrivate::endChange()
-{
-    changesBegun = std::max(changesBegun - 1, 0);
-    isMoveBegun = isMoveBegun && changesBegun > 0;
-}
-
 void QTableFastViewPrivate::repaintAll()
 {
     buffer.clear();
@@ -1196,7 +1093,7 @@ void QTableFastViewPrivate::repaintAll()
 //! pixels, and of its kept cells, a number means.
 void QTableFastViewPrivate::noticeUntoldRows()
 {
-    if (isMoveBegun || rowCount() != knownRows)
+    if (changes.areUntold(rowCount()))
         repaintAll();
 }
 
@@ -1274,13 +1171,12 @@ bool QTableFastView::isCurrentLast() const
 
 bool QTableFastView::followsCurrentRow() const
 {
-    return d_ptr->followsCurrentRow;
+    return d_ptr->edges.followsCurrent();
 }
 
 void QTableFastView::setFollowsCurrentRow(bool on)
 {
-    d_ptr->followsCurrentRow = on;
-    d_ptr->isFirstOwed = d_ptr->isLastOwed = false;
+    d_ptr->edges.setFollowsCurrent(on);
     if (!on)
         d_ptr->resetTarget = QPersistentModelIndex();
 }
@@ -1549,7 +1445,7 @@ void QTableFastViewPrivate::repaintSelection(const QItemSelection &selection)
 
 void QTableFastView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
-    d_ptr->isFirstOwed = d_ptr->isLastOwed = false;
+    d_ptr->edges.currentChanged();
     d_ptr->baseCurrentChanged(current, previous);
     // Rows, not cells: the column of the index may be hidden.
     if (previous.isValid())
@@ -1564,68 +1460,49 @@ void QTableFastView::rowsAboutToBeInserted(const QModelIndex &parent, int /*star
 {
     if (!m_model || parent.isValid())
         return;
-    ++d_ptr->changesBegun;
-    const QModelIndex current = currentIndex();
-    const int rows = d_ptr->rowCount();
-    if (current.isValid()) {
-        currentFirst = current.row() == 0;
-        currentLast = current.row() == rows - 1;
-        currentColumn = current.column();
-        currentPos = current.row() - d_ptr->scale().topRow();
-    } else {
-        currentPos = 0;
-        currentFirst = currentLast = rows == 0;
-    }
+    d_ptr->changes.begin();
     const QScrollBar *bar = verticalScrollBar();
-    stayAtTop = bar->value() == bar->minimum();
-    stayAtEnd = bar->value() == bar->maximum();
-    if (d_ptr->isFetching) {
-        // More of the table, not new rows: what is seen stays.
-        stayAtTop = rows == 0;
-        stayAtEnd = currentFirst = currentLast = false;
-        return;
-    }
-    d_ptr->takeOwedEdges();
-
-    // Where both ends coincide, new rows are expected where the order puts them.
-    const bool isAscending = m_header && m_header->sortIndicatorOrder() == Qt::AscendingOrder;
-    if (stayAtTop && stayAtEnd)
-        (isAscending ? stayAtEnd : stayAtTop) = false;
-    if (currentFirst && currentLast)
-        (isAscending ? currentLast : currentFirst) = false;
-}
-
-//! A current index that an editor held back follows again once the editor is closed.
-void QTableFastViewPrivate::takeOwedEdges()
-{
-    if ((!isFirstOwed && !isLastOwed) || isEditing())
-        return;
-    q_ptr->currentFirst = q_ptr->currentFirst || isFirstOwed;
-    q_ptr->currentLast = q_ptr->currentLast || isLastOwed;
-    isFirstOwed = isLastOwed = false;
+    const QModelIndex current = currentIndex();
+    EdgeKeeper::Situation now;
+    now.rows = d_ptr->rowCount();
+    now.currentRow = current.row();
+    now.currentColumn = current.column();
+    now.topRow = d_ptr->scale().topRow();
+    now.isAtMinimum = bar->value() == bar->minimum();
+    now.isAtMaximum = bar->value() == bar->maximum();
+    now.isAscending = m_header && m_header->sortIndicatorOrder() == Qt::AscendingOrder;
+    now.isFetching = d_ptr->isFetching;
+    now.isEditing = d_ptr->edges.isOwed() && d_ptr->isEditing();
+    d_ptr->edges.beforeInsertion(now);
 }
 
 void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
 {
     if (!m_model || parent.isValid())
         return;
-    d_ptr->endChange();
+    d_ptr->changes.end();
     const int count = end - start + 1;
     const bool isConsistent = m_modelRowCountBefore + count == d_ptr->rowCount();
-    const quint64 serial = ++d_ptr->changeSerial;
+    const quint64 serial = d_ptr->changes.serial();
     const qint64 oldTop = d_ptr->scale().contentTop();
 
     const QPersistentModelIndex follower = d_ptr->edgeToFollow(start, end);
-    d_ptr->knownRows = d_ptr->rowCount();
+    d_ptr->changes.setRows(d_ptr->rowCount());
     d_ptr->buffer.rowsInserted(start, end);
     d_ptr->setRangeQuietly();
-    if (stayAtEnd && !stayAtTop)
+    switch (d_ptr->edges.scroll(start, d_ptr->scale().topRow())) {
+    case EdgeKeeper::Scroll::ToEnd:
         d_ptr->moveQuietly(verticalScrollBar()->maximum());
-    else if (!stayAtEnd && !stayAtTop && start <= d_ptr->scale().topRow())
+        break;
+    case EdgeKeeper::Scroll::WithRows:
         d_ptr->moveRowsQuietly(count);
+        break;
+    case EdgeKeeper::Scroll::Stay:
+        break;
+    }
 
     // Reaching the end may have fetched more rows meanwhile.
-    const bool isUndisturbed = isConsistent && serial == d_ptr->changeSerial;
+    const bool isUndisturbed = isConsistent && serial == d_ptr->changes.serial();
     if (isUndisturbed)
         d_ptr->movePixels(oldTop, start, count);
     d_ptr->evictOutside();
@@ -1643,15 +1520,21 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
 //! stays.
 QModelIndex QTableFastViewPrivate::edgeToFollow(int start, int end)
 {
-    const int last = rowCount() - 1;
-    const bool isFirst = q_ptr->currentFirst && start == 0;
-    if (!followsCurrentRow || (!isFirst && !(q_ptr->currentLast && end == last)))
+    const EdgeKeeper::Edge edge = edges.edgeToFollow(start, end, rowCount());
+    if (edge == EdgeKeeper::Edge::None)
         return {};
     if (isEditing()) {
-        (isFirst ? isFirstOwed : isLastOwed) = true;
+        edges.owe(edge);
         return {};
     }
-    return q_ptr->m_model->index(isFirst ? 0 : last, q_ptr->currentColumn);
+    return edgeCell(edge);
+}
+
+//! The cell at an edge in the column that was current.
+QModelIndex QTableFastViewPrivate::edgeCell(EdgeKeeper::Edge edge) const
+{
+    const int row = edge == EdgeKeeper::Edge::First ? 0 : rowCount() - 1;
+    return q_ptr->m_model->index(row, q_ptr->currentColumn);
 }
 
 //! Whether the user is at work in the current row.
@@ -1666,60 +1549,42 @@ bool QTableFastViewPrivate::isEditing() const
 //! Makes \a target current without scrolling to it.
 void QTableFastViewPrivate::followEdge(const QModelIndex &target, bool isConsistent)
 {
-    holdAutoScroll();
+    autoScroll.hold();
     QItemSelectionModel *selectionModel = q_ptr->m_selectionModel;
     if (isConsistent && selectionModel && selectionModel->currentIndex().isValid()) {
         selectionModel->clearSelection();
         updateRowStrip(selectionModel->currentIndex().row());
     }
     q_ptr->setCurrentIndex(target);
-    releaseAutoScroll();
+    autoScroll.release();
 }
 
 void QTableFastView::rowsAboutToBeRemoved(const QModelIndex &parent, int /*start*/, int /*end*/)
 {
     if (!parent.isValid())
-        ++d_ptr->changesBegun;
-    d_ptr->holdAutoScroll();
+        d_ptr->changes.begin();
+    d_ptr->autoScroll.hold();
 }
 
 void QTableFastView::rowsAboutToBeMoved(const QModelIndex &sourceParent, int /*sourceStart*/,
                                         int /*sourceEnd*/, const QModelIndex &destinationParent,
                                         int /*destinationRow*/)
 {
-    if (!sourceParent.isValid() || !destinationParent.isValid()) {
-        ++d_ptr->changesBegun;
-        d_ptr->isMoveBegun = true;
-    }
-    d_ptr->holdAutoScroll();
-}
-
-void QTableFastViewPrivate::holdAutoScroll()
-{
-    if (autoScrollHolds++ == 0)
-        savedAutoScroll = q_ptr->hasAutoScroll();
-    q_ptr->setAutoScroll(false);
-}
-
-void QTableFastViewPrivate::releaseAutoScroll()
-{
-    if (autoScrollHolds == 0)
-        return;
-    if (--autoScrollHolds == 0)
-        q_ptr->setAutoScroll(savedAutoScroll);
+    if (!sourceParent.isValid() || !destinationParent.isValid())
+        d_ptr->changes.beginMove();
+    d_ptr->autoScroll.hold();
 }
 
 void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
 {
     if (!m_model || parent.isValid()) {
-        d_ptr->releaseAutoScroll();
+        d_ptr->autoScroll.release();
         return;
     }
-    d_ptr->endChange();
-    ++d_ptr->changeSerial;
+    d_ptr->changes.end();
     const int count = last - first + 1;
-    const bool isConsistent = d_ptr->knownRows - count == d_ptr->rowCount();
-    d_ptr->knownRows = d_ptr->rowCount();
+    const bool isConsistent = d_ptr->changes.rows() - count == d_ptr->rowCount();
+    d_ptr->changes.setRows(d_ptr->rowCount());
     const RowGeometry rows = d_ptr->rows();
     const bool isAbove = rows.topRow() > last;
     const bool isSeen = rows.isSeen(first, last);
@@ -1737,9 +1602,9 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
     d_ptr->dropLookOfRowDelegates();
     if (!isConsistent)
         d_ptr->repaintAll();
-    d_ptr->releaseAutoScroll();
+    d_ptr->autoScroll.release();
     m_modelRowCountBefore = d_ptr->rowCount();
-    if (d_ptr->followsCurrentRow)
+    if (d_ptr->edges.followsCurrent())
         setCurrentIndex(currentIndex());
     d_ptr->placeEditors();
 }
@@ -1748,16 +1613,15 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
                                const QModelIndex &destinationParent, int destinationRow)
 {
     if (!m_model || (sourceParent.isValid() && destinationParent.isValid())) {
-        d_ptr->releaseAutoScroll();
+        d_ptr->autoScroll.release();
         return;
     }
-    d_ptr->endChange();
-    ++d_ptr->changeSerial;
-    d_ptr->knownRows = d_ptr->rowCount();
+    d_ptr->changes.end();
+    d_ptr->changes.setRows(d_ptr->rowCount());
     if (sourceParent.isValid() || destinationParent.isValid()) {
         columnCountChanged(0, 0); // rows came or went: all is measured and painted anew
         m_modelRowCountBefore = d_ptr->rowCount();
-        d_ptr->releaseAutoScroll();
+        d_ptr->autoScroll.release();
         return;
     }
     d_ptr->moveCachedRows(sourceStart, sourceEnd, destinationRow);
@@ -1773,7 +1637,7 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
     }
     d_ptr->evictOutside();
     d_ptr->dropLookOfRowDelegates();
-    d_ptr->releaseAutoScroll();
+    d_ptr->autoScroll.release();
     d_ptr->placeEditors();
 }
 
@@ -1782,12 +1646,7 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
 void QTableFastView::modelAboutToBeReset()
 {
     const QModelIndex current = currentIndex();
-    const int rows = d_ptr->rowCount();
-    if (rows == 0 || !current.isValid())
-        return;
-    currentFirst = current.row() == 0;
-    currentLast = !currentFirst && current.row() == rows - 1;
-    currentColumn = current.column();
+    d_ptr->edges.beforeReset(current.row(), current.column(), d_ptr->rowCount());
 }
 
 void QTableFastView::modelReset()
@@ -1800,10 +1659,7 @@ void QTableFastView::reset()
     QAbstractItemView::reset(); // ends editing
     if (!m_model)
         return;
-    ++d_ptr->changeSerial;
-    d_ptr->changesBegun = 0;
-    d_ptr->isMoveBegun = false;
-    d_ptr->knownRows = d_ptr->rowCount();
+    d_ptr->changes.reset(d_ptr->rowCount());
     if (m_usePixmapCacheIndexed)
         d_ptr->buffer.clear();
     d_ptr->pixels.update();
@@ -1818,12 +1674,10 @@ void QTableFastView::reset()
 void QTableFastViewPrivate::followReset()
 {
     resetTarget = QPersistentModelIndex();
-    if (!followsCurrentRow || isFetching)
+    const EdgeKeeper::Edge edge = edges.edgeAfterReset();
+    if (edge == EdgeKeeper::Edge::None || isFetching)
         return;
-    const int row = q_ptr->currentFirst ? 0 : q_ptr->currentLast ? rowCount() - 1 : -1;
-    if (row < 0)
-        return;
-    resetTarget = q_ptr->m_model->index(row, q_ptr->currentColumn);
+    resetTarget = edgeCell(edge);
     // Persistent: the model may change, or go, before the event loop comes by.
     if (resetTarget.isValid())
         QMetaObject::invokeMethod(this, "applyResetTarget", Qt::QueuedConnection);
@@ -1868,7 +1722,7 @@ void QTableFastView::layoutChanged(const QList<QPersistentModelIndex> & /*parent
         d_ptr->buffer.clear();
     d_ptr->pixels.update();
     const int rows = d_ptr->rowCount();
-    d_ptr->knownRows = rows;
+    d_ptr->changes.setRows(rows);
     if (hint == QAbstractItemModel::VerticalSortHint || rows != m_modelRowCountBefore)
         updateVScrollBar(0);
     else if (hint == QAbstractItemModel::HorizontalSortHint)
@@ -1894,13 +1748,9 @@ void QTableFastView::setSortingEnabled(bool enable)
     if (m_header) {
         m_header->setSortIndicatorShown(enable);
         m_header->setSectionsClickable(enable);
-        if (enable) {
+        if (enable)
             sortByColumn(m_header->sortIndicatorSection(), m_header->sortIndicatorOrder());
-            connect(m_header, sortConnection.signal, this, sortConnection.slot,
-                    Qt::UniqueConnection);
-        } else {
-            disconnect(m_header, sortConnection.signal, this, sortConnection.slot);
-        }
+        d_ptr->connections.connectSorting(m_header, enable);
     }
     m_sortingEnabled = enable;
 }

@@ -4,12 +4,16 @@
 #ifndef QTABLEFASTVIEW_P_H
 #define QTABLEFASTVIEW_P_H
 
+#include "view/autoscrollhold_p.h"
 #include "view/cellpainter_p.h"
 #include "view/columnscroll_p.h"
 #include "view/columnstrip_p.h"
+#include "view/connections_p.h"
+#include "view/edgekeeper_p.h"
 #include "view/headercolumns_p.h"
 #include "view/paintbuffer_p.h"
 #include "view/pixelmover_p.h"
+#include "view/rowchanges_p.h"
 #include "view/rowgeometry_p.h"
 #include "view/showncolumns_p.h"
 
@@ -64,10 +68,6 @@ public:
     bool canMovePixels();
     void moveColumnsAfter(int column, int delta);
 
-    // Auto-scroll is off between the two notifications of a removal or a move.
-    void holdAutoScroll();
-    void releaseAutoScroll();
-
     // The paint buffer
     void moveCachedRows(int start, int end, int row);
     void evictOutside();
@@ -101,16 +101,13 @@ public:
     void noticePress(const QMouseEvent &event);
 
     // Model changes
-    void connectModel(QAbstractItemModel *model);
-    void disconnectModel(QAbstractItemModel *model);
     QModelIndex edgeToFollow(int start, int end);
     void followEdge(const QModelIndex &target, bool isConsistent);
-    void takeOwedEdges();
+    QModelIndex edgeCell(EdgeKeeper::Edge edge) const;
     bool isEditing() const;
     void followReset();
     void columnsChanged();
     void noticeUntoldRows();
-    void endChange();
 
     // Models that have more rows than they tell at first
     bool mayFetch() const;
@@ -136,27 +133,22 @@ public:
     QPoint scrollDelayOffset; //!< logical pixels added to every cell rectangle
     QTableFastView *q_ptr;    //!< the view
 
+    Connections connections;
     KeyboardSearch *keyboardSearch;                  //!< a child
     QPointer<QItemSelectionModel> ownSelectionModel; //!< made by setModel()
     QPersistentModelIndex resetTarget;               //!< becomes current once a reset has settled
-    bool savedAutoScroll = false;                    //!< as the application had set it
-    int autoScrollHolds = 0;                         //!< notifications between which it is off
-    quint64 changeSerial = 0;   //!< counts changes of rows, to notice nested ones
-    int changesBegun = 0;       //!< changes of rows that the model has begun and not ended
-    bool isMoveBegun = false;   //!< rows may have other numbers already
-    int knownRows = 0;          //!< as told by the model's signals
     bool isFetching = false;    //!< rows that arrive are those the view asked for
     bool isFetchWanted = false; //!< the view came to its end meanwhile
-    bool followsCurrentRow = true;
     bool hasStandardKeys = false;
     bool savedTabKeyNavigation = false; //!< before the standard keys
     bool selectsVisualRanges = false;
     QPersistentModelIndex anchor; //!< where a range that Shift extends begins
     int fixedRowHeight = 0;       //!< logical pixels; 0: as font and delegates ask for
     bool rowHeightFollowsFont = false;
-    bool isFirstOwed = false; //!< an editor kept the current index from following
-    bool isLastOwed = false;
 
+    RowChanges changes;
+    AutoScrollHold autoScroll;
+    EdgeKeeper edges;
     PixelMover pixels;  //!< all repaints of the view
     PaintBuffer buffer; //!< pictures of cells
     CellPainter cells;
