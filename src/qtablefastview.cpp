@@ -85,6 +85,7 @@ QTableFastViewPrivate::QTableFastViewPrivate(QTableFastView *q)
     : q_ptr(q)
     , connections(q, this)
     , keyboardSearch(new KeyboardSearch(q))
+    , anchor(q)
     , autoScroll(q)
     , edges({q->stayAtTop, q->stayAtEnd, q->currentFirst, q->currentLast, q->currentColumn,
              q->currentPos})
@@ -509,32 +510,16 @@ void QTableFastView::updateHScrollBar()
     }
 }
 
-//! Sets the vertical range without a word to anybody. The value must lie within
-//! the new range already: the scroll area would miss its change.
+QuietBar QTableFastViewPrivate::quietBar() const
+{
+    return {q_ptr->verticalScrollBar(), &q_ptr->blockScroll};
+}
+
+//! Has the bar know of rows that came or went, and nobody else.
 void QTableFastViewPrivate::setRangeQuietly()
 {
     noticeContentSize();
-    QScrollBar *bar = q_ptr->verticalScrollBar();
-    const int maximum = std::max(rows().maximum(), 0);
-    if (bar->minimum() == 0 && bar->maximum() == maximum)
-        return;
-    if (bar->value() > maximum)
-        moveQuietly(maximum);
-    const QSignalBlocker quiet(bar);
-    bar->setRange(0, maximum);
-}
-
-//! Changes the value of the vertical bar without moving pixels.
-void QTableFastViewPrivate::moveQuietly(qint64 value)
-{
-    const QScopedValueRollback<bool> block(q_ptr->blockScroll, true);
-    q_ptr->verticalScrollBar()->setValue(saturated(value));
-}
-
-//! Moves the value quietly by \a count rows.
-void QTableFastViewPrivate::moveRowsQuietly(qint64 count)
-{
-    moveQuietly(scale().valueMovedBy(count));
+    quietBar().setMaximum(std::max(rows().maximum(), 0));
 }
 
 void QTableFastView::verScrollbarValueChanged(int /*value*/)
@@ -622,28 +607,15 @@ void QTableFastViewPrivate::movePixels(qint64 oldTop, int start, int count)
     const RowGeometry::Shift shift = rows().insertion(oldTop, start, count);
     if (!shift.isAboveMoved && !shift.isBelowMoved)
         return;
-    if (!canMovePixels()) {
+    if (!pixels.canMoveAgain()) {
         pixels.update();
         placeEditors();
         return;
     }
     if (shift.isAboveMoved)
-        scrollStrip(0, shift.seam, shift.above);
+        pixels.moveRows(0, shift.seam, shift.above);
     if (shift.isBelowMoved)
-        scrollStrip(shift.seam, q_ptr->viewport()->height(), shift.below);
-}
-
-//! Moves the pixels between two y coordinates; what they uncover gets painted.
-void QTableFastViewPrivate::scrollStrip(int top, int bottom, qint64 dy)
-{
-    pixels.moveStrip(0, saturated(dy), QRect(0, top, q_ptr->viewport()->width(), bottom - top));
-}
-
-//! Whether pixels may be moved once more. Editors would be smeared by a move within a
-//! strip.
-bool QTableFastViewPrivate::canMovePixels()
-{
-    return q_ptr->viewport()->children().isEmpty() && pixels.canMoveAgain();
+        pixels.moveRows(shift.seam, q_ptr->viewport()->height(), shift.below);
 }
 
 //! A header tells of its sections before all of them have their places, and of some
@@ -1307,12 +1279,9 @@ QModelIndex QTableFastView::moveCursor(CursorAction cursorAction, Qt::KeyboardMo
     return current;
 }
 
-//! The cell next to \a current in its row, \a step (1 or −1) visual positions on; invalid
-//! where there is none.
-QModelIndex QTableFastViewPrivate::neighbourInRow(const QModelIndex &current, int step) const
+CursorMoves QTableFastViewPrivate::cursorMoves() const
 {
-    const int column = columns().neighbour(current.column(), step);
-    return column < 0 ? QModelIndex() : current.sibling(current.row(), column);
+    return {q_ptr->m_model, q_ptr->m_header};
 }
 
 QModelIndex QTableFastViewPrivate::moveRight(const QModelIndex &current)
@@ -1324,7 +1293,7 @@ QModelIndex QTableFastViewPrivate::moveRight(const QModelIndex &current)
         if (candidate.parent() == current)
             return candidate;
     }
-    const QModelIndex next = neighbourInRow(current, 1);
+    const QModelIndex next = cursorMoves().beside(current, 1);
     if (next.isValid())
         return next;
     QScrollBar *bar = q_ptr->horizontalScrollBar();
@@ -1342,7 +1311,7 @@ QModelIndex QTableFastViewPrivate::moveLeft(const QModelIndex &current)
         if (parent.isValid() && parent != q_ptr->rootIndex())
             return parent;
     }
-    const QModelIndex previous = neighbourInRow(current, -1);
+    const QModelIndex previous = cursorMoves().beside(current, -1);
     if (previous.isValid())
         return previous;
     QScrollBar *bar = q_ptr->horizontalScrollBar();
@@ -1380,8 +1349,8 @@ void QTableFastView::setSelection(const QRect &rect, QItemSelectionModel::Select
     int right = std::max(rect.left(), rect.right());
     if (isRightToLeft())
         std::swap(left, right);
-    const QModelIndex topLeft = d_ptr->cornerAt(QPoint(left, top));
-    const QModelIndex bottomRight = d_ptr->cornerAt(QPoint(right, bottom));
+    const QModelIndex topLeft = d_ptr->anchor.cornerAt(QPoint(left, top));
+    const QModelIndex bottomRight = d_ptr->anchor.cornerAt(QPoint(right, bottom));
 
     if (!topLeft.isValid() && !bottomRight.isValid()) {
         if (command & QItemSelectionModel::Clear)
@@ -1393,7 +1362,8 @@ void QTableFastView::setSelection(const QRect &rect, QItemSelectionModel::Select
         qWarning("TODO: !bottomRight.isValid()");
     } else if ((m_model->flags(topLeft) & Qt::ItemIsEnabled)
                && (m_model->flags(bottomRight) & Qt::ItemIsEnabled)) {
-        m_selectionModel->select(d_ptr->rangeBetween(topLeft, bottomRight), command);
+        m_selectionModel->select(
+            d_ptr->anchor.range(topLeft, bottomRight, d_ptr->selectsVisualRanges), command);
     }
 }
 
@@ -1492,10 +1462,10 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
     d_ptr->setRangeQuietly();
     switch (d_ptr->edges.scroll(start, d_ptr->scale().topRow())) {
     case EdgeKeeper::Scroll::ToEnd:
-        d_ptr->moveQuietly(verticalScrollBar()->maximum());
+        d_ptr->quietBar().setValue(verticalScrollBar()->maximum());
         break;
     case EdgeKeeper::Scroll::WithRows:
-        d_ptr->moveRowsQuietly(count);
+        d_ptr->quietBar().setValue(d_ptr->scale().valueMovedBy(count));
         break;
     case EdgeKeeper::Scroll::Stay:
         break;
@@ -1590,7 +1560,7 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
     const bool isSeen = rows.isSeen(first, last);
     d_ptr->buffer.rowsRemoved(first, last);
     if (isAbove)
-        d_ptr->moveRowsQuietly(-count);
+        d_ptr->quietBar().setValue(d_ptr->scale().valueMovedBy(-count));
     d_ptr->setRangeQuietly();
     if (isSeen) {
         d_ptr->pixels.update();
@@ -1631,7 +1601,7 @@ void QTableFastView::rowsMoved(const QModelIndex &sourceParent, int sourceStart,
     if (sourceStart != destinationRow && isSeen) {
         const int shift = rows.topRowShift(sourceStart, sourceEnd, destinationRow);
         if (shift != 0)
-            d_ptr->moveRowsQuietly(shift);
+            d_ptr->quietBar().setValue(rows.valueMovedBy(shift));
         d_ptr->pixels.update();
         updateScrollBars(0);
     }
@@ -1824,29 +1794,13 @@ void QTableFastView::columnResized(int column, int oldSize, int newSize)
         d_ptr->buffer.clear();
     if (isShownOrHidden || oldOffset != m_header->offset()
         || !d_ptr->shownColumns.followResize(d_ptr->seenColumns(), column, newSize - oldSize)
-        || !d_ptr->canMovePixels()) {
+        || !d_ptr->pixels.canMoveAgain()) {
         d_ptr->pixels.update();
         d_ptr->placeEditors();
         return;
     }
-    d_ptr->moveColumnsAfter(column, newSize - oldSize);
-}
-
-//! Moves the pixels of the columns after \a column, which grew by \a delta pixels; these are
-//! at its left in right-to-left.
-void QTableFastViewPrivate::moveColumnsAfter(int column, int delta)
-{
-    const QHeaderView *header = q_ptr->m_header;
-    const int position = header->sectionViewportPosition(column);
-    const int size = header->sectionSize(column);
-    const QRect area = q_ptr->viewport()->rect();
-    QRect moved = area;
-    if (q_ptr->isRightToLeft())
-        moved.setRight(position);
-    else
-        moved.setLeft(position + size - 1);
-    pixels.moveStrip(q_ptr->isRightToLeft() ? -delta : delta, 0, moved & area);
-    pixels.update(QRect(position, 0, size, area.height()));
+    d_ptr->pixels.moveColumns(columnViewportPosition(column), columnWidth(column),
+                              newSize - oldSize, isRightToLeft());
 }
 
 void QTableFastView::columnMoved(int logicalIndex, int oldVisualIndex, int newVisualIndex)

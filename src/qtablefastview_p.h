@@ -9,10 +9,13 @@
 #include "view/columnscroll_p.h"
 #include "view/columnstrip_p.h"
 #include "view/connections_p.h"
+#include "view/cursormoves_p.h"
 #include "view/edgekeeper_p.h"
 #include "view/headercolumns_p.h"
 #include "view/paintbuffer_p.h"
 #include "view/pixelmover_p.h"
+#include "view/quietbar_p.h"
+#include "view/rangeanchor_p.h"
 #include "view/rowchanges_p.h"
 #include "view/rowgeometry_p.h"
 #include "view/showncolumns_p.h"
@@ -60,13 +63,9 @@ public:
 
     // Scrolling
     void setRangeQuietly();
-    void moveQuietly(qint64 value);
-    void moveRowsQuietly(qint64 count);
+    QuietBar quietBar() const;
     void noticeContentSize();
     void movePixels(qint64 oldTop, int start, int count);
-    void scrollStrip(int top, int bottom, qint64 dy);
-    bool canMovePixels();
-    void moveColumnsAfter(int column, int delta);
 
     // The paint buffer
     void moveCachedRows(int start, int end, int row);
@@ -82,19 +81,14 @@ public:
     PaintPass paintPass(const QRegion *region) const;
     void prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass);
     // Current index and selection
-    QModelIndex neighbourInRow(const QModelIndex &current, int step) const;
+    CursorMoves cursorMoves() const;
     QModelIndex moveRight(const QModelIndex &current);
     QModelIndex moveLeft(const QModelIndex &current);
     QModelIndex endHorizontalMove(const QModelIndex &current);
     void repaintSelection(const QItemSelection &selection);
-    QModelIndex endOfRow(int row, int step) const;
-    QModelIndex neighbourCell(const QModelIndex &current, int step) const;
-    QModelIndex cellInRows(const QModelIndex &current, int rows) const;
     QModelIndex standardMove(int action, Qt::KeyboardModifiers modifiers) const;
     QModelIndex moveByRows(int action);
     QModelIndex moveAmongColumns(const QModelIndex &current, int action, bool isWholeTable) const;
-    QItemSelection rangeBetween(const QModelIndex &a, const QModelIndex &b) const;
-    QModelIndex cornerAt(const QPoint &point) const;
     bool isWholeColumnSelected(int column) const;
     bool selectDragged(const QRect &rect, QItemSelectionModel::SelectionFlags command);
     void baseKeyPress(QKeyEvent *event);
@@ -142,8 +136,8 @@ public:
     bool hasStandardKeys = false;
     bool savedTabKeyNavigation = false; //!< before the standard keys
     bool selectsVisualRanges = false;
-    QPersistentModelIndex anchor; //!< where a range that Shift extends begins
-    int fixedRowHeight = 0;       //!< logical pixels; 0: as font and delegates ask for
+    RangeAnchor anchor;
+    int fixedRowHeight = 0; //!< logical pixels; 0: as font and delegates ask for
     bool rowHeightFollowsFont = false;
 
     RowChanges changes;

@@ -4,6 +4,7 @@
 #include "pixelmover_p.h"
 
 #include "pixels/background_p.h"
+#include "rowgeometry_p.h"
 
 #include <QAbstractScrollArea>
 
@@ -56,7 +57,7 @@ bool PixelMover::canMove() const
 
 bool PixelMover::canMoveAgain()
 {
-    return canMove() && ++m_moves <= maxMoves;
+    return m_area->viewport()->children().isEmpty() && canMove() && ++m_moves <= maxMoves;
 }
 
 bool PixelMover::moveAll(int dx, int dy)
@@ -68,6 +69,23 @@ bool PixelMover::moveAll(int dx, int dy)
     m_area->viewport()->scroll(dx, dy);
     keepPending(m_area->viewport()->rect(), dx, dy);
     return true;
+}
+
+void PixelMover::moveRows(int top, int bottom, qint64 dy)
+{
+    moveStrip(0, saturated(dy), QRect(0, top, m_area->viewport()->width(), bottom - top));
+}
+
+void PixelMover::moveColumns(int x, int width, int delta, bool isRightToLeft)
+{
+    const QRect area = m_area->viewport()->rect();
+    QRect moved = area;
+    if (isRightToLeft)
+        moved.setRight(x);
+    else
+        moved.setLeft(x + width - 1);
+    moveStrip(isRightToLeft ? -delta : delta, 0, moved & area);
+    update(QRect(x, 0, width, area.height()));
 }
 
 void PixelMover::moveStrip(int dx, int dy, const QRect &strip)

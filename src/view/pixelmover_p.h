@@ -36,12 +36,18 @@ public:
     //! where device pixels do not fall on logical ones, or on a background that does not move
     //! along with cells.
     bool canMove() const;
-    //! As canMove(), and counts: several moves before one paint cost more than the paint.
+    //! As canMove(), for a part, and counts: several moves before one paint cost more than the
+    //! paint, and child widgets would be smeared by a move within a strip.
     bool canMoveAgain();
 
     //! Moves all pixels and child widgets by (\a dx, \a dy). Where pixels must not be moved,
     //! all is painted, and false is the answer: child widgets are where they were.
     bool moveAll(int dx, int dy);
+    //! Moves the pixels between two y coordinates by \a dy within them, or has them painted.
+    void moveRows(int top, int bottom, qint64 dy);
+    //! Moves what comes after a column that begins at \a x and grew by \a delta to \a width;
+    //! the column itself is painted. What comes after is at the left in right-to-left.
+    void moveColumns(int x, int width, int delta, bool isRightToLeft);
     //! Moves the pixels of \a strip within it, or has it painted; child widgets stay.
     void moveStrip(int dx, int dy, const QRect &strip);
 
