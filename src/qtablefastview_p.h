@@ -4,42 +4,45 @@
 #ifndef QTABLEFASTVIEW_P_H
 #define QTABLEFASTVIEW_P_H
 
-#include "view/autoscrollhold_p.h"
-#include "view/cellpainter_p.h"
-#include "view/columnscroll_p.h"
-#include "view/columnstrip_p.h"
-#include "view/connections_p.h"
-#include "view/cursormoves_p.h"
-#include "view/edgekeeper_p.h"
-#include "view/headercolumns_p.h"
-#include "view/paintbuffer_p.h"
-#include "view/pixelmover_p.h"
-#include "view/quietbar_p.h"
-#include "view/rangeanchor_p.h"
-#include "view/rowchanges_p.h"
-#include "view/rowgeometry_p.h"
-#include "view/showncolumns_p.h"
-
 #include <QHash>
-#include <QItemSelection>
-#include <QLocale>
+#include <QItemSelectionModel>
+#include <QList>
 #include <QObject>
 #include <QPersistentModelIndex>
 #include <QPoint>
 #include <QPointer>
-#include <QRegion>
-#include <QStyle>
-#include <QStyleOptionViewItem>
 
+#include <memory>
+
+class AutoScrollHold;
+class CellPainter;
+class ColumnScroll;
+class Connections;
+class CursorMoves;
+class DelegateMark;
+class EdgeKeeper;
+class HeaderColumns;
 class KeyboardSearch;
-class QItemSelectionModel;
+class PaintBuffer;
+class PixelMover;
 class QKeyEvent;
 class QMouseEvent;
+class QStyleOptionViewItem;
 class QTableFastView;
+class QuietBar;
+class RangeAnchor;
+class RowChanges;
+class ShownColumns;
+struct ColumnSlot;
+struct PaintPass;
+struct RowGeometry;
+struct RowScale;
 
 /*!
- * \brief What a QTableFastView keeps to itself: the bookkeeping that lets the paint
- * buffer and the pixels on screen survive changes.
+ * \brief What a QTableFastView keeps to itself: those who do its work, and how they work
+ * together.
+ *
+ * For derived views there is scrollDelayOffset; all else may change in any version.
  */
 class QTableFastViewPrivate : public QObject
 {
@@ -47,6 +50,7 @@ class QTableFastViewPrivate : public QObject
 
 public:
     explicit QTableFastViewPrivate(QTableFastView *q);
+    ~QTableFastViewPrivate() override;
 
     bool eventFilter(QObject *object, QEvent *event) override;
 
@@ -56,7 +60,7 @@ public:
     RowGeometry rows() const;
     QRect rowStrip(int row) const;
     HeaderColumns columns() const;
-    ColumnStrip seenColumns() const;
+    QList<ColumnSlot> seenColumns() const;
     ColumnScroll columnScroll() const;
     void updateRowStrip(int row);
     bool isPerPixel() const;
@@ -80,6 +84,7 @@ public:
     void updateHover(const QModelIndex &index);
     PaintPass paintPass(const QRegion *region) const;
     void prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass);
+
     // Current index and selection
     CursorMoves cursorMoves() const;
     QModelIndex moveRight(const QModelIndex &current);
@@ -97,7 +102,7 @@ public:
     // Model changes
     QModelIndex edgeToFollow(int start, int end);
     void followEdge(const QModelIndex &target, bool isConsistent);
-    QModelIndex edgeCell(EdgeKeeper::Edge edge) const;
+    QModelIndex edgeCell(bool isFirst) const;
     bool isEditing() const;
     void followReset();
     void columnsChanged();
@@ -127,30 +132,32 @@ public:
     QPoint scrollDelayOffset; //!< logical pixels added to every cell rectangle
     QTableFastView *q_ptr;    //!< the view
 
-    Connections connections;
-    KeyboardSearch *keyboardSearch;                  //!< a child
+    // Who does what; see their own files
+    const std::unique_ptr<Connections> connections;
+    KeyboardSearch *keyboardSearch; //!< a child
+    const std::unique_ptr<RowChanges> changes;
+    const std::unique_ptr<EdgeKeeper> edges;
+    const std::unique_ptr<AutoScrollHold> autoScroll;
+    const std::unique_ptr<RangeAnchor> anchor;
+    const std::unique_ptr<PixelMover> pixels; //!< all repaints of the view
+    const std::unique_ptr<PaintBuffer> buffer;
+    const std::unique_ptr<CellPainter> cells;
+    const std::unique_ptr<ShownColumns> shownColumns;
+
     QPointer<QItemSelectionModel> ownSelectionModel; //!< made by setModel()
     QPersistentModelIndex resetTarget;               //!< becomes current once a reset has settled
+    const PaintPass *pass = nullptr;                 //!< while draw() runs
+    bool isColumnCheckPending = false;
+    int shownScrollMode = 0;    //!< the vertical one that the picture was made in
     bool isFetching = false;    //!< rows that arrive are those the view asked for
     bool isFetchWanted = false; //!< the view came to its end meanwhile
+
+    // As set by the application
     bool hasStandardKeys = false;
     bool savedTabKeyNavigation = false; //!< before the standard keys
     bool selectsVisualRanges = false;
-    RangeAnchor anchor;
     int fixedRowHeight = 0; //!< logical pixels; 0: as font and delegates ask for
     bool rowHeightFollowsFont = false;
-
-    RowChanges changes;
-    AutoScrollHold autoScroll;
-    EdgeKeeper edges;
-    PixelMover pixels;  //!< all repaints of the view
-    PaintBuffer buffer; //!< pictures of cells
-    CellPainter cells;
-    ShownColumns shownColumns;
-    bool isColumnCheckPending = false;
-    int shownScrollMode = 0; //!< the vertical one that the picture was made in
-
-    const PaintPass *pass = nullptr; //!< while draw() runs
 };
 
 #endif // QTABLEFASTVIEW_P_H

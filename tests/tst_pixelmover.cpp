@@ -354,7 +354,7 @@ void TestPixelMover::somePixelsStay()
     settle();
     area.painted = QRegion();
     QCOMPARE(area.mover.canMove(), canMove);
-    QCOMPARE(area.mover.canMoveAgain(), canMove);
+    QVERIFY(!area.mover.canMoveAgain()); // the child would be smeared
     QCOMPARE(area.mover.moveAll(0, bandHeight), canMove);
     QCOMPARE(child.y(), canMove ? bandHeight : 0);
     settle();

@@ -7,7 +7,7 @@
 // fetches while something fetches.
 
 #include "qtablefastview.h"
-#include "qtablefastview_p.h"
+#include "tableparts_p.h"
 
 #include <QHeaderView>
 #include <QPointer>
@@ -28,14 +28,14 @@ bool QTableFastViewPrivate::mayFetch() const
 template<typename Work> void QTableFastViewPrivate::whileFetching(const Work &work)
 {
     const QPointer<QObject> alive(this); // the model may do anything
-    const quint64 serial = changes.serial();
+    const quint64 serial = changes->serial();
     isFetching = true;
     isFetchWanted = false;
     work();
     if (!alive)
         return;
     isFetching = false;
-    if (serial == changes.serial()) {
+    if (serial == changes->serial()) {
         if (std::exchange(isFetchWanted, false))
             fetchMore();
     } else if (mayFetch() && rowCount() <= rows().wholeRows()) {

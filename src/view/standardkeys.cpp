@@ -4,7 +4,7 @@
 // What makes keys and ranges those of QTableView: off until a program asks for it.
 
 #include "qtablefastview.h"
-#include "qtablefastview_p.h"
+#include "tableparts_p.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -105,14 +105,14 @@ QModelIndex QTableFastViewPrivate::moveByRows(int action)
 bool QTableFastViewPrivate::selectDragged(const QRect &rect,
                                           QItemSelectionModel::SelectionFlags command)
 {
-    const QModelIndex from = anchor.index();
+    const QModelIndex from = anchor->index();
     if (!selectsVisualRanges || q_ptr->state() != QTableFastView::DragSelectingState
         || q_ptr->selectionMode() == QAbstractItemView::SingleSelection || !from.isValid()) {
         return false;
     }
     const QModelIndex to = q_ptr->indexAt(rect.bottomRight());
     if (to.isValid() && (from.flags() & Qt::ItemIsEnabled) && (to.flags() & Qt::ItemIsEnabled))
-        q_ptr->m_selectionModel->select(anchor.range(from, to, true), command);
+        q_ptr->m_selectionModel->select(anchor->range(from, to, true), command);
     return true;
 }
 
@@ -121,7 +121,7 @@ void QTableFastViewPrivate::baseKeyPress(QKeyEvent *event)
 {
     const QPointer<QTableFastViewPrivate> alive = this; // a key may do anything
     const QPersistentModelIndex before = q_ptr->currentIndex();
-    const QPersistentModelIndex known = anchor.beginKey(before);
+    const QPersistentModelIndex known = anchor->beginKey(before);
     const bool isMove = (event->key() >= Qt::Key_Home && event->key() <= Qt::Key_PageDown)
         || event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
     q_ptr->QAbstractItemView::keyPressEvent(event);
@@ -129,16 +129,16 @@ void QTableFastViewPrivate::baseKeyPress(QKeyEvent *event)
         return;
     const QModelIndex now = q_ptr->currentIndex();
     if (!isMove || now == before)
-        anchor.endKey(known);
+        anchor->endKey(known);
     else
-        anchor.endKey(now, q_ptr->selectionCommand(now, event));
+        anchor->endKey(now, q_ptr->selectionCommand(now, event));
 }
 
 //! The same for a press, which the base class has not seen yet.
 void QTableFastViewPrivate::noticePress(const QMouseEvent &event)
 {
     const QModelIndex pressed = q_ptr->indexAt(event.position().toPoint());
-    anchor.press(pressed, q_ptr->selectionCommand(pressed, &event));
+    anchor->press(pressed, q_ptr->selectionCommand(pressed, &event));
 }
 
 //! Whether all cells of a column are selected. Counts ranges, not rows.
