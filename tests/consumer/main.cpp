@@ -64,6 +64,15 @@ bool showsDecimals()
 
 } // namespace
 
+#ifdef HAS_DERIVED_VIEW
+bool derivedViewKeepsItsDelay();
+#else
+static bool derivedViewKeepsItsDelay()
+{
+    return true;
+}
+#endif
+
 int main(int argc, char *argv[])
 {
     const bool areThere = hasResources();
@@ -71,7 +80,8 @@ int main(int argc, char *argv[])
     const bool isTranslated = speaksRussian();
     const bool isShown = showsRows();
     const bool isCounted = showsDecimals();
-    std::printf("resources: %d, translations: %d, rows: %d, decimals: %d\n", areThere, isTranslated,
-                isShown, isCounted);
-    return areThere && isTranslated && isShown && isCounted ? 0 : 1;
+    const bool isDerived = derivedViewKeepsItsDelay();
+    std::printf("resources: %d, translations: %d, rows: %d, decimals: %d, derived: %d\n", areThere,
+                isTranslated, isShown, isCounted, isDerived);
+    return areThere && isTranslated && isShown && isCounted && isDerived ? 0 : 1;
 }
