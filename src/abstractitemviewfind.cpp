@@ -4,6 +4,8 @@
 #include "abstractitemviewfind.h"
 
 #include "common.h"
+#include "find/needle_p.h"
+#include "find/numberwriter_p.h"
 #include "itemdelegate.h"
 #include "sortfilterproxymodel.h"
 #include "styleditemdelegate.h"
@@ -12,13 +14,10 @@
 #include <QItemSelectionModel>
 #include <QLocale>
 #include <QPersistentModelIndex>
-#include <QStringMatcher>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <memory>
 #include <optional>
 #include <typeinfo>
@@ -44,141 +43,6 @@ static bool isWellKnown(const QStyledItemDelegate &delegate)
     return type == typeid(QStyledItemDelegate) || type == typeid(StyledItemDelegate)
         || type == typeid(Vantix::ItemDelegate);
 }
-
-/*!
- * \brief Writes numbers as a delegate of Qt's does, but without group separators.
- *
- * Making that text by the locale and taking the separators out costs several times more.
- */
-class NumberWriter
-{
-public:
-    explicit NumberWriter(const QLocale &locale)
-        : m_minus(locale.negativeSign())
-        , m_point(locale.decimalPoint())
-    {
-    }
-
-    //! The text of \a value, valid until the next call. Empty if only the locale knows
-    //! how to write it.
-    QStringView text(const QVariant &value)
-    {
-        char16_t *to = m_text.data();
-        for (const char *c = m_ascii.data(), *end = write(value); c != end; ++c) {
-            if (*c >= '0' && *c <= '9')
-                *to++ = char16_t(*c);
-            else if ((*c == '-' && m_minus.size() == 1) || (*c == '.' && m_point.size() == 1))
-                *to++ = (*c == '-' ? m_minus : m_point).front().unicode();
-            else
-                return {};
-        }
-        return {m_text.data(), to - m_text.data()};
-    }
-
-private:
-    //! Into m_ascii, in the way of C. Returns the end.
-    const char *write(const QVariant &value)
-    {
-        char *begin = m_ascii.data();
-        char *limit = begin + m_ascii.size();
-        const void *data = value.constData();
-        switch (value.typeId()) {
-        case QMetaType::Int:
-            return std::to_chars(begin, limit, *static_cast<const int *>(data)).ptr;
-        case QMetaType::UInt:
-            return std::to_chars(begin, limit, *static_cast<const uint *>(data)).ptr;
-        case QMetaType::LongLong:
-            return std::to_chars(begin, limit, *static_cast<const qlonglong *>(data)).ptr;
-        case QMetaType::ULongLong:
-            return std::to_chars(begin, limit, *static_cast<const qulonglong *>(data)).ptr;
-        case QMetaType::Double:
-            return writeReal(*static_cast<const double *>(data), begin, limit);
-        default:
-            return begin;
-        }
-    }
-
-    //! Six digits at most, as delegates write them. Exponents are left to the locale.
-    static const char *writeReal(double value, char *begin, char *limit)
-    {
-        const double size = std::abs(value);
-        if (size == 0)
-            return std::to_chars(begin, limit, 0).ptr;
-        if (!(size >= 1e-4 && size < 999999))
-            return begin;
-        char *end = std::to_chars(begin, limit, value, std::chars_format::fixed).ptr;
-        char *first = std::find_if(begin, end, [](char c) { return c >= '1' && c <= '9'; });
-        const auto digits = end - first - std::count(first, end, '.');
-        if (digits <= 6)
-            return end;
-        // Whether it is a tie exactly does not show here.
-        return digits == 7 && end[-1] == '5' ? begin : roundedToSix(begin, first);
-    }
-
-    //! Rounds what begins at \a begin to six digits from \a first on. Returns the end.
-    //! Rounding the shortest digits of a value rounds the value itself: a tie between
-    //! the two would have been shorter still.
-    static const char *roundedToSix(char *begin, char *first)
-    {
-        char *end = first;
-        for (int digits = 0; digits < 6; ++end)
-            digits += *end != '.';
-        bool carries = (*end == '.' ? end[1] : *end) >= '5';
-        for (char *digit = end - 1; carries; --digit) {
-            if (digit < first)
-                return begin;
-            if (*digit == '.')
-                continue;
-            carries = *digit == '9';
-            *digit = carries ? '0' : char(*digit + 1);
-        }
-        if (std::find(begin, end, '.') == end)
-            return end;
-        while (end[-1] == '0')
-            --end;
-        return end[-1] == '.' ? end - 1 : end;
-    }
-
-    QString m_minus;
-    QString m_point;
-    std::array<char, 32> m_ascii;
-    std::array<char16_t, 32> m_text;
-};
-
-//! A text to be found.
-class Needle
-{
-public:
-    Needle(const QString &text, Qt::CaseSensitivity sensitivity)
-        : m_text(text)
-        , m_matcher(text, sensitivity)
-        , m_isInPairs(
-              std::any_of(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); }))
-    {
-    }
-
-    const QString &text() const { return m_text; }
-
-    //! The matcher is quicker, but does not see half a surrogate pair.
-    bool isIn(QStringView shown) const
-    {
-        return m_isInPairs ? shown.contains(m_text, m_matcher.caseSensitivity())
-                           : m_matcher.indexIn(shown) >= 0;
-    }
-
-private:
-    QString m_text;
-    QStringMatcher m_matcher;
-    bool m_isInPairs;
-};
-
-//! What is searched for, made ready once.
-struct Needles
-{
-    Needle text;
-    Needle number; //!< without white space and separators
-    bool hasBreak; //!< delegates show a line break as another character
-};
 
 } // namespace FindTexts
 
