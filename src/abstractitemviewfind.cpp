@@ -4,16 +4,14 @@
 #include "abstractitemviewfind.h"
 
 #include "common.h"
+#include "find/eventpump_p.h"
 #include "find/itemviewsearch_p.h"
 #include "sortfilterproxymodel.h"
 
-#include <QCoreApplication>
 #include <QItemSelectionModel>
 #include <QPersistentModelIndex>
 
 using FindTexts::ShownTexts;
-
-constexpr qint64 s_eventInterval = 39; // ms that have to be exceeded
 
 AbstractItemViewFind::AbstractItemViewFind(QObject *parent)
     : QObject(parent)
@@ -161,15 +159,16 @@ bool AbstractItemViewFind::dofindReverse(const QModelIndex &idx, const QString &
 
 void AbstractItemViewFind::processEvents()
 {
-    if (!m_timer.isValid() || m_timer.elapsed() <= s_eventInterval)
+    EventPump events(m_timer);
+    if (!events.isDue())
         return;
     const QPointer<AbstractItemViewFind> self(this);
     ItemViewSearch *search = m_search;
     if (search)
         search->beginEvents();
-    QCoreApplication::processEvents();
+    events.pump();
     if (self)
-        m_timer.restart();
+        m_timer = events.since();
     if (search)
         search->endEvents();
 }
