@@ -3,8 +3,8 @@
 
 #include "linefilter.h"
 
+#include "files/textfilemodel.h"
 #include "find/eventpump_p.h"
-#include "textfilemodel.h"
 
 #include <QPointer>
 

@@ -4,10 +4,10 @@
 #include "tablefilter.h"
 
 #include "common.h"
+#include "files/textfilemodel.h"
 #include "find/eventpump_p.h"
 #include "linefilter.h"
 #include "qtablefastview.h"
-#include "textfilemodel.h"
 
 #include <QAction>
 #include <QHeaderView>
