@@ -152,7 +152,7 @@ void TestQTableFastView::emptyModel()
     QVERIFY(!view.indexAt(QPoint(5, 5)).isValid());
     view.paintEvents = 0;
     view.bar()->setValue(5);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.bar()->value(), 0);
     QCOMPARE(view.paintEvents, 0);
     QVERIFY(view.recorder.painted.isEmpty());
@@ -197,7 +197,7 @@ void TestQTableFastView::workWithoutModel()
     view.sortByColumn(0, Qt::AscendingOrder);
     view.updateItemHeight();
     view.adjustViewportMargins();
-    View::settle();
+    settleEvents();
     QVERIFY(view.recorder.painted.isEmpty());
     QVERIFY(view.hasAutoScroll());
 }
@@ -344,7 +344,7 @@ void TestQTableFastView::scrollToSeenCellRepaintsIt()
     view.showWith(200, 200);
     view.regions.clear();
     view.scrollTo(model.index(4, 1));
-    View::settle();
+    settleEvents();
     QCOMPARE(view.regions, QList<QRegion> {QRect(60, 4 * rowHeight, 60, rowHeight)});
 }
 
@@ -484,7 +484,7 @@ void TestQTableFastView::headerHasRoomAtOnce()
     View view;
     view.resize(300, 200);
     view.show();
-    View::settle();
+    settleEvents();
     BigModel model(10);
     view.setModel(&model);
     QCOMPARE(view.m_viewportMargins.top(), view.header()->sizeHint().height());
@@ -494,7 +494,7 @@ void TestQTableFastView::headerHasRoomAtOnce()
     View other(&growing);
     other.resize(300, 200);
     other.show();
-    View::settle();
+    settleEvents();
     growing.setColumnCount(3);
     QCOMPARE(other.m_viewportMargins.top(), other.header()->sizeHint().height());
     QVERIFY(other.m_viewportMargins.top() > 0);
@@ -532,7 +532,7 @@ void TestQTableFastView::resizeNeedsTheLastRowToKeepTheEnd()
     view.setCurrentIndex(model.index(98, 0));
     const auto grow = [&](int height) {
         view.resize(view.width(), view.height() + height);
-        View::settle();
+        settleEvents();
     };
     grow(-100);
     QCOMPARE(view.bar()->value(), 90);
@@ -607,7 +607,7 @@ void TestQTableFastView::destroyedHeaderLeavesNoHeader()
     delete view.header();
     QVERIFY(!view.header());
     model.insert(0, 3);
-    View::settle();
+    settleEvents();
     QVERIFY(!view.indexAt(QPoint(3, 3)).isValid());
     QCOMPARE(view.columnWidth(0), 0);
     QCOMPARE(view.columnViewportPosition(0), -1);
@@ -615,7 +615,7 @@ void TestQTableFastView::destroyedHeaderLeavesNoHeader()
     view.resizeColumnsToContents();
     view.moveCursor(View::MoveRight, Qt::NoModifier);
     view.setHeader(new QHeaderView(Qt::Horizontal));
-    View::settle();
+    settleEvents();
     QVERIFY(view.indexAt(QPoint(3, 3)).isValid());
 }
 
@@ -626,7 +626,7 @@ void TestQTableFastView::longScrollRepaints()
     view.showWith(200, 200);
     view.recorder.forget();
     view.bar()->setValue(500);
-    View::settle();
+    settleEvents();
     for (int row = 500; row < 510; ++row)
         QVERIFY(view.recorder.timesPainted(row, 0) == 1);
 }
@@ -637,10 +637,10 @@ void TestQTableFastView::shortScrollPaintsTheStripOnly()
     View view(&model);
     view.showWith(200, 200);
     view.bar()->setValue(100);
-    View::settle();
+    settleEvents();
     view.recorder.forget();
     view.bar()->setValue(102);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.timesPainted(110, 0), 1);
     QCOMPARE(view.recorder.timesPainted(111, 0), 1);
     QCOMPARE(view.recorder.timesPainted(105, 0), 0);
@@ -724,7 +724,7 @@ void TestQTableFastView::twoBillionRows()
     view.showWith(200, 200);
     QCOMPARE(view.bar()->maximum(), 2000000000 - 10);
     view.bar()->setValue(view.bar()->maximum());
-    View::settle();
+    settleEvents();
     QCOMPARE(view.itemAtCoordinate(199), 1999999999);
     QCOMPARE(view.visualRect(model.index(1999999999, 0)).bottom(), 199);
     QCOMPARE(view.coordinateForItem(0), -(1 << 30));
@@ -750,7 +750,7 @@ void TestQTableFastView::pixelRangeSaturates()
     view.showWith(200, 200);
     QCOMPARE(view.bar()->maximum(), std::numeric_limits<int>::max());
     view.bar()->setValue(view.bar()->maximum());
-    View::settle();
+    settleEvents();
     QCOMPARE(view.itemAtCoordinate(199),
              int((std::numeric_limits<int>::max() + 199LL) / rowHeight));
     view.scrollTo(model.index(1999999999, 0));
@@ -779,7 +779,7 @@ void TestQTableFastView::fetchesMoreAtTheEnd()
     QCOMPARE(model.rows, 50);
     model.fetchable = 20;
     view.bar()->setValue(view.bar()->maximum());
-    View::settle();
+    settleEvents();
     QVERIFY(model.rows > 50);
     QCOMPARE(view.bar()->maximum(), model.rows - 10);
     QCOMPARE(maintainedPicture(view),

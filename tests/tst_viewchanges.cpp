@@ -78,12 +78,12 @@ void TestViewChanges::staysAtTheEnd()
         view.setVerticalScrollMode(perPixel);
     view.showWith(200, 205);
     view.bar()->setValue(view.bar()->maximum());
-    View::settle();
+    settleEvents();
     for (int i = 1; i < 5; ++i) {
         view.recorder.forget();
         model.append(i);
         QCOMPARE(view.bar()->value(), view.bar()->maximum());
-        View::settle();
+        settleEvents();
         const QRect last = view.visualRect(model.index(model.rows - 1, 0));
         QVERIFY(last.bottom() < 205);
         QCOMPARE(view.recorder.timesPainted(model.rows - 1, 0), 1);
@@ -107,20 +107,20 @@ void TestViewChanges::keepsRowsAboveInsertions()
         view.setVerticalScrollMode(perPixel);
     view.showWith(200, 620);
     view.bar()->setValue(isPerPixel ? 100 * rowHeight + 7 : 100);
-    View::settle();
+    settleEvents();
     const QImage before = maintainedPicture(view);
     const int value = view.bar()->value();
     view.paintEvents = 0;
     model.insert(0, 10);
     QCOMPARE(view.bar()->value(), value + (isPerPixel ? 10 * rowHeight : 10));
     model.insert(110, 1); // at the top row: above it
-    View::settle();
+    settleEvents();
     QCOMPARE(view.paintEvents, 0);
     QCOMPARE(maintainedPicture(view), before);
     QCOMPARE(view.getFirstVisibleItem(), 111);
     model.insert(900, 5);
     model.insert(115, 1); // in view: the top stays
-    View::settle();
+    settleEvents();
     QCOMPARE(view.getFirstVisibleItem(), 111);
 }
 
@@ -138,11 +138,11 @@ void TestViewChanges::keepsRowsWhenRemovedAbove()
         view.setVerticalScrollMode(perPixel);
     view.showWith(200, 200);
     view.bar()->setValue(isPerPixel ? 100 * rowHeight + 7 : 100);
-    View::settle();
+    settleEvents();
     view.paintEvents = 0;
     model.remove(0, 30);
     QCOMPARE(view.bar()->value(), isPerPixel ? 70 * rowHeight + 7 : 70);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.paintEvents, 0);
     model.remove(68, 2);
     QCOMPARE(view.getFirstVisibleItem(), 68);
@@ -224,7 +224,7 @@ void TestViewChanges::resetFollowsTheEdge()
     view.showWith(200, 200);
     view.setCurrentIndex(model.index(current, 2));
     model.restart(30);
-    View::settle();
+    settleEvents();
     QTEST(view.currentIndex().row(), "after");
     QCOMPARE(view.bar()->maximum(), 20);
 }
@@ -239,7 +239,7 @@ void TestViewChanges::resetTargetMayVanish()
     view.setModel(&other);
     view.setCurrentIndex(other.index(5, 0));
     model.reset();
-    View::settle();
+    settleEvents();
     QVERIFY(view.currentIndex().model() == &other);
 }
 
@@ -250,16 +250,16 @@ void TestViewChanges::inconsistentInsertionRepaints()
     view.setPaintBufferEnabled(true);
     view.showWith(200, 200);
     view.bar()->setValue(100);
-    View::settle();
+    settleEvents();
     view.recorder.forget();
     model.insertAndLie(0, 2);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.bar()->maximum(), model.rows - 10);
     for (int row = view.getFirstVisibleItem(), i = 0; i < 10; ++i)
         QCOMPARE(view.recorder.timesPainted(row + i, 0), 1);
     view.recorder.forget();
     model.insert(0, 2); // the count is right again
-    View::settle();
+    settleEvents();
     QVERIFY(view.recorder.painted.isEmpty());
 }
 
@@ -270,12 +270,12 @@ void TestViewChanges::childRowsChangeNothing()
     View view(&model);
     view.showWith(200, 200);
     view.bar()->setValue(20);
-    View::settle();
+    settleEvents();
     view.paintEvents = 0;
     model.item(0)->appendRow(new QStandardItem);
     model.item(0)->appendRow(new QStandardItem);
     model.item(0)->removeRow(0);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.bar()->value(), 20);
     QCOMPARE(view.paintEvents, 0);
     QVERIFY(view.hasAutoScroll());
@@ -325,10 +325,10 @@ void TestViewChanges::movesOutOfSightPaintNothing()
     view.setVerticalScrollMode(mode);
     view.showWith(200, 200);
     view.bar()->setValue(mode == perPixel ? 100 * rowHeight : 100);
-    View::settle();
+    settleEvents();
     view.paintEvents = 0;
     model.move(row, 1, to);
-    View::settle();
+    settleEvents();
     QTEST(view.paintEvents > 0, "isPainted");
 }
 
@@ -371,12 +371,12 @@ void TestViewChanges::dataChangeWithInvalidCorners()
     view.showWith(200, 200);
     view.recorder.forget();
     emit model.dataChanged({}, {});
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.timesPainted(0, 0), 1);
     QCOMPARE(view.recorder.timesPainted(9, 3), 1);
     view.recorder.forget();
     view.dataChanged(model.index(3, 0), model.index(3, 0));
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.timesPainted(3, 0), 1);
 }
 
@@ -388,7 +388,7 @@ void TestViewChanges::layoutChangeRepaints()
     view.showWith(200, 200);
     view.recorder.forget();
     model.relayout(QAbstractItemModel::NoLayoutChangeHint);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.timesPainted(5, 1), 1);
     model.rows = 40; // as models do that hide rows by a layout change
     model.relayout(QAbstractItemModel::VerticalSortHint);
@@ -476,17 +476,17 @@ void TestViewChanges::columnResizeMovesPixels()
     for (int size : {90, 45, 61, 60}) {
         view.recorder.forget();
         view.header()->resizeSection(1, size);
-        View::settle();
+        settleEvents();
         QCOMPARE(view.recorder.timesPainted(2, 1), 1);
         QCOMPARE(view.recorder.timesPainted(2, 3), 0); // comes from the buffer
         const QImage now = maintainedPicture(view);
         view.setPaintBufferEnabled(false);
         view.viewport()->update();
-        View::settle();
+        settleEvents();
         QCOMPARE(maintainedPicture(view), now);
         view.setPaintBufferEnabled(true);
         view.viewport()->update();
-        View::settle();
+        settleEvents();
     }
 }
 
@@ -500,15 +500,15 @@ void TestViewChanges::hiddenColumnIsLeftAlone()
     QCOMPARE(view.columnWidth(1), 0);
     QCOMPARE(view.visualRect(model.index(0, 1)), QRect());
     QVERIFY(view.isIndexHidden(model.index(0, 1)));
-    View::settle();
+    settleEvents();
     view.paintEvents = 0;
     view.columnResized(1, 60, 0);
     view.updateColumn(1);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.paintEvents, 0);
     view.recorder.forget();
     view.updateColumn(2);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.timesPainted(0, 2), 1);
     QVERIFY(!view.isIndexHidden(QModelIndex()));
 }
@@ -523,7 +523,7 @@ void TestViewChanges::editorsFollowTheirCells()
     const QWidget *editor = view.indexWidget(index);
     QCOMPARE(editor->geometry(), view.visualRect(index));
     const auto follows = [&] {
-        View::settle();
+        settleEvents();
         return editor->geometry() == view.visualRect(index);
     };
     model.insert(1, 1);
@@ -558,7 +558,7 @@ void TestViewChanges::resetEndsEditing()
     QVERIFY(editor);
     QCOMPARE(view.state(), View::EditingState);
     model.restart(20);
-    View::settle();
+    settleEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!editor);
     QCOMPARE(view.state(), View::NoState);
@@ -593,11 +593,11 @@ void TestViewChanges::destroyedModelLeavesNone()
     QVERIFY(!view.model());
     view.bar()->setValue(3);
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QCOMPARE(view.itemAtCoordinate(4), -1);
     pressKey(&view, Qt::Key_Down);
     view.resize(300, 300);
-    View::settle();
+    settleEvents();
     const QImage picture = maintainedPicture(view);
     QCOMPARE(picture.pixelColor(5, 5), view.viewport()->palette().color(QPalette::Base));
     BigModel other(50);
@@ -615,15 +615,15 @@ void TestViewChanges::destroyedSelectionModelLeavesNone()
         view.setSelectionModel(&own);
         view.setCurrentIndex(model.index(3, 1));
         QCOMPARE(own.currentIndex(), model.index(3, 1));
-        View::settle();
+        settleEvents();
     }
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QVERIFY(!(view.recorder.optionOf(3, 0).state & QStyle::State_HasFocus));
     view.setSelection(QRect(0, 0, 30, 30), QItemSelectionModel::ClearAndSelect);
     model.insert(0, 2);
     model.remove(0, 2);
-    View::settle();
+    settleEvents();
     QItemSelectionModel next(&model);
     view.setSelectionModel(&next);
     QCOMPARE(view.selectionModel(), &next);
@@ -656,7 +656,7 @@ void TestViewChanges::replacedModelChangesNothing()
     view.showWith(200, 200);
     view.setModel(&second);
     view.bar()->setValue(50);
-    View::settle();
+    settleEvents();
     view.paintEvents = 0;
     first.insert(0, 7);
     first.remove(0, 3);
@@ -664,13 +664,13 @@ void TestViewChanges::replacedModelChangesNothing()
     first.relayout(QAbstractItemModel::VerticalSortHint);
     emit first.dataChanged(first.index(0, 0), first.index(99, 1));
     first.restart(5);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.bar()->value(), 50);
     QCOMPARE(view.paintEvents, 0);
     view.setModel(nullptr);
     QVERIFY(!view.model());
     second.insert(0, 1);
-    View::settle();
+    settleEvents();
     QVERIFY(!view.indexAt(QPoint(3, 3)).isValid());
 }
 
@@ -684,7 +684,7 @@ void TestViewChanges::setModelLeavesNoSelectionModelBehind()
         view.setModel(&second);
         view.setModel(nullptr);
     }
-    View::settle();
+    settleEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(view.findChildren<QItemSelectionModel *>(QString(), Qt::FindDirectChildrenOnly).size()
             <= 1);
@@ -699,16 +699,16 @@ void TestViewChanges::columnCountChanges()
     view.showWith(300, 200);
     view.recorder.forget();
     model.insertColumn(1);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.timesPainted(0, 0), 1);
     QVERIFY(view.recorder.timesPainted(0, 2) > 0);
     model.removeColumn(0);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.header()->count(), 3);
     const QImage now = maintainedPicture(view);
     view.setPaintBufferEnabled(false);
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QCOMPARE(maintainedPicture(view), now);
 }
 
@@ -719,12 +719,12 @@ void TestViewChanges::burstCostsOnePaint()
     view.setPaintBufferEnabled(true);
     view.showWith(200, 200);
     view.bar()->setValue(view.bar()->maximum());
-    View::settle();
+    settleEvents();
     view.paintEvents = 0;
     view.recorder.forget();
     for (int i = 0; i < 500; ++i)
         model.append(1);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.paintEvents, 1);
     QCOMPARE(view.recorder.painted.size(), 10 * 4);
     QCOMPARE(view.bar()->value(), view.bar()->maximum());
@@ -788,13 +788,13 @@ void TestViewChanges::focusLeavesAnIndexWidget()
         return maintainedPicture(view).copy(view.visualRect(model.index(2, 0)));
     };
     other.setFocus();
-    View::settle();
+    settleEvents();
     const QImage before = cellBeside();
     editor->setFocus();
-    View::settle();
+    settleEvents();
     QVERIFY(cellBeside() != before);
     other.setFocus();
-    View::settle();
+    settleEvents();
     QCOMPARE(cellBeside(), before);
     view.setParent(nullptr);
 }
@@ -808,11 +808,11 @@ void TestViewChanges::replacedDelegateRepaints()
     for (int i = 0; i < 3; ++i) { // likely at the same address each time
         auto next = std::make_unique<Recorder>();
         view.setItemDelegate(next.get());
-        View::settle();
+        settleEvents();
         QCOMPARE(next->timesPainted(2, 1), 1);
         auto ofColumn = std::make_unique<Recorder>();
         view.setItemDelegateForColumn(2, ofColumn.get());
-        View::settle();
+        settleEvents();
         QCOMPARE(ofColumn->timesPainted(2, 2), 1);
         view.setItemDelegate(&view.recorder);
         view.setItemDelegateForColumn(2, nullptr);

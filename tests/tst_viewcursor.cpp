@@ -357,10 +357,10 @@ void TestViewCursor::currentStripWithHiddenColumn()
     View view(&model);
     view.showWith(200, 200);
     view.hideColumn(1);
-    View::settle();
+    settleEvents();
     view.recorder.forget();
     view.selectionModel()->setCurrentIndex(model.index(4, 1), QItemSelectionModel::NoUpdate);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.timesPainted(4, 0), 1);
 }
 

@@ -74,7 +74,7 @@ void TestViewPainting::paintsWholeRows()
     view.showWith(200, 200);
     view.recorder.forget();
     view.viewport()->update(5, 3 * rowHeight + 2, 3, 3);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.painted.size(), 4); // columns 0 to 3 are in view
     for (int column = 0; column < 4; ++column)
         QCOMPARE(view.recorder.timesPainted(3, column), 1);
@@ -101,13 +101,13 @@ void TestViewPainting::bufferSparesTheDelegate()
     const QImage first = maintainedPicture(view);
     view.recorder.forget();
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QVERIFY(view.recorder.painted.isEmpty());
     QCOMPARE(maintainedPicture(view), first);
     view.setPaintBufferEnabled(false);
     view.setPaintBufferEnabled(true);
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QVERIFY(!view.recorder.painted.isEmpty());
 }
 
@@ -120,14 +120,14 @@ void TestViewPainting::bufferPaintsWhatChanged()
     view.recorder.forget();
     emit model.dataChanged(model.index(4, 1), model.index(4, 1));
     emit model.dataChanged(model.index(60, 1), model.index(60, 1));
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.painted, (QModelIndexList {model.index(4, 1)}));
     view.setCurrentIndex(model.index(50, 0));
     view.bar()->setValue(0);
-    View::settle();
+    settleEvents();
     view.recorder.forget();
     model.insert(0, 1); // pinned to the top: one new row
-    View::settle();
+    settleEvents();
     for (const QModelIndex &index : std::as_const(view.recorder.painted))
         QCOMPARE(index.row(), 0);
     QCOMPARE(view.recorder.painted.size(), 4);
@@ -148,7 +148,7 @@ void TestViewPainting::disabledItemsLookDisabled()
     QVERIFY(enabled.showDecorationSelected);
     QCOMPARE(enabled.widget, &view);
     view.setEnabled(false);
-    View::settle();
+    settleEvents();
     QVERIFY(!(view.recorder.optionOf(2, 1).state & QStyle::State_Enabled));
 }
 
@@ -162,13 +162,13 @@ void TestViewPainting::positionsOfCells()
     QCOMPARE(view.recorder.optionOf(0, 1).viewItemPosition, Item::Middle);
     QCOMPARE(view.recorder.optionOf(0, 3).viewItemPosition, Item::End);
     view.header()->moveSection(0, 3); // 1 2 3 0
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.optionOf(0, 1).viewItemPosition, Item::Beginning);
     QCOMPARE(view.recorder.optionOf(0, 3).viewItemPosition, Item::End);
     QCOMPARE(view.recorder.optionOf(0, 0).viewItemPosition, Item::OnlyOne);
     view.hideColumn(1);
     view.hideColumn(2);
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.optionOf(0, 3).viewItemPosition, Item::OnlyOne); // next is column 0
 
     BigModel single(3, 1);
@@ -209,7 +209,7 @@ void TestViewPainting::currentRowHasFocus()
     view.showWith(200, 200);
     const auto makeCurrent = [&](int row) {
         view.selectionModel()->setCurrentIndex(model.index(row, 1), QItemSelectionModel::NoUpdate);
-        View::settle();
+        settleEvents();
     };
     makeCurrent(2);
     QVERIFY(view.recorder.optionOf(2, 0).state & QStyle::State_HasFocus);
@@ -219,7 +219,7 @@ void TestViewPainting::currentRowHasFocus()
     QVERIFY(!(view.recorder.optionOf(2, 0).state & QStyle::State_HasFocus));
     QVERIFY(view.recorder.optionOf(5, 0).state & QStyle::State_HasFocus);
     view.selectionModel()->clear();
-    View::settle();
+    settleEvents();
     QVERIFY(!(view.recorder.optionOf(5, 0).state & QStyle::State_HasFocus));
 }
 
@@ -229,18 +229,18 @@ void TestViewPainting::selectedRowsAreActive()
     View view(&model);
     view.showWith(200, 200);
     view.selectRow(4);
-    View::settle();
+    settleEvents();
     const QStyleOptionViewItem option = view.recorder.optionOf(4, 2);
     QVERIFY(option.state & QStyle::State_Selected);
     QVERIFY(option.state & QStyle::State_Active);
     QCOMPARE(option.palette.currentColorGroup(), QPalette::Active);
     // Selecting the cell in column 0 alone makes its row look selected.
     view.selectionModel()->select(model.index(6, 0), QItemSelectionModel::Select);
-    View::settle();
+    settleEvents();
     QVERIFY(view.recorder.optionOf(6, 3).state & QStyle::State_Selected);
     view.setSelectionBehavior(QAbstractItemView::SelectItems);
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QVERIFY(!(view.recorder.optionOf(6, 3).state & QStyle::State_Selected));
     QVERIFY(view.recorder.optionOf(6, 3).state & QStyle::State_Active);
     QVERIFY(view.recorder.optionOf(6, 0).state & QStyle::State_Selected);
@@ -298,7 +298,7 @@ void TestViewPainting::dropIndicator()
     QTEST(view.m_dropIndicatorRect, "rect");
     view.setState(View::DraggingState);
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     view.setState(View::NoState);
     view.setDropIndicatorShown(false);
     view.dragMoveEvent(&event);
@@ -317,15 +317,15 @@ void TestViewPainting::editorGetsFocusFrame()
     view.setIndexWidget(model.index(3, 1), editor);
     view.setCurrentIndex(model.index(3, 1));
     view.setFocus();
-    View::settle();
+    settleEvents();
     const QImage before = maintainedPicture(view);
     editor->setFocus();
-    View::settle();
+    settleEvents();
     QVERIFY(view.recorder.optionOf(3, 0).state & QStyle::State_Active);
     const QImage with = maintainedPicture(view);
     QVERIFY(before != with);
     view.setFocus();
-    View::settle();
+    settleEvents();
     QCOMPARE(maintainedPicture(view), before);
 }
 
@@ -341,11 +341,11 @@ void TestViewPainting::otherRatiosPaintAnew()
     const QImage buffered = maintainedPicture(view);
     view.recorder.forget();
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QCOMPARE(view.recorder.timesPainted(0, 0), 1);
     view.setPaintBufferEnabled(false);
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QCOMPARE(maintainedPicture(view), buffered);
 }
 
@@ -368,13 +368,13 @@ void TestViewPainting::pushedOutRowsAreEvicted()
     view.setPaintBufferEnabled(true);
     view.showWith(200, 200);
     view.bar()->setValue(100);
-    View::settle();
+    settleEvents();
     model.insert(105, 10); // rows 105 to 109 are now 115 to 119, below the view
     model.insert(113, 1);  // below the view: the cache is not told
-    View::settle();
+    settleEvents();
     view.recorder.forget();
     view.bar()->setValue(107);
-    View::settle();
+    settleEvents();
     for (int row = 112; row < 117; ++row)
         QCOMPARE(view.recorder.timesPainted(row, 0), 1);
 }
@@ -408,7 +408,7 @@ void TestViewPainting::boundsAreTheCaches()
         return PixmapCacheIndexed::VisibleBounds {
             first, first + view.viewport()->height() / rowHeight + 1, left, right};
     };
-    View::settle();
+    settleEvents();
     QCOMPARE(view.m_pixmapCacheIndexed.visibleBounds(), wanted());
     view.m_pixmapCacheIndexed.setVisibleBounds(3, 5, 1, 1);
     act(view);
@@ -437,11 +437,11 @@ void TestViewPainting::rowsMovedAboveCachedOnes()
     model.moveRows({}, 0, 2, {}, 4);
     model.insertRows(0, 4);
     model.removeRows(4, 2);
-    View::settle();
+    settleEvents();
     const QImage now = maintainedPicture(view);
     view.setPaintBufferEnabled(false);
     view.viewport()->update();
-    View::settle();
+    settleEvents();
     QCOMPARE(maintainedPicture(view), now);
 }
 

@@ -82,12 +82,11 @@ public:
     {
         resize(400, 300);
         show();
-        settle();
+        settleEvents();
         resize(size() + QSize(width, height) - viewport()->size());
-        settle();
+        settleEvents();
         QCOMPARE(viewport()->size(), QSize(width, height));
     }
-    static void settle() { settleEvents(); }
     QScrollBar *bar() const { return verticalScrollBar(); }
     int paintEvents = 0;
     QList<QRegion> regions; //!< of the paint events
