@@ -8,6 +8,7 @@
 #include <QItemDelegate>
 #include <QRandomGenerator>
 #include <QStandardItemModel>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QTest>
 #include <QTimeZone>
@@ -417,6 +418,14 @@ void tst_FindRules::ownRuleThatSplitsTheText()
 
 void tst_FindRules::farColumns()
 {
+    class Shouting : public QStyledItemDelegate
+    {
+    public:
+        QString displayText(const QVariant &value, const QLocale &) const override
+        {
+            return value.toString() + u'!';
+        }
+    };
     QStandardItemModel model(1, 3000);
     for (int column = 0; column < 3000; ++column)
         model.setItem(0, column, item(column));
@@ -428,6 +437,10 @@ void tst_FindRules::farColumns()
     find.setHeader(view.horizontalHeader());
     QVERIFY(find.findIncremental(utf8("2,998")));
     QCOMPARE(view.currentIndex().column(), 2998);
+    Shouting shouting;
+    view.setItemDelegateForColumn(1500, &shouting);
+    QVERIFY(find.acceptsData(utf8("text"), utf8("text!"), 1500));
+    QVERIFY(!find.acceptsData(utf8("text"), utf8("text!"), 1501));
     QVERIFY(find.acceptsData(1234, utf8("1,234"), -1));
     QVERIFY(find.acceptsData(1234, utf8("1,234"), std::numeric_limits<int>::max()));
 }

@@ -16,6 +16,25 @@
 
 namespace {
 
+//! Tells the state in which it was to draw a check mark.
+class StateStyle : public QProxyStyle
+{
+public:
+    StateStyle()
+        : QProxyStyle(QStringLiteral("fusion"))
+    {
+    }
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        if (element == PE_IndicatorItemViewItemCheck)
+            drawn = option->state;
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+
+    mutable State drawn;
+};
+
 //! A style with measures of its own.
 class MeasuredStyle : public QProxyStyle
 {
@@ -115,6 +134,9 @@ private slots:
     void directionIsTheViews_data();
     void directionIsTheViews();
     void narrowDateTimeShowsItsSeconds();
+    void barelyNarrowDateTimesAreApart_data();
+    void barelyNarrowDateTimesAreApart();
+    void fontsAreMeasuredApart();
     void nullValuesHaveTheirOwnPictures_data();
     void nullValuesHaveTheirOwnPictures();
     void indicatorIsCentred_data();
@@ -122,6 +144,7 @@ private slots:
     void indicatorIsNullWithout();
     void textIsRightOfTheIndicator();
     void sizeHintHasRoomForTheIndicator();
+    void checkMarkHasNoFocus();
     void checkMarkIsTheStyles_data();
     void checkMarkIsTheStyles();
     void checkMarkWinsOverDecoration();
@@ -517,6 +540,65 @@ void TestItemDelegate::narrowDateTimeShowsItsSeconds()
     QVERIFY(isCached(delegate.cacheKey(oneCell.initialised(delegate), 1)));
 }
 
+//! The width of the widest date-time as StyledItemDelegate measures it.
+static int wideWidth(const QFont &font)
+{
+    const QDateTime widest(QDate(2013, 12, 30), QTime(23, 50, 50, 105));
+    return QFontMetrics(font).horizontalAdvance(
+        StyledItemDelegate(nullptr).dateTimeToWideText(widest));
+}
+
+void TestItemDelegate::barelyNarrowDateTimesAreApart_data()
+{
+    QTest::addColumn<int>("missing");
+    for (int missing : {0, 1})
+        QTest::addRow("%d", missing) << missing;
+}
+
+//! As soon as the column is too narrow inside its margins, the seconds are seen.
+void TestItemDelegate::barelyNarrowDateTimesAreApart()
+{
+    QFETCH(int, missing);
+    const QLocale before;
+    const auto restore = qScopeGuard([&] { QLocale::setDefault(before); });
+    QLocale::setDefault(QLocale(QLocale::German)); // whose short form is without seconds
+    MeasuredStyle style(10, 13);
+    QTableView view;
+    view.setStyle(&style);
+    const ItemDelegate delegate(nullptr);
+    const QDateTime one(QDate(2024, 5, 7), QTime(21, 43, 5));
+    Cell oneCell({{Qt::DisplayRole, one}});
+    Cell laterCell({{Qt::DisplayRole, one.addSecs(31)}});
+    for (Cell *cell : {&oneCell, &laterCell}) {
+        cell->option.widget = &view;
+        cell->option.rect.setWidth(wideWidth(cell->option.font) + 2 * 10 - missing);
+    }
+    QCOMPARE(painted(delegate, oneCell) == painted(delegate, laterCell), missing == 0);
+}
+
+//! A width that is enough in smaller fonts, inside its margins, is too narrow in a large one.
+void TestItemDelegate::fontsAreMeasuredApart()
+{
+    const QLocale before;
+    const auto restore = qScopeGuard([&] { QLocale::setDefault(before); });
+    QLocale::setDefault(QLocale(QLocale::German));
+    const ItemDelegate delegate(nullptr);
+    const QDateTime one(QDate(2024, 5, 7), QTime(21, 43, 5));
+    QFont small;
+    small.setPixelSize(8);
+    QFont large;
+    large.setPixelSize(24);
+    for (const QFont &font : {small, large, small, large}) {
+        Cell oneCell({{Qt::DisplayRole, one}});
+        Cell laterCell({{Qt::DisplayRole, one.addSecs(31)}});
+        for (Cell *cell : {&oneCell, &laterCell}) {
+            cell->option.font = font;
+            cell->option.rect.setWidth(wideWidth(large));
+        }
+        QCOMPARE(painted(delegate, oneCell) == painted(delegate, laterCell), font == small);
+    }
+}
+
 void TestItemDelegate::nullValuesHaveTheirOwnPictures_data()
 {
     QTest::addColumn<QMetaType>("type");
@@ -623,6 +705,21 @@ void TestItemDelegate::sizeHintHasRoomForTheIndicator()
         QCOMPARE(delegate.sizeHint(cell.option, cell.index()),
                  base.sizeHint(cell.option, cell.index()).expandedTo(QSize(72, 72)));
     }
+}
+
+//! The frame around what has the focus is that of the cell.
+void TestItemDelegate::checkMarkHasNoFocus()
+{
+    StateStyle style;
+    QTableView view;
+    view.setStyle(&style);
+    ItemDelegate delegate(nullptr);
+    delegate.setDrawIndicator(true);
+    Cell cell({{Qt::CheckStateRole, Qt::Checked}});
+    cell.option.widget = &view;
+    cell.option.state |= QStyle::State_HasFocus;
+    painted(delegate, cell);
+    QCOMPARE(style.drawn, QStyle::State_Enabled | QStyle::State_Active | QStyle::State_On);
 }
 
 void TestItemDelegate::checkMarkIsTheStyles_data()

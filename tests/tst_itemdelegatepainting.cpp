@@ -200,6 +200,8 @@ void TestItemDelegatePainting::textIsPaintedAsThePlainWayDoes_data()
         {"tab", QStringLiteral("a\tb")},
         {"break", QStringLiteral("first\nsecond")},
         {"line separator", QStringLiteral("first\u2028second")},
+        {"paragraph separator", QStringLiteral("first\u2029second")},
+        {"replaced object", QStringLiteral("first\ufffcsecond")},
         {"carriage return", QStringLiteral("first\rsecond")},
         {"soft hyphen", QStringLiteral("soft\u00adhyphen")},
         {"variants", QStringLiteral("a longer variant of it\u009cshort")},
@@ -490,18 +492,23 @@ void TestItemDelegatePainting::frameIsThatOfDrawRects_data()
     QTest::addColumn<QColor>("color");
     QTest::addColumn<QTransform>("transform");
     QTest::addColumn<bool>("isSmooth");
+    QTest::addColumn<int>("mode");
     const QTransform none;
+    const int plain = QPainter::CompositionMode_SourceOver;
     for (double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
-        QTest::addRow("ratio %g", ratio) << ratio << QColor(Qt::red) << none << false;
+        QTest::addRow("ratio %g", ratio) << ratio << QColor(Qt::red) << none << false << plain;
         QTest::addRow("transparent, ratio %g", ratio)
-            << ratio << QColor(255, 0, 0, 99) << none << false;
-        QTest::addRow("smooth, ratio %g", ratio) << ratio << QColor(Qt::red) << none << true;
+            << ratio << QColor(255, 0, 0, 99) << none << false << plain;
+        QTest::addRow("smooth, ratio %g", ratio)
+            << ratio << QColor(Qt::red) << none << true << plain;
         QTest::addRow("moved, ratio %g", ratio)
-            << ratio << QColor(Qt::red) << QTransform::fromTranslate(3, -2) << false;
+            << ratio << QColor(Qt::red) << QTransform::fromTranslate(3, -2) << false << plain;
         QTest::addRow("moved by a part, ratio %g", ratio)
-            << ratio << QColor(Qt::red) << QTransform::fromTranslate(3.4, 2.7) << false;
+            << ratio << QColor(Qt::red) << QTransform::fromTranslate(3.4, 2.7) << false << plain;
         QTest::addRow("scaled, ratio %g", ratio)
-            << ratio << QColor(Qt::red) << QTransform::fromScale(1.3, 0.7) << false;
+            << ratio << QColor(Qt::red) << QTransform::fromScale(1.3, 0.7) << false << plain;
+        QTest::addRow("exclusive, ratio %g", ratio)
+            << ratio << QColor(Qt::red) << none << false << int(QPainter::CompositionMode_Xor);
     }
 }
 
@@ -511,6 +518,7 @@ void TestItemDelegatePainting::frameIsThatOfDrawRects()
     QFETCH(QColor, color);
     QFETCH(QTransform, transform);
     QFETCH(bool, isSmooth);
+    QFETCH(int, mode);
     for (const QSize &size : {QSize(100, 20), QSize(31, 7), QSize(2, 2), QSize(1, 1)}) {
         Cell cell;
         cell.option.rect.setSize(size);
@@ -520,6 +528,7 @@ void TestItemDelegatePainting::frameIsThatOfDrawRects()
             QPainter painter(&images[isPlain]);
             painter.setTransform(transform);
             painter.setRenderHint(QPainter::Antialiasing, isSmooth);
+            painter.setCompositionMode(QPainter::CompositionMode(mode));
             if (isPlain) {
                 const QRect outline = cell.option.rect.translated(-1, -1);
                 painter.setPen(color);
