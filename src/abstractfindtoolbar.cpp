@@ -3,9 +3,9 @@
 
 #include "abstractfindtoolbar.h"
 
+#include "edits/translatedtexts_p.h"
 #include "filterlineedit.h"
 #include "panel/inheritedlook_p.h"
-#include "panel/translatedtexts_p.h"
 #include "qprogressindicator.h"
 
 #include <QAction>

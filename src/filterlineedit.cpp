@@ -3,7 +3,7 @@
 
 #include "filterlineedit.h"
 
-#include "panel/translatedtexts_p.h"
+#include "edits/translatedtexts_p.h"
 
 #include <QIcon>
 

@@ -1,11 +1,8 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "abstractfindtoolbar.h"
 #include "activation.h"
-#include "filterlineedit.h"
-#include "qprogressindicator.h"
-#include "scalablefont.h"
+#include "findpanel.h"
 
 #include <QAction>
 #include <QApplication>
@@ -26,52 +23,6 @@
 #include <stdexcept>
 
 namespace {
-
-//! Records what it is asked for, and answers as it is told.
-class Panel : public AbstractFindToolBar
-{
-public:
-    using AbstractFindToolBar::AbstractFindToolBar;
-    using AbstractFindToolBar::filter;
-    using AbstractFindToolBar::findNext;
-    using AbstractFindToolBar::findPrev;
-
-    bool isFilterAvailable() const override
-    {
-        ++availabilityAsked;
-        return canFilter;
-    }
-    bool findIncremental(const QString &text) override { return answer("incremental", text); }
-    bool findPrev(const QString &text) override { return answer("previous", text); }
-    bool findNext(const QString &text) override { return answer("next", text); }
-    void resetSearch() override { answer("reset", QString()); }
-    void filter(const QString &text) override { answer("filter", text); }
-
-    template<typename Widget> Widget *child(const char *name = "") const
-    {
-        return findChild<Widget *>(QString::fromLatin1(name));
-    }
-    FilterLineEdit *field() const { return child<FilterLineEdit>("findLineEdit"); }
-    QToolButton *button(const char *name) const { return child<QToolButton>(name); }
-    QLabel *label() const { return findChild<QLabel *>(); }
-    QProgressIndicator *indicator() const { return findChild<QProgressIndicator *>(); }
-    QWidget *inside() const { return label()->parentWidget(); }
-
-    bool found = false;
-    bool canFilter = true;
-    mutable int availabilityAsked = 0;
-    QStringList calls;
-    std::function<void()> during;
-
-private:
-    bool answer(const char *what, const QString &text)
-    {
-        calls << QString::fromLatin1(what) + u' ' + text;
-        if (const auto run = during) // which may end itself
-            run();
-        return found;
-    }
-};
 
 //! A window with the panel and something else that takes the focus.
 struct Window
@@ -129,8 +80,6 @@ public:
     }
 };
 
-const QStringList buttonNames {"findPrevButton", "findNextButton", "filterButton", "closeButton"};
-
 } // namespace
 
 class tst_AbstractFindToolBar : public QObject
@@ -146,13 +95,8 @@ private slots:
     void actions_data();
     void actions();
     void orderOfActions();
-    void pictures();
-    void picturesAreSharpAtRatioTwo_data();
-    void picturesAreSharpAtRatioTwo();
     void slotsInOrder();
     void noFilterByDefault();
-    void indicatorFollowsPalette();
-    void labelFollowsFont();
     void textsFollowLanguage_data();
     void textsFollowLanguage();
     void labelFollowsLanguage();
@@ -316,46 +260,6 @@ void tst_AbstractFindToolBar::orderOfActions()
         QCOMPARE(actions.at(i + 1), panel.button(qPrintable(buttonNames.at(i)))->defaultAction());
 }
 
-void tst_AbstractFindToolBar::pictures()
-{
-    const Panel panel;
-    const QStringList files {"previous_small", "next_small", "filter", "close"};
-    for (int i = 0; i < 4; ++i) {
-        if (QIcon::hasThemeIcon(files.at(i)))
-            continue;
-        const QIcon icon = panel.button(qPrintable(buttonNames.at(i)))->icon();
-        const QPixmap expected(QStringLiteral(":/icons/16x16/%1.png").arg(files.at(i)));
-        QCOMPARE(expected.size(), QSize(16, 16));
-        QCOMPARE(icon.pixmap(QSize(16, 16), 1).toImage(), expected.toImage());
-    }
-}
-
-void tst_AbstractFindToolBar::picturesAreSharpAtRatioTwo_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("file");
-
-    const QStringList files {"previous_small", "next_small", "filter", "close"};
-    for (int i = 0; i < 4; ++i)
-        QTest::addRow("%s", qPrintable(files.at(i))) << buttonNames.at(i) << files.at(i);
-}
-
-//! Made on a screen of ratio 1, shown on one of ratio 2.
-void tst_AbstractFindToolBar::picturesAreSharpAtRatioTwo()
-{
-    QFETCH(QString, button);
-    QFETCH(QString, file);
-    if (QIcon::hasThemeIcon(file))
-        return;
-    const Panel panel;
-    const QPixmap pixmap =
-        panel.button(qPrintable(button))->icon().pixmap(QSize(16, 16), 2, QIcon::Normal);
-    const QPixmap expected(QStringLiteral(":/icons/16x16/%1@2x.png").arg(file));
-    QCOMPARE(expected.size(), QSize(32, 32));
-    QCOMPARE(pixmap.devicePixelRatio(), 2.0);
-    QCOMPARE(pixmap.toImage(), expected.toImage());
-}
-
 void tst_AbstractFindToolBar::slotsInOrder()
 {
     const QMetaObject &meta = AbstractFindToolBar::staticMetaObject;
@@ -384,31 +288,6 @@ void tst_AbstractFindToolBar::noFilterByDefault()
     QVERIFY(!panel.findChild<QToolButton *>(QStringLiteral("filterButton"))->isVisible());
     static_cast<AbstractFindToolBar &>(panel).filter();
     static_cast<AbstractFindToolBar &>(panel).filter(QStringLiteral("a"));
-}
-
-void tst_AbstractFindToolBar::indicatorFollowsPalette()
-{
-    Window w;
-    QCOMPARE(w.panel->indicator()->color(), w.window.palette().color(QPalette::WindowText));
-    w.window.setPalette(QPalette(QColor(0x35, 0x35, 0x35)));
-    const QColor light = w.window.palette().color(QPalette::WindowText);
-    QVERIFY(light.lightness() > 200);
-    QCOMPARE(w.panel->indicator()->color(), light);
-    const Panel later(&w.window);
-    QCOMPARE(later.indicator()->color(), light);
-}
-
-void tst_AbstractFindToolBar::labelFollowsFont()
-{
-    Panel panel;
-    panel.setFont(scalableFont(12));
-    const int before = panel.label()->width();
-    panel.setFont(scalableFont(40));
-    const int needed =
-        QFontMetrics(panel.label()->font()).horizontalAdvance(QStringLiteral("Not found"));
-    QVERIFY(needed > before);
-    QCOMPARE(panel.label()->minimumWidth(), needed);
-    QCOMPARE(panel.label()->maximumWidth(), needed);
 }
 
 void tst_AbstractFindToolBar::textsFollowLanguage_data()

@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QPropertyAnimation>
 #include <QProxyStyle>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
@@ -120,6 +121,7 @@ public:
 private slots:
     void describesItself();
     void startsWithoutButtons();
+    void isPolishedFromTheStart();
     void makesButtons();
     void setsMargins_data();
     void setsMargins();
@@ -201,6 +203,15 @@ void TestFancyLineEdit::startsWithoutButtons()
         QVERIFY(!edit.hasAutoHideButton(side));
         QVERIFY(!edit.hasMenuTabFocusTrigger(side));
     }
+}
+
+//! Who measures it before it is shown gets what the style sheet says.
+void TestFancyLineEdit::isPolishedFromTheStart()
+{
+    const auto restore = qScopeGuard([] { qApp->setStyleSheet(QString()); });
+    qApp->setStyleSheet(QStringLiteral("QLineEdit { font-size: 41px; }"));
+    const FancyLineEdit edit;
+    QCOMPARE(edit.font().pixelSize(), 41);
 }
 
 void TestFancyLineEdit::makesButtons()

@@ -4,14 +4,15 @@
 // A search panel looks after any change of palette, font or style as one does that was
 // made after it.
 
-#include "abstractfindtoolbar.h"
 #include "activation.h"
-#include "filterlineedit.h"
+#include "findpanel.h"
 #include "scalablefont.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QImage>
 #include <QPalette>
+#include <QPixmap>
 #include <QProxyStyle>
 #include <QTest>
 #include <QToolButton>
@@ -21,20 +22,6 @@
 #include <memory>
 
 namespace {
-
-//! Finds nothing.
-class Panel : public AbstractFindToolBar
-{
-public:
-    using AbstractFindToolBar::AbstractFindToolBar;
-    using AbstractFindToolBar::findNext;
-
-    bool isFilterAvailable() const override { return true; }
-    bool findIncremental(const QString &) override { return false; }
-    bool findPrev(const QString &) override { return false; }
-    bool findNext(const QString &) override { return false; }
-    void resetSearch() override { }
-};
 
 //! A window that gets a panel when it is told to.
 struct Window
@@ -119,6 +106,11 @@ private slots:
     void looksAsMadeThen();
     void ownLookStays_data();
     void ownLookStays();
+    void pictures();
+    void picturesAreSharpAtRatioTwo_data();
+    void picturesAreSharpAtRatioTwo();
+    void indicatorFollowsPalette();
+    void labelFollowsFont();
 
 private:
     QPalette m_palette;
@@ -288,6 +280,72 @@ void tst_PanelLook::ownLookStays()
     cleanup();
     const QImage expected = picture(true);
     QVERIFY(changed == expected);
+}
+
+void tst_PanelLook::pictures()
+{
+    const Panel panel;
+    const QStringList files {"previous_small", "next_small", "filter", "close"};
+    for (int i = 0; i < 4; ++i) {
+        if (QIcon::hasThemeIcon(files.at(i)))
+            continue;
+        const QIcon icon = panel.button(qPrintable(buttonNames.at(i)))->icon();
+        const QPixmap expected(QStringLiteral(":/icons/16x16/%1.png").arg(files.at(i)));
+        QCOMPARE(expected.size(), QSize(16, 16));
+        QCOMPARE(icon.pixmap(QSize(16, 16), 1).toImage(), expected.toImage());
+    }
+}
+
+void tst_PanelLook::picturesAreSharpAtRatioTwo_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("file");
+
+    const QStringList files {"previous_small", "next_small", "filter", "close"};
+    for (int i = 0; i < 4; ++i)
+        QTest::addRow("%s", qPrintable(files.at(i))) << buttonNames.at(i) << files.at(i);
+}
+
+//! Made on a screen of ratio 1, shown on one of ratio 2.
+void tst_PanelLook::picturesAreSharpAtRatioTwo()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, file);
+    if (QIcon::hasThemeIcon(file))
+        return;
+    const Panel panel;
+    const QPixmap pixmap =
+        panel.button(qPrintable(button))->icon().pixmap(QSize(16, 16), 2, QIcon::Normal);
+    const QPixmap expected(QStringLiteral(":/icons/16x16/%1@2x.png").arg(file));
+    QCOMPARE(expected.size(), QSize(32, 32));
+    QCOMPARE(pixmap.devicePixelRatio(), 2.0);
+    QCOMPARE(pixmap.toImage(), expected.toImage());
+}
+
+void tst_PanelLook::indicatorFollowsPalette()
+{
+    Window w;
+    w.addPanel();
+    QCOMPARE(w.panel->indicator()->color(), w.window.palette().color(QPalette::WindowText));
+    w.window.setPalette(QPalette(QColor(0x35, 0x35, 0x35)));
+    const QColor light = w.window.palette().color(QPalette::WindowText);
+    QVERIFY(light.lightness() > 200);
+    QCOMPARE(w.panel->indicator()->color(), light);
+    const Panel later(&w.window);
+    QCOMPARE(later.indicator()->color(), light);
+}
+
+void tst_PanelLook::labelFollowsFont()
+{
+    Panel panel;
+    panel.setFont(scalableFont(12));
+    const int before = panel.label()->width();
+    panel.setFont(scalableFont(40));
+    const int needed =
+        QFontMetrics(panel.label()->font()).horizontalAdvance(QStringLiteral("Not found"));
+    QVERIFY(needed > before);
+    QCOMPARE(panel.label()->minimumWidth(), needed);
+    QCOMPARE(panel.label()->maximumWidth(), needed);
 }
 
 QTEST_MAIN(tst_PanelLook)

@@ -3,6 +3,7 @@
 
 #include "scaled.h"
 #include "view/pixelmover_p.h"
+#include "viewpictures.h"
 
 #include <QAbstractScrollArea>
 #include <QBackingStore>
@@ -19,14 +20,6 @@ namespace {
 
 constexpr int bandHeight = 10;
 constexpr int bands = 12;
-
-void settle()
-{
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
 
 //! Shows bands of colours, one below the other.
 class BandArea : public QAbstractScrollArea
@@ -46,7 +39,7 @@ public:
             colors.append(nextColor());
         resize(60, bands * bandHeight);
         show();
-        settle();
+        settleEvents();
         painted = QRegion();
     }
 
@@ -142,7 +135,7 @@ void setBase(BandArea &area, const QBrush &brush)
     QPalette palette = area.viewport()->palette();
     palette.setBrush(area.viewport()->backgroundRole(), brush);
     area.viewport()->setPalette(palette);
-    settle();
+    settleEvents();
 }
 
 //! Cells take their brushes from the scroll area.
@@ -151,7 +144,7 @@ void setCells(BandArea &area, QPalette::ColorRole role)
     QPalette palette = area.palette();
     palette.setBrush(role, QLinearGradient(0, 0, 0, 100));
     area.setPalette(palette);
-    settle();
+    settleEvents();
 }
 
 } // namespace
@@ -217,7 +210,7 @@ void TestPixelMover::pixelsMove()
         area.mover.moveStrip(0, dy * bandHeight, area.bandsFrom(first));
     else
         QVERIFY(area.mover.moveAll(0, dy * bandHeight));
-    settle();
+    settleEvents();
     QVERIFY(isShown(area));
     QCOMPARE(area.painted, QRegion(area.band(dy > 0 ? first : bands + dy, std::abs(dy))));
 }
@@ -238,7 +231,7 @@ void TestPixelMover::longMovesPaint()
     QFETCH(int, dy);
     BandArea area;
     area.mover.moveStrip(dx, dy, area.bandsFrom(4));
-    settle();
+    settleEvents();
     QCOMPARE(area.painted, QRegion(area.bandsFrom(4)));
 }
 
@@ -270,7 +263,7 @@ void TestPixelMover::pendingIsPaintedInBothPlaces()
         area.mover.moveStrip(0, 2 * bandHeight, area.bandsFrom(4));
     else
         QVERIFY(area.mover.moveAll(0, 2 * bandHeight));
-    settle();
+    settleEvents();
     QCOMPARE(area.painted, QRegion(pending) | there | area.band(isStrip ? 4 : 0, 2));
 }
 
@@ -305,7 +298,7 @@ void TestPixelMover::manyChangesAreShown()
             const auto later = qsizetype(random() % uint(changes.size() - i));
             tell(placedAfter(changes.sliced(i, later + 1)), &area);
         }
-        settle();
+        settleEvents();
         QVERIFY(isShown(area));
     }
 }
@@ -351,13 +344,13 @@ void TestPixelMover::somePixelsStay()
     BandArea area;
     QWidget child(area.viewport());
     prepare(area);
-    settle();
+    settleEvents();
     area.painted = QRegion();
     QCOMPARE(area.mover.canMove(), canMove);
     QVERIFY(!area.mover.canMoveAgain()); // the child would be smeared
     QCOMPARE(area.mover.moveAll(0, bandHeight), canMove);
     QCOMPARE(child.y(), canMove ? bandHeight : 0);
-    settle();
+    settleEvents();
     QCOMPARE(area.painted, QRegion(canMove ? area.band(0) : area.viewport()->rect()));
 }
 
@@ -368,7 +361,7 @@ void TestPixelMover::noMoveWhilePainting()
     area.whilePainting = [&area, &couldMove] { couldMove = area.mover.canMove(); };
     area.mover.update(area.band(2));
     QVERIFY(area.mover.canMove());
-    settle();
+    settleEvents();
     QVERIFY(!couldMove);
     QVERIFY(area.mover.canMove());
 }
@@ -386,7 +379,7 @@ void TestPixelMover::noMoveWhenAllIsPending()
     area.colors.insert(0, area.nextColor());
     area.colors.removeLast();
     QVERIFY(area.mover.moveAll(0, bandHeight));
-    settle();
+    settleEvents();
     QVERIFY(isShown(area));
     QVERIFY(area.mover.canMove());
 }
@@ -406,7 +399,7 @@ void TestPixelMover::partIsWidenedOffDevicePixels()
 {
     BandArea area(new Scaled<QWidget>(1.25));
     area.mover.update(QRect(10, 30, 20, 10));
-    settle();
+    settleEvents();
     QVERIFY((QRegion(0, 28, area.viewport()->width(), 14) - area.painted).isEmpty());
 }
 
@@ -419,7 +412,7 @@ void TestPixelMover::threeMovesBetweenPaints()
         QVERIFY(!area.mover.canMoveAgain());
         QVERIFY(area.mover.canMove()); // that does not count
         area.mover.update(area.band(1));
-        settle();
+        settleEvents();
     }
 }
 
@@ -456,7 +449,7 @@ void TestPixelMover::manyPartsArePainted()
         }
     }
     QVERIFY(area.mover.moveAll(1, 1));
-    settle();
+    settleEvents();
     QVERIFY((parts - area.painted).isEmpty());
     QVERIFY(((parts.translated(1, 1) & area.viewport()->rect()) - area.painted).isEmpty());
 }

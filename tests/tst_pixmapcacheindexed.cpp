@@ -116,6 +116,8 @@ private slots:
     void growsWithoutEvicting();
     void invalidatesBounds();
     void insertsAtTheTopByOffset();
+    void dropsWhatWasSeen_data();
+    void dropsWhatWasSeen();
     void insertsInTheMiddle();
     void insertsBelowBounds();
     void insertsIntoNothing();
@@ -410,6 +412,29 @@ void TestPixmapCacheIndexed::insertsAtTheTopByOffset()
     QCOMPARE(numberAt(cache, 0, 0), 200);
     cache.rebase();
     QCOMPARE(rowsOf(cache), (QList<int> {2000, 3001, 4002}));
+}
+
+void TestPixmapCacheIndexed::dropsWhatWasSeen_data()
+{
+    QTest::addColumn<int>("offset");
+    for (int offset : {0, 1, 2, 3})
+        QTest::addRow("%d", offset) << offset;
+}
+
+//! The cell is looked up elsewhere than a new picture of it is stored: the old one must go.
+void TestPixmapCacheIndexed::dropsWhatWasSeen()
+{
+    QFETCH(int, offset);
+    PixmapCacheIndexed cache(nullptr);
+    fill(&cache, 12, 1);
+    if (offset > 0)
+        cache.indexInsert(0, offset - 1);
+    QCOMPARE(numberAt(cache, 5, 0), 100 * (5 + offset));
+    put(&cache, 5, 0, 7);
+    QCOMPARE(numberAt(cache, 5, 0), offset == 0 ? 7 : -1);
+    QCOMPARE(numberAt(cache, 6, 0), 100 * (6 + offset));
+    cache.rebase();
+    QCOMPARE(numberAt(cache, 5, 0), 7);
 }
 
 void TestPixmapCacheIndexed::insertsInTheMiddle()

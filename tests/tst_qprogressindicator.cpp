@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -155,6 +156,8 @@ private slots:
     void ignoresAlphaOfColor();
     void leavesOtherShapesOffCenter_data();
     void leavesOtherShapesOffCenter();
+    void repaintsWhenItLooksOtherwise_data();
+    void repaintsWhenItLooksOtherwise();
     void turnsInTwelveSteps();
     void repaintsAtOnce();
     void restartsFromFirstFrame();
@@ -312,6 +315,33 @@ void TestQProgressIndicator::leavesOtherShapesOffCenter()
     stretched.fill(Qt::transparent);
     QPainter(&stretched).drawPixmap(QRect(QPoint(0, 0), size), frame);
     QCOMPARE(shown, stretched);
+}
+
+void TestQProgressIndicator::repaintsWhenItLooksOtherwise_data()
+{
+    QTest::addColumn<std::function<void(QProgressIndicator *)>>("change");
+    const auto row = [](const char *name, const std::function<void(QProgressIndicator *)> &change) {
+        QTest::newRow(name) << change;
+    };
+    row("shown when stopped", [](QProgressIndicator *i) { i->setDisplayedWhenStopped(true); });
+    row("color", [](QProgressIndicator *i) { i->setColor(Qt::red); });
+    row("stopped", [](QProgressIndicator *i) { i->stopAnimation(); });
+}
+
+void TestQProgressIndicator::repaintsWhenItLooksOtherwise()
+{
+    QFETCH(std::function<void(QProgressIndicator *)>, change);
+    Indicator indicator;
+    indicator.resize(20, 20);
+    indicator.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&indicator));
+    QCoreApplication::processEvents();
+    const int before = indicator.paints;
+    QCoreApplication::processEvents();
+    QCOMPARE(indicator.paints, before);
+    change(&indicator);
+    QCoreApplication::processEvents();
+    QCOMPARE(indicator.paints, before + 1);
 }
 
 void TestQProgressIndicator::turnsInTwelveSteps()

@@ -6,10 +6,10 @@
 
 #include "activation.h"
 #include "itemdelegate.h"
+#include "mixedmodel.h"
 #include "qtablefastview.h"
 #include "viewpictures.h"
 
-#include <QAbstractTableModel>
 #include <QHeaderView>
 #include <QLinearGradient>
 #include <QPixmapCache>
@@ -27,30 +27,6 @@ constexpr int rowHeight = 24;
 constexpr int columnWidth = 70;
 constexpr int margin = 20;
 constexpr QSize viewSize(320, 10 * rowHeight);
-
-//! Texts, check marks and decorations.
-class MixedModel : public QAbstractTableModel
-{
-public:
-    int rowCount(const QModelIndex &parent = {}) const override
-    {
-        return parent.isValid() ? 0 : 40;
-    }
-    int columnCount(const QModelIndex &parent = {}) const override
-    {
-        return parent.isValid() ? 0 : 4;
-    }
-    QVariant data(const QModelIndex &index, int role) const override
-    {
-        if (role == Qt::DisplayRole)
-            return QStringLiteral("%1, %2").arg(index.row()).arg(index.column());
-        if (role == Qt::CheckStateRole && index.column() == 2)
-            return index.row() % 2 ? Qt::Checked : Qt::Unchecked;
-        if (role == Qt::DecorationRole && index.column() == 3)
-            return QColor(Qt::darkCyan);
-        return {};
-    }
-};
 
 QImage texture()
 {
@@ -329,29 +305,6 @@ void hover(QAbstractItemView *view, int row, int column)
     settleEvents();
 }
 
-//! Whether two pictures are the same but for the rounding of colours in gradients, which
-//! depends on what is painted along with a pixel.
-bool isSame(const QImage &a, const QImage &b)
-{
-    if (a == b)
-        return true;
-    constexpr int tolerance = 2;
-    if (a.size() != b.size())
-        return false;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            const QRgb c = a.pixel(x, y);
-            const QRgb d = b.pixel(x, y);
-            if (std::abs(qRed(c) - qRed(d)) > tolerance
-                || std::abs(qGreen(c) - qGreen(d)) > tolerance
-                || std::abs(qBlue(c) - qBlue(d)) > tolerance) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
 //! What a view shows while it has the focus.
 QImage focusedPicture(QAbstractItemView *view)
 {
@@ -385,10 +338,11 @@ bool isShownAsPaintedAnew(QTableFastView *view)
     const bool isBuffered = view->isPaintBufferEnabled();
     QPixmapCache::clear();
     view->setPaintBufferEnabled(!isBuffered);
-    const bool isSameOtherwise = isSame(shown, paintedAnew(view));
+    const bool isSameOtherwise = isSamePicture(shown, paintedAnew(view));
     QPixmapCache::clear();
     view->setPaintBufferEnabled(isBuffered);
-    return isSameOtherwise && isSame(shown, paintedAnew(view)) && !hasBlackCorner(*view, shown);
+    return isSameOtherwise && isSamePicture(shown, paintedAnew(view))
+        && !hasBlackCorner(*view, shown);
 }
 
 } // namespace
@@ -430,18 +384,18 @@ void TestViewBackground::looksLikeQTableView()
     stage.fast->setPaintBufferEnabled(isBuffered);
     if (otherwise == Otherwise::PaintsSelectionTwice)
         stage.clearSelection();
-    QVERIFY(isSame(focusedPicture(stage.fast), focusedPicture(stage.table)));
+    QVERIFY(isSamePicture(focusedPicture(stage.fast), focusedPicture(stage.table)));
     change(stage);
     settleEvents();
     QCOMPARE(stage.fast->viewport()->geometry(), stage.table->viewport()->geometry());
-    QVERIFY(isSame(focusedPicture(stage.fast), focusedPicture(stage.table)));
+    QVERIFY(isSamePicture(focusedPicture(stage.fast), focusedPicture(stage.table)));
     for (QAbstractItemView *view : stage.views())
         view->verticalScrollBar()->setValue(3);
     settleEvents();
     const QImage shown = focusedPicture(stage.fast);
-    QVERIFY(isSame(shown, paintedAnew(stage.fast)));
+    QVERIFY(isSamePicture(shown, paintedAnew(stage.fast)));
     if (otherwise != Otherwise::MovesBackground)
-        QVERIFY(isSame(shown, paintedAnew(stage.table)));
+        QVERIFY(isSamePicture(shown, paintedAnew(stage.table)));
 }
 
 void TestViewBackground::hoverLooksLikeQTableView_data()
@@ -473,7 +427,7 @@ void TestViewBackground::hoverLooksLikeQTableView()
             hover(view, row, column);
             pictures.append(focusedPicture(view));
         }
-        QVERIFY2(isSame(pictures.at(0), pictures.at(1)),
+        QVERIFY2(isSamePicture(pictures.at(0), pictures.at(1)),
                  qPrintable(QStringLiteral("%1, %2").arg(row).arg(column)));
     }
 }

@@ -49,12 +49,6 @@ QAbstractItemDelegate *indicatorDelegate(QAbstractItemView *view)
     return delegate;
 }
 
-bool isSameColor(QRgb a, QRgb b)
-{
-    return std::abs(qRed(a) - qRed(b)) <= 2 && std::abs(qGreen(a) - qGreen(b)) <= 2
-        && std::abs(qBlue(a) - qBlue(b)) <= 2;
-}
-
 //! Texts, numbers, check marks, icons, colours and disabled cells.
 void fill(QStandardItemModel *model)
 {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "feedmodel.h"
-#include "framestatistics.h"
+#include "feed/feedmodel.h"
+#include "windows/framestatistics.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 #include "activation.h"
-#include "feedwindow.h"
-#include "filewindow.h"
-#include "framestatistics.h"
-#include "linefilter.h"
+#include "feed/feedwindow.h"
+#include "files/textfilemodel.h"
 #include "qprogressindicator.h"
+#include "search/linefilter.h"
+#include "search/tablefilter.h"
 #include "slowmodel.h"
-#include "tablefilter.h"
-#include "textfilemodel.h"
-#include "viewertable.h"
+#include "windows/filewindow.h"
+#include "windows/framestatistics.h"
+#include "windows/viewertable.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "delimiter.h"
-#include "lineindex.h"
+#include "files/delimiter.h"
+#include "files/lineindex.h"
 
 #include <QRandomGenerator>
 #include <QTest>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "textfilemodel.h"
+#include "files/textfilemodel.h"
 
 #include <QAbstractItemModelTester>
 #include <QFile>

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "bytepattern.h"
-#include "linefilter.h"
-#include "lineindex.h"
+#include "files/bytepattern.h"
+#include "files/lineindex.h"
+#include "files/textfilemodel.h"
 #include "qtablefastview.h"
-#include "tablefilter.h"
-#include "textfilemodel.h"
+#include "search/linefilter.h"
+#include "search/tablefilter.h"
 
 #include <QFile>
 #include <QHeaderView>

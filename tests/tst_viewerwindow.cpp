@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "feedwindow.h"
-#include "filewindow.h"
-#include "framestatistics.h"
-#include "textfilemodel.h"
-#include "viewertable.h"
+#include "feed/feedwindow.h"
+#include "files/textfilemodel.h"
+#include "windows/filewindow.h"
+#include "windows/framestatistics.h"
+#include "windows/viewertable.h"
 
 #include <QAction>
 #include <QClipboard>

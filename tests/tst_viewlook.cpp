@@ -6,10 +6,10 @@
 
 #include "activation.h"
 #include "itemdelegate.h"
+#include "mixedmodel.h"
 #include "qtablefastview.h"
 #include "viewpictures.h"
 
-#include <QAbstractTableModel>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -23,29 +23,17 @@
 
 namespace {
 
-//! Texts, numbers, check marks and decorations.
-class MixedModel : public QAbstractTableModel
+//! Texts that are longer than their column, and numbers.
+class LongModel : public MixedModel
 {
 public:
-    int rowCount(const QModelIndex &parent = {}) const override
-    {
-        return parent.isValid() ? 0 : 40;
-    }
-    int columnCount(const QModelIndex &parent = {}) const override
-    {
-        return parent.isValid() ? 0 : 4;
-    }
     QVariant data(const QModelIndex &index, int role) const override
     {
-        if (role == Qt::DisplayRole && index.column() == 0)
+        if (role != Qt::DisplayRole)
+            return MixedModel::data(index, role);
+        if (index.column() == 0)
             return QStringLiteral("a text that is longer than its column, row %1").arg(index.row());
-        if (role == Qt::DisplayRole)
-            return index.row() * 1234.5;
-        if (role == Qt::CheckStateRole && index.column() == 2)
-            return index.row() % 2 ? Qt::Checked : Qt::Unchecked;
-        if (role == Qt::DecorationRole && index.column() == 3)
-            return QColor(Qt::darkCyan);
-        return {};
+        return index.row() * 1234.5;
     }
 };
 
@@ -102,7 +90,7 @@ struct Stage
     }
     ~Stage() { QPixmapCache::clear(); }
 
-    MixedModel model;
+    LongModel model;
     QWidget window;
     QWidget other; //!< another window
     QTableFastView *view;

@@ -3,8 +3,8 @@
 
 #include "session.h"
 
-#include "feedwindow.h"
-#include "filewindow.h"
+#include "feed/feedwindow.h"
+#include "windows/filewindow.h"
 
 #include <QApplication>
 #include <QJsonDocument>

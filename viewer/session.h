@@ -4,9 +4,9 @@
 #ifndef SESSION_H
 #define SESSION_H
 
-#include "delimiter.h"
-#include "feedmodel.h"
-#include "framestatistics.h"
+#include "feed/feedmodel.h"
+#include "files/delimiter.h"
+#include "windows/framestatistics.h"
 
 #include <QObject>
 #include <QStringList>

@@ -3,20 +3,13 @@
 
 #include "linefilter.h"
 
-#include "textfilemodel.h"
+#include "files/textfilemodel.h"
+#include "find/eventpump_p.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QPointer>
 
 #include <algorithm>
 #include <numeric>
-
-namespace {
-
-constexpr qint64 s_eventInterval = 40; // ms
-
-} // namespace
 
 LineFilter::LineFilter(const QList<int> &columns, const QString &text)
     : m_columns(columns)
@@ -65,19 +58,17 @@ void LineFilter::followSource(const QAbstractItemModel *source)
 
 bool LineFilter::judgeRows(const QAbstractItemModel *source)
 {
-    QElapsedTimer timer;
-    timer.start();
+    EventPump events;
     while (m_next < m_verdicts.size()) {
         if (!skipRows()) {
             m_verdicts[m_next] = judge(source, int(m_next));
             ++m_next;
         }
-        if (timer.elapsed() < s_eventInterval)
+        if (!events.isDue())
             continue;
-        QCoreApplication::processEvents();
+        events.pump();
         if (m_isCancelled)
             return false;
-        timer.restart();
     }
     return !m_isCancelled;
 }

@@ -3,8 +3,8 @@
 
 #include "feedwindow.h"
 
-#include "framestatistics.h"
-#include "viewertable.h"
+#include "windows/framestatistics.h"
+#include "windows/viewertable.h"
 
 #include <QAction>
 #include <QComboBox>

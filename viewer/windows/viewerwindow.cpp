@@ -5,7 +5,7 @@
 
 #include "common.h"
 #include "framestatistics.h"
-#include "tablefilter.h"
+#include "search/tablefilter.h"
 #include "viewertable.h"
 
 #include <QAction>

@@ -4,7 +4,7 @@
 #ifndef LINEFILTER_H
 #define LINEFILTER_H
 
-#include "bytepattern.h"
+#include "files/bytepattern.h"
 #include "sortfilterproxymodel.h"
 
 #include <optional>

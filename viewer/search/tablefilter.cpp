@@ -4,13 +4,12 @@
 #include "tablefilter.h"
 
 #include "common.h"
+#include "files/textfilemodel.h"
+#include "find/eventpump_p.h"
 #include "linefilter.h"
 #include "qtablefastview.h"
-#include "textfilemodel.h"
 
 #include <QAction>
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLineEdit>
@@ -19,12 +18,6 @@
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-constexpr qint64 s_eventInterval = 40; // ms
-
-} // namespace
 
 TableFilter::TableFilter(QTableFastView *table)
     : AbstractItemViewFind(table)
@@ -136,8 +129,7 @@ bool TableFilter::findBetween(int from, int end, const QString &text, const Byte
     // Rows come at the end only, and go only when the file begins anew.
     const auto reset = connect(lines, &QAbstractItemModel::modelReset, this, &TableFilter::cancel);
     const auto guard = qScopeGuard([&] { disconnect(reset); });
-    QElapsedTimer timer;
-    timer.start();
+    EventPump events;
     for (int row = from; forward ? row < end : row > end;) {
         const TextFileModel::Sighting sighting = lines->look(pattern, row, forward);
         row = sighting.row;
@@ -146,12 +138,11 @@ bool TableFilter::findBetween(int from, int end, const QString &text, const Byte
                 return true;
             row += forward ? 1 : -1;
         }
-        if (timer.elapsed() < s_eventInterval)
+        if (!events.isDue())
             continue;
-        QCoreApplication::processEvents();
+        events.pump();
         if (!self || !lines || m_searches != search || m_table->model() != lines)
             return false;
-        timer.restart();
     }
     return false;
 }

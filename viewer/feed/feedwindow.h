@@ -5,7 +5,7 @@
 #define FEEDWINDOW_H
 
 #include "feedmodel.h"
-#include "viewerwindow.h"
+#include "windows/viewerwindow.h"
 
 #include <QElapsedTimer>
 

@@ -3,7 +3,7 @@
 
 #include "filewindow.h"
 
-#include "textfilemodel.h"
+#include "files/textfilemodel.h"
 #include "viewertable.h"
 
 #include <QAction>

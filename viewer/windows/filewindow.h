@@ -4,7 +4,7 @@
 #ifndef FILEWINDOW_H
 #define FILEWINDOW_H
 
-#include "delimiter.h"
+#include "files/delimiter.h"
 #include "viewerwindow.h"
 
 #include <memory>
