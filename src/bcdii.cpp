@@ -36,6 +36,8 @@
 // sums within one type one that is made for its number of bytes. Texts are read and written eight
 // digits at a time.
 
+using namespace Decimal;
+
 namespace {
 
 // ---------------------------------------------------------------- value format

@@ -150,7 +150,7 @@ std::uint32_t BCDIIParse(void *bcd, BCDIIType type, const char *text, std::size_
     std::size_t end = 0;
     const std::uint32_t status = parse(bytes, type, std::string_view(text, size), points, &end);
     if ((status & 0x30) != 0)
-        bytes[0] = nanByte;
+        bytes[0] = Decimal::nanByte;
     if (position != nullptr)
         *position = end;
     return status;
