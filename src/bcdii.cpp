@@ -5,6 +5,7 @@
 
 #include "decimal/array_p.h"
 #include "decimal/compiler_p.h"
+#include "decimal/layout_p.h"
 #include "decimal/nan_p.h"
 #include "decimal/wide_p.h"
 
@@ -40,126 +41,11 @@ using namespace Decimal;
 
 namespace {
 
-// ---------------------------------------------------------------- value format
-
-enum StatusBit : UINT32 {
-    Overflow = 0x01,
-    IsZero = 0x02,
-    IsNegative = 0x04,
-    NoResult = 0x10,
-    Invalid = 0x20,
-    Rounded = 0x40,
-    NanOperand = 0x80
-};
-
-constexpr BYTE signBit = 0x80;
-constexpr BYTE pairMask = 0x7F;
-constexpr int headerSize = sizeof(BCDIIStoreType);
 constexpr int lowestPosition = -62; // of a digit; a value that begins lower is 0
-
-// What a type says about its bytes. Counts are ints: an exact product has up to
-// 128 digits, more than a type word can say.
-struct Layout
-{
-    constexpr Layout(int digits, int fractionDigits)
-        : nfrac(fractionDigits)
-        , nint(digits - fractionDigits)
-        , ball(bint() + bfrac())
-    {
-    }
-
-    constexpr explicit Layout(BCDIIType type)
-        : nfrac(static_cast<std::int8_t>(type))
-        , nint(static_cast<std::int8_t>(type >> 8) - nfrac)
-        , ball(nint + nfrac > 0 ? (nint + nfrac + 1 + (nfrac & 1)) >> 1 : 0)
-    {
-    }
-
-    constexpr int bint() const { return (nint + 1) >> 1; }
-    constexpr int bfrac() const { return (nfrac + 1) >> 1; }
-
-    int nfrac;
-    int nint;
-    int ball; // a type of no digits, or fewer, has no bytes
-};
 
 constexpr BCDIIType typeWord(int nall, int nfrac)
 {
     return static_cast<BCDIIType>((nall & 0xFF) << 8 | (nfrac & 0xFF));
-}
-
-BYTE *bytes(void *p)
-{
-    return static_cast<BYTE *>(p);
-}
-
-const BYTE *bytes(const void *p)
-{
-    return static_cast<const BYTE *>(p);
-}
-
-BYTE *dataOf(void *bcd)
-{
-    return bytes(bcd) + headerSize;
-}
-
-const BYTE *dataOf(const void *bcd)
-{
-    return bytes(bcd) + headerSize;
-}
-
-void storeHeader(void *bcd, BCDIIType type)
-{
-    const auto word = static_cast<BCDIIStoreType>(type);
-    std::memcpy(bcd, &word, sizeof word);
-}
-
-bool isSameType(BCDIIType a, BCDIIType b)
-{
-    return static_cast<BCDIIStoreType>(a) == static_cast<BCDIIStoreType>(b);
-}
-
-bool isNan(const BYTE *bcd)
-{
-    return (bcd[0] & pairMask) > 99;
-}
-
-// Without a branch.
-bool isAnyNan(const BYTE *a, const BYTE *b)
-{
-    return (int {isNan(a)} | int {isNan(b)}) != 0;
-}
-
-bool isNegative(const BYTE *bcd)
-{
-    return (bcd[0] & signBit) != 0;
-}
-
-UINT32 signStatus(bool negative)
-{
-    return negative ? UINT32 {IsNegative} : 0;
-}
-
-UINT32 putZero(BYTE *bcd, Layout t)
-{
-    std::fill_n(bcd, t.ball, BYTE {0});
-    return IsZero;
-}
-
-// Every destination has room for this byte, one of a type without digits, too.
-UINT32 putNan(BYTE *bcd, UINT32 status)
-{
-    bcd[0] = nanByte;
-    return status;
-}
-
-// First pair that is not zero, or ball.
-int firstPair(const BYTE *bcd, int ball)
-{
-    int i = 0;
-    while (i < ball && (bcd[i] & pairMask) == 0)
-        ++i;
-    return i;
 }
 
 bool isAllZero(const BYTE *first, const BYTE *last)
