@@ -7,6 +7,8 @@
 #include "decimal/compiler_p.h"
 #include "decimal/layout_p.h"
 #include "decimal/nan_p.h"
+#include "decimal/plain_p.h"
+#include "decimal/roundstyle_p.h"
 #include "decimal/wide_p.h"
 
 #include <algorithm>
@@ -41,142 +43,9 @@ using namespace Decimal;
 
 namespace {
 
-constexpr int lowestPosition = -62; // of a digit; a value that begins lower is 0
-
 constexpr BCDIIType typeWord(int nall, int nfrac)
 {
     return static_cast<BCDIIType>((nall & 0xFF) << 8 | (nfrac & 0xFF));
-}
-
-bool isAllZero(const BYTE *first, const BYTE *last)
-{
-    return std::all_of(first, last, [](BYTE b) { return b == 0; });
-}
-
-// -------------------------------------------------------- the plain way: rounding
-
-// Room for the widest temporary: 160 pairs before the point (a 19-digit integer
-// scaled by 10^300) and 128 after it (a product).
-using Pairs = Array<BYTE, 320>;
-
-// Digit of weight 10^n, 0 outside the value. n >> 1 is the pair counted from the
-// point on both sides of it, and the odd n are the tens digits.
-int digitAt(const BYTE *bcd, Layout t, int n)
-{
-    if (n < -t.nfrac || n >= t.nint)
-        return 0;
-    const int i = t.bint() - 1 - (n >> 1);
-    const int pair = i == 0 ? bcd[i] & pairMask : bcd[i];
-    return (n & 1) != 0 ? pair / 10 : pair % 10;
-}
-
-bool roundsUp(BCDIIroundstyle rs, bool negative, bool atLeastHalf)
-{
-    switch (rs) {
-    case BCDII_ROUND_UP:
-        return !negative;
-    case BCDII_ROUND_DOWN:
-        return negative;
-    case BCDII_ROUND_FROMZERO:
-        return true;
-    case BCDII_ROUND_TRUNC:
-        return false;
-    default:
-        return atLeastHalf;
-    }
-}
-
-// The rounding unit is above every digit of the type: what would be rounded up
-// does not fit. Deliberate: directed rounding reports 21, the others 17.
-UINT32 roundAllAway(BYTE *bcd, Layout t, bool negative, int firstLost, BCDIIroundstyle rs)
-{
-    if (roundsUp(rs, negative, firstLost >= 5)) {
-        const bool directed = rs == BCDII_ROUND_UP || rs == BCDII_ROUND_DOWN;
-        return putNan(bcd, NoResult | Overflow | signStatus(directed));
-    }
-    putZero(bcd, t);
-    return Rounded | IsZero;
-}
-
-// Adds a unit to the digit of weight 10^-fd.
-UINT32 incrementPlain(BYTE *bcd, Layout t, int fd)
-{
-    const int q = t.nint + fd - 1 + (t.nint & 1); // digit in whole pairs
-    int i = q >> 1;
-    int carry = (q & 1) != 0 ? 1 : 10;
-    for (; i > 0; --i) {
-        const int pair = bcd[i] + carry;
-        if (pair <= 99) {
-            bcd[i] = static_cast<BYTE>(pair);
-            return Rounded | signStatus(isNegative(bcd));
-        }
-        bcd[i] = static_cast<BYTE>(pair - 100);
-        carry = 1;
-    }
-    const int top = (bcd[0] & pairMask) + carry;
-    if (top > ((t.nint & 1) != 0 ? 9 : 99))
-        return putNan(bcd, Rounded | NoResult | Overflow);
-    bcd[0] = static_cast<BYTE>(top | (bcd[0] & signBit));
-    return Rounded | signStatus(isNegative(bcd));
-}
-
-// Rounds a value of type t in place so that no digit stands behind the fd-th
-// fraction digit.
-UINT32 roundPlain(BYTE *bcd, Layout t, int fd, BCDIIroundstyle rs)
-{
-    const bool negative = isNegative(bcd);
-    if (isAllZero(bcd, bcd + t.ball))
-        return IsZero;
-    if (t.nfrac <= fd)
-        return signStatus(negative);
-    const int firstLost = digitAt(bcd, t, -fd - 1);
-    if (-fd >= t.nint)
-        return roundAllAway(bcd, t, negative, firstLost, rs);
-    BYTE *const cut = bcd + t.bint() + ((fd + 1) >> 1);
-    BYTE *const end = bcd + t.ball;
-    if (firstLost == 0 && isAllZero(cut, end))
-        return signStatus(negative);
-
-    std::fill(cut, end, BYTE {0});
-    if ((fd & 1) != 0) { // the pair before the cut keeps its tens digit
-        BYTE &last = bcd[t.bint() + ((fd - 1) >> 1)];
-        last = static_cast<BYTE>((last & signBit) | ((last & pairMask) / 10 * 10));
-    }
-    if (roundsUp(rs, negative, firstLost >= 5))
-        return incrementPlain(bcd, t, fd);
-    if (firstPair(bcd, t.ball) < t.ball)
-        return Rounded | signStatus(negative);
-    bcd[0] = 0;
-    return Rounded | IsZero;
-}
-
-// Copies src to dst with rounding. The buffers may overlap.
-UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
-{
-    const int first = firstPair(src, s.ball);
-    if (first >= s.ball)
-        return putZero(dst, d);
-    const int pairs = s.bint() - first; // from the first one to the point
-    const int position = 2 * pairs - ((src[first] & pairMask) > 9 ? 1 : 2);
-    if (position < lowestPosition)
-        return putZero(dst, d);
-    if (position >= d.nint)
-        return putNan(dst, NoResult | Overflow);
-
-    // position < nint: the first pair is not in front of the destination's first.
-    Pairs temporary {};
-    BYTE *const t = temporary.data();
-    const bool negative = isNegative(src);
-    std::copy_n(src + first, pairs + s.bfrac(), t + d.bint() - pairs);
-    t[d.bint() - pairs] &= pairMask;
-    t[0] = static_cast<BYTE>(t[0] | (negative ? signBit : 0));
-    UINT32 status = signStatus(negative);
-    if (d.nfrac < s.nfrac)
-        status = roundPlain(t, Layout(d.nint + s.nfrac, s.nfrac), d.nfrac, rs);
-    if ((status & NoResult) != 0)
-        return putNan(dst, status);
-    std::copy_n(t, d.ball, dst);
-    return status;
 }
 
 // --------------------------------------------------- the short way: words of pairs
@@ -529,23 +398,6 @@ template<int N> DECIMAL_INLINE bool isLess(const Words<N> &a, const Words<N> &b)
     return less;
 }
 
-int pairOrZero(const BYTE *bcd, Layout t, int i)
-{
-    return i >= 0 && i < t.ball ? bcd[i] & pairMask : 0;
-}
-
-int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt)
-{
-    const int fraction = std::max(at.bfrac(), bt.bfrac());
-    for (int place = std::max(at.bint(), bt.bint()); place > -fraction; --place) {
-        const int x = pairOrZero(a, at, at.bint() - place);
-        const int y = pairOrZero(b, bt, bt.bint() - place);
-        if (x != y)
-            return x < y ? -1 : 1;
-    }
-    return 0;
-}
-
 template<int N>
 DECIMAL_INLINE int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt, int fraction)
 {
@@ -656,62 +508,6 @@ DECIMAL_NOINLINE int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b,
 }
 
 // -------------------------------------------------------------------- addition
-
-// Where a value's pairs begin in an array whose point is at byte point.
-void placePairs(Pairs &pairs, int point, const BYTE *bcd, Layout t)
-{
-    if (t.ball == 0)
-        return;
-    std::copy_n(bcd, t.ball, pairs.begin() + point - t.bint());
-    pairs[point - t.bint()] &= pairMask;
-}
-
-void addPairs(Pairs &sum, const Pairs &b, int size)
-{
-    int carry = 0;
-    for (int i = size - 1; i >= 0; --i) {
-        const int pair = sum[i] + b[i] + carry;
-        carry = pair > 99 ? 1 : 0;
-        sum[i] = static_cast<BYTE>(pair - 100 * carry);
-    }
-}
-
-// The first is not the smaller, so that no borrow is left at the end.
-void subtractPairs(Pairs &difference, const Pairs &b, int size)
-{
-    int borrow = 0;
-    for (int i = size - 1; i >= 0; --i) {
-        const int pair = difference[i] - b[i] - borrow;
-        borrow = pair < 0 ? 1 : 0;
-        difference[i] = static_cast<BYTE>(pair + 100 * borrow);
-    }
-}
-
-UINT32 addPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
-                BCDIIType bType, BCDIIroundstyle rs)
-{
-    const Layout at(aType);
-    const Layout bt(bType);
-    const int point = std::max({at.bint(), bt.bint(), 0}) + 1; // a byte for the carry
-    const int fraction = std::max({at.bfrac(), bt.bfrac(), 0});
-    bool negative = isNegative(a);
-    Pairs x {};
-    Pairs y {};
-    placePairs(x, point, a, at);
-    placePairs(y, point, b, bt);
-    if (negative == isNegative(b)) {
-        addPairs(x, y, point + fraction);
-    } else {
-        if (x < y) {
-            std::swap(x, y);
-            negative = !negative;
-        }
-        subtractPairs(x, y, point + fraction);
-    }
-    x[0] = static_cast<BYTE>(x[0] | (negative ? signBit : 0));
-    return copyPlain(ret, Layout(retType), x.data(), Layout(2 * (point + fraction), 2 * fraction),
-                     rs);
-}
 
 // Adds b to a, or with subtract (all ones, else 0) takes it away, and returns the
 // carry of an addition. Pairs add like bytes when every byte of one operand is raised
@@ -1081,29 +877,6 @@ UINT32 deliverLimbs(BYTE *dst, BCDIIType type, const Limbs &x, bool negative, BC
 }
 
 // -------------------------------------------------------------- multiplication
-
-UINT32 mulPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
-                BCDIIType bType, BCDIIroundstyle rs)
-{
-    const Layout at(aType);
-    const Layout bt(bType);
-    const int size = at.ball + bt.ball; // at most 128
-    Pairs product {};
-    for (int i = at.ball - 1; i >= 0; --i) {
-        const int factor = i == 0 ? a[i] & pairMask : a[i];
-        int carry = 0;
-        for (int j = bt.ball - 1; j >= 0; --j) {
-            const int pair =
-                (j == 0 ? b[j] & pairMask : b[j]) * factor + product[i + j + 1] + carry;
-            product[i + j + 1] = static_cast<BYTE>(pair % 100);
-            carry = pair / 100;
-        }
-        product[i] = static_cast<BYTE>(carry);
-    }
-    product[0] = static_cast<BYTE>(product[0] | ((a[0] ^ b[0]) & signBit));
-    return copyPlain(ret, Layout(retType), product.data(),
-                     Layout(2 * size, 2 * (at.bfrac() + bt.bfrac())), rs);
-}
 
 // Column by column. A column sums at most 4 products below 10^32 and a carry, which
 // splitLimb() takes.
