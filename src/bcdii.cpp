@@ -10,6 +10,7 @@
 #include "decimal/plain_p.h"
 #include "decimal/roundstyle_p.h"
 #include "decimal/wide_p.h"
+#include "decimal/words_p.h"
 
 #include <algorithm>
 #include <bit>
@@ -48,173 +49,6 @@ constexpr BCDIIType typeWord(int nall, int nfrac)
     return static_cast<BCDIIType>((nall & 0xFF) << 8 | (nfrac & 0xFF));
 }
 
-// --------------------------------------------------- the short way: words of pairs
-
-using Word = UINT64;
-
-constexpr int wordPairs = 8;
-constexpr int windowWords = 4;
-constexpr int windowFraction = 31; // bytes: with more, a value may begin below position -62
-constexpr Word eachByte = 0x0101010101010101;
-
-template<int N> using Words = Array<Word, N>; // least significant first
-
-// Calls f(0) to f(N - 1). Compilers unroll loops too late for their arrays to stay in
-// registers.
-template<int N, typename F> DECIMAL_INLINE void repeat(const F &f)
-{
-    if constexpr (N > 0) {
-        repeat<N - 1>(f);
-        f(N - 1);
-    }
-}
-
-// The M lowest words, with words of 0 in front when there are more than N.
-template<int M, int N> DECIMAL_INLINE Words<M> resized(const Words<N> &w)
-{
-    Words<M> r {};
-    repeat<std::min(M, N)>([&](int j) DECIMAL_INLINE_LAMBDA { r[j] = w[j]; });
-    return r;
-}
-
-// Between the machine's byte order and the first byte as the most significant one.
-template<typename T> DECIMAL_INLINE T bigEndian(T w)
-{
-    if constexpr (std::endian::native == std::endian::big)
-        return w;
-    else
-        return byteSwapped(w);
-}
-
-template<typename T> DECIMAL_INLINE T load(const BYTE *p)
-{
-    T w;
-    std::memcpy(&w, p, sizeof w);
-    return bigEndian(w);
-}
-
-template<typename T> DECIMAL_INLINE void store(BYTE *p, T w)
-{
-    w = bigEndian(w);
-    std::memcpy(p, &w, sizeof w);
-}
-
-// 1 to 8 bytes as a number. The pieces overlap, so that none lies outside the bytes and no
-// loop is needed.
-DECIMAL_INLINE Word loadShort(const BYTE *p, int n)
-{
-    if (n >= 4)
-        return Word {load<UINT32>(p)} << (8 * (n - 4)) | load<UINT32>(p + n - 4);
-    if (n == 1)
-        return p[0];
-    const Word high = load<UINT16>(p);
-    return n == 2 ? high : high << 8 | p[2];
-}
-
-DECIMAL_INLINE void storeShort(BYTE *p, int n, Word w)
-{
-    if (n >= 4) {
-        store(p, static_cast<UINT32>(w >> (8 * (n - 4))));
-        store(p + n - 4, static_cast<UINT32>(w));
-    } else if (n == 1) {
-        p[0] = static_cast<BYTE>(w);
-    } else if (n == 2) {
-        store(p, static_cast<UINT16>(w));
-    } else {
-        store(p, static_cast<UINT16>(w >> 8));
-        p[2] = static_cast<BYTE>(w);
-    }
-}
-
-// The bits of a word whose first byte is byte rest - 1, but for the sign.
-constexpr auto topMasks = [] {
-    Array<Word, wordPairs + 1> masks {};
-    for (int rest = 1; rest <= wordPairs; ++rest)
-        masks[rest] = ~Word {0} >> (65 - 8 * rest);
-    return masks;
-}();
-
-int wordsOf(int bytes)
-{
-    return (bytes + wordPairs - 1) >> 3;
-}
-
-// n bytes, 8 (N - 1) < n <= 8 N, as a number without the sign bit of the first.
-template<int N> DECIMAL_INLINE Words<N> loadExact(const BYTE *p, int n)
-{
-    Words<N> w;
-    repeat<N - 1>([&](int j)
-                      DECIMAL_INLINE_LAMBDA { w[j] = load<Word>(p + n - wordPairs * (j + 1)); });
-    const int rest = n - wordPairs * (N - 1);
-    const Word top = rest == wordPairs ? load<Word>(p) : loadShort(p, rest);
-    w[N - 1] = top & topMasks[rest];
-    return w;
-}
-
-template<int N> DECIMAL_INLINE void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
-{
-    repeat<N - 1>([&](int j)
-                      DECIMAL_INLINE_LAMBDA { store<Word>(p + n - wordPairs * (j + 1), w[j]); });
-    const int rest = n - wordPairs * (N - 1);
-    const Word top = w[N - 1] | ((Word {0} - Word {negative}) & (topMasks[rest] + 1));
-    if (rest == wordPairs)
-        store<Word>(p, top);
-    else
-        storeShort(p, rest, top);
-}
-
-// The same for 1 to 8 N bytes.
-template<int N> DECIMAL_INLINE Words<N> loadWords(const BYTE *p, int n)
-{
-    if constexpr (N > 1) {
-        if (n <= wordPairs * (N - 1)) {
-            return resized<N>(loadWords<N - 1>(p, n));
-        }
-    }
-    return loadExact<N>(p, n);
-}
-
-template<int N> DECIMAL_INLINE void storeWords(BYTE *p, int n, const Words<N> &w, bool negative)
-{
-    if constexpr (N > 1) {
-        if (n <= wordPairs * (N - 1)) {
-            storeWords<N - 1>(p, n, resized<N - 1>(w), negative);
-            return;
-        }
-    }
-    storeExact<N>(p, n, w, negative);
-}
-
-template<int N> DECIMAL_INLINE void shiftUp(Words<N> &w, int pairs)
-{
-    for (; pairs >= wordPairs; pairs -= wordPairs) {
-        repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA { w[N - 1 - j] = w[N - 2 - j]; });
-        w[0] = 0;
-    }
-    const int shift = 8 * pairs;
-    repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA {
-        const int k = N - 1 - j;
-        w[k] = w[k] << shift | w[k - 1] >> 1 >> (63 - shift);
-    });
-    w[0] <<= shift;
-}
-
-// A value in a window that ends fraction bytes behind the point.
-template<int N> DECIMAL_INLINE Words<N> loadAligned(const BYTE *bcd, Layout t, int fraction)
-{
-    Words<N> w = loadWords<N>(bcd, t.ball);
-    if (t.bfrac() != fraction)
-        shiftUp<N>(w, fraction - t.bfrac());
-    return w;
-}
-
-// Words of the window that both byte ranges fit in, or 0 when there is none.
-int windowOf(int integerBytes, int fractionBytes, int shortest)
-{
-    const int words = wordsOf(integerBytes + fractionBytes);
-    return shortest > 0 && words <= windowWords && fractionBytes <= windowFraction ? words : 0;
-}
-
 // ------------------------------------------------ the short way: rounding and storing
 
 // An exact magnitude, cut behind the destination's last byte.
@@ -224,13 +58,6 @@ template<int N> struct Cut
     Word lost = 0;        //!< the pairs behind, the first in the highest byte; others may be merged
     bool tooWide = false; //!< more pairs stand in front of kept
 };
-
-template<int N> DECIMAL_INLINE Word anyOf(const Words<N> &w)
-{
-    Word any = 0;
-    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA { any |= w[j]; });
-    return any;
-}
 
 // The largest words whose first byte is byte rest - 1, by the tens digits that it may
 // have: 99 in front with an even nint, 9 with an odd one.
@@ -359,12 +186,6 @@ DECIMAL_INLINE UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s, 
     return copyWords<N>(dst, d, loadWords<N>(src, s.ball), s, isNegative(src), rs);
 }
 
-int windowOfBoth(Layout d, Layout s)
-{
-    return windowOf(std::max(d.bint(), s.bint()), std::max(d.bfrac(), s.bfrac()),
-                    std::min(d.ball, s.ball));
-}
-
 UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType srcType,
                     BCDIIroundstyle rs)
 {
@@ -385,18 +206,6 @@ UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType src
 }
 
 // ------------------------------------------------------------------ comparison
-
-template<int N> DECIMAL_INLINE bool isLess(const Words<N> &a, const Words<N> &b)
-{
-    bool less = N % 2 != 0 && a[0] < b[0];
-    repeat<N / 2>([&](int j) DECIMAL_INLINE_LAMBDA { // two words at a time
-        const int low = 2 * j + N % 2;
-        const Wide x(a[low + 1], a[low]);
-        const Wide y(b[low + 1], b[low]);
-        less = (int {x < y} | (int {x == y} & int {less})) != 0;
-    });
-    return less;
-}
 
 template<int N>
 DECIMAL_INLINE int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt, int fraction)
@@ -426,17 +235,6 @@ DECIMAL_NOINLINE int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYT
     }
 }
 
-// Whether all of n bytes are 0.
-bool isZero(const BYTE *bcd, int n)
-{
-    if (n < wordPairs)
-        return n <= 0 || loadShort(bcd, n) == 0;
-    Word any = load<Word>(bcd + n - wordPairs);
-    for (int i = 0; i < n - wordPairs; i += wordPairs)
-        any |= load<Word>(bcd + i);
-    return any == 0;
-}
-
 // Different words that begin with a sign bit are in order as signed numbers, and in
 // the opposite order when both have the bit set: the larger magnitude is the smaller value.
 DECIMAL_INLINE int compareDifferent(Word x, Word y)
@@ -458,12 +256,6 @@ DECIMAL_INLINE int compareLong(const BYTE *a, const BYTE *b, int n)
             return (x < y) != isNegative(a) ? -1 : 1;
     }
     return 0;
-}
-
-// The first 8 bytes of n, n > 0, filled up with 0.
-DECIMAL_INLINE Word loadFirst(const BYTE *p, int n)
-{
-    return n >= wordPairs ? load<Word>(p) : loadShort(p, n) << (8 * (wordPairs - n));
 }
 
 // Values of one type, by their raw bytes.
