@@ -5,6 +5,7 @@
 
 #include "decimal/array_p.h"
 #include "decimal/compiler_p.h"
+#include "decimal/copy_p.h"
 #include "decimal/layout_p.h"
 #include "decimal/limbs_p.h"
 #include "decimal/nan_p.h"
@@ -49,42 +50,6 @@ namespace {
 constexpr BCDIIType typeWord(int nall, int nfrac)
 {
     return static_cast<BCDIIType>((nall & 0xFF) << 8 | (nfrac & 0xFF));
-}
-
-// Copies a value of type s, read into words that end with its last byte.
-template<int N>
-DECIMAL_INLINE UINT32 copyWords(BYTE *dst, Layout d, Words<N> w, Layout s, bool negative,
-                                BCDIIroundstyle rs)
-{
-    if (d.bfrac() > s.bfrac())
-        shiftUp<N>(w, d.bfrac() - s.bfrac());
-    Cut<N> cut = cutWindow<N>(w, std::max(0, s.bfrac() - d.bfrac()));
-    return deliver<N>(dst, d, cut, s.nfrac, negative, rs);
-}
-
-template<int N>
-DECIMAL_INLINE UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
-{
-    return copyWords<N>(dst, d, loadWords<N>(src, s.ball), s, isNegative(src), rs);
-}
-
-UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType srcType,
-                    BCDIIroundstyle rs)
-{
-    const Layout d(dstType);
-    const Layout s(srcType);
-    switch (windowOfBoth(d, s)) {
-    case 0:
-        return copyPlain(dst, Layout(dstType), src, Layout(srcType), rs);
-    case 1:
-        return copyShort<1>(dst, d, src, s, rs);
-    case 2:
-        return copyShort<2>(dst, d, src, s, rs);
-    case 3:
-        return copyShort<3>(dst, d, src, s, rs);
-    default:
-        return copyShort<4>(dst, d, src, s, rs);
-    }
 }
 
 // ------------------------------------------------------------------ comparison
