@@ -4,6 +4,7 @@
 #include "bcdii.h"
 
 #include "decimal/array_p.h"
+#include "decimal/compare_p.h"
 #include "decimal/compiler_p.h"
 #include "decimal/copy_p.h"
 #include "decimal/layout_p.h"
@@ -50,100 +51,6 @@ namespace {
 constexpr BCDIIType typeWord(int nall, int nfrac)
 {
     return static_cast<BCDIIType>((nall & 0xFF) << 8 | (nfrac & 0xFF));
-}
-
-// ------------------------------------------------------------------ comparison
-
-template<int N>
-DECIMAL_INLINE int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt, int fraction)
-{
-    const Words<N> x = loadAligned<N>(a, at, fraction);
-    const Words<N> y = loadAligned<N>(b, bt, fraction);
-    return int {isLess<N>(y, x)} - int {isLess<N>(x, y)};
-}
-
-DECIMAL_NOINLINE int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYTE *b,
-                                       BCDIIType bType)
-{
-    const Layout at(aType);
-    const Layout bt(bType);
-    const int fraction = std::max(at.bfrac(), bt.bfrac());
-    switch (windowOfBoth(at, bt)) {
-    case 0:
-        return compareMagnitudesPlain(a, Layout(aType), b, Layout(bType));
-    case 1:
-        return compareShort<1>(a, at, b, bt, fraction);
-    case 2:
-        return compareShort<2>(a, at, b, bt, fraction);
-    case 3:
-        return compareShort<3>(a, at, b, bt, fraction);
-    default:
-        return compareShort<4>(a, at, b, bt, fraction);
-    }
-}
-
-// Different words that begin with a sign bit are in order as signed numbers, and in
-// the opposite order when both have the bit set: the larger magnitude is the smaller value.
-DECIMAL_INLINE int compareDifferent(Word x, Word y)
-{
-    const int bothNegative = static_cast<int>((x & y) >> 63);
-    const int less = int {static_cast<INT64>(x) < static_cast<INT64>(y)} ^ bothNegative;
-    return -less | 1;
-}
-
-// n bytes of one layout, n >= 8. The last word overlaps the one before it, which is
-// known to be equal there.
-DECIMAL_INLINE int compareLong(const BYTE *a, const BYTE *b, int n)
-{
-    for (int i = wordPairs; i < n; i += wordPairs) {
-        const int at = std::min(i, n - wordPairs);
-        const Word x = load<Word>(a + at);
-        const Word y = load<Word>(b + at);
-        if (x != y)
-            return (x < y) != isNegative(a) ? -1 : 1;
-    }
-    return 0;
-}
-
-// Values of one type, by their raw bytes.
-DECIMAL_INLINE int compareSame(const BYTE *a, const BYTE *b, BCDIIType type)
-{
-    constexpr int longDigits = 2 * wordPairs; // they fill 8 bytes at least
-    if (static_cast<std::int16_t>(type) >= longDigits << 8) {
-        const Word x = load<Word>(a);
-        const Word y = load<Word>(b);
-        return x != y ? compareDifferent(x, y) : compareLong(a, b, Layout(type).ball);
-    }
-    const int n = Layout(type).ball; // 8 at most
-    if (n <= 0)
-        return int {isNegative(b)} - int {isNegative(a)};
-    const Word x = loadFirst(a, n);
-    const Word y = loadFirst(b, n);
-    return x != y ? compareDifferent(x, y) : 0;
-}
-
-int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
-{
-    const int sign = isNegative(a) ? -1 : 1;
-    return isNegative(a) != isNegative(b) ? sign : sign * compareMagnitudes(a, aType, b, bType);
-}
-
-// Nearly always the first 8 bytes tell, counted from the first of either value.
-DECIMAL_NOINLINE int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
-{
-    constexpr Word sign = Word {1} << 63;
-    const Layout at(aType);
-    const Layout bt(bType);
-    const int ahead = at.bint() - bt.bint();
-    if (std::min(at.ball, bt.ball) > 0 && std::abs(ahead) < wordPairs) {
-        const Word x = loadFirst(a, at.ball);
-        const Word y = loadFirst(b, bt.ball);
-        const Word alignedX = (x & ~sign) >> (8 * std::max(-ahead, 0)) | (x & sign);
-        const Word alignedY = (y & ~sign) >> (8 * std::max(ahead, 0)) | (y & sign);
-        if (alignedX != alignedY)
-            return compareDifferent(alignedX, alignedY);
-    }
-    return compareSlowly(a, aType, b, bType);
 }
 
 // -------------------------------------------------------------------- addition
