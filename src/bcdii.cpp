@@ -7,6 +7,7 @@
 #include "decimal/compare_p.h"
 #include "decimal/compiler_p.h"
 #include "decimal/copy_p.h"
+#include "decimal/integers_p.h"
 #include "decimal/layout_p.h"
 #include "decimal/limbs_p.h"
 #include "decimal/nan_p.h"
@@ -57,15 +58,6 @@ constexpr BCDIIType typeWord(int nall, int nfrac)
 
 // ------------------------------------------------------------------- conversion
 
-// Beyond this a count of fraction digits makes no more difference: all digits of
-// every type are on one side of the point. Even, so that parity is kept.
-constexpr int farAway = 300;
-
-int nearFractionDigits(int fd)
-{
-    return fd > farAway ? farAway : fd < -farAway ? -farAway : fd;
-}
-
 // 10.0^i for i = -128 to 128, by repeated multiplication or division, whose
 // roundings are part of the conversions.
 constexpr auto powersOfTen = [] {
@@ -81,133 +73,6 @@ constexpr auto powersOfTen = [] {
 double power10(int i)
 {
     return powersOfTen[128 + i];
-}
-
-constexpr int integerBytes = 11; // 20 digits, and one of padding with an odd fd
-
-// The integer in pairs that are aligned on a point fd digits from its end.
-DECIMAL_INLINE Words<2> integerPairs(UINT64 i64, int fd)
-{
-    // With an odd fd times 10, to fill a pair.
-    const bool odd = (fd & 1) != 0;
-    const Word high = odd ? i64 / (limbBase / 10) : i64 / limbBase;
-    const Word low = odd ? (i64 - high * (limbBase / 10)) * 10 : i64 - high * limbBase;
-    // The high part is below 2^16: three pairs.
-    const Word hundreds = high * 5243 >> 19;
-    const Word tenThousands = hundreds * 5243 >> 19;
-    return {toPairs(low), high + hundreds * (0x100 - 100) + tenThousands * (0x10000 - 0x6400)};
-}
-
-template<int N> DECIMAL_INLINE UINT32 putIntegerShort(BYTE *dst, Layout d, UINT64 i64, int fd)
-{
-    const Layout s(2 * integerBytes - (fd & 1), fd);
-    const Words<2> pairs = integerPairs(i64, fd);
-    Words<N> w {pairs[0], pairs[1]};
-    return copyWords<N>(dst, d, w, s, false, BCDII_ROUND_TRUNC);
-}
-
-UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
-{
-    const Layout s(2 * integerBytes - (fd & 1), fd);
-    Array<BYTE, integerBytes> pairs;
-    storeExact<2>(pairs.data(), integerBytes, integerPairs(i64, fd), false);
-    return copyPlain(dst, Layout(type), pairs.data(), s, BCDII_ROUND_TRUNC);
-}
-
-// The type has the integer's own fraction digits: nothing to cut.
-DECIMAL_INLINE UINT32 putScaledInteger(BYTE *dst, Layout d, UINT64 i64)
-{
-    const Words<2> pairs = integerPairs(i64, d.nfrac);
-    if (!fits<2>(pairs, d))
-        return putNan(dst, NoResult | Overflow);
-    storeWords<2>(dst, d.ball, pairs, false);
-    return i64 == 0 ? UINT32 {IsZero} : 0;
-}
-
-UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
-{
-    const Layout d(type);
-    if (fd == d.nfrac && fd <= 2 * windowFraction && d.ball > 0 && d.ball <= 2 * wordPairs)
-        return putScaledInteger(dst, d, i64);
-    fd = nearFractionDigits(fd);
-    switch (windowOfBoth(d, Layout(2 * integerBytes - (fd & 1), fd))) {
-    case 0:
-        return putIntegerPlain(dst, type, i64, fd);
-    case 1:
-    case 2:
-        return putIntegerShort<2>(dst, d, i64, fd);
-    case 3:
-        return putIntegerShort<3>(dst, d, i64, fd);
-    default:
-        return putIntegerShort<4>(dst, d, i64, fd);
-    }
-}
-
-// Hands out a magnitude below 2^64.
-DECIMAL_INLINE UINT32 giveMagnitude(INT64 *pi64, Word magnitude, bool negative, UINT32 status)
-{
-    constexpr auto most = static_cast<Word>(std::numeric_limits<INT64>::max());
-    if (magnitude > most + Word {negative})
-        return NoResult | Overflow;
-    *pi64 = static_cast<INT64>((magnitude ^ (Word {0} - Word {negative})) + Word {negative});
-    return status;
-}
-
-// Hands out a value of a type of 19 digits. With an odd fraction the last digit is
-// padding: 20 digits, more than a word holds.
-DECIMAL_INLINE UINT32 giveInteger(INT64 *pi64, Layout d, Word high, Word low, UINT32 status)
-{
-    if ((status & Overflow) != 0)
-        return NoResult | Overflow; // also where a rounding carry overflowed
-    const Word highPart = high - (high >> 8) * (0x100 - 100); // two pairs at most
-    const Word magnitude = (d.nfrac & 1) != 0 ? highPart * (limbBase / 10) + toLimb(low) / 10
-                                              : highPart * limbBase + toLimb(low);
-    return giveMagnitude(pi64, magnitude, (status & IsNegative) != 0, status);
-}
-
-// A value that is cut behind some of its pairs, which make a number, with at most a word
-// of pairs behind them. Rounding cannot reach 2^64.
-DECIMAL_INLINE UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball, int kept,
-                                 BCDIIroundstyle rs)
-{
-    constexpr Word digits = topMasks[wordPairs]; // not the sign
-    const bool negative = isNegative(bcd);
-    const int drop = ball - kept;
-    Word magnitude = kept > wordPairs
-        ? toNumber(bcd, kept)
-        : toLimb((loadFirst(bcd, ball) & digits) >> (8 * (wordPairs - kept)));
-    bool isRounded = false;
-    if (drop > 0) {
-        const Word last =
-            ball < wordPairs ? loadShort(bcd, ball) : load<Word>(bcd + ball - wordPairs);
-        const Word lost = last << (8 * (wordPairs - drop));
-        isRounded = lost != 0;
-        // No branch: halves are as good as random.
-        magnitude += Word {isRounded} & Word {roundsUp(rs, negative, lost >= Word {50} << 56)};
-    }
-    const UINT32 status = UINT32 {isRounded} * Rounded;
-    if (magnitude == 0)
-        return giveMagnitude(pi64, 0, false, status | IsZero);
-    return giveMagnitude(pi64, magnitude, negative, status | signStatus(negative));
-}
-
-template<int N>
-DECIMAL_INLINE UINT32 toIntegerShort(INT64 *pi64, Layout d, const BYTE *bcd, Layout t,
-                                     BCDIIroundstyle rs)
-{
-    const int fraction = std::max(d.bfrac(), t.bfrac());
-    Cut<N> cut = cutWindow<N>(loadAligned<N>(bcd, t, fraction), fraction - d.bfrac());
-    const UINT32 status = roundCut<N>(cut, d, t.nfrac, isNegative(bcd), rs);
-    return giveInteger(pi64, d, cut.kept[1], cut.kept[0], status);
-}
-
-UINT32 toIntegerPlain(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
-{
-    const Layout d(19, fd);
-    Array<BYTE, 10> digits {};
-    const UINT32 status = copyPlain(digits.data(), d, bcd, Layout(type), rs);
-    const Words<2> w = loadExact<2>(digits.data(), 10);
-    return giveInteger(pi64, d, w[1], w[0], status);
 }
 
 constexpr double doubleExact = 9007199254740992.0; // 2^53: integers below are exact
@@ -934,24 +799,7 @@ UINT32 BCDII2Int64(INT64 *pi64, const void *bcd, BCDIIType type, int fd, BCDIIro
 {
     if (isNan(bytes(bcd)))
         return NanOperand | Invalid | NoResult;
-    const Layout t(type);
-    fd = nearFractionDigits(fd);
-    const int kept = t.bint() + (fd >> 1);
-    if ((fd & 1) == 0 && kept <= t.ball && t.ball - kept <= wordPairs && t.bfrac() <= windowFraction
-        && isNumber(bytes(bcd), kept))
-        return giveNumber(pi64, bytes(bcd), t.ball, kept, rs);
-    const Layout d(19, fd); // 10 bytes, so 2 words at least
-    switch (windowOfBoth(d, t)) {
-    case 0:
-        return toIntegerPlain(pi64, bytes(bcd), type, fd, rs);
-    case 1:
-    case 2:
-        return toIntegerShort<2>(pi64, d, bytes(bcd), t, rs);
-    case 3:
-        return toIntegerShort<3>(pi64, d, bytes(bcd), t, rs);
-    default:
-        return toIntegerShort<4>(pi64, d, bytes(bcd), t, rs);
-    }
+    return toInteger(pi64, bytes(bcd), type, fd, rs);
 }
 
 UINT32 BCDII2Int64(INT64 *pi64, const void *bcd_, int fd)
