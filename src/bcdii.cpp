@@ -7,6 +7,7 @@
 #include "decimal/compare_p.h"
 #include "decimal/compiler_p.h"
 #include "decimal/copy_p.h"
+#include "decimal/doubles_p.h"
 #include "decimal/integers_p.h"
 #include "decimal/layout_p.h"
 #include "decimal/limbs_p.h"
@@ -29,10 +30,6 @@
 #include <limits>
 #include <utility>
 
-#if FLT_EVAL_METHOD != 0
-#error "Doubles must be rounded to doubles at each step: on x86 with 32 bits, -msse2 -mfpmath=sse"
-#endif
-
 // Two ways lead to every result of copying, adding and multiplying.
 //
 // The short way takes values that meet in a window of 32 bytes around the point,
@@ -54,104 +51,6 @@ namespace {
 constexpr BCDIIType typeWord(int nall, int nfrac)
 {
     return static_cast<BCDIIType>((nall & 0xFF) << 8 | (nfrac & 0xFF));
-}
-
-// ------------------------------------------------------------------- conversion
-
-// 10.0^i for i = -128 to 128, by repeated multiplication or division, whose
-// roundings are part of the conversions.
-constexpr auto powersOfTen = [] {
-    Array<double, 257> powers {};
-    powers[128] = 1.0;
-    for (int i = 1; i <= 128; ++i) {
-        powers[128 + i] = powers[128 + i - 1] * 10.0;
-        powers[128 - i] = powers[128 - i + 1] / 10.0;
-    }
-    return powers;
-}();
-
-double power10(int i)
-{
-    return powersOfTen[128 + i];
-}
-
-constexpr double doubleExact = 9007199254740992.0; // 2^53: integers below are exact
-constexpr double tolerance = 0.125;
-
-// For x >= 0; from 2^52 on every double is an integer.
-double floorPositive(double x)
-{
-    return x < doubleExact ? static_cast<double>(static_cast<INT64>(x)) : x;
-}
-
-// 2^i modulo 100, for i = 0 to 21; from 2 on it returns every 20 powers.
-constexpr auto powerResidues = [] {
-    Array<unsigned, 22> residues {1};
-    for (int i = 1; i < residues.size(); ++i)
-        residues[i] = residues[i - 1] * 2 % 100;
-    return residues;
-}();
-
-// An integer from 2^53 on modulo 100: its 53 bits and its power of two each have a residue.
-unsigned residue(double x)
-{
-    constexpr int mantissaBits = 53;
-    static_assert(std::numeric_limits<double>::is_iec559);
-    const auto bits = std::bit_cast<UINT64>(x);
-    const auto mantissa = (bits & 0xFFFFFFFFFFFFF) | 0x10000000000000;
-    const int exponent = static_cast<int>(bits >> (mantissaBits - 1)) - 1022 - mantissaBits;
-    const int index = exponent < 2 ? exponent : 2 + (exponent - 2) % 20;
-    return static_cast<unsigned>(mantissa % 100) * powerResidues[index] % 100;
-}
-
-// Takes the lowest digits (base 10 or 100) off x >= 2^53 in double arithmetic. Integers do
-// the same: the digits are exact, and x - digits is rounded as a double.
-BYTE takeDigits(double *x, unsigned base)
-{
-    const unsigned digits = residue(*x) % base;
-    *x = floorPositive((*x - digits) / base + tolerance);
-    return static_cast<BYTE>(digits);
-}
-
-// Puts pairs into the bytes of a type; false when they do not fit, and then the
-// bytes hold the last of them.
-bool putPairs(BYTE *bcd, Layout t, Words<2> pairs)
-{
-    const Words<windowWords> w {pairs[0], pairs[1]};
-    if (t.ball <= 2 * wordPairs && fits<2>(pairs, t)) {
-        storeWords<2>(bcd, t.ball, pairs, false);
-        return true;
-    }
-    if (t.ball <= windowWords * wordPairs && fits<windowWords>(w, t)) {
-        storeWords<windowWords>(bcd, t.ball, w, false);
-        return true;
-    }
-    for (int i = t.ball; i > 0; --i) {
-        bcd[i - 1] = static_cast<BYTE>(pairs[0]);
-        pairs = {pairs[0] >> 8 | pairs[1] << 56, pairs[1] >> 8};
-    }
-    return anyOf<2>(pairs) == 0 && ((t.nint & 1) == 0 || bcd[0] < 10);
-}
-
-// From 2^53 on the double arithmetic may round, below it is the same as that of integers.
-DECIMAL_NOINLINE bool putLargeDouble(BYTE *bcd, Layout t, double x)
-{
-    bool half = (t.nfrac & 1) != 0; // the last byte holds one digit
-    while (x >= doubleExact && t.ball > 0) {
-        const bool single = half || (t.ball == 1 && (t.nint & 1) != 0);
-        const BYTE digits = takeDigits(&x, single ? 10 : 100);
-        bcd[--t.ball] = static_cast<BYTE>(half ? 10 * digits : digits);
-        half = false;
-    }
-    return t.ball > 0 && putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), half ? 1 : 0));
-}
-
-// Places the integer x > 0; false when it does not fit.
-bool putDouble(BYTE *bcd, Layout t, double x)
-{
-    if (x >= doubleExact || t.ball == 0)
-        return putLargeDouble(bcd, t, x);
-    return putPairs(bcd, t, integerPairs(static_cast<UINT64>(x), t.nfrac & 1));
 }
 
 // ------------------------------------------------------------------------- text
@@ -812,21 +711,7 @@ UINT32 BCDII2Double(double *dbl, const void *bcd, BCDIIType type)
     const BYTE *const b = bytes(bcd);
     if (isNan(b))
         return NanOperand | Invalid | NoResult;
-    const Layout t(type);
-    // Seven pairs are below 2^53, where integers and doubles agree. Zeros in front
-    // make no difference.
-    const int exact = std::min(7, t.ball);
-    const Word leading = exact > 0 ? toLimb(loadShort(b, exact) & topMasks[exact]) : 0;
-    auto value = static_cast<double>(static_cast<INT64>(leading));
-    for (int i = exact; i < t.ball; ++i)
-        value = value * 100.0 + b[i];
-    if (value == 0.0) {
-        *dbl = 0.0;
-        return IsZero;
-    }
-    value /= power10(2 * t.bfrac());
-    *dbl = isNegative(b) ? -value : value;
-    return signStatus(isNegative(b));
+    return toDouble(dbl, b, type);
 }
 
 UINT32 BCDII2Double(double *dbl, const void *bcd_)
@@ -836,25 +721,7 @@ UINT32 BCDII2Double(double *dbl, const void *bcd_)
 
 UINT32 BCDIIGetFromDouble(void *bcd_, double src, BCDIIType type)
 {
-    constexpr double integral = 4503599627370496.0; // 2^52: no fraction from here on
-    const Layout t(type);
-    BYTE *const bcd = bytes(bcd_);
-    double x = std::fabs(src) * power10(t.nfrac) + 0.5;
-    if (x < integral)
-        x = floorPositive(x);
-    if (x < tolerance)
-        return putZero(bcd, t);
-    if (std::isnan(x)) {
-        putZero(bcd, t);
-        return 0; // nothing compares with it: no digit is placed, no sign seen
-    }
-    if (std::isinf(x))
-        putZero(bcd, t);
-    if (std::isinf(x) || !putDouble(bcd, t, x))
-        return putNan(bcd, NoResult | Overflow);
-    if (src < 0 && t.ball > 0)
-        bcd[0] |= signBit;
-    return signStatus(src < 0);
+    return putReal(bytes(bcd_), src, type);
 }
 
 UINT32 BCDIIGetFromDouble(void *bcd_, double dbl)
