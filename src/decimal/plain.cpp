@@ -176,11 +176,9 @@ int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt)
     return 0;
 }
 
-UINT32 addPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
-                BCDIIType bType, BCDIIroundstyle rs)
+UINT32 addPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                BCDIIroundstyle rs)
 {
-    const Layout at(aType);
-    const Layout bt(bType);
     const int point = std::max({at.bint(), bt.bint(), 0}) + 1; // a byte for the carry
     const int fraction = std::max({at.bfrac(), bt.bfrac(), 0});
     bool negative = isNegative(a);
@@ -198,15 +196,12 @@ UINT32 addPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
         subtractPairs(x, y, point + fraction);
     }
     x[0] = static_cast<BYTE>(x[0] | (negative ? signBit : 0));
-    return copyPlain(ret, Layout(retType), x.data(), Layout(2 * (point + fraction), 2 * fraction),
-                     rs);
+    return copyPlain(ret, d, x.data(), Layout(2 * (point + fraction), 2 * fraction), rs);
 }
 
-UINT32 mulPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
-                BCDIIType bType, BCDIIroundstyle rs)
+UINT32 mulPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                BCDIIroundstyle rs)
 {
-    const Layout at(aType);
-    const Layout bt(bType);
     const int size = at.ball + bt.ball; // at most 128
     Pairs product {};
     for (int i = at.ball - 1; i >= 0; --i) {
@@ -221,8 +216,7 @@ UINT32 mulPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
         product[i] = static_cast<BYTE>(carry);
     }
     product[0] = static_cast<BYTE>(product[0] | ((a[0] ^ b[0]) & signBit));
-    return copyPlain(ret, Layout(retType), product.data(),
-                     Layout(2 * size, 2 * (at.bfrac() + bt.bfrac())), rs);
+    return copyPlain(ret, d, product.data(), Layout(2 * size, 2 * (at.bfrac() + bt.bfrac())), rs);
 }
 
 } // namespace Decimal

@@ -27,12 +27,12 @@ UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle
 int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt);
 
 //! a + b, with rounding. The result may lie over an operand.
-UINT32 addPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
-                BCDIIType bType, BCDIIroundstyle rs);
+UINT32 addPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                BCDIIroundstyle rs);
 
 //! a * b, with rounding. The result may lie over an operand.
-UINT32 mulPlain(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
-                BCDIIType bType, BCDIIroundstyle rs);
+UINT32 mulPlain(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b, Layout bt,
+                BCDIIroundstyle rs);
 
 } // namespace Decimal
 

@@ -209,7 +209,7 @@ UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
     switch (windowOf(std::max({at.bint(), bt.bint(), d.bint()}), fraction,
                      std::min({at.ball, bt.ball, d.ball}))) {
     case 0:
-        return addPlain(ret, retType, a, aType, b, bType, rs);
+        return addPlain(ret, Layout(retType), a, Layout(aType), b, Layout(bType), rs);
     case 1:
         return addShort<1>(ret, d, a, at, b, bt, fraction, rs);
     case 2:
