@@ -24,7 +24,7 @@ UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType src
     const Layout s(srcType);
     switch (windowOfBoth(d, s)) {
     case 0:
-        return copyPlain(dst, Layout(dstType), src, Layout(srcType), rs);
+        return copyPlain(dst, dstType, src, srcType, rs);
     case 1:
         return copyShort<1>(dst, d, src, s, rs);
     case 2:

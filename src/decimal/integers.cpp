@@ -20,7 +20,7 @@ template<int N> DECIMAL_INLINE UINT32 putIntegerShort(BYTE *dst, Layout d, UINT6
     return copyWords<N>(dst, d, w, s, false, BCDII_ROUND_TRUNC);
 }
 
-UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
+DECIMAL_NOINLINE UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 {
     const Layout s(2 * integerBytes - (fd & 1), fd);
     Array<BYTE, integerBytes> pairs;

@@ -164,6 +164,12 @@ UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle
     return status;
 }
 
+UINT32 copyPlain(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType srcType,
+                 BCDIIroundstyle rs)
+{
+    return copyPlain(dst, Layout(dstType), src, Layout(srcType), rs);
+}
+
 int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt)
 {
     const int fraction = std::max(at.bfrac(), bt.bfrac());

@@ -23,6 +23,10 @@ namespace Decimal {
 //! Copies \a src to \a dst with rounding. The buffers may overlap.
 UINT32 copyPlain(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs);
 
+//! The same for type words.
+UINT32 copyPlain(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType srcType,
+                 BCDIIroundstyle rs);
+
 //! The order of two magnitudes, as BCDIICmp() gives it: signs do not count.
 int compareMagnitudesPlain(const BYTE *a, Layout at, const BYTE *b, Layout bt);
 
