@@ -3,8 +3,6 @@
 
 #include "doubles_p.h"
 
-#include "rounding_p.h"
-
 #include <bit>
 #include <limits>
 
@@ -42,24 +40,6 @@ BYTE takeDigits(double *x, unsigned base)
 }
 
 } // namespace
-
-bool putPairs(BYTE *bcd, Layout t, Words<2> pairs)
-{
-    const Words<windowWords> w {pairs[0], pairs[1]};
-    if (t.ball <= 2 * wordPairs && fits<2>(pairs, t)) {
-        storeWords<2>(bcd, t.ball, pairs, false);
-        return true;
-    }
-    if (t.ball <= windowWords * wordPairs && fits<windowWords>(w, t)) {
-        storeWords<windowWords>(bcd, t.ball, w, false);
-        return true;
-    }
-    for (int i = t.ball; i > 0; --i) {
-        bcd[i - 1] = static_cast<BYTE>(pairs[0]);
-        pairs = {pairs[0] >> 8 | pairs[1] << 56, pairs[1] >> 8};
-    }
-    return anyOf<2>(pairs) == 0 && ((t.nint & 1) == 0 || bcd[0] < 10);
-}
 
 // From 2^53 on the double arithmetic may round, below it is the same as that of integers.
 bool putLargeDouble(BYTE *bcd, Layout t, double x)

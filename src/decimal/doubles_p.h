@@ -9,6 +9,7 @@
 #include "integers_p.h"
 #include "layout_p.h"
 #include "limbs_p.h"
+#include "rounding_p.h"
 #include "words_p.h"
 
 #include <algorithm>
@@ -54,13 +55,29 @@ inline double floorPositive(double x)
 
 //! Puts pairs into the bytes of a type; false when they do not fit, and then the
 //! bytes hold the last of them.
-bool putPairs(BYTE *bcd, Layout t, Words<2> pairs);
+DECIMAL_INLINE bool putPairs(BYTE *bcd, Layout t, Words<2> pairs)
+{
+    const Words<windowWords> w {pairs[0], pairs[1]};
+    if (t.ball <= 2 * wordPairs && fits<2>(pairs, t)) {
+        storeWords<2>(bcd, t.ball, pairs, false);
+        return true;
+    }
+    if (t.ball <= windowWords * wordPairs && fits<windowWords>(w, t)) {
+        storeWords<windowWords>(bcd, t.ball, w, false);
+        return true;
+    }
+    for (int i = t.ball; i > 0; --i) {
+        bcd[i - 1] = static_cast<BYTE>(pairs[0]);
+        pairs = {pairs[0] >> 8 | pairs[1] << 56, pairs[1] >> 8};
+    }
+    return anyOf<2>(pairs) == 0 && ((t.nint & 1) == 0 || bcd[0] < 10);
+}
 
 //! Places the integer x >= 2^53, or any into a type without bytes; false when it does not fit.
 bool putLargeDouble(BYTE *bcd, Layout t, double x);
 
 //! Places the integer x > 0; false when it does not fit.
-inline bool putDouble(BYTE *bcd, Layout t, double x)
+DECIMAL_INLINE bool putDouble(BYTE *bcd, Layout t, double x)
 {
     if (x >= doubleExact || t.ball == 0)
         return putLargeDouble(bcd, t, x);
