@@ -8,6 +8,7 @@
 #include "decimal/doubles_p.h"
 #include "decimal/integers_p.h"
 #include "decimal/layout_p.h"
+#include "decimal/parse_p.h"
 #include "decimal/printing_p.h"
 #include "decimal/products_p.h"
 #include "decimal/reading_p.h"
@@ -16,6 +17,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 // Two ways lead to every result of copying, adding and multiplying.
 //
@@ -273,6 +275,24 @@ UINT32 BCDIIFromString(void *bcd_, const char *str, bool *ok)
     if (ok != nullptr)
         *ok = (status & ~UINT32 {IsZero | IsNegative}) == 0;
     return status;
+}
+
+UINT32 BCDIIParse(void *bcd, BCDIIType type, const char *text, std::size_t size,
+                  std::size_t *position, const char *points)
+{
+    std::size_t end = 0;
+    const UINT32 status = parse(bytes(bcd), type, std::string_view(text, size), points, &end);
+    if ((status & (NoResult | Invalid)) != 0)
+        putNan(bytes(bcd), status);
+    if (position != nullptr)
+        *position = end;
+    return status;
+}
+
+UINT32 BCDIIParse(void *bcd_, const char *text, std::size_t size, std::size_t *position,
+                  const char *points)
+{
+    return BCDIIParse(dataOf(bcd_), BCDIIGetType(bcd_), text, size, position, points);
 }
 
 std::string BCDII2StringSequence(const void *bcd, BCDIIType type)
