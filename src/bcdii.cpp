@@ -30,8 +30,10 @@
 // takes whatever is left: far-apart scales, and types that are not valid.
 //
 // Products and integers of up to 18 digits go a shorter way still, as 64-bit numbers, and
-// sums within one type one that is made for its number of bytes. Texts are read and written eight
-// digits at a time.
+// sums within one type one that is made for its number of bytes. Texts are read and written
+// eight digits at a time.
+//
+// What most calls do is inlined here; the rest is a call that takes the same arguments.
 
 using namespace Decimal;
 

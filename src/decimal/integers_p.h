@@ -15,8 +15,8 @@
 #include <limits>
 
 //! \file
-//! Integers as values and back: a copy from, or to, a layout in which the integer's last digit
-//! is the fd-th after the point.
+//! Integers as values and back: a copy from, or to, a layout in which the integer's last
+//! digit is the fd-th after the point.
 //!
 //! With an odd fd that digit is the tens digit of a pair, and the other one is padding: an
 //! integer has 20 digits at most, and 11 bytes hold it either way. The upper three of them

@@ -57,7 +57,7 @@ struct Layout
 
     int nfrac;
     int nint;
-    int ball; // a type of no digits, or fewer, has no bytes
+    int ball; //!< a type of no digits, or fewer, has no bytes
 };
 
 inline BYTE *bytes(void *p)

@@ -15,10 +15,11 @@
 //!
 //! A cut keeps whole pairs. Of what is lost the first pair has to stay exact; behind it
 //! matters only whether all is zero, so that words may be merged. With an odd nfrac the
-//! units digit of the last pair kept is lost as well, and is then the first lost one. Adding 1 to a
-//! pair of 99 gives 100, which is no pair: then the carry is taken on, pair by pair, which is rare.
-//! It cannot leave the words unseen: a carry out of the highest pair makes that 100, which fits no
-//! destination.
+//! units digit of the last pair kept is lost as well, and is then the first lost one.
+//!
+//! Adding 1 to a pair of 99 gives 100, which is no pair: then the carry is taken on, pair by
+//! pair, which is rare. It cannot leave the words unseen: a carry out of the highest pair
+//! makes that 100, which fits no destination.
 //!
 //! Statuses are those of BCDIICopy(). With the bit NoResult, what is kept is not a value.
 

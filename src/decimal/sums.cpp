@@ -15,11 +15,7 @@ namespace Decimal {
 namespace {
 
 // Adds b to a, or with subtract (all ones, else 0) takes it away, and returns the
-// carry of an addition. Pairs add like bytes when every byte of one operand is raised
-// by 156: it overflows exactly when the pair reaches 100. To subtract is to add the
-// hundred's complement, 99 - pair, raised by 156: that is the byte's own complement.
-// In the sum, a byte that overflowed is a pair, at most 99; one that did not still
-// holds the 156, which its bit 7 shows, and gets rid of it.
+// carry of an addition.
 template<int N> DECIMAL_INLINE bool addWords(Words<N> &a, const Words<N> &b, Word subtract)
 {
     const Word raise = (eachByte * 156) & ~subtract;

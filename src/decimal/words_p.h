@@ -64,6 +64,8 @@ template<typename T> DECIMAL_INLINE T bigEndian(T w)
         return byteSwapped(w);
 }
 
+//! An unsigned integer whose first byte is the most significant one.
+//! @{
 template<typename T> DECIMAL_INLINE T load(const BYTE *p)
 {
     T w;
@@ -76,6 +78,7 @@ template<typename T> DECIMAL_INLINE void store(BYTE *p, T w)
     w = bigEndian(w);
     std::memcpy(p, &w, sizeof w);
 }
+//! @}
 
 //! 1 to 8 bytes as a number. The pieces overlap, so that none lies outside the bytes and no
 //! loop is needed.
@@ -163,6 +166,7 @@ template<int N> DECIMAL_INLINE void storeWords(BYTE *p, int n, const Words<N> &w
     storeExact<N>(p, n, w, negative);
 }
 
+//! Multiplies with 100 to the power of \a pairs, 0 to 8 N - 1, modulo what N words hold.
 template<int N> DECIMAL_INLINE void shiftUp(Words<N> &w, int pairs)
 {
     for (; pairs >= wordPairs; pairs -= wordPairs) {
@@ -200,12 +204,14 @@ template<int N> DECIMAL_INLINE Word anyOf(const Words<N> &w)
     return any;
 }
 
+//! The window of two layouts, for values that are copied or compared.
 inline int windowOfBoth(Layout d, Layout s)
 {
     return windowOf(std::max(d.bint(), s.bint()), std::max(d.bfrac(), s.bfrac()),
                     std::min(d.ball, s.ball));
 }
 
+//! a < b, without a branch.
 template<int N> DECIMAL_INLINE bool isLess(const Words<N> &a, const Words<N> &b)
 {
     bool less = N % 2 != 0 && a[0] < b[0];
