@@ -23,6 +23,7 @@ private Q_SLOTS:
     void toIntegerExamples_data();
     void toIntegerExamples();
     void toDoubleExamples();
+    void typesWithoutDigits();
     void fromDoubleExamples_data();
     void fromDoubleExamples();
     void fromDoubleWithoutNumber();
@@ -130,6 +131,20 @@ void tst_DecimalConversions::toDoubleExamples()
     const BYTE zero[] = {0x80, 0};
     QCOMPARE(BCDII2Double(&real, zero, 0x0201), 2U);
     QVERIFY(real == 0.0 && !std::signbit(real));
+}
+
+// Such a type has no bytes but the one that may hold a NaN: its only number is zero.
+void tst_DecimalConversions::typesWithoutDigits()
+{
+    const BYTE one[] = {1};
+    for (Type t : {Type {0, 0}, Type {0, 1}, Type {0, 62}, Type {-5, 2}}) {
+        double real = 42;
+        QCOMPARE(BCDII2Double(&real, one, t.word()), 2U);
+        QCOMPARE(real, 0.0);
+        INT64 integer = 42;
+        QCOMPARE(BCDII2Int64(&integer, one, t.word(), 0, BCDII_ROUND_NEAREST), 2U);
+        QCOMPARE(integer, INT64 {0});
+    }
 }
 
 void tst_DecimalConversions::fromDoubleExamples_data()

@@ -396,8 +396,11 @@ void tst_DecimalFormat::anyBytesAreSafe()
         BCDII2Int64(&integer, a.memory.data(), at, random.fractionDigits(), rs);
         BCDII2Double(&real, a.memory.data(), at);
         BCDIICheck(a.memory.data(), at);
-        QCOMPARE(int(BCDII2StringSequence(a.memory.data(), at).size()),
+        const std::string text = BCDII2StringSequence(a.memory.data(), at);
+        QCOMPARE(int(text.size()),
                  std::max(a.type.nint(), 0) + (a.type.nfrac > 0 ? a.type.nfrac + 1 : 0) + 2);
+        QVERIFY2(text.substr(0, text.find('\0')).find_first_not_of("-.0123456789") == text.npos,
+                 (a.text() + " as " + text).c_str());
         BCDIINeg(a.memory.data(), at);
         QVERIFY(a.memory.isIntact());
     }

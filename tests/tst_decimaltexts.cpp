@@ -20,7 +20,10 @@ private Q_SLOTS:
     void parseLongTexts();
     void formatExamples_data();
     void formatExamples();
+    void formatInvalidPairs_data();
+    void formatInvalidPairs();
     void randomTexts();
+    void textsIntoTooWideTypes();
     void textsOfEveryShape();
     void randomFormats();
 };
@@ -196,7 +199,8 @@ std::string randomText(Random &random)
     return text;
 }
 
-// Reads a text that ends where memory ends, and compares status, type and bytes.
+// Reads a text that ends, or every other one begins, where memory does, and compares
+// status, type and bytes.
 class TextCheck
 {
 public:
@@ -205,7 +209,8 @@ public:
         const Oracle::ParseOutcome expected = Oracle::parse(text, t);
         const int room = std::max(t.size(), expected.type.size());
         m_memory.take(room, atEnd);
-        BYTE *const str = m_text.take(int(text.size()) + 1, true); // no byte behind the NUL
+        m_textAtEnd = !m_textAtEnd;
+        BYTE *const str = m_text.take(int(text.size()) + 1, m_textAtEnd);
         std::memcpy(str, text.c_str(), text.size() + 1);
         m_status = BCDIIFromString(m_memory.data(), word, reinterpret_cast<char *>(str));
         std::vector<BYTE> bytes(std::size_t(room), guardByte);
@@ -222,11 +227,35 @@ public:
 private:
     Guarded m_memory;
     Guarded m_text;
+    bool m_textAtEnd = false;
     UINT32 m_status = 0;
     std::string m_what;
 };
 
 } // namespace
+
+void tst_DecimalTexts::formatInvalidPairs_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("in the integer") << 0x0A00 << QByteArray("0278020202");
+    QTest::newRow("last before the point") << 0x0A02 << QByteArray("0202027802");
+    QTest::newRow("in the fraction") << 0x0A06 << QByteArray("0202027802");
+    QTest::newRow("last of all") << 0x0A06 << QByteArray("0202020278");
+    QTest::newRow("with bit 7") << 0x0A00 << QByteArray("028a020202");
+    QTest::newRow("NaN") << 0x0A00 << QByteArray("6502020202");
+}
+
+// What they are is open, but they are digits, and no more than the type has.
+void tst_DecimalTexts::formatInvalidPairs()
+{
+    QFETCH(int, type);
+    QFETCH(QByteArray, bytes);
+    const QByteArray raw = QByteArray::fromHex(bytes);
+    const std::string text = textOf(raw.constData(), typeOf(type));
+    QVERIFY2(text.find_first_not_of("0123456789.") == text.npos, text.c_str());
+    QVERIFY(text.size() <= 11);
+}
 
 void tst_DecimalTexts::randomTexts()
 {
@@ -237,6 +266,17 @@ void tst_DecimalTexts::randomTexts()
         const std::string text = randomText(random);
         const BCDIIType word = random.word(t);
         QVERIFY2(check.agrees(text, t, word, random.oneIn(2)), check.what());
+    }
+}
+
+// Types are not checked, and those of up to 127 digits have bytes as any others.
+void tst_DecimalTexts::textsIntoTooWideTypes()
+{
+    Random random(18);
+    TextCheck check;
+    for (int i = 0; i < caseCount() / 10; ++i) {
+        const Type t {random.between(64, 127), random.between(-20, 62)};
+        QVERIFY2(check.agrees(randomText(random), t, t.word(), random.oneIn(2)), check.what());
     }
 }
 
