@@ -65,7 +65,7 @@ void BCDIIMeta::write(QDataStream &stream, const void *data, BCDIIType type)
     const std::uint32_t status = BCDIICheck(data, type);
     Buffer bytes {};
     if (status == nanStatus || status == invalidStatus)
-        bytes[0] = nanByte;
+        bytes[0] = Decimal::nanByte;
     else
         std::copy_n(static_cast<const std::uint8_t *>(data), byteCount(type), bytes.data());
     const std::array<std::uint8_t, 2> header {static_cast<std::uint8_t>(type >> 8),
@@ -77,7 +77,7 @@ void BCDIIMeta::write(QDataStream &stream, const void *data, BCDIIType type)
 void BCDIIMeta::read(QDataStream &stream, void *data, BCDIIType type)
 {
     auto *const value = static_cast<std::uint8_t *>(data);
-    value[0] = nanByte;
+    value[0] = Decimal::nanByte;
     if (stream.status() != QDataStream::Ok)
         return;
     BCDIIType writtenType = 0;
@@ -90,7 +90,7 @@ void BCDIIMeta::read(QDataStream &stream, void *data, BCDIIType type)
     if (status != invalidStatus)
         status = BCDIICopy(data, type, bytes.data(), writtenType, BCDII_ROUND_TRUNC);
     if ((status & ~0x06U) != 0) { // invalid, too large or rounded
-        value[0] = nanByte;
+        value[0] = Decimal::nanByte;
         stream.setStatus(QDataStream::ReadCorruptData);
     }
 }

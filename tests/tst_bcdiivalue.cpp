@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "bcdiioracle.h"
 #include "bcdiivalue.h"
+#include "decimalcases.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -94,6 +94,14 @@ class tst_BcdiiValue : public QObject
     Q_OBJECT
 
 private slots:
+    void arithmetic();
+    void comparison();
+    void texts();
+    void literals();
+    void conversions();
+    void units();
+    void numericLimits();
+    void hashOfEquals();
     void parse_data();
     void parse();
     void parseRefusesInvalidType();
@@ -111,6 +119,163 @@ private slots:
     void hashOfInvalid();
     void keys();
 };
+
+void tst_BcdiiValue::arithmetic()
+{
+    const Money price = Money::fromString("19.90");
+    QCOMPARE((price * Money(3) + Money::fromString("4.50")).toString(), std::string("64.20"));
+    QCOMPARE((Money(1) - price).toString(), std::string("-18.90"));
+    Money m = price;
+    m += Money(1);
+    m -= Money::fromString("0.45");
+    m *= Money(-2);
+    QCOMPARE(m.toString(), std::string("-40.90"));
+    QCOMPARE((-m).toString(), std::string("40.90"));
+    QCOMPARE((+m).toString(), std::string("-40.90"));
+
+    UINT32 status = 0;
+    using Rate = BCDIIValue<5, 4>;
+    const Rate rate = Rate::fromString("0.1905");
+    QCOMPARE(Money::product(price, rate, BCDII_ROUND_DOWN, &status).toString(),
+             std::string("3.79"));
+    QCOMPARE(status, 64U);
+    QCOMPARE(Rate::sum(rate, rate, BCDII_ROUND_TRUNC, &status).toString(), std::string("0.3810"));
+    QCOMPARE(status, 0U);
+
+    const Money nothing = Money::highest() + Money::smallest();
+    QVERIFY(nothing.isNan());
+    QVERIFY((nothing + price).isNan());
+    QVERIFY((price * nothing).isNan());
+    QVERIFY((-nothing).isNan());
+}
+
+void tst_BcdiiValue::comparison()
+{
+    const auto half = BCDIIValue<2, 1>::fromString("0.5");
+    QVERIFY(half == (BCDIIValue<5, 3>::fromString("0.500")));
+    QVERIFY(half < Money(1));
+    QVERIFY(Money(-1) < half);
+    QVERIFY(Money(2) >= Money(2));
+    QVERIFY(half != Money(1));
+    const Money nan = Money::nan();
+    QVERIFY(nan != nan);
+    QVERIFY(!(nan < half) && !(nan > half) && !(half <= nan));
+    QVERIFY(Money().isZero() && !nan.isZero() && !half.isZero());
+    QVERIFY(Money(-1).isNegative() && !Money(1).isNegative() && !nan.isNegative());
+}
+
+void tst_BcdiiValue::texts()
+{
+    QCOMPARE(Money().toString(), std::string("0.00"));
+    QCOMPARE(Money::fromString("-.5").toString(), std::string("-0.50"));
+    QCOMPARE((BCDIIValue<3, 0>().toString()), std::string("0"));
+    QCOMPARE((BCDIIValue<3, -2>::fromString("12345").toString()), std::string("12300"));
+    QCOMPARE(Money::nan().toString(), std::string("NaN"));
+    QCOMPARE(Money::fromQString(QStringLiteral("7,125")).toQString(), QStringLiteral("7.13"));
+    UINT32 status = 0;
+    QVERIFY(Money::fromString(std::string("none"), &status).isNan());
+    QCOMPARE(status, 48U);
+    QVERIFY(Money::fromString("12345678901234", &status).isNan());
+    QCOMPARE(status, 17U);
+    Cases::Random random(17);
+    for (int i = 0; i < 1000; ++i) {
+        using Value = BCDIIValue<40, 13>;
+        Value value;
+        const std::vector<BYTE> bytes = random.value({40, 13});
+        QCOMPARE(bytes.size(), Value::size());
+        std::copy(bytes.begin(), bytes.end(), value.data());
+        QVERIFY(Value::fromString(value.toString()) == value);
+        QVERIFY(Value::fromQString(value.toQString()) == value);
+    }
+}
+
+void tst_BcdiiValue::literals()
+{
+    using namespace BCDIILiterals;
+    const auto value = 12.50_bcd;
+    static_assert(std::is_same_v<decltype(value), const BCDIIValue<4, 2>>);
+    QCOMPARE(value.toString(), std::string("12.50"));
+    static_assert(std::is_same_v<decltype(1'000_bcd), BCDIIValue<4, 0>>);
+    QCOMPARE((1'000_bcd).toString(), std::string("1000"));
+    static_assert(std::is_same_v<decltype(0.05_bcd), BCDIIValue<2, 2>>);
+    QVERIFY(-0.05_bcd < 0_bcd);
+    QCOMPARE((0.05_bcd).toString(), std::string("0.05"));
+}
+
+void tst_BcdiiValue::conversions()
+{
+    UINT32 status = 0;
+    QCOMPARE(Money::fromString("-2.5").toInt64(), INT64(-3));
+    QCOMPARE(Money::fromString("-2.5").toInt64(BCDII_ROUND_TRUNC, &status), INT64(-2));
+    QCOMPARE(status, 68U);
+    QCOMPARE(Money::nan().toInt64(BCDII_ROUND_TRUNC, &status), INT64(0));
+    QCOMPARE(status, 176U);
+    QCOMPARE(Money::fromDouble(2.675).toString(), std::string("2.68"));
+    QVERIFY(Money::fromDouble(std::nan("")).isNan());
+    QVERIFY(Money::fromDouble(1e300).isNan());
+    QCOMPARE(Money::fromString("-12.25").toDouble(), -12.25);
+    QVERIFY(std::isnan(Money::nan().toDouble()));
+    QCOMPARE((BCDIIValue<3, -2>(-5, &status).status()), 2U); // cut to zero, without a sign
+    QCOMPARE(status, 66U);
+    QVERIFY((BCDIIValue<3, 0>(1000, &status).isNan()));
+    QCOMPARE(status, 17U);
+    QCOMPARE((Money::fromString("9.96").to<BCDIIValue<3, 1>>().toString()), std::string("10.0"));
+    QVERIFY((Money::fromString("9.96").to<BCDIIValue<2, 1>>(BCDII_ROUND_NEAREST, &status).isNan()));
+    QCOMPARE(status, 81U);
+}
+
+void tst_BcdiiValue::units()
+{
+    UINT32 status = 77;
+    QCOMPARE(Money::fromUnits(1990, &status).toString(), std::string("19.90"));
+    QCOMPARE(status, 0U);
+    QCOMPARE(Money::fromUnits(-5, &status).toString(), std::string("-0.05"));
+    QCOMPARE(status, 4U);
+    QVERIFY(Money::fromUnits(0, &status).isZero());
+    QCOMPARE(status, 2U);
+    using Small = BCDIIValue<3, 1>;
+    const Small tooLow = Small::fromUnits(-1000, &status);
+    QCOMPARE(status, 17U);
+    QCOMPARE(tooLow.status(), 160U); // as any other NaN
+    QCOMPARE(Small(-100, &status).status(), 160U);
+    QCOMPARE(status, 17U);
+
+    QCOMPARE(Money::fromString("-19.90").toUnits(&status), INT64 {-1990});
+    QCOMPARE(status, 4U);
+    QCOMPARE(tooLow.toUnits(&status), INT64 {0});
+    QCOMPARE(status, 176U);
+    using Large = BCDIIValue<30, 4>;
+    QCOMPARE(Large::highest().toUnits(&status), INT64 {0});
+    QCOMPARE(status, 17U);
+    for (INT64 units : {INT64 {0}, INT64 {7}, std::numeric_limits<INT64>::max(),
+                        std::numeric_limits<INT64>::min()})
+        QCOMPARE(Large::fromUnits(units).toUnits(), units);
+    using Thousands = BCDIIValue<4, -3>;
+    QCOMPARE(Thousands::fromUnits(12).toString(), std::string("12000"));
+    QCOMPARE(Thousands::fromString("12000").toUnits(), INT64 {12});
+}
+
+void tst_BcdiiValue::numericLimits()
+{
+    using Limits = std::numeric_limits<Money>;
+    static_assert(Limits::is_specialized && Limits::is_exact && Limits::digits10 == 15);
+    static_assert(!Limits::is_integer && std::numeric_limits<BCDIIValue<5, 0>>::is_integer);
+    static_assert(sizeof(Money) == 8 && std::is_trivially_copyable_v<Money>);
+    QCOMPARE(Limits::max().toString(), std::string("9999999999999.99"));
+    QCOMPARE(Limits::lowest().toString(), std::string("-9999999999999.99"));
+    QCOMPARE(Limits::min().toString(), std::string("0.01"));
+    QCOMPARE(Limits::epsilon().status(), 0U);
+    QCOMPARE((BCDIIValue<4, 1>::smallest().toString()), std::string("0.1"));
+    QVERIFY(Limits::quiet_NaN().isNan());
+}
+
+void tst_BcdiiValue::hashOfEquals()
+{
+    const std::hash<Money> hash;
+    QCOMPARE(hash(Money(3) - Money(1)), hash(Money::fromString("2.00")));
+    QVERIFY(hash(Money(1)) != hash(Money(2)));
+    QVERIFY(hash(Money(1)) != hash(Money(-1)));
+}
 
 void tst_BcdiiValue::parse_data()
 {

@@ -8,6 +8,7 @@
 #include <random>
 #include <vector>
 
+using namespace Decimal;
 using Word = std::uint64_t;
 
 //! The integers of 128 bits that compilers need not have, beside those that they have.

@@ -7,6 +7,8 @@
 #include <array>
 #include <cstddef>
 
+namespace Decimal {
+
 //! std::array that takes indexes of any integer type. Counts of bytes and digits are ints;
 //! if each index had to be converted, conversions that matter would not be seen.
 template<typename T, int N> struct Array : std::array<T, std::size_t {N}>
@@ -23,5 +25,7 @@ template<typename T, int N> struct Array : std::array<T, std::size_t {N}>
     }
     static constexpr int size() { return N; }
 };
+
+} // namespace Decimal
 
 #endif // DECIMAL_ARRAY_P_H

@@ -25,6 +25,8 @@
 #define DECIMAL_COLD
 #endif
 
+namespace Decimal {
+
 //! The bytes of an unsigned integer in the opposite order.
 template<typename T> DECIMAL_INLINE T byteSwapped(T w)
 {
@@ -42,5 +44,7 @@ template<typename T> DECIMAL_INLINE T byteSwapped(T w)
     return swapped;
 #endif
 }
+
+} // namespace Decimal
 
 #endif // DECIMAL_COMPILER_P_H

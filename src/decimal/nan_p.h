@@ -6,7 +6,11 @@
 
 #include <cstdint>
 
+namespace Decimal {
+
 //! The first byte of a value that is no number.
 inline constexpr std::uint8_t nanByte = 101;
+
+} // namespace Decimal
 
 #endif // NAN_P_H

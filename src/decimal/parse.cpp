@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "bcdii.h"
-
-#include "nan_p.h"
+#include "parse_p.h"
 
 #include <algorithm>
-#include <string_view>
+
+namespace Decimal {
 
 namespace {
 
@@ -119,7 +118,8 @@ private:
     std::size_t m_first; // the first digit that is not 0
 };
 
-// The status for a text, and where it ends or goes wrong.
+} // namespace
+
 std::uint32_t parse(std::uint8_t *bytes, BCDIIType type, std::string_view text,
                     std::string_view points, std::size_t *end)
 {
@@ -141,24 +141,4 @@ std::uint32_t parse(std::uint8_t *bytes, BCDIIType type, std::string_view text,
     return reader.isZero() ? 0x02 : s.isNegative ? 0x04 : 0x00;
 }
 
-} // namespace
-
-std::uint32_t BCDIIParse(void *bcd, BCDIIType type, const char *text, std::size_t size,
-                         std::size_t *position, const char *points)
-{
-    auto *const bytes = static_cast<std::uint8_t *>(bcd);
-    std::size_t end = 0;
-    const std::uint32_t status = parse(bytes, type, std::string_view(text, size), points, &end);
-    if ((status & 0x30) != 0)
-        bytes[0] = nanByte;
-    if (position != nullptr)
-        *position = end;
-    return status;
-}
-
-std::uint32_t BCDIIParse(void *bcd_, const char *text, std::size_t size, std::size_t *position,
-                         const char *points)
-{
-    return BCDIIParse(static_cast<std::uint8_t *>(bcd_) + sizeof(BCDIIStoreType),
-                      BCDIIGetType(bcd_), text, size, position, points);
-}
+} // namespace Decimal

@@ -14,6 +14,8 @@
 //! integers; PortableWide serves where they do not, and where
 //! VANTIX_PORTABLE_DECIMALS is defined.
 
+namespace Decimal {
+
 //! Two words, with carries made by comparison.
 class PortableWide
 {
@@ -143,5 +145,7 @@ constexpr std::uint64_t reciprocalOf(std::uint64_t divisor)
     }
     return quotient;
 }
+
+} // namespace Decimal
 
 #endif // DECIMAL_WIDE_P_H

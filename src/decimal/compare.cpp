@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "compare_p.h"
+
+#include "plain_p.h"
+
+#include <cstdlib>
+
+namespace Decimal {
+
+namespace {
+
+template<int N>
+DECIMAL_INLINE int compareShort(const BYTE *a, Layout at, const BYTE *b, Layout bt, int fraction)
+{
+    const Words<N> x = loadAligned<N>(a, at, fraction);
+    const Words<N> y = loadAligned<N>(b, bt, fraction);
+    return int {isLess<N>(y, x)} - int {isLess<N>(x, y)};
+}
+
+DECIMAL_NOINLINE int compareMagnitudes(const BYTE *a, BCDIIType aType, const BYTE *b,
+                                       BCDIIType bType)
+{
+    const Layout at(aType);
+    const Layout bt(bType);
+    const int fraction = std::max(at.bfrac(), bt.bfrac());
+    switch (windowOfBoth(at, bt)) {
+    case 0:
+        return compareMagnitudesPlain(a, Layout(aType), b, Layout(bType));
+    case 1:
+        return compareShort<1>(a, at, b, bt, fraction);
+    case 2:
+        return compareShort<2>(a, at, b, bt, fraction);
+    case 3:
+        return compareShort<3>(a, at, b, bt, fraction);
+    default:
+        return compareShort<4>(a, at, b, bt, fraction);
+    }
+}
+
+int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
+{
+    const int sign = isNegative(a) ? -1 : 1;
+    return isNegative(a) != isNegative(b) ? sign : sign * compareMagnitudes(a, aType, b, bType);
+}
+
+} // namespace
+
+// Nearly always the first 8 bytes tell, counted from the first of either value.
+int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
+{
+    constexpr Word sign = Word {1} << 63;
+    const Layout at(aType);
+    const Layout bt(bType);
+    const int ahead = at.bint() - bt.bint();
+    if (std::min(at.ball, bt.ball) > 0 && std::abs(ahead) < wordPairs) {
+        const Word x = loadFirst(a, at.ball);
+        const Word y = loadFirst(b, bt.ball);
+        const Word alignedX = (x & ~sign) >> (8 * std::max(-ahead, 0)) | (x & sign);
+        const Word alignedY = (y & ~sign) >> (8 * std::max(ahead, 0)) | (y & sign);
+        if (alignedX != alignedY)
+            return compareDifferent(alignedX, alignedY);
+    }
+    return compareSlowly(a, aType, b, bType);
+}
+
+} // namespace Decimal
