@@ -466,29 +466,33 @@ void QTableFastView::rowsInserted(const QModelIndex &parent, int start, int end)
         return;
     d_ptr->changes->end();
     const int count = end - start + 1;
-    const bool isConsistent = m_modelRowCountBefore + count == d_ptr->rowCount();
+    RowGeometry rows = d_ptr->rows();
+    const bool isConsistent = m_modelRowCountBefore + count == rows.rows;
     const quint64 serial = d_ptr->changes->serial();
-    const qint64 oldTop = d_ptr->scale().contentTop();
+    const qint64 oldTop = rows.contentTop();
 
     const QPersistentModelIndex follower = d_ptr->edgeToFollow(start, end);
-    d_ptr->changes->setRows(d_ptr->rowCount());
+    d_ptr->changes->setRows(rows.rows);
     d_ptr->buffer->rowsInserted(start, end);
-    d_ptr->setRangeQuietly();
-    switch (d_ptr->edges->scroll(start, d_ptr->scale().topRow())) {
+    d_ptr->setRangeQuietly(rows.maximum());
+    const QScrollBar *bar = verticalScrollBar();
+    rows.value = bar->value();
+    switch (d_ptr->edges->scroll(start, rows.topRow())) {
     case EdgeKeeper::Scroll::ToEnd:
-        d_ptr->quietBar().setValue(verticalScrollBar()->maximum());
+        d_ptr->quietBar().setValue(bar->maximum());
         break;
     case EdgeKeeper::Scroll::WithRows:
-        d_ptr->quietBar().setValue(d_ptr->scale().valueMovedBy(count));
+        d_ptr->quietBar().setValue(rows.valueMovedBy(count));
         break;
     case EdgeKeeper::Scroll::Stay:
         break;
     }
+    rows.value = bar->value();
 
     // Reaching the end may have fetched more rows meanwhile.
     const bool isUndisturbed = isConsistent && serial == d_ptr->changes->serial();
     if (isUndisturbed)
-        d_ptr->movePixels(oldTop, start, count);
+        d_ptr->movePixels(rows.insertion(oldTop, start, count));
     d_ptr->evictOutside();
     d_ptr->dropParity(start, std::numeric_limits<int>::max(), count);
     d_ptr->dropLookOfRowDelegates();
@@ -574,8 +578,8 @@ void QTableFastView::rowsRemoved(const QModelIndex &parent, int first, int last)
     const bool isSeen = rows.isSeen(first, last);
     d_ptr->buffer->rowsRemoved(first, last);
     if (isAbove)
-        d_ptr->quietBar().setValue(d_ptr->scale().valueMovedBy(-count));
-    d_ptr->setRangeQuietly();
+        d_ptr->quietBar().setValue(rows.valueMovedBy(-count));
+    d_ptr->setRangeQuietly(rows.maximum());
     if (isSeen) {
         d_ptr->pixels->update();
         updateScrollBars(0);

@@ -37,6 +37,7 @@ struct ColumnSlot;
 struct PaintPass;
 struct RowGeometry;
 struct RowScale;
+struct RowShift;
 
 /*!
  * \brief What a QTableFastView keeps to itself: those who do its work, and how they work
@@ -66,10 +67,10 @@ public:
     bool isPerPixel() const;
 
     // Scrolling
-    void setRangeQuietly();
+    void setRangeQuietly(int maximum);
     QuietBar quietBar() const;
     void noticeContentSize();
-    void movePixels(qint64 oldTop, int start, int count);
+    void movePixels(const RowShift &shift);
 
     // The paint buffer
     void moveCachedRows(int start, int end, int row);

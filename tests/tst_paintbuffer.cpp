@@ -139,10 +139,8 @@ public:
     QString paint()
     {
         m_buffer.noticeLook(m_look);
-        QList<QPair<int, ColumnLook>> looks;
         for (int column = 0; column < columns; ++column)
-            looks.append({column, m_looks[column]});
-        m_buffer.noticeColumns(looks);
+            m_buffer.noticeColumn(column, m_looks[column]);
         if (!m_isOn)
             return {};
         setBounds();

@@ -375,7 +375,7 @@ void TestRowGeometry::insertion()
     QFETCH(qint64, below);
     RowGeometry old = rows;
     old.value = oldValue;
-    const RowGeometry::Shift shift = rows.insertion(old.contentTop(), start, count);
+    const RowShift shift = rows.insertion(old.contentTop(), start, count);
     QTEST(shift.seam, "seam");
     QCOMPARE(shift.isAboveMoved, above != 0);
     QCOMPARE(shift.isBelowMoved, below != 0);

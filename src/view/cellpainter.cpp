@@ -75,12 +75,11 @@ bool CellPainter::paintsInPlace(const PaintPass &pass) const
         || !hasPlainCells(m_view->palette());
 }
 
-QStyleOptionViewItem CellPainter::rowOption(QStyleOptionViewItem option) const
+void CellPainter::initRows(QStyleOptionViewItem *option) const
 {
-    option.initFrom(m_view); // state and palette as the view has them
+    option->initFrom(m_view); // state and palette as the view has them
     // The pointer is over the view, not over each of its cells.
-    option.state &= ~QStyle::State_MouseOver;
-    return option;
+    option->state &= ~QStyle::State_MouseOver;
 }
 
 CellLook CellPainter::look(const QStyleOptionViewItem &rowOption, const PaintPass &pass) const

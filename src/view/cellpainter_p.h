@@ -57,8 +57,8 @@ public:
     //! Completes a pass, of which models, region, columns and hovered cell are known, with
     //! what the view says now; \a rows are those on screen.
     void complete(PaintPass *pass, const RowGeometry &rows) const;
-    //! What a row's option begins with, made of \a option, which the view has initialized.
-    QStyleOptionViewItem rowOption(QStyleOptionViewItem option) const;
+    //! Completes what every row's option begins with, which the view has initialized.
+    void initRows(QStyleOptionViewItem *option) const;
     //! What the cells of a pass look like.
     CellLook look(const QStyleOptionViewItem &rowOption, const PaintPass &pass) const;
 

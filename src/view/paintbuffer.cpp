@@ -150,17 +150,13 @@ bool PaintBuffer::noticeLook(const CellLook &look)
     return true;
 }
 
-void PaintBuffer::noticeColumns(const QList<QPair<int, ColumnLook>> &looks)
+void PaintBuffer::noticeColumn(int column, const ColumnLook &look)
 {
-    QList<int> replaced;
-    for (const auto &[column, now] : looks) {
-        ColumnLook &known = m_columnLooks[column];
-        if (now != known)
-            replaced.append(column);
-        known = now;
-    }
-    if (!replaced.isEmpty())
-        plainCache().clearColumns(replaced);
+    ColumnLook &known = m_columnLooks[column];
+    if (look == known)
+        return;
+    known = look;
+    plainCache().clearColumns({column});
 }
 
 void PaintBuffer::noticeRowDelegates(const QHash<int, DelegateMark> &delegates)

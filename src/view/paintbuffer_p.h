@@ -9,7 +9,6 @@
 
 #include <QHash>
 #include <QList>
-#include <QPair>
 #include <QPersistentModelIndex>
 #include <QSize>
 
@@ -64,7 +63,7 @@ public:
     //! @{
     //! False if that is as before; else nothing is kept.
     bool noticeLook(const CellLook &look);
-    void noticeColumns(const QList<QPair<int, ColumnLook>> &looks);
+    void noticeColumn(int column, const ColumnLook &look);
     //! The delegates that rows in view have for themselves, by row.
     void noticeRowDelegates(const QHash<int, DelegateMark> &delegates);
     //! Rows of \a model, or −1: the current one, and it again if an editor there has the focus.

@@ -151,9 +151,9 @@ void QTableFastView::draw(QPainter *painter, const QRegion &region) const
     const int first = getFirstVisibleItem(&offset);
     if (!m_model || !m_header || first < 0)
         return;
-    QStyleOptionViewItem initial;
-    initViewItemOption(&initial); // font, locale, elision, sizes, widget
-    const QStyleOptionViewItem base = d_ptr->cells->rowOption(initial);
+    QStyleOptionViewItem base;
+    initViewItemOption(&base); // font, locale, elision, sizes, widget
+    d_ptr->cells->initRows(&base);
     const int width = viewport()->width();
     const int count = d_ptr->rowCount();
     leftAndRight = startAndEndColumns(QRect(0, 0, width, viewport()->height()));
@@ -185,9 +185,11 @@ void QTableFastView::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
 {
     if (!m_model || !m_header)
         return;
-    const PaintPass pass = d_ptr->pass ? PaintPass() : d_ptr->paintPass(nullptr);
-    d_ptr->cells->paintRow(painter, option, index, d_ptr->pass ? *d_ptr->pass : pass,
-                           d_ptr->buffer.get());
+    PaintBuffer *buffer = d_ptr->buffer.get();
+    if (d_ptr->pass)
+        d_ptr->cells->paintRow(painter, option, index, *d_ptr->pass, buffer);
+    else
+        d_ptr->cells->paintRow(painter, option, index, d_ptr->paintPass(nullptr), buffer);
 }
 
 void QTableFastView::initViewItemOption(QStyleOptionViewItem *option) const
@@ -229,7 +231,9 @@ void QTableFastViewPrivate::prepareBuffer(const QStyleOptionViewItem &option, co
         if (!rest.isEmpty())
             pixels->update(rest);
     }
-    buffer->noticeColumns(shownColumns->looks(pass.columns));
+    const bool isSheet = shownColumns->hasSheet();
+    for (const ColumnSlot &slot : pass.columns)
+        buffer->noticeColumn(slot.column, shownColumns->look(slot, isSheet));
     buffer->noticeRowDelegates(seenRowDelegates());
     if (q_ptr->m_usePixmapCacheIndexed) {
         q_ptr->setPixmapCacheIndexedVisibleBounds();

@@ -3,14 +3,6 @@
 
 #include "rowgeometry_p.h"
 
-int RowGeometry::rowAt(int y) const
-{
-    if (rows == 0 || rowHeight < 1)
-        return -1;
-    const qint64 row = rowNear(y);
-    return row < 0 || row >= rows ? -1 : int(row);
-}
-
 int RowGeometry::firstRow(int *offset) const
 {
     if (offset)
@@ -112,9 +104,9 @@ int RowGeometry::scrolledPixels(int dy) const
     return int(moved * rowHeight);
 }
 
-RowGeometry::Shift RowGeometry::insertion(qint64 oldTop, int start, int count) const
+RowShift RowGeometry::insertion(qint64 oldTop, int start, int count) const
 {
-    Shift shift;
+    RowShift shift;
     const qint64 seam = oldTop + qint64(start) * rowHeight;
     shift.seam = int(std::clamp<qint64>(seam, 0, viewportHeight));
     shift.above = contentTop() - oldTop;

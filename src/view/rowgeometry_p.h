@@ -50,6 +50,14 @@ struct RowScale
         return isPerPixel ? (qint64(value) + y) / rowHeight
                           : qint64(floorDiv(std::max(y, -int(farAway)), rowHeight)) + value;
     }
+    //! The row at \a y among \a rows, or −1.
+    int rowAt(int y, int rows) const
+    {
+        if (rows == 0 || rowHeight < 1)
+            return -1;
+        const qint64 row = rowNear(y);
+        return row < 0 || row >= rows ? -1 : int(row);
+    }
     //! The value that \a rows rows more above the view make of this one.
     qint64 valueMovedBy(qint64 rows) const { return value + rows * (isPerPixel ? rowHeight : 1); }
     //! The value that has \a row at the top edge.
@@ -59,22 +67,22 @@ struct RowScale
     }
 };
 
+//! What moves as rows are inserted: the rows above \a seam by \a above pixels, those below it
+//! by \a below.
+struct RowShift
+{
+    int seam = 0;
+    qint64 above = 0;
+    qint64 below = 0;
+    bool isAboveMoved = false;
+    bool isBelowMoved = false;
+};
+
 //! Where the rows of a table are in a viewport.
 struct RowGeometry : RowScale
 {
     int rows = 0;           //!< in the model
     int viewportHeight = 0; //!< pixels
-
-    //! What moves as rows are inserted: the rows above \a seam by \a above pixels, those below
-    //! it by \a below.
-    struct Shift
-    {
-        int seam = 0;
-        qint64 above = 0;
-        qint64 below = 0;
-        bool isAboveMoved = false;
-        bool isBelowMoved = false;
-    };
 
     //! How many whole rows fit into the viewport.
     int wholeRows() const { return std::max(viewportHeight, 0) / rowHeight; }
@@ -87,7 +95,7 @@ struct RowGeometry : RowScale
     bool isSeen(int first, int last) const { return first <= lastSeenRow() && last >= topRow(); }
 
     //! The row at \a y, or −1.
-    int rowAt(int y) const;
+    int rowAt(int y) const { return RowScale::rowAt(y, rows); }
     //! The first row on screen and the position of its top in \a offset if that is given; −1
     //! without one.
     int firstRow(int *offset) const;
@@ -110,7 +118,7 @@ struct RowGeometry : RowScale
     //! last one have none.
     int scrolledPixels(int dy) const;
     //! What the insertion of \a count rows at \a start moved; \a oldTop was contentTop() before.
-    Shift insertion(qint64 oldTop, int start, int count) const;
+    RowShift insertion(qint64 oldTop, int start, int count) const;
     //! Rows by which the top row has to go on so that a move of the rows \a start to \a end to
     //! before \a row does not shift what is seen.
     int topRowShift(int start, int end, int row) const;

@@ -57,7 +57,7 @@ int QTableFastView::rowViewportPosition(int row) const
 
 int QTableFastView::itemAtCoordinate(int y) const
 {
-    return d_ptr->rows().rowAt(y);
+    return d_ptr->scale().rowAt(y, d_ptr->rowCount());
 }
 
 int QTableFastView::coordinateForItem(int row) const

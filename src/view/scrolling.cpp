@@ -66,10 +66,10 @@ QuietBar QTableFastViewPrivate::quietBar() const
 }
 
 //! Has the bar know of rows that came or went, and nobody else.
-void QTableFastViewPrivate::setRangeQuietly()
+void QTableFastViewPrivate::setRangeQuietly(int maximum)
 {
     noticeContentSize();
-    quietBar().setMaximum(std::max(rows().maximum(), 0));
+    quietBar().setMaximum(std::max(maximum, 0));
 }
 
 void QTableFastView::verScrollbarValueChanged(int /*value*/)
@@ -149,12 +149,9 @@ void QTableFastView::scrollContentsBy(int dx, int dy)
         d_ptr->placeEditors();
 }
 
-//! Moves what the insertion of \a count rows at \a start moves: the rows above by
-//! the change of the content's top since \a oldTop, the rows below by \a count rows
-//! more. The new rows get painted.
-void QTableFastViewPrivate::movePixels(qint64 oldTop, int start, int count)
+//! Moves what the insertion of rows moves; the new rows get painted.
+void QTableFastViewPrivate::movePixels(const RowShift &shift)
 {
-    const RowGeometry::Shift shift = rows().insertion(oldTop, start, count);
     if (!shift.isAboveMoved && !shift.isBelowMoved)
         return;
     if (!pixels->canMoveAgain()) {

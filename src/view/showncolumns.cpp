@@ -64,18 +64,11 @@ bool ShownColumns::follow(const ColumnStrip &moved, const ColumnStrip &wanted, i
     return true;
 }
 
-QList<QPair<int, ColumnLook>> ShownColumns::looks(const ColumnStrip &columns) const
+ColumnLook ShownColumns::look(const ColumnSlot &slot, bool hasSheet) const
 {
-    const bool isSheet = hasSheet();
-    QList<QPair<int, ColumnLook>> looks;
-    looks.reserve(columns.size());
-    for (const ColumnSlot &slot : columns) {
-        const bool isPositionSeen = showsPosition(slot.column, isSheet);
-        const ColumnLook look {m_view->itemDelegateForColumn(slot.column),
-                               isPositionSeen ? slot.position : QStyleOptionViewItem::Invalid};
-        looks.append({slot.column, look});
-    }
-    return looks;
+    const bool isPositionSeen = showsPosition(slot.column, hasSheet);
+    return {m_view->itemDelegateForColumn(slot.column),
+            isPositionSeen ? slot.position : QStyleOptionViewItem::Invalid};
 }
 
 //! Whether the place of a column among the painted ones may be seen in its cells.
@@ -89,7 +82,6 @@ bool ShownColumns::showsPosition(int column, bool hasSheet) const
     return !PaintTraits::of(delegate).ignoresPosition;
 }
 
-//! Whether a style sheet paints.
 bool ShownColumns::hasSheet() const
 {
     return m_view->style()->inherits("QStyleSheetStyle");

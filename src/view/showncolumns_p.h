@@ -7,9 +7,6 @@
 #include "celllook_p.h"
 #include "columnstrip_p.h"
 
-#include <QList>
-#include <QPair>
-
 class QTableFastView;
 
 /*!
@@ -40,12 +37,13 @@ public:
     bool followResize(const ColumnStrip &wanted, int column, int delta);
     //! @}
 
-    //! What \a columns look like as a whole, each with its logical index.
-    QList<QPair<int, ColumnLook>> looks(const ColumnStrip &columns) const;
+    //! Whether a style sheet paints.
+    bool hasSheet() const;
+    //! What a column looks like as a whole, as far as the view decides.
+    ColumnLook look(const ColumnSlot &slot, bool hasSheet) const;
 
 private:
     bool follow(const ColumnStrip &moved, const ColumnStrip &wanted, int from, int to);
-    bool hasSheet() const;
     bool showsPosition(int column, bool hasSheet) const;
 
     QTableFastView *m_view;
