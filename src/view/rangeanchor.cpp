@@ -22,7 +22,7 @@ void RangeAnchor::press(const QModelIndex &pressed, QItemSelectionModel::Selecti
 
 QPersistentModelIndex RangeAnchor::beginKey(const QModelIndex &current)
 {
-    const QPersistentModelIndex known = m_anchor;
+    QPersistentModelIndex known = m_anchor;
     if (!m_anchor.isValid())
         m_anchor = current;
     return known;
