@@ -442,7 +442,7 @@ void World::resizeView()
     const QScrollBar *bar = m_view->verticalScrollBar();
     const bool isLastCurrent = m_model->rowCount() > 0 && m_view->isCurrentLast();
     const QSize before = m_view->size();
-    const QSize size{120 + below(260), 60 + below(200)};
+    const QSize size {120 + below(260), 60 + below(200)};
     say(QStringLiteral("resize to %1 x %2").arg(size.width()).arg(size.height()));
     m_view->resize(size);
     if (isLastCurrent && size != before && bar->value() != bar->maximum())
