@@ -108,16 +108,16 @@ void World::replaceHeader()
 }
 
 //! Called while the model tells of a change.
-void World::intrude(bool mayChangeData)
+void World::intrude(Intrusion most)
 {
     if (m_isIntruding || !chance(8))
         return;
     m_isIntruding = true;
     m_isDisturbed = true;
     say(QStringLiteral("meanwhile"));
-    if (!mayChangeData || chance(60))
+    if (most == Intrusion::Header || chance(60))
         changeHeader();
-    else if (chance(50))
+    else if (most == Intrusion::Cells || chance(50))
         changeCell();
     else
         selectSomething();
@@ -128,17 +128,20 @@ void World::intrude(bool mayChangeData)
 //! them if this is called before the view gets the model.
 void World::listen()
 {
-    const auto header = [this] { intrude(false); };
-    const auto all = [this] { intrude(true); };
+    const auto header = [this] { intrude(Intrusion::Header); };
+    const auto all = [this] { intrude(Intrusion::Selection); };
+    // One who selects before the selection model has heard of a move, or of a new layout, makes
+    // it forget all that is selected without a word.
+    const auto cells = [this] { intrude(Intrusion::Cells); };
     SoakModel *model = m_model.get();
     QObject::connect(model, &QAbstractItemModel::rowsAboutToBeInserted, model, header);
     QObject::connect(model, &QAbstractItemModel::rowsInserted, model, all);
     QObject::connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, model, header);
     QObject::connect(model, &QAbstractItemModel::rowsRemoved, model, all);
-    QObject::connect(model, &QAbstractItemModel::rowsMoved, model, all);
+    QObject::connect(model, &QAbstractItemModel::rowsMoved, model, cells);
     QObject::connect(model, &QAbstractItemModel::dataChanged, model, all);
     QObject::connect(model, &QAbstractItemModel::layoutAboutToBeChanged, model, header);
-    QObject::connect(model, &QAbstractItemModel::layoutChanged, model, all);
+    QObject::connect(model, &QAbstractItemModel::layoutChanged, model, cells);
     QObject::connect(model, &QAbstractItemModel::modelAboutToBeReset, model, header);
     QObject::connect(model, &QAbstractItemModel::modelReset, model, header);
 }

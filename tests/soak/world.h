@@ -43,6 +43,12 @@ public:
 
 private:
     using Action = void (World::*)();
+    //! What is done amid a change at most.
+    enum class Intrusion {
+        Header,
+        Cells,
+        Selection,
+    };
     struct Choice
     {
         int weight;
@@ -128,7 +134,7 @@ private:
     void replaceHeader();
 
     void listen();
-    void intrude(bool mayChangeData);
+    void intrude(Intrusion most);
     QAbstractItemDelegate *newDelegate(uint salt) const;
     QList<QRect> editorPlaces(const QModelIndex &index) const;
     QString check();
