@@ -13,6 +13,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+
 // Columns, as the header has them
 
 HeaderColumns QTableFastViewPrivate::columns() const

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <utility>
+
 // Current index and keyboard
 
 bool QTableFastView::isCurrentFirst() const

@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+
 // The paint buffer
 
 void QTableFastView::setPaintBufferEnabled(bool on)

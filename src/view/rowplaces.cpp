@@ -13,6 +13,7 @@
 #include <QStyleOptionViewItem>
 
 #include <algorithm>
+
 // Row geometry
 
 int QTableFastViewPrivate::rowCount() const

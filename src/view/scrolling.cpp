@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+
 // Scroll bars
 
 void QTableFastView::updateScrollBars(int delta)
