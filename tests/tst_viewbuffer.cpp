@@ -136,13 +136,11 @@ void TestViewBuffer::changesNoPixel()
     QFETCH(bool, hasEditor);
     const std::unique_ptr<QStyle> made(QStyleFactory::create(style));
     QVERIFY(made);
-#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
     // Its check marks are of lines that lie between device pixels at odd ratios.
     if (style == QStringLiteral("Windows") && qApp->devicePixelRatio() > 2
         && (makeDelegate == qtDelegate || makeDelegate == indicatorDelegate)) {
         QSKIP("the Windows style's check marks depend on their place at this ratio");
     }
-#endif
     QStandardItemModel model;
     fill(&model);
     QWidget window;
