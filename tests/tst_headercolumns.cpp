@@ -322,6 +322,14 @@ void TestHeaderColumns::scrollBySection()
     bar.setValue(0);
     QCOMPARE(scroll.apply(), 250);
 
+    for (int column = 0; column < 5; ++column)
+        header.resizeSection(column, 100);
+    scroll.setRange(width, width); // two of them fill it
+    QCOMPARE(bar.pageStep(), 2);
+    QCOMPARE(bar.maximum(), 3);
+    for (int column = 0; column < 5; ++column)
+        header.resizeSection(column, 90);
+
     header.resizeSection(4, 300); // does not fit, and is one page all the same
     scroll.setRange(width, width);
     QCOMPARE(bar.pageStep(), 1);

@@ -168,6 +168,9 @@ private slots:
     void manyChangesAreShown();
     void somePixelsStay_data();
     void somePixelsStay();
+    void rowsMove();
+    void columnsMove_data();
+    void columnsMove();
     void noMoveWhilePainting();
     void noMoveWhenAllIsPending();
     void noMoveOffDevicePixels();
@@ -352,6 +355,53 @@ void TestPixelMover::somePixelsStay()
     QCOMPARE(child.y(), canMove ? bandHeight : 0);
     settleEvents();
     QCOMPARE(area.painted, QRegion(canMove ? area.band(0) : area.viewport()->rect()));
+}
+
+void TestPixelMover::rowsMove()
+{
+    BandArea area;
+    // Bands 1 to 3 are a strip, in which all goes down by one.
+    area.mover.moveRows(bandHeight, 4 * bandHeight, bandHeight);
+    area.colors.insert(1, area.nextColor());
+    area.colors.remove(4);
+    settleEvents();
+    QCOMPARE(area.painted, QRegion(area.band(1)));
+    QVERIFY(isShown(area));
+}
+
+void TestPixelMover::columnsMove_data()
+{
+    QTest::addColumn<int>("width"); // of a column that begins at 20, now
+    QTest::addColumn<int>("delta");
+    QTest::addColumn<bool>("isRightToLeft");
+    QTest::addColumn<QList<QPair<int, int>>>("painted"); // first and last x
+    const auto add = [](const char *name, int width, int delta, bool isRightToLeft,
+                        const QList<QPair<int, int>> &painted) {
+        QTest::newRow(name) << width << delta << isRightToLeft << painted;
+    };
+    // The column, and what nothing was moved to.
+    add("wider", 15, 5, false, {{20, 38}});
+    add("narrower", 10, -5, false, {{20, 29}, {55, 59}});
+    add("wider, right to left", 15, 5, true, {{16, 34}});
+    add("narrower, right to left", 15, -5, true, {{0, 4}, {20, 34}});
+}
+
+void TestPixelMover::columnsMove()
+{
+    using Spans = QList<QPair<int, int>>;
+    QFETCH(int, width);
+    QFETCH(int, delta);
+    QFETCH(bool, isRightToLeft);
+    QFETCH(Spans, painted);
+    BandArea area;
+    QCOMPARE(area.viewport()->width(), 60);
+    area.mover.moveColumns(20, width, delta, isRightToLeft);
+    settleEvents();
+    QRegion wanted;
+    for (const auto &[first, last] : painted)
+        wanted |= QRect(first, 0, last - first + 1, area.viewport()->height());
+    QCOMPARE(area.painted, wanted);
+    QVERIFY(isShown(area));
 }
 
 void TestPixelMover::noMoveWhilePainting()

@@ -606,6 +606,7 @@ void TestQTableFastView::destroyedHeaderLeavesNoHeader()
     view.showWith(200, 100);
     delete view.header();
     QVERIFY(!view.header());
+    QCOMPARE(view.horizontalOffset(), 0);
     model.insert(0, 3);
     settleEvents();
     QVERIFY(!view.indexAt(QPoint(3, 3)).isValid());

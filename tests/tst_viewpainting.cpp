@@ -259,6 +259,9 @@ void TestViewPainting::rowsAtListsTwice()
     QVERIFY(rows.contains(11));
     QVERIFY(!rows.contains(12));
     QVERIFY(view.rowsAt(QRegion()).isEmpty());
+    QList<int> filled {7, 8};
+    view.atRegion(region, &filled);
+    QCOMPARE(filled, rows);
     model.restart(0);
     QVERIFY(view.rowsAt(region).isEmpty());
 }

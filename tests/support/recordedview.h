@@ -95,6 +95,7 @@ public:
     using QTableFastView::coordinateForItem;
     using QTableFastView::draw;
     using QTableFastView::getFirstVisibleItem;
+    using QTableFastView::horizontalOffset;
     using QTableFastView::initViewItemOption;
     using QTableFastView::isIndexHidden;
     using QTableFastView::itemAtCoordinate;
