@@ -38,6 +38,17 @@ steps_of() {
   fi
 }
 
+fuzz_names=(parse format copy add multiply convert)
+
+# fuzz NAME SECONDS [OPTION...]: a target of the decimals, from the corpus that is kept on.
+fuzz() {
+  local name=$1 seconds=$2
+  shift 2
+  mkdir -p "$logs/corpus-$name"
+  build/fuzz/tests/fuzz/"fuzz_bcdii_$name" -max_total_time="$seconds" \
+    -artifact_prefix="$logs/" "$@" "$logs/corpus-$name" tests/fuzz/corpus/"$name"
+}
+
 finish() {
   [ "$skipped" -eq 0 ] || echo "$skipped skipped"
   echo "$passed passed, $failed failed"
