@@ -61,6 +61,25 @@ struct Header
     QHeaderView header;
 };
 
+//! A header of five columns of 90 pixels.
+struct FiveColumns
+{
+    FiveColumns()
+    {
+        header.setModel(&model);
+        header.resize(width, 20);
+        resize(90);
+    }
+    void resize(int size)
+    {
+        for (int column = 0; column < model.columnCount(); ++column)
+            header.resizeSection(column, size);
+    }
+
+    QStandardItemModel model {1, 5};
+    QHeaderView header {Qt::Horizontal};
+};
+
 } // namespace
 
 class TestHeaderColumns : public QObject
@@ -301,12 +320,8 @@ void TestHeaderColumns::scrollByPixel()
 
 void TestHeaderColumns::scrollBySection()
 {
-    QStandardItemModel model(1, 5);
-    QHeaderView header(Qt::Horizontal);
-    header.setModel(&model);
-    header.resize(width, 20);
-    for (int column = 0; column < 5; ++column)
-        header.resizeSection(column, 90);
+    FiveColumns five;
+    QHeaderView &header = five.header;
     QScrollBar bar;
     const ColumnScroll scroll(&header, &bar, true);
     scroll.setRange(width, width);
@@ -322,13 +337,11 @@ void TestHeaderColumns::scrollBySection()
     bar.setValue(0);
     QCOMPARE(scroll.apply(), 250);
 
-    for (int column = 0; column < 5; ++column)
-        header.resizeSection(column, 100);
+    five.resize(100);
     scroll.setRange(width, width); // two of them fill it
     QCOMPARE(bar.pageStep(), 2);
     QCOMPARE(bar.maximum(), 3);
-    for (int column = 0; column < 5; ++column)
-        header.resizeSection(column, 90);
+    five.resize(90);
 
     header.resizeSection(4, 300); // does not fit, and is one page all the same
     scroll.setRange(width, width);
@@ -350,12 +363,8 @@ void TestHeaderColumns::scrollBySection()
 
 void TestHeaderColumns::sectionScrollsTo()
 {
-    QStandardItemModel model(1, 5);
-    QHeaderView header(Qt::Horizontal);
-    header.setModel(&model);
-    header.resize(width, 20);
-    for (int column = 0; column < 5; ++column)
-        header.resizeSection(column, 90);
+    FiveColumns five;
+    QHeaderView &header = five.header;
     header.hideSection(1);
     QScrollBar bar;
     bar.setRange(0, 9);

@@ -195,7 +195,7 @@ UINT32 mulLong(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, con
     const Layout at(aType);
     const Layout bt(bType);
     if (std::min(at.ball, bt.ball) < 1 || std::max(at.ball, bt.ball) > wordPairs * windowWords)
-        return mulPlain(ret, Layout(retType), a, Layout(aType), b, Layout(bType), rs);
+        return mulPlain(ret, Layout(retType), a, at, b, bt, rs);
     Limbs product(wordsOf(at.ball) + wordsOf(bt.ball), at.bfrac() + bt.bfrac());
     if (at.ball < bt.ball)
         multiply(b, bt.ball, a, at.ball, product.limb());

@@ -39,8 +39,7 @@ bool QTableFastView::isPaintBufferEnabled() const
 
 void QTableFastView::setPixmapCacheIndexedVisibleBounds()
 {
-    int offset = 0;
-    const int first = std::max(getFirstVisibleItem(&offset), 0);
+    const int first = std::max(getFirstVisibleItem(), 0);
     // The cache knows columns by their logical index.
     const auto [start, end] = d_ptr->columns().bounds(startAndEndColumns(viewport()->rect()));
     const qint64 last = qint64(first) + viewport()->height() / m_itemHeight + 1;

@@ -30,10 +30,9 @@ public:
     void press(const QModelIndex &pressed, QItemSelectionModel::SelectionFlags command);
     //! A key is about to be handled. Returns what endKey() wants to know.
     QPersistentModelIndex beginKey(const QModelIndex &current);
-    //! A key, which may have moved the current index to \a now, was handled; \a command is
-    //! that of the move, \a known what beginKey() returned.
+    //! The key moved the current index to \a now; \a command is that of the move.
     void endKey(const QModelIndex &now, QItemSelectionModel::SelectionFlags command);
-    //! The key moved nothing.
+    //! The key moved nothing; \a known is what beginKey() returned.
     void endKey(const QPersistentModelIndex &known) { m_anchor = known; }
 
     //! The cells between two corners: by their logical columns, or as they lie on screen.

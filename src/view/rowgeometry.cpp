@@ -3,15 +3,6 @@
 
 #include "rowgeometry_p.h"
 
-int RowGeometry::firstRow(int *offset) const
-{
-    if (offset)
-        *offset = isPerPixel ? -(value % rowHeight) : 0;
-    if (isPerPixel)
-        return value / rowHeight;
-    return value < 0 || value >= rows ? -1 : value;
-}
-
 int RowGeometry::pageUp(int row) const
 {
     return std::max(rowAt(top(row) - viewportHeight), 0);

@@ -58,6 +58,14 @@ struct RowScale
         const qint64 row = rowNear(y);
         return row < 0 || row >= rows ? -1 : int(row);
     }
+    //! The first of \a rows rows on screen and the position of its top in \a offset if that is
+    //! given; −1 without one.
+    int firstRow(int rows, int *offset) const
+    {
+        if (offset)
+            *offset = isPerPixel ? -(value % rowHeight) : 0;
+        return isPerPixel || (value >= 0 && value < rows) ? topRow() : -1;
+    }
     //! The value that \a rows rows more above the view make of this one.
     qint64 valueMovedBy(qint64 rows) const { return value + rows * (isPerPixel ? rowHeight : 1); }
     //! The value that has \a row at the top edge.
@@ -96,9 +104,8 @@ struct RowGeometry : RowScale
 
     //! The row at \a y, or −1.
     int rowAt(int y) const { return RowScale::rowAt(y, rows); }
-    //! The first row on screen and the position of its top in \a offset if that is given; −1
-    //! without one.
-    int firstRow(int *offset) const;
+    //! The same for the rows that there are.
+    int firstRow(int *offset) const { return RowScale::firstRow(rows, offset); }
     //! The rows one viewport height above and below \a row, as far as there are any.
     //! @{
     int pageUp(int row) const;

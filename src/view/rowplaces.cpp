@@ -68,7 +68,7 @@ int QTableFastView::coordinateForItem(int row) const
 
 int QTableFastView::getFirstVisibleItem(int *offset) const
 {
-    return m_model ? d_ptr->rows().firstRow(offset) : -1;
+    return m_model ? d_ptr->scale().firstRow(d_ptr->rowCount(), offset) : -1;
 }
 
 QModelIndex QTableFastView::indexAt(const QPoint &p) const
