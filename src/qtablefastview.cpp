@@ -2,14 +2,17 @@
 // SPDX-License-Identifier: MIT
 
 #include "qtablefastview.h"
+#include "pixels/barpicture_p.h"
 #include "view/tableparts_p.h"
 
 #include <QApplication>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QStyle>
+#include <QStyleOption>
 
 #include <algorithm>
 #include <limits>
@@ -19,8 +22,11 @@
 
 QTableFastScrollBar::QTableFastScrollBar(QWidget *parent)
     : QScrollBar(Qt::Vertical, parent)
+    , m_picture(new BarPicture)
 {
 }
+
+QTableFastScrollBar::~QTableFastScrollBar() = default;
 
 void QTableFastScrollBar::sliderChange(SliderChange change)
 {
@@ -28,6 +34,18 @@ void QTableFastScrollBar::sliderChange(SliderChange change)
         m_isMax = value() == maximum();
     // Deliberate: the base class may repaint at once; one update per frame is enough.
     update();
+}
+
+void QTableFastScrollBar::paintEvent(QPaintEvent *event)
+{
+    // What is hovered over or pressed is known to the base class only.
+    const bool isTouched = underMouse() || isSliderDown() || repeatAction() != SliderNoAction
+        || QGuiApplication::mouseButtons() != Qt::NoButton;
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    option.subControls = QStyle::SC_All;
+    if (isTouched || !m_picture->paint(this, option, [this](QPainter *p) { initPainter(p); }))
+        QScrollBar::paintEvent(event);
 }
 
 // Construction

@@ -15,6 +15,9 @@
 #include <QRect>
 #include <QScrollBar>
 
+#include <memory>
+
+class BarPicture;
 class QHeaderView;
 class QStyleOptionViewItem;
 class QTableFastViewPrivate;
@@ -28,6 +31,7 @@ class VANTIX_EXPORT QTableFastScrollBar : public QScrollBar
 public:
     //! A vertical bar; \a parent as in QScrollBar.
     explicit QTableFastScrollBar(QWidget *parent = nullptr);
+    ~QTableFastScrollBar() override;
 
     //! True when the last change of the value left the slider at its maximum;
     //! false before the first change.
@@ -35,9 +39,12 @@ public:
 
 protected:
     void sliderChange(SliderChange change) override;
+    //! Puts down the picture that the bar had last, if it would look the same.
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     bool m_isMax = false; //!< the last value change ended at the maximum
+    std::unique_ptr<BarPicture> m_picture;
 };
 
 /*!

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "barpicture_p.h"
+
+#include "background_p.h"
+
+#include <QPaintEngine>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleOption>
+
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+//! Whether \a style draws a bar from what Look holds alone, and fills all of it.
+bool isKnown(const QStyle &style, const QStyleOptionSlider &option, const QScrollBar &bar)
+{
+    // A proxy or a style sheet has a class of its own.
+    const char *name = style.metaObject()->className();
+    return (std::strcmp(name, "QFusionStyle") == 0 || std::strcmp(name, "QWindowsStyle") == 0)
+        && !style.styleHint(QStyle::SH_ScrollBar_Transient, &option, &bar);
+}
+
+//! Whether pixels of a picture with \a ratio become pixels of what is painted on.
+bool keepsPixels(const QPainter &painter, double ratio)
+{
+    const QTransform &transform = painter.deviceTransform();
+    return painter.paintEngine()->type() == QPaintEngine::Raster
+        && transform.type() <= QTransform::TxScale && transform.m11() == ratio
+        && transform.m22() == ratio && transform.dx() == std::floor(transform.dx())
+        && transform.dy() == std::floor(transform.dy());
+}
+
+} // namespace
+
+BarPicture::Look BarPicture::lookOf(const QScrollBar &bar, const QStyleOptionSlider &option)
+{
+    constexpr std::array<QStyle::SubControl, 5> controls = {
+        QStyle::SC_ScrollBarSlider, QStyle::SC_ScrollBarAddLine, QStyle::SC_ScrollBarSubLine,
+        QStyle::SC_ScrollBarAddPage, QStyle::SC_ScrollBarSubPage};
+    const QStyle *style = bar.style();
+    Look look;
+    look.style = style->metaObject();
+    look.palette = option.palette.cacheKey();
+    look.state = option.state;
+    look.direction = option.direction;
+    look.isAtStart = option.sliderPosition == option.minimum;
+    look.isAtEnd = option.sliderPosition == option.maximum;
+    look.ratio = bar.devicePixelRatioF();
+    look.dpi = bar.logicalDpiX();
+    look.size = bar.size();
+    for (std::size_t i = 0; i < controls.size(); ++i)
+        look.parts[i] = style->subControlRect(QStyle::CC_ScrollBar, &option, controls[i], &bar);
+    return look;
+}
+
+bool BarPicture::paint(QScrollBar *bar, const QStyleOptionSlider &option,
+                       const Initialize &initialize)
+{
+    if (bar->size().isEmpty() || !isKnown(*bar->style(), option, *bar)
+        || !hasWholeDevicePixels(*bar)) {
+        *this = {};
+        return false;
+    }
+    // While the slider moves, a picture would be made for each frame and be of no use.
+    if (const Look look = lookOf(*bar, option); look != m_look) {
+        m_look = look;
+        m_pixmap = {};
+        return false;
+    }
+    QPainter painter(bar);
+    if (!keepsPixels(painter, m_look.ratio))
+        return false;
+    if (m_pixmap.isNull())
+        make(bar, option, initialize);
+    painter.drawPixmap(0, 0, m_pixmap);
+    return true;
+}
+
+void BarPicture::make(QScrollBar *bar, const QStyleOptionSlider &option,
+                      const Initialize &initialize)
+{
+    m_pixmap = QPixmap(m_look.size * m_look.ratio);
+    m_pixmap.setDevicePixelRatio(m_look.ratio);
+    QPainter painter(&m_pixmap);
+    initialize(&painter);
+    bar->style()->drawComplexControl(QStyle::CC_ScrollBar, &option, &painter, bar);
+}
