@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
@@ -74,16 +75,16 @@ QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
 QImage SoakView::maintainedPicture() const
 {
     const auto *image = static_cast<const QImage *>(window()->backingStore()->paintDevice());
-    return picturePart(*image);
+    return picturePart(*image, *viewport());
 }
 
-//! The viewport's part of a picture of the window.
-QImage SoakView::picturePart(const QImage &window) const
+//! The part of a picture of the window that \a widget has.
+QImage SoakView::picturePart(const QImage &window, const QWidget &widget) const
 {
     const double ratio = window.devicePixelRatio();
-    const QPointF place = viewport()->mapTo(this->window(), QPoint(0, 0));
+    const QPointF place = widget.mapTo(this->window(), QPoint(0, 0));
     QImage part =
-        window.copy(QRect((place * ratio).toPoint(), (QSizeF(viewport()->size()) * ratio).toSize()))
+        window.copy(QRect((place * ratio).toPoint(), (QSizeF(widget.size()) * ratio).toSize()))
             .convertToFormat(QImage::Format_RGB32);
     part.setDevicePixelRatio(1);
     return part;
@@ -98,7 +99,26 @@ QImage SoakView::renderedPicture()
     picture.setDevicePixelRatio(ratio);
     window()->render(&picture);
     m_usePixmapCacheIndexed = isBuffered;
-    return picturePart(picture);
+    return picturePart(picture, *viewport());
+}
+
+QImage SoakView::maintainedBar() const
+{
+    const auto *image = static_cast<const QImage *>(window()->backingStore()->paintDevice());
+    return picturePart(*image, *verticalScrollBar());
+}
+
+QImage SoakView::plainBar()
+{
+    const QScrollBar *shown = verticalScrollBar();
+    QScrollBar plain(Qt::Vertical, this);
+    plain.resize(shown->size());
+    plain.setRange(shown->minimum(), shown->maximum());
+    plain.setPageStep(shown->pageStep());
+    plain.setValue(shown->value());
+    QImage picture = plain.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    picture.setDevicePixelRatio(1);
+    return picture;
 }
 
 QImage SoakView::plainPicture() const

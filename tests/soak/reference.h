@@ -63,12 +63,17 @@ public:
     //! and ratios that plainPicture() does not know.
     QImage renderedPicture();
 
+    //! What the window holds of the vertical scroll bar.
+    QImage maintainedBar() const;
+    //! The vertical scroll bar as one looks that keeps no picture.
+    QImage plainBar();
+
 private:
     void paintPlainRow(QPainter *painter, int row, int y) const;
     void paintPlainCell(QPainter *painter, const QStyleOptionViewItem &rowOption, int row,
                         int column, const QRect &rect) const;
     bool rowHoldsFocus(int row) const;
-    QImage picturePart(const QImage &window) const;
+    QImage picturePart(const QImage &window, const QWidget &widget) const;
 };
 
 #endif // REFERENCE_H

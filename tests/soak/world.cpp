@@ -10,6 +10,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -744,6 +745,8 @@ QString World::check()
     if (wrong.isEmpty())
         wrong = checkPicture();
     if (wrong.isEmpty())
+        wrong = checkBar();
+    if (wrong.isEmpty())
         wrong = checkEditors();
     return wrong;
 }
@@ -762,6 +765,17 @@ QString World::checkRange()
         .arg(bar->minimum())
         .arg(bar->maximum())
         .arg(std::max(wanted, 0));
+}
+
+QString World::checkBar()
+{
+    // The pixels of a window begin where the bar's do only at whole ratios.
+    const double ratio = m_view->devicePixelRatioF();
+    if (ratio != std::floor(ratio) || m_view->verticalScrollBar()->underMouse()
+        || m_view->maintainedBar() == m_view->plainBar()) {
+        return {};
+    }
+    return QStringLiteral("the scroll bar looks otherwise");
 }
 
 QString World::checkPicture()

@@ -141,6 +141,7 @@ private:
     QString checkPicture();
     QString checkEditors();
     QString checkRange();
+    QString checkBar();
     int topRow() const;
 
     QRandomGenerator m_random;
