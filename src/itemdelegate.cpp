@@ -7,6 +7,7 @@
 #include "hexstring.h"
 #include "pixels/background_p.h"
 #include "pixels/painttraits_p.h"
+#include "pixels/picture_p.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -128,25 +129,6 @@ struct Scratch
 {
     QImage image;
 };
-
-//! A copy of a painted image as a pixmap, without an alpha channel if that is not used:
-//! the pixmap is then blitted by copying.
-QPixmap pictureOf(const QImage &painted)
-{
-    QImage picture(painted.size(), painted.format());
-    const qsizetype count = painted.sizeInBytes() / qsizetype(sizeof(QRgb));
-    const auto *from = reinterpret_cast<const QRgb *>(painted.constBits());
-    auto *to = reinterpret_cast<QRgb *>(picture.bits());
-    QRgb all = 0xff000000;
-    for (qsizetype i = 0; i < count; ++i) {
-        all &= from[i];
-        to[i] = from[i];
-    }
-    picture.setDevicePixelRatio(painted.devicePixelRatio());
-    if (all == 0xff000000)
-        picture.reinterpretAsFormat(QImage::Format_RGB32);
-    return QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion);
-}
 
 //! Whether the painter moves by whole units, if at all.
 bool isMovedByWholes(const QPainter &painter)
