@@ -4,6 +4,8 @@
 #include "barpicture_p.h"
 
 #include "background_p.h"
+#include "knownstyle_p.h"
+#include "picture_p.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -11,17 +13,14 @@
 #include <QStyleOption>
 
 #include <cmath>
-#include <cstring>
 
 namespace {
 
-//! Whether \a style draws a bar from what Look holds alone, and fills all of it.
-bool isKnown(const QStyle &style, const QStyleOptionSlider &option, const QScrollBar &bar)
+//! Whether the style of \a bar draws it from what Look holds alone.
+bool isKnown(const QScrollBar &bar, const QStyleOptionSlider &option)
 {
-    // A proxy or a style sheet has a class of its own.
-    const char *name = style.metaObject()->className();
-    return (std::strcmp(name, "QFusionStyle") == 0 || std::strcmp(name, "QWindowsStyle") == 0)
-        && !style.styleHint(QStyle::SH_ScrollBar_Transient, &option, &bar);
+    const QStyle *style = bar.style();
+    return isKnownStyle(*style) && !style->styleHint(QStyle::SH_ScrollBar_Transient, &option, &bar);
 }
 
 //! Whether pixels of a picture with \a ratio become pixels of what is painted on.
@@ -60,8 +59,7 @@ BarPicture::Look BarPicture::lookOf(const QScrollBar &bar, const QStyleOptionSli
 bool BarPicture::paint(QScrollBar *bar, const QStyleOptionSlider &option,
                        const Initialize &initialize)
 {
-    if (bar->size().isEmpty() || !isKnown(*bar->style(), option, *bar)
-        || !hasWholeDevicePixels(*bar)) {
+    if (bar->size().isEmpty() || !isKnown(*bar, option) || !hasWholeDevicePixels(*bar)) {
         *this = {};
         return false;
     }
@@ -83,9 +81,13 @@ bool BarPicture::paint(QScrollBar *bar, const QStyleOptionSlider &option,
 void BarPicture::make(QScrollBar *bar, const QStyleOptionSlider &option,
                       const Initialize &initialize)
 {
-    m_pixmap = QPixmap(m_look.size * m_look.ratio);
-    m_pixmap.setDevicePixelRatio(m_look.ratio);
-    QPainter painter(&m_pixmap);
+    // A style may leave pixels at the edges as they were.
+    QImage image(m_look.size * m_look.ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(m_look.ratio);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
     initialize(&painter);
     bar->style()->drawComplexControl(QStyle::CC_ScrollBar, &option, &painter, bar);
+    painter.end();
+    m_pixmap = pictureOf(image);
 }

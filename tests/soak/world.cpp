@@ -10,7 +10,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -769,9 +768,10 @@ QString World::checkRange()
 
 QString World::checkBar()
 {
-    // The pixels of a window begin where the bar's do only at whole ratios.
+    // The pixels of a window begin where the bar's do only at whole ratios. With more than
+    // two of them, the style leaves some at the edges as they were.
     const double ratio = m_view->devicePixelRatioF();
-    if (ratio != std::floor(ratio) || m_view->verticalScrollBar()->underMouse()
+    if ((ratio != 1 && ratio != 2) || m_view->verticalScrollBar()->underMouse()
         || m_view->maintainedBar() == m_view->plainBar()) {
         return {};
     }
