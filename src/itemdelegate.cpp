@@ -3,6 +3,7 @@
 
 #include "itemdelegate.h"
 
+#include "cells/picturekeys_p.h"
 #include "celltext_p.h"
 #include "hexstring.h"
 #include "pixels/background_p.h"
@@ -207,6 +208,12 @@ QString nullExtension(const StyledItemDelegate &delegate, const QStyleOptionView
     return text.isEmpty() ? text : QLatin1Char('N') + text;
 }
 
+PictureKeys &pictureKeys()
+{
+    static PictureKeys keys;
+    return keys;
+}
+
 //! This delegate draws pictures of texts, which know no place, and cut them off by itself.
 PaintTraits paintTraits(const QAbstractItemDelegate *delegate)
 {
@@ -285,7 +292,7 @@ void ItemDelegate::drawPicture(QPainter *painter, QStyleOptionViewItem *opt,
     if (!QPixmapCache::find(key, &pixmap)) {
         opt->rect.moveTo(0, 0);
         pixmap = render(*opt, index, dpr, direction);
-        QPixmapCache::insert(key, pixmap);
+        pictureKeys().insert(key, pixmap);
     }
     painter->drawPixmap(place, pixmap);
 }
