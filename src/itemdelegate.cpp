@@ -24,6 +24,7 @@
 #include <QToolTip>
 
 #include <cmath>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -215,10 +216,13 @@ PictureKeys &pictureKeys()
 }
 
 //! This delegate draws pictures of texts, which know no place, and cut them off by itself.
+//! A derived one may ask what it paints on.
 PaintTraits paintTraits(const QAbstractItemDelegate *delegate)
 {
     const auto *own = qobject_cast<const ItemDelegate *>(delegate);
-    return {own != nullptr, own && !own->drawsIndicator()};
+    if (!own)
+        return {};
+    return {true, !own->drawsIndicator(), typeid(*own) == typeid(ItemDelegate)};
 }
 
 } // namespace

@@ -11,6 +11,7 @@ struct PaintTraits
 {
     bool ignoresPosition = false; //!< cells look alike at every place among the columns
     bool staysInCell = false;     //!< nothing is painted outside of the cell's rectangle
+    bool ignoresDevice = false;   //!< cells look alike wherever, and on whatever, they are painted
 
     //! Of \a delegate, which may be null.
     static PaintTraits of(const QAbstractItemDelegate *delegate)

@@ -3,8 +3,10 @@
 
 #include "cellpainter_p.h"
 
+#include "canvas_p.h"
 #include "paintbuffer_p.h"
 #include "pixels/background_p.h"
+#include "pixels/knownstyle_p.h"
 #include "pixels/painttraits_p.h"
 #include "qtablefastview.h"
 #include "rowgeometry_p.h"
@@ -16,6 +18,7 @@
 #include <QPixmap>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -144,6 +147,7 @@ void CellPainter::paintRow(QPainter *painter, const QStyleOptionViewItem &option
     const bool isBuffered = buffer->isOn() && !pass.isInPlace;
     QStyleOptionViewItem cell;
     bool isCellCopied = false;
+    std::optional<Canvas> canvas; // asked for when a picture is missing
     for (const ColumnSlot &slot : pass.columns) {
         const QRect rect(slot.x + pass.delay.x(), y, slot.width, option.rect.height());
         if (isBuffered && paintBuffered(painter, rect, row, slot.column, pass, *buffer))
@@ -154,13 +158,13 @@ void CellPainter::paintRow(QPainter *painter, const QStyleOptionViewItem &option
         const QModelIndex cellIndex = pass.model->index(row, slot.column);
         setCell(&cell, option, slot, cellIndex, pass);
         cell.rect = rect;
-        if (isBuffered) {
-            QPixmap *kept = picture(cell, cellIndex);
-            buffer->keep(row, slot.column, kept);
-            painter->drawPixmap(rect, *kept, QRect());
-        } else {
+        if (!isBuffered) {
             paintInPlace(painter, &cell, cellIndex);
+            continue;
         }
+        if (!canvas)
+            canvas.emplace(*painter);
+        buffer->keep(row, slot.column, paintPicture(painter, &cell, cellIndex, *canvas));
     }
     if (pass.hasEditorFocus && row == pass.currentRow)
         paintEditorFocus(painter, option, index, pass);
@@ -202,10 +206,14 @@ void CellPainter::setCell(QStyleOptionViewItem *cell, const QStyleOptionViewItem
 void CellPainter::paintCell(QPainter *painter, QStyleOptionViewItem *cell,
                             const QModelIndex &index) const
 {
-    const QStyle::State state = cell->state;
-    cell->state &= ~QStyle::State_Selected;
-    m_view->style()->drawPrimitive(QStyle::PE_PanelItemViewRow, cell, painter, m_view);
-    cell->state = state;
+    // A known style works for long to paint nothing if rows do not alternate.
+    const QStyle *style = m_view->style();
+    if ((cell->features & QStyleOptionViewItem::Alternate) || !isKnownStyle(*style)) {
+        const QStyle::State state = cell->state;
+        cell->state &= ~QStyle::State_Selected;
+        style->drawPrimitive(QStyle::PE_PanelItemViewRow, cell, painter, m_view);
+        cell->state = state;
+    }
 
     if (const QAbstractItemDelegate *delegate = delegateFor(index))
         delegate->paint(painter, *cell, index);
@@ -232,6 +240,22 @@ void CellPainter::paintInPlace(QPainter *painter, QStyleOptionViewItem *cell,
     painter->setClipRect(cell->rect, Qt::IntersectClip);
     paintCell(painter, cell, index);
     painter->restore();
+}
+
+//! Paints a cell and returns a picture of it, which the caller owns; copied from \a canvas,
+//! that of the painter, where that makes no difference.
+QPixmap *CellPainter::paintPicture(QPainter *painter, QStyleOptionViewItem *cell,
+                                   const QModelIndex &index, const Canvas &canvas) const
+{
+    const PaintTraits traits = PaintTraits::of(delegateFor(index));
+    if (traits.staysInCell && traits.ignoresDevice && canvas.holds(cell->rect)) {
+        painter->fillRect(cell->rect, m_view->viewport()->palette().color(QPalette::Base));
+        paintCell(painter, cell, index);
+        return canvas.picture(cell->rect);
+    }
+    QPixmap *pixmap = picture(*cell, index);
+    painter->drawPixmap(cell->rect, *pixmap, QRect());
+    return pixmap;
 }
 
 //! A new pixmap of a cell.

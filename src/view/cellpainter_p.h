@@ -11,6 +11,7 @@
 #include <QPoint>
 #include <QRegion>
 
+class Canvas;
 class PaintBuffer;
 class QItemSelectionModel;
 class QPainter;
@@ -80,6 +81,8 @@ private:
     void paintCell(QPainter *painter, QStyleOptionViewItem *cell, const QModelIndex &index) const;
     void paintInPlace(QPainter *painter, QStyleOptionViewItem *cell,
                       const QModelIndex &index) const;
+    QPixmap *paintPicture(QPainter *painter, QStyleOptionViewItem *cell, const QModelIndex &index,
+                          const Canvas &canvas) const;
     QPixmap *picture(const QStyleOptionViewItem &cell, const QModelIndex &index) const;
     void paintEditorFocus(QPainter *painter, const QStyleOptionViewItem &option,
                           const QModelIndex &index, const PaintPass &pass) const;

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "canvas_p.h"
+
+#include <QImage>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPixmap>
+
+#include <cmath>
+#include <utility>
+
+namespace {
+
+//! Whether units of \a painter are \a ratio device pixels each, which it covers with what it
+//! paints.
+bool paintsPlainly(const QPainter &painter, double ratio)
+{
+    const QTransform &transform = painter.deviceTransform();
+    return transform.type() <= QTransform::TxScale && transform.m11() == ratio
+        && transform.m22() == ratio && ratio >= 1 && ratio == std::floor(ratio)
+        && transform.dx() == std::floor(transform.dx())
+        && transform.dy() == std::floor(transform.dy()) && !painter.hasClipping()
+        && painter.opacity() == 1
+        && painter.compositionMode() == QPainter::CompositionMode_SourceOver;
+}
+
+} // namespace
+
+Canvas::Canvas(const QPainter &painter)
+{
+    const QPaintEngine *engine = painter.paintEngine();
+    if (!engine || engine->type() != QPaintEngine::Raster
+        || engine->paintDevice()->devType() != QInternal::Image) {
+        return;
+    }
+    const auto *image = static_cast<const QImage *>(engine->paintDevice());
+    const double ratio = image->devicePixelRatio();
+    if (image->format() != QImage::Format_RGB32 || !paintsPlainly(painter, ratio))
+        return;
+    m_image = image;
+    m_ratio = int(ratio);
+    m_origin = QPoint(int(painter.deviceTransform().dx()), int(painter.deviceTransform().dy()));
+    // What is to be painted anew is one rectangle most of the time.
+    const QRegion clip = engine->systemClip();
+    m_painted = image->rect();
+    if (!clip.isEmpty())
+        m_painted &= clip.rectCount() == 1 ? clip.boundingRect() : QRect();
+}
+
+QRect Canvas::devicePixels(const QRect &rect) const
+{
+    return {rect.topLeft() * m_ratio + m_origin, rect.size() * m_ratio};
+}
+
+bool Canvas::holds(const QRect &rect) const
+{
+    return m_painted.contains(devicePixels(rect));
+}
+
+QPixmap *Canvas::picture(const QRect &rect) const
+{
+    QImage picture = m_image->copy(devicePixels(rect));
+    picture.setDevicePixelRatio(m_ratio);
+    return new QPixmap(QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion));
+}
