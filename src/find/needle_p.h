@@ -9,6 +9,7 @@
 #include <QStringView>
 
 #include <algorithm>
+#include <string>
 
 namespace FindTexts {
 
@@ -43,8 +44,10 @@ private:
 struct Needles
 {
     Needle text;
-    Needle number; //!< without white space and separators
-    bool hasBreak; //!< delegates show a line break as another character
+    Needle number;           //!< without white space and separators
+    bool hasBreak;           //!< delegates show a line break as another character
+    std::string plainNumber; //!< as it would be in what NumberWriter::plain() returns, or empty
+    bool mayBeInNumber;      //!< has no characters but those of plain numbers
 };
 
 } // namespace FindTexts

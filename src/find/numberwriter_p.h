@@ -9,6 +9,8 @@
 #include <QStringView>
 
 #include <array>
+#include <string>
+#include <string_view>
 
 class QVariant;
 
@@ -27,6 +29,17 @@ public:
     //! The text of \a value, valid until the next call. Empty if only the locale knows
     //! how to write it.
     QStringView text(const QVariant &value);
+
+    //! The same with the signs of the C locale: '-' and '.'.
+    std::string_view plain(const QVariant &value);
+    //! What in plain() stands where \a text stands in text(). Empty if it cannot be there.
+    std::string asPlain(const QString &text) const;
+
+    //! Whether \a text has no characters but those of plain numbers.
+    bool mayWrite(const QString &text) const;
+    //! Whether a number, which is an integer or double, is written with digits, a minus and a
+    //! point only, by whomever.
+    static bool isPlain(const QVariant &number);
 
 private:
     const char *write(const QVariant &value);

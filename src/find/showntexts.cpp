@@ -55,21 +55,23 @@ bool ShownTexts::accept(const QVariant &data, const QString &text, int number)
     const Column &shown = column(number);
     const int type = data.typeId();
     if (isNumber(type))
-        return acceptNumber(data, searched.number, shown);
+        return acceptNumber(data, searched, shown);
     // The text that a delegate shows differs from the value in its line breaks only.
     if (type == QMetaType::QString && shown.isPlain && !searched.hasBreak)
         return searched.text.isIn(*static_cast<const QString *>(data.constData()));
     return searched.text.isIn(displayed(data, shown));
 }
 
-bool ShownTexts::acceptNumber(const QVariant &data, const Needle &searched, const Column &shown)
+bool ShownTexts::acceptNumber(const QVariant &data, const Needles &searched, const Column &shown)
 {
     if (shown.hasPlainNumbers) {
-        const QStringView text = m_numbers.text(data);
-        if (!text.isEmpty())
-            return searched.isIn(text);
+        if (!searched.mayBeInNumber && NumberWriter::isPlain(data))
+            return false;
+        const std::string_view text = m_numbers.plain(data);
+        if (!text.empty() && !searched.plainNumber.empty())
+            return text.find(searched.plainNumber) != text.npos;
     }
-    return searched.isIn(trimmed(displayed(data, shown)));
+    return searched.number.isIn(trimmed(displayed(data, shown)));
 }
 
 QString ShownTexts::displayed(const QVariant &data, const Column &shown) const
@@ -87,7 +89,9 @@ const Needles &ShownTexts::needles(const QString &text)
 {
     if (!m_needles || m_needles->text.text() != text) {
         const bool hasBreak = text.contains(u'\n') || text.contains(s_lineSeparator);
-        m_needles = {Needle(text, m_sensitivity), Needle(trimmed(text), m_sensitivity), hasBreak};
+        const QString number = trimmed(text);
+        m_needles = {Needle(text, m_sensitivity), Needle(number, m_sensitivity), hasBreak,
+                     m_numbers.asPlain(number), m_numbers.mayWrite(number)};
     }
     return *m_needles;
 }

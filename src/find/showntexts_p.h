@@ -47,7 +47,7 @@ private:
     Column askedColumn(int number);
     bool writesPlainly(const QStyledItemDelegate &delegate);
     const Needles &needles(const QString &text);
-    bool acceptNumber(const QVariant &data, const Needle &searched, const Column &shown);
+    bool acceptNumber(const QVariant &data, const Needles &searched, const Column &shown);
     QString displayed(const QVariant &data, const Column &shown) const;
 
     QPointer<const QAbstractItemView> m_view;
