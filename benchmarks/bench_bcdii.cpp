@@ -17,6 +17,9 @@
 #include <boost/multiprecision/cpp_dec_float.hpp>
 #include <boost/multiprecision/cpp_int.hpp>
 #include <gmp.h>
+#ifdef HAVE_LIBMPDEC
+#include <mpdecimal.h>
+#endif
 
 #define DECIMAL_CALL_BY_REFERENCE 0
 #define DECIMAL_GLOBAL_ROUNDING 0
@@ -29,7 +32,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <random>
 #include <string>
@@ -170,9 +175,13 @@ struct Ours
         BCDIIType word = t.word();
         BCDIIFromString(r.bytes.data(), word, text);
     }
+    static std::string printed(const Value &a, Type t)
+    {
+        return BCDII2StringSequence(a.bytes.data(), t.word());
+    }
     static std::size_t format(const Value &a, Type t)
     {
-        const std::string text = BCDII2StringSequence(a.bytes.data(), t.word());
+        const std::string text = printed(a, t);
         benchmark::DoNotOptimize(text.data());
         return text.size();
     }
@@ -579,6 +588,139 @@ struct Mpz
     }
 };
 
+#ifdef HAVE_LIBMPDEC
+
+// A number with room for every result, so that no operation allocates.
+class MpdNumber
+{
+public:
+    MpdNumber()
+        : m_number(mpd_new(context(false)))
+    {
+    }
+    MpdNumber(const MpdNumber &other)
+        : MpdNumber()
+    {
+        *this = other;
+    }
+    MpdNumber &operator=(const MpdNumber &other)
+    {
+        mpd_copy(m_number, other.m_number, context(false));
+        return *this;
+    }
+    ~MpdNumber() { mpd_del(m_number); }
+
+    // Nothing is rounded but what is asked to be.
+    static mpd_context_t *context(bool truncates) { return &contexts[truncates ? 1 : 0]; }
+
+    mpd_t *z() { return m_number; }
+    const mpd_t *z() const { return m_number; }
+
+private:
+    static constexpr int mostWords = 8; // 152 digits
+    static std::array<mpd_context_t, 2> contexts;
+
+    static mpd_context_t made(int rounding)
+    {
+        mpd_context_t context;
+        mpd_maxcontext(&context);
+        context.prec = mostWords * MPD_RDIGITS;
+        context.round = rounding;
+        context.traps = 0;
+        return context;
+    }
+
+    mpd_t *m_number;
+};
+
+std::array<mpd_context_t, 2> MpdNumber::contexts = [] {
+    mpd_setminalloc(mostWords);
+    return std::array {made(MPD_ROUND_HALF_UP), made(MPD_ROUND_DOWN)};
+}();
+
+struct Mpdec
+{
+    static constexpr const char *name = "libmpdec";
+    static constexpr int mostDigits = 63;
+    using Value = MpdNumber;
+    struct Free
+    {
+        void operator()(char *text) const { mpd_free(text); }
+    };
+    static const mpd_context_t *context() { return MpdNumber::context(false); }
+    static Value make(const Integer &units, int nfrac, Type t)
+    {
+        Value v;
+        parse(v, textOf(units, nfrac).c_str(), t);
+        return v;
+    }
+    static bool isEqual(const Value &a, const Ours::Value &ours, Type t)
+    {
+        Value v;
+        parse(v, Ours::printed(ours, t).c_str(), t);
+        return cmp(a, v, {}) == 0;
+    }
+    static void round(Value &r, const Value &a, const Task &task)
+    {
+        std::uint32_t status = 0;
+        mpd_qrescale(r.z(), a.z(), -task.r.nfrac, MpdNumber::context(task.truncates), &status);
+    }
+    static void add(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        std::uint32_t status = 0;
+        mpd_qadd(r.z(), a.z(), b.z(), context(), &status);
+        if (task.surplus(false) > 0)
+            round(r, r, task);
+    }
+    static void sub(Value &r, const Value &a, const Value &b, const Task &)
+    {
+        std::uint32_t status = 0;
+        mpd_qsub(r.z(), a.z(), b.z(), context(), &status);
+    }
+    static void mul(Value &r, const Value &a, const Value &b, const Task &task)
+    {
+        std::uint32_t status = 0;
+        mpd_qmul(r.z(), a.z(), b.z(), context(), &status);
+        if (task.surplus(true) > 0)
+            round(r, r, task);
+    }
+    static int cmp(const Value &a, const Value &b, const Task &)
+    {
+        std::uint32_t status = 0;
+        return mpd_qcmp(a.z(), b.z(), &status);
+    }
+    static void rescale(Value &r, const Value &a, const Task &task) { round(r, a, task); }
+    static void fromInt(Value &r, INT64 i, Type t)
+    {
+        std::uint32_t status = 0;
+        mpd_qset_i64(r.z(), i, context(), &status);
+        r.z()->exp = -t.nfrac;
+    }
+    static INT64 toInt(const Value &a, Type)
+    {
+        static thread_local Value whole;
+        std::uint32_t status = 0;
+        mpd_qround_to_int(whole.z(), a.z(), context(), &status);
+        return mpd_qget_i64(whole.z(), &status);
+    }
+    static void parse(Value &r, const char *text, Type)
+    {
+        std::uint32_t status = 0;
+        mpd_qset_string(r.z(), text, context(), &status);
+    }
+    static std::unique_ptr<char, Free> printed(const Value &a, Type)
+    {
+        return std::unique_ptr<char, Free>(mpd_to_sci(a.z(), 0));
+    }
+    static std::size_t format(const Value &a, Type t)
+    {
+        benchmark::DoNotOptimize(printed(a, t).get());
+        return 0;
+    }
+};
+
+#endif
+
 // --------------------------------------------------------------------- operands
 
 class Draw
@@ -620,6 +762,20 @@ Pairs addends(Type a, Type b, bool positive)
     return pairs;
 }
 
+// Values of all the second type's digits, and others that only differ from them by a few
+// units of the first.
+Pairs neighbours(Type a, Type b)
+{
+    Draw draw;
+    Pairs pairs;
+    const Integer lift = powerOfTen(a.nfrac - b.nfrac);
+    for (int i = 0; i < operandCount; ++i) {
+        pairs.b.push_back(draw.sign(draw.digits(b.nall - 1)));
+        pairs.a.push_back(pairs.b.back() * lift + draw.sign(draw.digits(1)));
+    }
+    return pairs;
+}
+
 // For products that fit a type.
 Pairs factors(Type a, Type b, Type r)
 {
@@ -637,9 +793,16 @@ Pairs factors(Type a, Type b, Type r)
 
 // ----------------------------------------------------------------- registration
 
-template<typename F> void measure(const std::string &name, F f)
+template<typename F>
+void measure(const std::string &name, F f, std::function<bool()> isRight = nullptr)
 {
-    InstructionCount::registerBenchmark(name, [f](benchmark::State &state) {
+    auto isKnown = std::make_shared<bool>(!isRight);
+    InstructionCount::registerBenchmark(name, [=](benchmark::State &state) {
+        if (!*isKnown && !isRight()) {
+            std::fprintf(stderr, "%s: a result is not ours\n", name.c_str());
+            std::exit(1);
+        }
+        *isKnown = true;
         const auto takeTurn = [&f] {
             for (std::size_t i = 0; i < operandCount; ++i) {
                 f(i);
@@ -676,6 +839,46 @@ template<typename Peer> std::string title(const char *operation, const Row &row)
     return std::string(operation) + "/" + row.name + "/" + Peer::name;
 }
 
+// Whether a peer makes the same as we do of the same operands.
+template<typename Peer, typename Work>
+bool isSameWork(const Pairs &pairs, const Task &task, Work work)
+{
+    Operands<Peer> theirs(pairs, task);
+    Operands<Ours> ours(pairs, task);
+    for (std::size_t i = 0; i < operandCount; ++i) {
+        if constexpr (std::is_void_v<decltype(work(Peer(), theirs, i))>) {
+            work(Peer(), theirs, i);
+            work(Ours(), ours, i);
+            if (!Peer::isEqual(theirs.r[i], ours.r[i], task.r))
+                return false;
+        } else if (work(Peer(), theirs, i) != work(Ours(), ours, i)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Registers work, which takes a peer, its operands and the number of a pair, and leaves
+// its result in the operands or returns it. A peer that can compare with us has to agree.
+template<typename Peer, typename Work>
+void registerWork(const char *operation, const Row &row, const Pairs &pairs, const Task &task,
+                  Work work)
+{
+    auto data = std::make_shared<Operands<Peer>>(pairs, task);
+    std::function<bool()> isRight;
+    if constexpr (requires { &Peer::isEqual; })
+        isRight = [=] { return isSameWork<Peer>(pairs, task, work); };
+    measure(
+        title<Peer>(operation, row),
+        [data, work](std::size_t i) {
+            if constexpr (std::is_void_v<decltype(work(Peer(), *data, i))>)
+                work(Peer(), *data, i);
+            else
+                benchmark::DoNotOptimize(work(Peer(), *data, i));
+        },
+        isRight);
+}
+
 template<typename Peer>
 void registerSum(const char *operation, const Row &row, Type b, Type r, bool positive, bool chained)
 {
@@ -684,23 +887,25 @@ void registerSum(const char *operation, const Row &row, Type b, Type r, bool pos
         for (std::size_t i = 1; i < operandCount; i += 2)
             pairs.b[i] = -pairs.b[i - 1];
     }
-    auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, b, r});
+    const Task task {row.t, b, r};
     if (chained) {
+        auto data = std::make_shared<Operands<Peer>>(pairs, task);
         measure(title<Peer>(operation, row), [data](std::size_t i) {
             Peer::add(data->r[0], i == 0 ? data->a[0] : data->r[0], data->b[i], data->task);
         });
         return;
     }
-    measure(title<Peer>(operation, row),
-            [data](std::size_t i) { Peer::add(data->r[i], data->a[i], data->b[i], data->task); });
+    registerWork<Peer>(operation, row, pairs, task, [](auto peer, auto &o, std::size_t i) {
+        peer.add(o.r[i], o.a[i], o.b[i], o.task);
+    });
 }
 
 template<typename Peer>
 void registerProduct(const char *operation, const Row &row, Type a, Type b, Type r, bool truncates)
 {
-    auto data = std::make_shared<Operands<Peer>>(factors(a, b, r), Task {a, b, r, truncates});
-    measure(title<Peer>(operation, row),
-            [data](std::size_t i) { Peer::mul(data->r[i], data->a[i], data->b[i], data->task); });
+    registerWork<Peer>(
+        operation, row, factors(a, b, r), Task {a, b, r, truncates},
+        [](auto peer, auto &o, std::size_t i) { peer.mul(o.r[i], o.a[i], o.b[i], o.task); });
 }
 
 // Each difference is the next one's operand; every other one takes the subtrahend before
@@ -748,22 +953,23 @@ template<typename Peer> void registerChainedProduct(const Row &row)
 
 template<typename Peer> void registerComparisons(const Row &row)
 {
-    for (const bool same : {true, false}) {
-        const Type b = same ? row.t : row.u;
-        auto data = std::make_shared<Operands<Peer>>(addends(row.t, b, false), Task {row.t, b, b});
-        measure(title<Peer>(same ? "cmp" : "cmp_diff", row), [data](std::size_t i) {
-            benchmark::DoNotOptimize(Peer::cmp(data->a[i], data->b[i], data->task));
-        });
-    }
+    const auto one = [&](const char *operation, Type b, const Pairs &pairs) {
+        registerWork<Peer>(
+            operation, row, pairs, Task {row.t, b, b},
+            [](auto peer, auto &o, std::size_t i) { return peer.cmp(o.a[i], o.b[i], o.task); });
+    };
+    one("cmp", row.t, addends(row.t, row.t, false));
+    one("cmp_late", row.t, neighbours(row.t, row.t));
+    one("cmp_diff", row.u, addends(row.t, row.u, false));
+    one("cmp_diff_late", row.u, neighbours(row.t, row.u));
 }
 
 template<typename Peer> void registerRescales(const Row &row)
 {
     const auto one = [&](const char *operation, Type from, Type to, bool truncates) {
-        auto data = std::make_shared<Operands<Peer>>(addends(from, from, false),
-                                                     Task {from, from, to, truncates});
-        measure(title<Peer>(operation, row),
-                [data](std::size_t i) { Peer::rescale(data->r[i], data->a[i], data->task); });
+        registerWork<Peer>(
+            operation, row, addends(from, from, false), Task {from, from, to, truncates},
+            [](auto peer, auto &o, std::size_t i) { peer.rescale(o.r[i], o.a[i], o.task); });
     };
     one("round", row.t, row.r, false);
     one("trunc", row.t, row.r, true);
@@ -783,15 +989,16 @@ template<typename Peer> void registerIntegers(const Row &row)
         pairs.a.push_back(draw.sign(draw.digits(digits)));
         pairs.b.push_back(0);
     }
-    auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, row.t, row.t});
-    if constexpr (requires { Peer::fromInt(data->r[0], 1, row.t); }) {
-        measure(title<Peer>("from_i64", row), [data, integers](std::size_t i) {
-            Peer::fromInt(data->r[i], (*integers)[i], data->task.a);
-        });
+    const Task task {row.t, row.t, row.t};
+    if constexpr (requires(typename Peer::Value r) { Peer::fromInt(r, 1, row.t); }) {
+        registerWork<Peer>("from_i64", row, pairs, task,
+                           [integers](auto peer, auto &o, std::size_t i) {
+                               peer.fromInt(o.r[i], (*integers)[i], o.task.a);
+                           });
     }
-    if constexpr (requires { Peer::toInt(data->a[0], row.t); }) {
-        measure(title<Peer>("to_i64", row), [data](std::size_t i) {
-            benchmark::DoNotOptimize(Peer::toInt(data->a[i], data->task.a));
+    if constexpr (requires(typename Peer::Value a) { Peer::toInt(a, row.t); }) {
+        registerWork<Peer>("to_i64", row, pairs, task, [](auto peer, auto &o, std::size_t i) {
+            return peer.toInt(o.a[i], o.task.a);
         });
     }
 }
@@ -815,22 +1022,39 @@ template<typename Peer> void registerDoubles(const Row &row)
     }
 }
 
+template<typename Peer> bool isSameText(const Operands<Ours> &ours, const Operands<Peer> &theirs)
+{
+    for (std::size_t i = 0; i < operandCount; ++i) {
+        const std::string text = Ours::printed(ours.a[i], ours.task.a);
+        if (std::strcmp(text.c_str(), Peer::printed(theirs.a[i], theirs.task.a).get()) != 0)
+            return false;
+    }
+    return true;
+}
+
 template<typename Peer> void registerTexts(const Row &row)
 {
     const Pairs pairs = addends(row.t, row.t, false);
-    auto data = std::make_shared<Operands<Peer>>(pairs, Task {row.t, row.t, row.t});
-    if constexpr (requires { Peer::parse(data->r[0], "", row.t); }) {
+    const Task task {row.t, row.t, row.t};
+    if constexpr (requires(typename Peer::Value r) { Peer::parse(r, "", row.t); }) {
         auto texts = std::make_shared<std::vector<std::string>>();
         for (const Integer &units : pairs.a)
             texts->push_back(plainText(units, row.t.nfrac));
-        measure(title<Peer>("parse", row), [data, texts](std::size_t i) {
-            Peer::parse(data->r[i], (*texts)[i].c_str(), data->task.a);
+        registerWork<Peer>("parse", row, pairs, task, [texts](auto peer, auto &o, std::size_t i) {
+            peer.parse(o.r[i], (*texts)[i].c_str(), o.task.a);
         });
     }
+    auto data = std::make_shared<Operands<Peer>>(pairs, task);
+    std::function<bool()> isRight;
+    if constexpr (requires { Peer::printed(data->a[0], row.t).get(); })
+        isRight = [=] { return isSameText<Peer>(Operands<Ours>(pairs, task), *data); };
     if constexpr (requires { Peer::format(data->a[0], row.t); }) {
-        measure(title<Peer>("format", row), [data](std::size_t i) {
-            benchmark::DoNotOptimize(Peer::format(data->a[i], data->task.a));
-        });
+        measure(
+            title<Peer>("format", row),
+            [data](std::size_t i) {
+                benchmark::DoNotOptimize(Peer::format(data->a[i], data->task.a));
+            },
+            isRight);
     }
 }
 
@@ -849,11 +1073,9 @@ template<typename Peer> void registerPeer(const Row &row)
     registerSum<Peer>("add_diff", row, row.u, row.t, false, false);
     registerSum<Peer>("add_lat", row, row.t, row.t, false, true);
     {
-        auto data = std::make_shared<Operands<Peer>>(addends(row.t, row.t, false),
-                                                     Task {row.t, row.t, row.t});
-        measure(title<Peer>("sub", row), [data](std::size_t i) {
-            Peer::sub(data->r[i], data->a[i], data->b[i], data->task);
-        });
+        registerWork<Peer>(
+            "sub", row, addends(row.t, row.t, false), Task {row.t, row.t, row.t},
+            [](auto peer, auto &o, std::size_t i) { peer.sub(o.r[i], o.a[i], o.b[i], o.task); });
         registerChainedDifference<Peer>(row);
     }
     // A scaled int128 has no room for products of more than 38 digits.
@@ -878,32 +1100,84 @@ template<typename Peer> void registerPeer(const Row &row)
 // What the decimals are to reach. The scaled integers are a bound, not a goal: they keep
 // neither a scale nor more than 38 digits.
 const std::vector<RatioReporter::Goal> goals = {
-    {"add/9", "bid64", 1.30},          {"add/16", "bid64", 1.20},
-    {"add/18", "bid128", 0.50},        {"add/18odd", "bid128", 0.50},
-    {"add/34", "bid128", 0.65},        {"add/63", "mpz", 1.10},
-    {"add_pos/16", "bid64", 1.00},     {"add_pos/18", "bid128", 0.45},
-    {"add_diff/16", "bid64", 1.90},    {"add_diff/18", "bid128", 0.70},
-    {"add_diff/34", "bid128", 1.00},   {"add_round/9", "bid64", 1.20},
-    {"add_round/18", "bid128", 0.50},  {"add_round/18odd", "bid128", 0.50},
-    {"add_round/34", "bid128", 0.70},  {"sub/18", "bid128", 0.70},
-    {"add_lat/16", "bid64", 1.20},     {"add_lat/18", "bid128", 0.55},
-    {"mul/9", "bid64", 1.50},          {"mul/16", "bid64", 1.30},
-    {"mul/18", "bid128", 0.40},        {"mul/18odd", "bid128", 0.45},
-    {"mul/34", "bid128", 0.60},        {"mul/63", "mpz", 1.10},
-    {"mul_trunc/18", "bid128", 0.40},  {"mul_small/18", "bid128", 0.40},
-    {"mul_small/18", "mpz", 0.85},     {"mul_small/34", "bid128", 0.50},
-    {"mul_lat/18", "bid128", 0.50},    {"cmp/16", "bid64", 0.30},
-    {"cmp/18", "bid128", 0.30},        {"cmp_diff/18", "bid128", 0.35},
-    {"cmp_diff/34", "bid128", 0.45},   {"round/16", "bid64", 1.40},
-    {"round/18", "bid128", 0.75},      {"round/18odd", "bid128", 0.75},
-    {"round/34", "bid128", 0.85},      {"trunc/18", "bid128", 0.70},
-    {"widen/18", "bid128", 1.10},      {"widen/34", "bid128", 1.10},
-    {"from_i64/18", "bid128", 1.20},   {"to_i64/18", "bid128", 0.50},
-    {"from_double/16", "bid64", 0.60}, {"from_double/18", "bid128", 0.45},
-    {"to_double/18", "bid128", 0.25},  {"to_double/34", "bid128", 0.50},
-    {"parse/9", "bid64", 0.65},        {"parse/18", "bid128", 0.75},
-    {"parse/34", "bid128", 0.65},      {"format/16", "bid64", 1.40},
+    {"add/9", "bid64", 1.30},
+    {"add/16", "bid64", 1.20},
+    {"add/18", "bid128", 0.50},
+    {"add/18odd", "bid128", 0.50},
+    {"add/34", "bid128", 0.65},
+    {"add/63", "mpz", 1.10},
+    {"add_pos/16", "bid64", 1.00},
+    {"add_pos/18", "bid128", 0.45},
+    {"add_diff/16", "bid64", 1.90},
+    {"add_diff/18", "bid128", 0.70},
+    {"add_diff/34", "bid128", 1.00},
+    {"add_round/9", "bid64", 1.20},
+    {"add_round/18", "bid128", 0.50},
+    {"add_round/18odd", "bid128", 0.50},
+    {"add_round/34", "bid128", 0.70},
+    {"sub/18", "bid128", 0.70},
+    {"add_lat/16", "bid64", 1.20},
+    {"add_lat/18", "bid128", 0.55},
+    {"mul/9", "bid64", 1.50},
+    {"mul/16", "bid64", 1.30},
+    {"mul/18", "bid128", 0.40},
+    {"mul/18odd", "bid128", 0.45},
+    {"mul/34", "bid128", 0.60},
+    {"mul/63", "mpz", 1.10},
+    {"mul_trunc/18", "bid128", 0.40},
+    {"mul_small/18", "bid128", 0.40},
+    {"mul_small/18", "mpz", 0.85},
+    {"mul_small/34", "bid128", 0.50},
+    {"mul_lat/18", "bid128", 0.50},
+    {"cmp/16", "bid64", 0.30},
+    {"cmp/18", "bid128", 0.30},
+    {"cmp_diff/18", "bid128", 0.35},
+    {"cmp_diff/34", "bid128", 0.45},
+    {"round/16", "bid64", 1.40},
+    {"round/18", "bid128", 0.75},
+    {"round/18odd", "bid128", 0.75},
+    {"round/34", "bid128", 0.85},
+    {"trunc/18", "bid128", 0.70},
+    {"widen/18", "bid128", 1.10},
+    {"widen/34", "bid128", 1.10},
+    {"from_i64/18", "bid128", 1.20},
+    {"to_i64/18", "bid128", 0.50},
+    {"from_double/16", "bid64", 0.60},
+    {"from_double/18", "bid128", 0.45},
+    {"to_double/18", "bid128", 0.25},
+    {"to_double/34", "bid128", 0.50},
+    {"parse/9", "bid64", 0.65},
+    {"parse/18", "bid128", 0.75},
+    {"parse/34", "bid128", 0.65},
+    {"format/16", "bid64", 1.40},
     {"format/18", "bid128", 1.30},
+    {"add/18", "libmpdec", 0.45},
+    {"add/34", "libmpdec", 0.50},
+    {"add/63", "libmpdec", 0.50},
+    {"add_pos/63", "libmpdec", 0.45},
+    {"add_diff/63", "libmpdec", 0.60},
+    {"add_round/63", "libmpdec", 0.45},
+    {"sub/63", "libmpdec", 0.65},
+    {"add_lat/63", "libmpdec", 0.60},
+    {"mul/18", "libmpdec", 0.55},
+    {"mul/34", "libmpdec", 0.75},
+    {"mul/63", "libmpdec", 0.75},
+    {"mul_trunc/63", "libmpdec", 0.75},
+    {"mul_small/63", "libmpdec", 0.55},
+    {"mul_exact/18", "libmpdec", 0.60},
+    {"mul_exact/63", "libmpdec", 1.10},
+    {"mul_lat/63", "libmpdec", 0.90},
+    {"cmp/34", "libmpdec", 0.45},
+    {"cmp/63", "libmpdec", 0.50},
+    {"cmp_diff/63", "libmpdec", 0.80},
+    {"cmp_diff_late/63", "libmpdec", 0.80},
+    {"round/63", "libmpdec", 0.65},
+    {"trunc/63", "libmpdec", 0.65},
+    {"widen/63", "libmpdec", 0.60},
+    {"from_i64/18", "libmpdec", 0.50},
+    {"format/18", "libmpdec", 0.70},
+    {"format/34", "libmpdec", 0.60},
+    {"format/63", "libmpdec", 0.45},
 };
 
 // A first round of options, so that those on the command line win.
@@ -932,6 +1206,9 @@ int main(int argc, char **argv)
         registerPeer<Scaled<Int128, 34>>(row);
         registerPeer<Scaled<int512_t, 63>>(row);
         registerPeer<Mpz>(row);
+#ifdef HAVE_LIBMPDEC
+        registerPeer<Mpdec>(row);
+#endif
     }
     std::vector<char *> arguments = withDefaults(argc, argv);
     int count = static_cast<int>(arguments.size());
@@ -940,7 +1217,7 @@ int main(int argc, char **argv)
         return 1;
     RatioReporter reporter({Bid64::name, Bid128::name, CompilerDecimal<16>::name,
                             CompilerDecimal<34>::name, DecFloat<63>::name, Scaled<Int128, 34>::name,
-                            Scaled<int512_t, 63>::name, Mpz::name});
+                            Scaled<int512_t, 63>::name, Mpz::name, "libmpdec"});
     reporter.setPerItem();
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printPeers(Ours::name);
