@@ -25,6 +25,14 @@
 #define DECIMAL_COLD
 #endif
 
+//! Vectors of 16 bytes, the first byte of a number the least significant one.
+#if defined(__has_builtin) && (defined(__SSE2__) || defined(__ARM_NEON))                           \
+    && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ && !defined(VANTIX_PORTABLE_DECIMALS)
+#if __has_builtin(__builtin_shufflevector)
+#define DECIMAL_HAS_VECTORS
+#endif
+#endif
+
 namespace Decimal {
 
 //! The bytes of an unsigned integer in the opposite order.
