@@ -9,10 +9,13 @@ namespace Decimal {
 
 namespace {
 
+// A function for each number of words: with all in one compilers keep little in registers.
 template<int N>
-DECIMAL_INLINE UINT32 copyShort(BYTE *dst, Layout d, const BYTE *src, Layout s, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 copyShort(BYTE *dst, const Layout &d, const BYTE *src, const Layout &s,
+                                BCDIIroundstyle rs)
 {
-    return copyWords<N>(dst, d, loadWords<N>(src, s.ball), s, isNegative(src), rs);
+    Words<N> w = loadWords<N>(src, s.ball);
+    return copyWords<N>(dst, d, w, s, isNegative(src), rs);
 }
 
 } // namespace

@@ -21,13 +21,13 @@ UINT32 copyInternal(BYTE *dst, BCDIIType dstType, const BYTE *src, BCDIIType src
 
 //! Copies a value of type s, read into words that end with its last byte.
 template<int N>
-DECIMAL_INLINE UINT32 copyWords(BYTE *dst, Layout d, Words<N> w, Layout s, bool negative,
+DECIMAL_INLINE UINT32 copyWords(BYTE *dst, Layout d, Words<N> &w, Layout s, bool negative,
                                 BCDIIroundstyle rs)
 {
     if (d.bfrac() > s.bfrac())
         shiftUp<N>(w, d.bfrac() - s.bfrac());
-    Cut<N> cut = cutWindow<N>(w, std::max(0, s.bfrac() - d.bfrac()));
-    return deliver<N>(dst, d, cut, s.nfrac, negative, rs);
+    const Word lost = dropPairs<N>(w, s.bfrac() - d.bfrac());
+    return deliver<N>(dst, d, w, lost, false, s.nfrac, negative, rs);
 }
 
 } // namespace Decimal

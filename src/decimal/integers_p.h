@@ -106,9 +106,10 @@ DECIMAL_INLINE UINT32 toIntegerShort(INT64 *pi64, Layout d, const BYTE *bcd, Lay
                                      BCDIIroundstyle rs)
 {
     const int fraction = std::max(d.bfrac(), t.bfrac());
-    Cut<N> cut = cutWindow<N>(loadAligned<N>(bcd, t, fraction), fraction - d.bfrac());
-    const UINT32 status = roundCut<N>(cut, d, t.nfrac, isNegative(bcd), rs);
-    return giveInteger(pi64, d, cut.kept[1], cut.kept[0], status);
+    Words<N> w = loadAligned<N>(bcd, t, fraction);
+    const Word lost = dropPairs<N>(w, fraction - d.bfrac());
+    const UINT32 status = roundCut<N>(w, lost, false, d, t.nfrac, isNegative(bcd), rs);
+    return giveInteger(pi64, d, w[1], w[0], status);
 }
 
 //! BCDII2Int64() for values that are not NaN.

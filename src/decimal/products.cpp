@@ -109,7 +109,7 @@ DECIMAL_INLINE UINT32 deliverLimbsShort(BYTE *dst, Layout d, const Limbs &x, boo
     const int first = (drop - 1) >> 3;
     Cut<N> cut =
         drop == 0 ? takeLimbs<N>(x) : cutLimbs<N>(x, first, 8 * (drop - 8 * first), d.ball);
-    return deliver<N>(dst, d, cut, 2 * x.fraction, negative, rs);
+    return deliver<N>(dst, d, cut.kept, cut.lost, cut.tooWide, 2 * x.fraction, negative, rs);
 }
 
 // Writes a magnitude in limbs. The plain way is for values that may begin below the

@@ -88,59 +88,59 @@ DECIMAL_INLINE UINT32 roundKept(Words<N> &kept, Layout d, bool atLeastHalf, Word
     return anyOf<N>(kept) == 0 ? Rounded | IsZero : Rounded | signStatus(negative);
 }
 
-//! Rounds a cut magnitude to the destination; without NoResult kept is the result.
+//! Rounds a cut magnitude to the destination; without NoResult kept is the result. Cuts go
+//! in parts: compilers keep copies of whole ones in memory.
 //! sourceFraction is the number of digits after the point that the source's type has.
 template<int N>
-DECIMAL_INLINE UINT32 roundCut(Cut<N> &cut, Layout d, int sourceFraction, bool negative,
-                               BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 roundCut(Words<N> &kept, Word lost, bool tooWide, Layout d,
+                               int sourceFraction, bool negative, BCDIIroundstyle rs)
 {
-    if (cut.tooWide | !fits<N>(cut.kept, d)) // one branch, not two
+    if (tooWide | !fits<N>(kept, d)) // one branch, not two
         return NoResult | Overflow;
     // The first lost digit is the tens digit of a whole pair, or with an odd nfrac
     // the units digit of the last pair kept.
     if ((d.nfrac & 1) != 0 && d.nfrac < sourceFraction) {
-        const Word units = (cut.kept[0] & 0xFF) % 10;
-        if ((units | cut.lost) != 0) {
-            cut.kept[0] -= units;
-            return roundKept<N>(cut.kept, d, units >= 5, 10, negative, rs);
+        const Word units = (kept[0] & 0xFF) % 10;
+        if ((units | lost) != 0) {
+            kept[0] -= units;
+            return roundKept<N>(kept, d, units >= 5, 10, negative, rs);
         }
-    } else if (cut.lost != 0) {
-        return roundKept<N>(cut.kept, d, cut.lost >= Word {50} << 56, 1, negative, rs);
+    } else if (lost != 0) {
+        return roundKept<N>(kept, d, lost >= Word {50} << 56, 1, negative, rs);
     }
-    return anyOf<N>(cut.kept) == 0 ? UINT32 {IsZero} : signStatus(negative);
+    return anyOf<N>(kept) == 0 ? UINT32 {IsZero} : signStatus(negative);
 }
 
 template<int N>
-DECIMAL_INLINE UINT32 deliver(BYTE *dst, Layout d, Cut<N> &cut, int sourceFraction, bool negative,
-                              BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 deliver(BYTE *dst, Layout d, Words<N> &kept, Word lost, bool tooWide,
+                              int sourceFraction, bool negative, BCDIIroundstyle rs)
 {
-    const UINT32 status = roundCut<N>(cut, d, sourceFraction, negative, rs);
+    const UINT32 status = roundCut<N>(kept, lost, tooWide, d, sourceFraction, negative, rs);
     if ((status & NoResult) != 0)
         return putNan(dst, status);
-    storeWords<N>(dst, d.ball, cut.kept, (status & IsNegative) != 0);
+    storeWords<N>(dst, d.ball, kept, (status & IsNegative) != 0);
     return status;
 }
 
-//! Drops pairs from the end of the window.
-template<int N> DECIMAL_INLINE Cut<N> cutWindow(const Words<N> &w, int pairs)
+//! Drops pairs, 0 or more, from the end of the window and returns what is lost.
+template<int N> DECIMAL_INLINE Word dropPairs(Words<N> &w, int pairs)
 {
-    Cut<N> cut {w};
-    if (pairs == 0)
-        return cut;
-    Words<N> &kept = cut.kept;
+    Word lost = 0;
+    if (pairs <= 0)
+        return lost;
     Word merged = 0;
-    for (; pairs > wordPairs; pairs -= wordPairs) {
-        merged |= kept[0];
-        repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA { kept[j] = kept[j + 1]; });
-        kept[N - 1] = 0;
+    for (; pairs >= wordPairs; pairs -= wordPairs) {
+        merged |= lost;
+        lost = w[0];
+        repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA { w[j] = w[j + 1]; });
+        w[N - 1] = 0;
     }
-    const int shift = 8 * pairs; // 8 to 64
-    cut.lost = kept[0] << (64 - shift) | Word {merged != 0};
-    repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA {
-        kept[j] = kept[j] >> 1 >> (shift - 1) | kept[j + 1] << (64 - shift);
-    });
-    kept[N - 1] = kept[N - 1] >> 1 >> (shift - 1);
-    return cut;
+    const int shift = 8 * pairs;
+    merged |= lost << 1 << (63 - shift);
+    lost = shiftedDown(w[0], lost, shift) | Word {merged != 0};
+    repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA { w[j] = shiftedDown(w[j + 1], w[j], shift); });
+    w[N - 1] >>= shift;
+    return lost;
 }
 
 } // namespace Decimal

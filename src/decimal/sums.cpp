@@ -14,54 +14,64 @@ namespace Decimal {
 
 namespace {
 
-// Adds b to a, or with subtract (all ones, else 0) takes it away, and returns the
-// carry of an addition.
-template<int N> DECIMAL_INLINE bool addWords(Words<N> &a, const Words<N> &b, Word subtract)
+// All bits set when a condition holds, else none.
+DECIMAL_INLINE Word maskOf(bool condition)
 {
-    const Word raise = (eachByte * 156) & ~subtract;
-    bool carry = subtract != 0;
-    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
-        const Word y = (b[j] + raise) ^ subtract;
-        const Word partial = a[j] + y;
-        const Word sum = partial + Word {carry};
-        carry = (partial < y) | (sum < partial);
-        a[j] = sum - (sum >> 7 & eachByte) * 156;
-    });
-    return carry & (subtract == 0);
+    return Word {0} - Word {condition};
 }
 
-// The sum of two magnitudes with signs; *negative is its sign. With different signs
-// the smaller is taken from the larger.
+// Adds y to x, or with differ (all ones, else 0) takes the smaller from the larger, which is
+// y with swap; returns the carry. To take one away adds its complement, and 1. Signs are as
+// good as random: masks, since branches would be guessed wrong. TopPairs has a bit for each
+// byte of the last word that carries like a pair.
+template<int N, Word TopPairs>
+DECIMAL_INLINE bool combine(Words<N> &x, Words<N> &y, Word differ, Word swap)
+{
+    const auto pairsOf = [](int j)
+                             DECIMAL_INLINE_LAMBDA { return j + 1 < N ? eachByte : TopPairs; };
+    const Word complement = differ & ~swap;
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
+        x[j] ^= swap;
+        y[j] = (y[j] ^ complement) + (pairsOf(j) * 156 & ~differ);
+    });
+    const bool carry = addChain<N>(x, y, differ != 0);
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA { x[j] -= (x[j] >> 7 & pairsOf(j)) * 156; });
+    return carry & (differ == 0);
+}
+
+// Adds two magnitudes with signs to x; *negative is the sum's sign, and the result a carry
+// out of the words.
 template<int N>
-DECIMAL_INLINE Cut<N> addSigned(Words<N> x, Words<N> y, const BYTE *a, const BYTE *b,
-                                bool *negative)
+DECIMAL_INLINE bool addSigned(Words<N> &x, Words<N> &y, const BYTE *a, const BYTE *b,
+                              bool *negative)
 {
     const bool differ = ((a[0] ^ b[0]) & signBit) != 0;
-    // Signs are as good as random: masks, since branches would be guessed wrong.
     const bool swap = differ & isLess<N>(x, y);
-    const Word mask = Word {0} - Word {swap};
-    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
-        const Word change = (x[j] ^ y[j]) & mask;
-        x[j] ^= change;
-        y[j] ^= change;
-    });
     *negative = isNegative(a) != swap;
-    const bool tooWide = addWords<N>(x, y, Word {0} - Word {differ});
-    return {x, 0, tooWide};
+    return combine<N, eachByte>(x, y, maskOf(differ), maskOf(swap));
 }
 
-// fraction is the most bytes behind the point that a value or the result has.
+struct SumLayouts
+{
+    Layout d; // of the sum
+    Layout a;
+    Layout b;
+    int fraction; // the most bytes behind the point of the three
+};
+
+// A function for each number of words: with all in one compilers keep little in registers.
 template<int N>
-DECIMAL_INLINE UINT32 addShort(BYTE *ret, Layout d, const BYTE *a, Layout at, const BYTE *b,
-                               Layout bt, int fraction, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 addShort(BYTE *ret, const BYTE *a, const BYTE *b, const SumLayouts &t,
+                               BCDIIroundstyle rs)
 {
     bool negative;
-    const Cut<N> sum = addSigned<N>(loadAligned<N>(a, at, fraction),
-                                    loadAligned<N>(b, bt, fraction), a, b, &negative);
+    Words<N> x = loadAligned<N>(a, t.a, t.fraction);
+    Words<N> y = loadAligned<N>(b, t.b, t.fraction);
     // A carry out of the window is beyond every integer digit of the result.
-    Cut<N> cut = cutWindow<N>(sum.kept, fraction - d.bfrac());
-    cut.tooWide = sum.tooWide;
-    return deliver<N>(ret, d, cut, 2 * std::max(at.bfrac(), bt.bfrac()), negative, rs);
+    const bool tooWide = addSigned<N>(x, y, a, b, &negative);
+    const Word lost = dropPairs<N>(x, t.fraction - t.d.bfrac());
+    return deliver<N>(ret, t.d, x, lost, tooWide, 2 * std::max(t.a.bfrac(), t.b.bfrac()), negative,
+                      rs);
 }
 
 // 1 to 8 bytes as a number, in pieces that do not overlap: what storePieces() has written
@@ -127,22 +137,6 @@ template<int Ball> struct Fixed
     }
 };
 
-// addWords() for Rest bytes in the last word, the first of which is a plain number: the
-// sum of two stays below 256, and a difference is at least 0.
-template<int N, int Rest>
-DECIMAL_INLINE void addFixed(Words<N> &a, const Words<N> &b, Word subtract)
-{
-    bool carry = subtract != 0;
-    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
-        const Word pairs = j + 1 < N ? eachByte : eachByte & topMasks[Rest] >> 7;
-        const Word y = (b[j] + (pairs * 156 & ~subtract)) ^ subtract;
-        const Word partial = a[j] + y;
-        const Word sum = partial + Word {carry};
-        carry = (partial < y) | (sum < partial);
-        a[j] = sum - (sum >> 7 & pairs) * 156;
-    });
-}
-
 // What is no plain sum of two values of one type.
 DECIMAL_COLD UINT32 addSlowly(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
                               const BYTE *b, BCDIIType bType, BCDIIroundstyle rs)
@@ -152,9 +146,10 @@ DECIMAL_COLD UINT32 addSlowly(BYTE *ret, BCDIIType retType, const BYTE *a, BCDII
     return addTypes(ret, retType, a, aType, b, bType, rs);
 }
 
-// One type of Ball bytes for all: nothing to align, and nothing to cut off. A NaN shows as
-// too large a first pair in the larger operand, or in the sum, and a digit behind the last
-// digit of the type as one in the sum.
+// One type of Ball bytes for all: nothing to align, and nothing to cut off. The first byte is
+// a plain number: the sum of two stays below 256, and a difference is at least 0. A NaN shows
+// as too large a first pair in an operand or in the sum, and a digit behind the last digit of
+// the type as one in the sum.
 template<int Ball>
 UINT32 addSame(BYTE *ret, BCDIIType type, const BYTE *a, BCDIIType aType, const BYTE *b,
                BCDIIType bType, BCDIIroundstyle rs)
@@ -162,31 +157,23 @@ UINT32 addSame(BYTE *ret, BCDIIType type, const BYTE *a, BCDIIType aType, const 
     constexpr int top = Fixed<Ball>::top;
     constexpr int rest = Fixed<Ball>::rest;
     constexpr Word magnitude = Fixed<Ball>::magnitude;
+    constexpr Word topPairs = eachByte & magnitude >> 7;
     Fixed<Ball> x;
     Fixed<Ball> y;
     x.load(a);
     y.load(b);
-    Words<top + 1> larger = x.w;
-    Words<top + 1> smaller = y.w;
-    larger[top] &= magnitude;
-    smaller[top] &= magnitude;
-    // Signs are as good as random: masks, since branches would be guessed wrong.
-    const Word swap = Word {0} - Word {isLess<top + 1>(larger, smaller)};
-    const Word differ = Word {0} - Word {((x.w[top] ^ y.w[top]) & Fixed<Ball>::sign) != 0};
-    repeat<top + 1>([&](int j) DECIMAL_INLINE_LAMBDA {
-        const Word change = (larger[j] ^ smaller[j]) & swap;
-        larger[j] ^= change;
-        smaller[j] ^= change;
-    });
-    const Word sign = (x.w[top] ^ (differ & swap)) & Fixed<Ball>::sign;
-    const Word limit = largestTops[(type >> 8 ^ type) & 1][rest];
-    const bool isValid = larger[top] <= limit;
-    addFixed<top + 1, rest>(larger, smaller, differ);
-    if (!isValid || larger[top] > limit
-        || ((type & 1) != 0 && static_cast<BYTE>(larger[0]) % 10U != 0)) [[unlikely]]
+    const Word signs = x.w[top];
+    const Word differ = maskOf(((signs ^ y.w[top]) & Fixed<Ball>::sign) != 0);
+    x.w[top] &= magnitude;
+    y.w[top] &= magnitude;
+    const Word swap = differ & maskOf(isLess<top + 1>(x.w, y.w));
+    const Word sign = (signs ^ swap) & Fixed<Ball>::sign;
+    const Word largest = std::max(x.w[top], y.w[top]);
+    combine<top + 1, topPairs>(x.w, y.w, differ, swap);
+    if (std::max(largest, x.w[top]) > largestTops[(type >> 8 ^ type) & 1][rest]
+        || ((type & 1) != 0 && static_cast<BYTE>(x.w[0]) % 10U != 0)) [[unlikely]]
         return addSlowly(ret, type, a, aType, b, bType, rs);
-    const bool isZeroSum = anyOf<top + 1>(larger) == 0;
-    x.w = larger;
+    const bool isZeroSum = anyOf<top + 1>(x.w) == 0;
     if (!isZeroSum)
         x.w[top] |= sign;
     x.save(ret);
@@ -202,18 +189,19 @@ UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
     const Layout at(aType);
     const Layout bt(bType);
     const int fraction = std::max({at.bfrac(), bt.bfrac(), d.bfrac()});
+    const SumLayouts layouts {d, at, bt, fraction};
     switch (windowOf(std::max({at.bint(), bt.bint(), d.bint()}), fraction,
                      std::min({at.ball, bt.ball, d.ball}))) {
     case 0:
-        return addPlain(ret, Layout(retType), a, Layout(aType), b, Layout(bType), rs);
+        return addPlain(ret, d, a, at, b, bt, rs);
     case 1:
-        return addShort<1>(ret, d, a, at, b, bt, fraction, rs);
+        return addShort<1>(ret, a, b, layouts, rs);
     case 2:
-        return addShort<2>(ret, d, a, at, b, bt, fraction, rs);
+        return addShort<2>(ret, a, b, layouts, rs);
     case 3:
-        return addShort<3>(ret, d, a, at, b, bt, fraction, rs);
+        return addShort<3>(ret, a, b, layouts, rs);
     default:
-        return addShort<4>(ret, d, a, at, b, bt, fraction, rs);
+        return addShort<4>(ret, a, b, layouts, rs);
     }
 }
 

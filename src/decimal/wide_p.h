@@ -8,6 +8,11 @@
 
 #include <cstdint>
 
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(VANTIX_PORTABLE_DECIMALS)
+#define DECIMAL_X86
+#include <immintrin.h>
+#endif
+
 //! \file
 //! Unsigned integers of 128 bits: as many operations as products of 64-bit numbers, and
 //! divisions by what is known beforehand, need. Compilers for 64-bit machines have such
@@ -128,6 +133,74 @@ using Wide = NativeWide;
 #else
 using Wide = PortableWide;
 #endif
+
+//! Chains of additions and subtractions: \a carry is what the words below have left over, and
+//! then what these do.
+//! @{
+DECIMAL_INLINE std::uint64_t addWithCarry(std::uint64_t a, std::uint64_t b, bool &carry)
+{
+#ifdef DECIMAL_X86
+    unsigned long long sum;
+    carry = _addcarry_u64(carry, a, b, &sum) != 0;
+    return sum;
+#else
+    const std::uint64_t partial = a + b;
+    const std::uint64_t sum = partial + std::uint64_t {carry};
+    carry = (partial < a) | (sum < partial);
+    return sum;
+#endif
+}
+
+DECIMAL_INLINE std::uint64_t subtractWithBorrow(std::uint64_t a, std::uint64_t b, bool &borrow)
+{
+#ifdef DECIMAL_X86
+    unsigned long long difference;
+    borrow = _subborrow_u64(borrow, a, b, &difference) != 0;
+    return difference;
+#else
+    const std::uint64_t partial = a - b;
+    const std::uint64_t difference = partial - std::uint64_t {borrow};
+    borrow = (a < b) | (partial < difference);
+    return difference;
+#endif
+}
+//! @}
+
+//! Has both be computed before what follows.
+DECIMAL_INLINE void settle(std::uint64_t &a, std::uint64_t &b)
+{
+#ifdef DECIMAL_X86
+    __asm__("" : "+r"(a), "+r"(b));
+#else
+    (void)a;
+    (void)b;
+#endif
+}
+
+//! The upper word of two that are shifted up by 0 to 63 bits, and the lower one of two that
+//! are shifted down. Compilers make one instruction of it only while they do not know the
+//! range of the count.
+//! @{
+DECIMAL_INLINE std::uint64_t shiftedUp(std::uint64_t high, std::uint64_t low, int bits)
+{
+#ifdef DECIMAL_X86
+    __asm__("shldq %b2, %1, %0" : "+r"(high) : "r"(low), "c"(bits) : "cc");
+    return high;
+#else
+    return high << bits | low >> 1 >> (63 - bits);
+#endif
+}
+
+DECIMAL_INLINE std::uint64_t shiftedDown(std::uint64_t high, std::uint64_t low, int bits)
+{
+#ifdef DECIMAL_X86
+    __asm__("shrdq %b2, %1, %0" : "+r"(low) : "r"(high), "c"(bits) : "cc");
+    return low;
+#else
+    return low >> bits | high << 1 << (63 - bits);
+#endif
+}
+//! @}
 
 //! floor((2^128 - 1) / divisor) - 2^64 for a divisor from 2^63 on: digit by digit, since
 //! it is only needed while compiling.

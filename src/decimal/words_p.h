@@ -126,22 +126,27 @@ template<int N> DECIMAL_INLINE Words<N> loadExact(const BYTE *p, int n)
     Words<N> w;
     repeat<N - 1>([&](int j)
                       DECIMAL_INLINE_LAMBDA { w[j] = load<Word>(p + n - wordPairs * (j + 1)); });
-    const int rest = n - wordPairs * (N - 1);
-    const Word top = rest == wordPairs ? load<Word>(p) : loadShort(p, rest);
-    w[N - 1] = top & topMasks[rest];
+    if constexpr (N > 1)
+        w[N - 1] = (load<Word>(p) & topMasks[wordPairs]) >> 8 * (wordPairs * N - n);
+    else
+        w[0] = (n == wordPairs ? load<Word>(p) : loadShort(p, n)) & topMasks[n];
     return w;
 }
 
 template<int N> DECIMAL_INLINE void storeExact(BYTE *p, int n, const Words<N> &w, bool negative)
 {
-    repeat<N - 1>([&](int j)
-                      DECIMAL_INLINE_LAMBDA { store<Word>(p + n - wordPairs * (j + 1), w[j]); });
-    const int rest = n - wordPairs * (N - 1);
-    const Word top = w[N - 1] | ((Word {0} - Word {negative}) & (topMasks[rest] + 1));
-    if (rest == wordPairs)
-        store<Word>(p, top);
-    else
-        storeShort(p, rest, top);
+    if constexpr (N > 1) {
+        const Word first = shiftedUp(w[N - 1], w[N - 2], 8 * (wordPairs * N - n));
+        store<Word>(p, first | Word {negative} << 63);
+        repeat<N - 1>(
+            [&](int j) DECIMAL_INLINE_LAMBDA { store<Word>(p + n - wordPairs * (j + 1), w[j]); });
+    } else {
+        const Word signedTop = w[0] | ((Word {0} - Word {negative}) & (topMasks[n] + 1));
+        if (n == wordPairs)
+            store<Word>(p, signedTop);
+        else
+            storeShort(p, n, signedTop);
+    }
 }
 
 //! The same for 1 to 8 N bytes.
@@ -176,7 +181,7 @@ template<int N> DECIMAL_INLINE void shiftUp(Words<N> &w, int pairs)
     const int shift = 8 * pairs;
     repeat<N - 1>([&](int j) DECIMAL_INLINE_LAMBDA {
         const int k = N - 1 - j;
-        w[k] = w[k] << shift | w[k - 1] >> 1 >> (63 - shift);
+        w[k] = shiftedUp(w[k], w[k - 1], shift);
     });
     w[0] <<= shift;
 }
@@ -211,16 +216,25 @@ inline int windowOfBoth(Layout d, Layout s)
                     std::min(d.ball, s.ball));
 }
 
+//! Adds b, and carry, to a and returns the carry, if none came in. All of both is made known before
+//! the first word is added: between the additions nothing else may touch the machine's carry.
+template<int N> DECIMAL_INLINE bool addChain(Words<N> &a, Words<N> &b, bool carry)
+{
+    if constexpr (N == 1) {
+        a[0] += b[0] + Word {carry};
+        return a[0] < b[0];
+    }
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA { settle(a[j], b[j]); });
+    repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA { a[j] = addWithCarry(a[j], b[j], carry); });
+    return carry;
+}
+
 //! a < b, without a branch.
 template<int N> DECIMAL_INLINE bool isLess(const Words<N> &a, const Words<N> &b)
 {
-    bool less = N % 2 != 0 && a[0] < b[0];
-    repeat<N / 2>([&](int j) DECIMAL_INLINE_LAMBDA { // two words at a time
-        const int low = 2 * j + N % 2;
-        const Wide x(a[low + 1], a[low]);
-        const Wide y(b[low + 1], b[low]);
-        less = (int {x < y} | (int {x == y} & int {less})) != 0;
-    });
+    bool less = a[0] < b[0];
+    repeat<N - 1>([&](int j)
+                      DECIMAL_INLINE_LAMBDA { subtractWithBorrow(a[j + 1], b[j + 1], less); });
     return less;
 }
 
