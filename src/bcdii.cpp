@@ -201,7 +201,7 @@ UINT32 BCDIIMul(void *ret_, const void *a_, const void *b_)
 
 UINT32 BCDIIGetFromUInt64(void *bcd, BCDIIType type, UINT64 i64, int fd)
 {
-    return putInteger(bytes(bcd), type, i64, fd);
+    return putInteger(bytes(bcd), type, i64, fd, false);
 }
 
 UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd)
@@ -212,13 +212,9 @@ UINT32 BCDIIGetFromUInt64(void *bcd_dst, UINT64 i64, int fd)
 UINT32 BCDIIGetFromInt64(void *bcd_dst, BCDIIType type, INT64 i64, int fd)
 {
     // No branch: the signs of numbers are as good as random.
-    BYTE *const bcd = bytes(bcd_dst);
     const Word negative = i64 < 0 ? 1 : 0;
     const UINT64 magnitude = (static_cast<UINT64>(i64) ^ (Word {0} - negative)) + negative;
-    const UINT32 status = putInteger(bcd, type, magnitude, fd);
-    // Deliberate: zero and NaN get the sign as well, and a type without digits.
-    bcd[0] = static_cast<BYTE>(bcd[0] | negative << 7);
-    return status | static_cast<UINT32>(negative) * IsNegative;
+    return putInteger(bytes(bcd_dst), type, magnitude, fd, negative != 0);
 }
 
 UINT32 BCDIIGetFromInt64(void *bcd_dst, INT64 i64, int fd)

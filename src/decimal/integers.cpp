@@ -28,24 +28,9 @@ DECIMAL_NOINLINE UINT32 putIntegerPlain(BYTE *dst, BCDIIType type, UINT64 i64, i
     return copyPlain(dst, Layout(type), pairs.data(), s, BCDII_ROUND_TRUNC);
 }
 
-// The type has the integer's own fraction digits: nothing to cut.
-DECIMAL_INLINE UINT32 putScaledInteger(BYTE *dst, Layout d, UINT64 i64)
-{
-    const Words<2> pairs = integerPairs(i64, d.nfrac);
-    if (!fits<2>(pairs, d))
-        return putNan(dst, NoResult | Overflow);
-    storeWords<2>(dst, d.ball, pairs, false);
-    return i64 == 0 ? UINT32 {IsZero} : 0;
-}
-
-} // namespace
-
-UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
+UINT32 putMagnitude(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
 {
     const Layout d(type);
-    if (fd == d.nfrac && fd <= 2 * windowFraction && d.ball > 0 && d.ball <= 2 * wordPairs)
-        return putScaledInteger(dst, d, i64);
-    fd = nearFractionDigits(fd);
     switch (windowOfBoth(d, Layout(2 * integerBytes - (fd & 1), fd))) {
     case 0:
         return putIntegerPlain(dst, type, i64, fd);
@@ -59,6 +44,17 @@ UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd)
     }
 }
 
+template<int N>
+DECIMAL_INLINE UINT32 toIntegerShort(INT64 *pi64, Layout d, const BYTE *bcd, Layout t,
+                                     BCDIIroundstyle rs)
+{
+    const int fraction = std::max(d.bfrac(), t.bfrac());
+    Words<N> w = loadAligned<N>(bcd, t, fraction);
+    const Word lost = dropPairs<N>(w, fraction - d.bfrac());
+    const UINT32 status = roundCut<N>(w, lost, false, d, t.nfrac, isNegative(bcd), rs);
+    return giveInteger(pi64, d, w[1], w[0], status);
+}
+
 UINT32 toIntegerPlain(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
 {
     const Layout d(19, fd);
@@ -66,6 +62,34 @@ UINT32 toIntegerPlain(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDI
     const UINT32 status = copyPlain(digits.data(), d, bcd, Layout(type), rs);
     const Words<2> w = loadExact<2>(digits.data(), 10);
     return giveInteger(pi64, d, w[1], w[0], status);
+}
+
+} // namespace
+
+UINT32 putAnyInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd, bool negative)
+{
+    const UINT32 status = putMagnitude(dst, type, i64, nearFractionDigits(fd));
+    // Deliberate: zero and NaN get the sign as well, and a type without digits.
+    dst[0] = static_cast<BYTE>(dst[0] | (negative ? signBit : 0));
+    return status | signStatus(negative);
+}
+
+UINT32 toAnyInteger(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
+{
+    fd = nearFractionDigits(fd);
+    const Layout t(type);
+    const Layout d(19, fd); // 10 bytes, so 2 words at least
+    switch (windowOfBoth(d, t)) {
+    case 0:
+        return toIntegerPlain(pi64, bcd, type, fd, rs);
+    case 1:
+    case 2:
+        return toIntegerShort<2>(pi64, d, bcd, t, rs);
+    case 3:
+        return toIntegerShort<3>(pi64, d, bcd, t, rs);
+    default:
+        return toIntegerShort<4>(pi64, d, bcd, t, rs);
+    }
 }
 
 } // namespace Decimal

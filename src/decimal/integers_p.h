@@ -47,11 +47,41 @@ DECIMAL_INLINE Words<2> integerPairs(UINT64 i64, int fd)
     return {toPairs(low), high + hundreds * (0x100 - 100) + tenThousands * (0x10000 - 0x6400)};
 }
 
-//! BCDIIGetFromUInt64().
-UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd);
+//! putInteger() for any type and fd, with words or pair by pair.
+UINT32 putAnyInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd, bool negative);
 
-//! toInteger() for values that no window holds; fd is at most farAway away from 0.
-UINT32 toIntegerPlain(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs);
+//! toInteger() for any value and fd, with words or pair by pair.
+UINT32 toAnyInteger(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs);
+
+//! BCDIIGetFromInt64() for a magnitude and a sign. Mostly the type has the integer's own
+//! fraction digits: then nothing is cut, and what fits is stored.
+DECIMAL_INLINE UINT32 putInteger(BYTE *dst, BCDIIType type, UINT64 i64, int fd, bool negative)
+{
+    const Layout d(type);
+    constexpr int mostBytes = windowWords * wordPairs;
+    if (fd != d.nfrac || fd > 2 * windowFraction || static_cast<unsigned>(d.ball - 1) >= mostBytes)
+        return putAnyInteger(dst, type, i64, fd, negative);
+    const UINT32 status = i64 == 0 ? UINT32 {IsZero} : signStatus(negative);
+    if (d.ball <= wordPairs) {
+        const bool odd = (fd & 1) != 0;
+        if (i64 >= limbBase / 10) // a limb when an odd fd has made it ten times as large
+            return putAnyInteger(dst, type, i64, fd, negative);
+        const Words<1> pairs {toPairs(odd ? i64 * 10 : i64)};
+        if (!fits<1>(pairs, d))
+            return putAnyInteger(dst, type, i64, fd, negative);
+        storeExact<1>(dst, d.ball, pairs, negative);
+        return status;
+    }
+    const Words<2> pairs = integerPairs(i64, fd);
+    if (d.ball > 2 * wordPairs) { // more digits than an integer has
+        storeWords<windowWords>(dst, d.ball, resized<windowWords>(pairs), negative);
+        return status;
+    }
+    if (!fits<2>(pairs, d))
+        return putAnyInteger(dst, type, i64, fd, negative);
+    storeExact<2>(dst, d.ball, pairs, negative);
+    return status;
+}
 
 //! Hands out a magnitude below 2^64.
 DECIMAL_INLINE UINT32 giveMagnitude(INT64 *pi64, Word magnitude, bool negative, UINT32 status)
@@ -101,38 +131,16 @@ DECIMAL_INLINE UINT32 giveNumber(INT64 *pi64, const BYTE *bcd, int ball, int kep
     return giveMagnitude(pi64, magnitude, negative, status | signStatus(negative));
 }
 
-template<int N>
-DECIMAL_INLINE UINT32 toIntegerShort(INT64 *pi64, Layout d, const BYTE *bcd, Layout t,
-                                     BCDIIroundstyle rs)
-{
-    const int fraction = std::max(d.bfrac(), t.bfrac());
-    Words<N> w = loadAligned<N>(bcd, t, fraction);
-    const Word lost = dropPairs<N>(w, fraction - d.bfrac());
-    const UINT32 status = roundCut<N>(w, lost, false, d, t.nfrac, isNegative(bcd), rs);
-    return giveInteger(pi64, d, w[1], w[0], status);
-}
-
 //! BCDII2Int64() for values that are not NaN.
-inline UINT32 toInteger(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd, BCDIIroundstyle rs)
+DECIMAL_INLINE UINT32 toInteger(INT64 *pi64, const BYTE *bcd, BCDIIType type, int fd,
+                                BCDIIroundstyle rs)
 {
     const Layout t(type);
-    fd = nearFractionDigits(fd);
     const int kept = t.bint() + (fd >> 1);
-    if ((fd & 1) == 0 && kept <= t.ball && t.ball - kept <= wordPairs && t.bfrac() <= windowFraction
-        && isNumber(bcd, kept))
+    const bool isNear = static_cast<unsigned>(t.ball - kept) <= unsigned {wordPairs};
+    if ((fd & 1) == 0 && isNear && t.bfrac() <= windowFraction && isNumber(bcd, kept))
         return giveNumber(pi64, bcd, t.ball, kept, rs);
-    const Layout d(19, fd); // 10 bytes, so 2 words at least
-    switch (windowOfBoth(d, t)) {
-    case 0:
-        return toIntegerPlain(pi64, bcd, type, fd, rs);
-    case 1:
-    case 2:
-        return toIntegerShort<2>(pi64, d, bcd, t, rs);
-    case 3:
-        return toIntegerShort<3>(pi64, d, bcd, t, rs);
-    default:
-        return toIntegerShort<4>(pi64, d, bcd, t, rs);
-    }
+    return toAnyInteger(pi64, bcd, type, fd, rs);
 }
 
 } // namespace Decimal
