@@ -57,6 +57,8 @@ inline constexpr auto tens = [] {
 //! style says. It is less than the divisor, shifted like it.
 DECIMAL_INLINE Word roundingBias(const Divisor &d, bool negative, BCDIIroundstyle rs)
 {
+    if (rs == BCDII_ROUND_NEAREST) // the commonest
+        return d.normalized >> 1;
     const Word away = d.normalized - (Word {1} << d.shift);
     switch (rs) {
     case BCDII_ROUND_UP:
@@ -80,7 +82,7 @@ DECIMAL_INLINE bool divide(Wide x, const Divisor &d, Word bias, Word *quotient, 
 {
     const Word low = x.low();
     const Word high = x.high();
-    const Word shifted = high << d.shift | low >> 1 >> (63 - d.shift);
+    const Word shifted = shiftedUp(high, low, d.shift);
     const Wide dividend = Wide(shifted, low << d.shift) + Wide(0, bias);
     if (high >= d.power || dividend.high() >= d.normalized)
         return false;
@@ -118,10 +120,12 @@ inline UINT32 mulInternal(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType
 
     const Wide product = Wide::product(toNumber(a, at.ball), toNumber(b, bt.ball));
     const bool negative = isNegative(a) != isNegative(b);
-    Word rounded;
-    bool isRounded;
-    if (!divide(product, tens[drop], roundingBias(tens[drop], negative, rs), &rounded, &isRounded)
-        || rounded >= tens[digits].power)
+    Word rounded = product.low();
+    bool isRounded = false;
+    const bool fits = drop == 0
+        ? product.high() == 0
+        : divide(product, tens[drop], roundingBias(tens[drop], negative, rs), &rounded, &isRounded);
+    if (!fits || rounded >= tens[digits].power)
         return mulLong(ret, retType, a, aType, b, bType, rs);
     putNumber(ret, d.ball, odd ? 10 * rounded : rounded, negative & (rounded != 0));
     return UINT32 {isRounded} * Rounded | (rounded == 0 ? UINT32 {IsZero} : signStatus(negative));
