@@ -45,22 +45,30 @@ int compareSlowly(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType
     return isNegative(a) != isNegative(b) ? sign : sign * compareMagnitudes(a, aType, b, bType);
 }
 
+// The first bytes of a value with bytes of 0 in front, and the sign where it was.
+DECIMAL_INLINE Word movedBack(Word w, int bytes)
+{
+    constexpr Word sign = Word {1} << 63;
+    return (w & ~sign) >> (8 * bytes) | (w & sign);
+}
+
 } // namespace
 
 // Nearly always the first 8 bytes tell, counted from the first of either value.
 int compareTypes(const BYTE *a, BCDIIType aType, const BYTE *b, BCDIIType bType)
 {
-    constexpr Word sign = Word {1} << 63;
     const Layout at(aType);
     const Layout bt(bType);
     const int ahead = at.bint() - bt.bint();
     if (std::min(at.ball, bt.ball) > 0 && std::abs(ahead) < wordPairs) {
-        const Word x = loadFirst(a, at.ball);
-        const Word y = loadFirst(b, bt.ball);
-        const Word alignedX = (x & ~sign) >> (8 * std::max(-ahead, 0)) | (x & sign);
-        const Word alignedY = (y & ~sign) >> (8 * std::max(ahead, 0)) | (y & sign);
-        if (alignedX != alignedY)
-            return compareDifferent(alignedX, alignedY);
+        Word x = loadFirst(a, at.ball);
+        Word y = loadFirst(b, bt.ball);
+        if (ahead > 0)
+            y = movedBack(y, ahead);
+        else if (ahead < 0)
+            x = movedBack(x, -ahead);
+        if (x != y)
+            return compareDifferent(x, y);
     }
     return compareSlowly(a, aType, b, bType);
 }
