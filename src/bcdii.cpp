@@ -174,6 +174,8 @@ UINT32 BCDIIAdd(void *ret, BCDIIType retType, const void *a_, BCDIIType aType, c
     }
     if (isAnyNan(bytes(a_), bytes(b_)))
         return putNan(bytes(ret), NanOperand | Invalid | NoResult);
+    if (isSameType(aType, retType))
+        return addInto(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
     return addTypes(bytes(ret), retType, bytes(a_), aType, bytes(b_), bType, rs);
 }
 

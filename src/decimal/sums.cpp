@@ -74,6 +74,22 @@ DECIMAL_INLINE UINT32 addShort(BYTE *ret, const BYTE *a, const BYTE *b, const Su
                       rs);
 }
 
+// The sum has the layout of a, in which b begins and ends.
+template<int N>
+DECIMAL_INLINE UINT32 addWithin(BYTE *ret, Layout d, const BYTE *a, const BYTE *b, Layout bt,
+                                BCDIIroundstyle rs)
+{
+    bool negative;
+    Words<N> x = loadExact<N>(a, d.ball);
+    Words<N> y = loadAligned<N>(b, bt, d.bfrac());
+    const bool tooWide = addSigned<N>(x, y, a, b, &negative);
+    const UINT32 status = roundCut<N>(x, 0, tooWide, d, 2 * d.bfrac(), negative, rs);
+    if ((status & NoResult) != 0)
+        return putNan(ret, status);
+    storeExact<N>(ret, d.ball, x, (status & IsNegative) != 0);
+    return status;
+}
+
 // 1 to 8 bytes as a number, in pieces that do not overlap: what storePieces() has written
 // comes back without a wait for memory.
 template<int Size> DECIMAL_INLINE Word loadPieces(const BYTE *p)
@@ -202,6 +218,27 @@ UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, co
         return addShort<3>(ret, a, b, layouts, rs);
     default:
         return addShort<4>(ret, a, b, layouts, rs);
+    }
+}
+
+UINT32 addInto(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+               BCDIIType bType, BCDIIroundstyle rs)
+{
+    const Layout d(retType);
+    const Layout bt(bType);
+    if (bt.ball < 1 || bt.bfrac() > d.bfrac() || bt.bint() > d.bint() || d.bfrac() > windowFraction)
+        return addTypes(ret, retType, a, aType, b, bType, rs);
+    switch (wordsOf(d.ball)) {
+    case 1:
+        return addWithin<1>(ret, d, a, b, bt, rs);
+    case 2:
+        return addWithin<2>(ret, d, a, b, bt, rs);
+    case 3:
+        return addWithin<3>(ret, d, a, b, bt, rs);
+    case 4:
+        return addWithin<4>(ret, d, a, b, bt, rs);
+    default:
+        return addTypes(ret, retType, a, aType, b, bType, rs);
     }
 }
 

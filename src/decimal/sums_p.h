@@ -27,6 +27,12 @@ namespace Decimal {
 UINT32 addTypes(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
                 BCDIIType bType, BCDIIroundstyle rs);
 
+//! The same where a has the result's type: most often b lies within it, as where a sum is
+//! kept, and has only to be aligned. It takes the same arguments, so that they stay where
+//! they are.
+UINT32 addInto(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType, const BYTE *b,
+               BCDIIType bType, BCDIIroundstyle rs);
+
 using SameAdder = UINT32 (*)(BYTE *ret, BCDIIType retType, const BYTE *a, BCDIIType aType,
                              const BYTE *b, BCDIIType bType, BCDIIroundstyle rs);
 //! BCDIIAdd() for one type of 1 to 32 bytes, by that number less 1. NaNs are seen to.
