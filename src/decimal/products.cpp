@@ -66,14 +66,14 @@ template<int N> DECIMAL_INLINE Cut<N> cutLimbs(const Limbs &x, int first, int sh
     Word next = toPairs(limb[0]);
     cut.lost = next << (64 - shift) | Word {below != 0};
     repeat<N>([&](int j) DECIMAL_INLINE_LAMBDA {
-        const Word low = next >> 1 >> (shift - 1);
+        const Word low = next;
         if (j + 1 == N && ball <= wordPairs * N - (shift >> 3)) {
             above |= limb[N]; // all in front of the destination
             next = 0;
         } else {
             next = toPairs(limb[j + 1]);
         }
-        cut.kept[j] = low | next << (64 - shift);
+        cut.kept[j] = shiftedUp(next, low, 64 - shift);
     });
     cut.tooWide = ((next >> 1 >> (shift - 1)) | above) != 0;
     return cut;
