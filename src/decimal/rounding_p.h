@@ -128,6 +128,13 @@ template<int N> DECIMAL_INLINE Word dropPairs(Words<N> &w, int pairs)
     Word lost = 0;
     if (pairs <= 0)
         return lost;
+    if constexpr (N == 1) {
+        if (pairs < wordPairs) {
+            lost = w[0] << (64 - 8 * pairs);
+            w[0] >>= 8 * pairs;
+            return lost;
+        }
+    }
     Word merged = 0;
     for (; pairs >= wordPairs; pairs -= wordPairs) {
         merged |= lost;
