@@ -133,10 +133,10 @@ bool NumberWriter::mayWrite(const QString &text) const
     });
 }
 
-bool NumberWriter::isPlain(const QVariant &value)
+bool NumberWriter::isPlain(const QVariant &number)
 {
-    return value.typeId() != QMetaType::Double
-        || FindTexts::isPlain(std::abs(*static_cast<const double *>(value.constData())));
+    return number.typeId() != QMetaType::Double
+        || FindTexts::isPlain(std::abs(*static_cast<const double *>(number.constData())));
 }
 
 const char *NumberWriter::write(const QVariant &value)
