@@ -418,6 +418,8 @@ void tst_AbstractItemViewFind::iteratorEnds()
     QVERIFY(!(*++ofNothing).isValid());
     Iterator withoutEngine(&tree.model, nullptr);
     QVERIFY(!(*++withoutEngine).isValid());
+    Iterator backWithoutEngine(tree.index("g"), nullptr);
+    QVERIFY(!(*--backWithoutEngine).isValid());
 }
 
 void tst_AbstractItemViewFind::iteratorWithoutColumns()

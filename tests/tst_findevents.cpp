@@ -70,6 +70,7 @@ private slots:
     void modelResetInEvents();
     void filterChangedInEvents();
     void textChangedInEvents();
+    void localeChangedInEvents();
     void throwingRule();
 };
 
@@ -349,6 +350,8 @@ void tst_FindEvents::branchRemovedInEvents()
     // The rows are a(b(c, d), e), f(g).
     QCOMPARE(run("c", true, "b"), utf8("c e f g a e f g"));
     QCOMPARE(run("c", true, "a"), utf8("c f g f g"));
+    QCOMPARE(run("e", true, "e"), utf8("e f g a b c d f g"));
+    QCOMPARE(run("d", true, "d"), utf8("d e f g a b c e f g"));
     QCOMPARE(run("g", true, "f"), utf8("g a b c d e"));
     QCOMPARE(run("e", false, "b"), utf8("d a"));
     QCOMPARE(run("e", false, "a"), utf8("d"));
@@ -409,6 +412,15 @@ void tst_FindEvents::textChangedInEvents()
     text = utf8("nothing");
     QVERIFY(!table.find->findPrev(text));
     QCOMPARE(table.view->currentIndex().row(), 3);
+}
+
+void tst_FindEvents::localeChangedInEvents()
+{
+    SlowTable table {{"a"}, {1.5}, {"c"}};
+    table.view->setLocale(QLocale::c());
+    table.inEvents([&] { table.view->setLocale(QLocale(QLocale::German, QLocale::Germany)); });
+    QVERIFY(table.find->findIncremental(utf8("1,5")));
+    QCOMPARE(table.view->currentIndex().row(), 1);
 }
 
 void tst_FindEvents::throwingRule()
