@@ -65,6 +65,7 @@ private slots:
     void stopThenSecondSearch();
     void rowsChangeInEvents_data();
     void rowsChangeInEvents();
+    void rowsInsertedInEventsOfTheSecondWalk();
     void startRowRemovedInEvents();
     void branchRemovedInEvents();
     void modelResetInEvents();
@@ -310,6 +311,16 @@ void tst_FindEvents::rowsChangeInEvents()
     });
     QVERIFY(!table.find->find(utf8("nothing"), isForward, true));
     QCOMPARE(table.find->asked, asked);
+}
+
+void tst_FindEvents::rowsInsertedInEventsOfTheSecondWalk()
+{
+    SlowTable table {{"a"}, {"b"}, {"c"}};
+    table.view->setCurrentIndex(table.model->index(2, 0));
+    table.inEvents([&] { table.inEvents([&] { table.model->insertRow(0, item(utf8("n"))); }); });
+    // It ends at the row of the start, wherever that is now.
+    QVERIFY(!table.find->findIncremental(utf8("nothing")));
+    QCOMPARE(table.find->asked, utf8("c a b").split(u' '));
 }
 
 void tst_FindEvents::startRowRemovedInEvents()
