@@ -379,6 +379,10 @@ void tst_AbstractItemViewFind::lineOfNothing()
     QVERIFY(!table.find.acceptsLineReverse(QModelIndex(), utf8("a")).isValid());
     QVERIFY(!table.find.tryAcceptCurrentLine(QModelIndex(), utf8("a"), true));
     QVERIFY(!table.find.tryAcceptCurrentLine(QModelIndex(), utf8("a"), false));
+    Table behind {{"x", "a"}};
+    QVERIFY(!behind.find.findIncremental(utf8("nothing")));
+    QVERIFY(!behind.find.acceptsLineReverse(behind.model.index(0, 0), utf8("a")).isValid());
+    QVERIFY(behind.find.acceptsLineForward(behind.model.index(0, 0), utf8("a")).isValid());
 }
 
 void tst_AbstractItemViewFind::iteratorOverTree()

@@ -28,6 +28,8 @@ private slots:
     void keepsRowsWhenRemovedAbove_data();
     void keepsRowsWhenRemovedAbove();
     void currentFollowsTheTop();
+    void followingEndsTheSelectionUnlessTheModelLies_data();
+    void followingEndsTheSelectionUnlessTheModelLies();
     void currentFollowsTheEnd();
     void shortTableFollowsSortOrder_data();
     void shortTableFollowsSortOrder();
@@ -167,6 +169,30 @@ void TestViewChanges::currentFollowsTheTop()
     view.selectRow(5);
     model.insert(0, 1);
     QCOMPARE(view.currentIndex().row(), 6);
+}
+
+void TestViewChanges::followingEndsTheSelectionUnlessTheModelLies_data()
+{
+    QTest::addColumn<bool>("isLying");
+    QTest::newRow("tells of all rows") << false;
+    QTest::newRow("has more") << true;
+}
+
+void TestViewChanges::followingEndsTheSelectionUnlessTheModelLies()
+{
+    QFETCH(bool, isLying);
+    BigModel model(100);
+    View view(&model);
+    view.setSelectionMode(QAbstractItemView::MultiSelection);
+    view.showWith(200, 200);
+    view.setCurrentIndex(model.index(0, 0));
+    view.selectionModel()->select(model.index(7, 0), QItemSelectionModel::Select);
+    if (isLying)
+        model.insertAndLie(0, 2);
+    else
+        model.insert(0, 2);
+    QCOMPARE(view.currentIndex(), model.index(0, 0));
+    QCOMPARE(view.selectionModel()->isSelected(model.index(9, 0)), isLying);
 }
 
 void TestViewChanges::currentFollowsTheEnd()

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QStringListModel>
 #include <QStyle>
 #include <QStyledItemDelegate>
@@ -39,6 +40,7 @@ private slots:
     void rowsAtListsTwice();
     void dropIndicator_data();
     void dropIndicator();
+    void dropIndicatorLooksAsTheViewDoes();
     void editorGetsFocusFrame();
     void otherRatiosPaintAnew();
     void shortTableLeavesBackground();
@@ -306,6 +308,50 @@ void TestViewPainting::dropIndicator()
     view.setDropIndicatorShown(false);
     view.dragMoveEvent(&event);
     QCOMPARE(view.m_dropIndicatorRect, QRect());
+}
+
+void TestViewPainting::dropIndicatorLooksAsTheViewDoes()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                           const QWidget *widget) const override
+        {
+            if (element == PE_IndicatorItemViewItemDrop)
+                drawn.append(*option);
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        }
+        mutable QList<QStyleOption> drawn;
+    };
+    Style style;
+    BigModel model(5);
+    View view(&model);
+    view.setStyle(&style);
+    view.setLayoutDirection(Qt::RightToLeft);
+    view.setPalette(QPalette(Qt::green));
+    view.showWith(200, 200);
+    QVERIFY(style.drawn.isEmpty());
+    view.m_dropIndicatorRect = QRect(0, 20, 200, 0);
+    view.setDropIndicatorShown(true);
+    view.setState(View::DraggingState);
+    view.viewport()->repaint();
+    view.setState(View::NoState);
+    QCOMPARE(style.drawn.size(), 1);
+    QCOMPARE(style.drawn.first().rect, QRect(0, 20, 200, 0));
+    QCOMPARE(style.drawn.first().direction, Qt::RightToLeft);
+    QCOMPARE(style.drawn.first().palette, view.palette());
+    QVERIFY(style.drawn.first().state & QStyle::State_Enabled);
+
+    view.viewport()->setCursor(Qt::ForbiddenCursor);
+    view.setState(View::DraggingState);
+    view.viewport()->repaint();
+    view.viewport()->unsetCursor();
+    view.setDropIndicatorShown(false);
+    view.viewport()->repaint();
+    view.setState(View::NoState);
+    QCOMPARE(style.drawn.size(), 1);
+    view.setStyle(nullptr);
 }
 
 void TestViewPainting::editorGetsFocusFrame()
