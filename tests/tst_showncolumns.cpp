@@ -123,27 +123,41 @@ void tst_ShownColumns::comparesPositionsWhereTheyShow()
 
 void tst_ShownColumns::followsScrolling_data()
 {
+    QTest::addColumn<ColumnStrip>("before");
     QTest::addColumn<int>("dx");
-    QTest::addColumn<bool>("hasFirst");
-    QTest::addColumn<bool>("hasLast");
-    QTest::newRow("to the right") << -30 << false << true;
-    QTest::newRow("to the left") << 10 << true << false;
-    QTest::newRow("by one pixel") << -1 << false << false;
+    QTest::addColumn<ColumnStrip>("after");
+    const ColumnStrip whole {{0, 0, 60, inside}, {1, 60, 60, inside}, {2, 120, 60, inside}};
+    QTest::newRow("to the right") << scrolledAway << -30
+                                  << moved(scrolledAway, -30) + ColumnStrip {{3, 130, 60, inside}};
+    QTest::newRow("to the left") << scrolledAway << 10 << moved(scrolledAway, 10);
+    QTest::newRow("to the right, a narrow one came")
+        << scrolledAway << -30
+        << moved(scrolledAway, -30) + ColumnStrip {{3, 130, 4, inside}, {4, 134, 60, inside}};
+    QTest::newRow("to the left, a narrow one came")
+        << whole << 10 << ColumnStrip {{3, 2, 8, inside}} + moved(whole, 10);
+    QTest::newRow("to the left, one at the edge came")
+        << whole << 10 << ColumnStrip {{3, -3, 13, inside}} + moved(whole, 10);
+    QTest::newRow("by one pixel") << scrolledAway << -1 << moved(scrolledAway, -1);
+    QTest::newRow("by one pixel to the left")
+        << whole << 1 << ColumnStrip {{3, -59, 60, inside}} + moved(whole, 1);
 }
 
 //! What comes into view is painted, whatever column it is.
 void tst_ShownColumns::followsScrolling()
 {
+    QFETCH(ColumnStrip, before);
     QFETCH(int, dx);
+    QFETCH(ColumnStrip, after);
     ShownView shown;
     ShownColumns columns(&shown.view);
-    columns.set(scrolledAway);
-    ColumnStrip wanted = moved(scrolledAway, dx);
-    const int end = wanted.last().x + wanted.last().width;
-    if (end < 150)
-        wanted.append({3, end, 60, inside});
-    QVERIFY(columns.followScroll(wanted, dx));
-    QVERIFY(columns.areAs(wanted));
+    columns.set(before);
+    ColumnStrip wrong = after;
+    for (ColumnSlot &slot : wrong)
+        slot.width += slot.column == 1 ? 1 : 0;
+    QVERIFY(!columns.followScroll(wrong, dx));
+    QVERIFY(columns.areAs(before));
+    QVERIFY(columns.followScroll(after, dx));
+    QVERIFY(columns.areAs(after));
     QCOMPARE(shown.painted(), QList<int>());
 }
 
@@ -190,6 +204,13 @@ void tst_ShownColumns::followsResizing_data()
         << false << scrolledAway << -25
         << ColumnStrip {
                {0, -20, 60, first}, {1, 40, 35, inside}, {2, 75, 60, inside}, {3, 135, 60, inside}};
+    QTest::newRow("grown beside one pixel")
+        << false << ColumnStrip {{0, -59, 60, inside}, {1, 1, 60, inside}, {2, 61, 60, inside}}
+        << 25 << ColumnStrip {{0, -59, 60, inside}, {1, 1, 85, inside}, {2, 86, 60, inside}};
+    QTest::newRow("shrunk by one pixel, right to left")
+        << true << ColumnStrip {{0, 120, 60, inside}, {1, 60, 60, inside}, {2, 0, 60, inside}} << -1
+        << ColumnStrip {
+               {0, 120, 60, inside}, {1, 61, 59, inside}, {2, 1, 60, inside}, {3, -59, 60, inside}};
     const ColumnStrip mirrored {{0, 110, 60, first}, {1, 50, 60, inside}, {2, -10, 60, inside}};
     QTest::newRow("grown, right to left")
         << true << mirrored << 25
