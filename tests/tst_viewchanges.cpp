@@ -537,6 +537,19 @@ void TestViewChanges::hiddenColumnIsLeftAlone()
     settleEvents();
     QCOMPARE(view.recorder.timesPainted(0, 2), 1);
     QVERIFY(!view.isIndexHidden(QModelIndex()));
+    // An index out of range does not count as hidden.
+    const BigModel longer(101, 4);
+    QVERIFY(view.isIndexHidden(longer.index(99, 1)));
+    QVERIFY(!view.isIndexHidden(longer.index(100, 1)));
+    BigModel columns(1, 6);
+    const BigModel wider(100, 6);
+    QHeaderView apart(Qt::Horizontal);
+    apart.setModel(&columns);
+    view.setHeader(&apart);
+    apart.hideSection(3);
+    apart.hideSection(4);
+    QVERIFY(view.isIndexHidden(wider.index(0, 3)));
+    QVERIFY(!view.isIndexHidden(wider.index(0, 4)));
 }
 
 void TestViewChanges::editorsFollowTheirCells()

@@ -62,6 +62,7 @@ private slots:
     void modelGoes();
     void selectionModelGoes();
     void iconSizeChanges();
+    void currentRowChanges();
     void rowsThatChangeTheirColor_data();
     void rowsThatChangeTheirColor();
     void focusChangesElsewhere();
@@ -102,6 +103,16 @@ void tst_ViewRepaints::iconSizeChanges()
     Shown shown;
     shown.view.setIconSize(QSize(7, 9));
     QCOMPARE(shown.painted(), everything);
+}
+
+void tst_ViewRepaints::currentRowChanges()
+{
+    Shown shown;
+    shown.view.setSelectionMode(QAbstractItemView::NoSelection);
+    shown.view.setCurrentIndex(shown.model.index(2, 1));
+    shown.painted();
+    shown.view.setCurrentIndex(shown.model.index(5, 2));
+    QCOMPARE(shown.painted(), rowsFrom(2, 2) | rowsFrom(5, 5));
 }
 
 void tst_ViewRepaints::rowsThatChangeTheirColor_data()
