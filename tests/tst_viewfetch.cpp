@@ -245,6 +245,9 @@ private slots:
     void fetchedRowsAreNotFollowed();
     void newRowsAreFollowedWhileMoreCanBeFetched();
     void fillsTheViewByBatches();
+    void fillsTheViewToItsLastPixel();
+    void currentIndexThatIsSetWhileFetching_data();
+    void currentIndexThatIsSetWhileFetching();
     void editorKeepsTheCurrentIndex_data();
     void editorKeepsTheCurrentIndex();
     void focusedIndexWidgetKeepsTheCurrentIndex();
@@ -405,6 +408,60 @@ void TestViewFetch::fillsTheViewByBatches()
     QVERIFY(model.rowCount() < seen + 6);
     QVERIFY(!view.currentIndex().isValid());
     QCOMPARE(view.verticalScrollBar()->value(), 0);
+}
+
+//! Rows that just fill the view leave its end in sight.
+void TestViewFetch::fillsTheViewToItsLastPixel()
+{
+    BatchModel model(0, 1000, 5);
+    BatchModel empty(0, 0, 1);
+    QTableFastView view;
+    showLikeOthers(view, empty);
+    view.setRowHeight(20);
+    view.resize(view.width(), view.height() - view.viewport()->height() + 10 * 20);
+    wait();
+    QCOMPARE(view.viewport()->height(), 10 * 20);
+    view.setModel(&model);
+    QTRY_COMPARE(model.rowCount(), 15);
+    wait();
+    QCOMPARE(model.rowCount(), 15);
+}
+
+void TestViewFetch::currentIndexThatIsSetWhileFetching_data()
+{
+    QTest::addColumn<bool>("isEditable");
+    QTest::newRow("editable") << true;
+    QTest::newRow("not editable") << false;
+}
+
+//! It is edited as any other, but fetches no more.
+void TestViewFetch::currentIndexThatIsSetWhileFetching()
+{
+    QFETCH(bool, isEditable);
+    class EditableModel : public BatchModel
+    {
+    public:
+        using BatchModel::BatchModel;
+        Qt::ItemFlags flags(const QModelIndex &index) const override
+        {
+            const Qt::ItemFlags flags = BatchModel::flags(index);
+            return isEditable ? flags | Qt::ItemIsEditable : flags;
+        }
+        bool isEditable = false;
+    };
+    EditableModel model(40, 1000, 10);
+    model.isEditable = isEditable;
+    QTableFastView view;
+    view.setEditTriggers(QAbstractItemView::CurrentChanged);
+    showLikeOthers(view, model);
+    const auto toTheEnd = [&] { view.setCurrentIndex(model.index(model.rowCount() - 1, 1)); };
+    connect(&model, &QAbstractItemModel::rowsInserted, &view, toTheEnd);
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    QCOMPARE(model.fetches, 1);
+    QCOMPARE(view.currentIndex(), model.index(49, 1));
+    QVERIFY(view.viewport()->rect().intersects(view.visualRect(view.currentIndex())));
+    QCOMPARE(view.indexWidget(view.currentIndex()) != nullptr, isEditable);
+    QCOMPARE(view.testAttribute(Qt::WA_InputMethodEnabled), isEditable);
 }
 
 void TestViewFetch::editorKeepsTheCurrentIndex_data()
