@@ -33,9 +33,6 @@ private slots:
     void pageStepCountsWholeRows();
     void rangeInPixels();
     void itemAtCoordinateRoundsDown();
-    void pointsOutsideAskForNoIndex();
-    void rowHeightIsMeasuredAtOnce();
-    void higherRowsBeginAtTheTop();
     void coordinatesAndItemsAgree_data();
     void coordinatesAndItemsAgree();
     void scrollToInRows_data();
@@ -248,56 +245,6 @@ void TestQTableFastView::itemAtCoordinateRoundsDown()
     QCOMPARE(view.itemAtCoordinate(-rowHeight - 1), 3);
     QCOMPARE(view.itemAtCoordinate(0), 5);
     QCOMPARE(view.itemAtCoordinate(95 * rowHeight), -1);
-}
-
-void TestQTableFastView::pointsOutsideAskForNoIndex()
-{
-    class StrictModel : public BigModel
-    {
-    public:
-        using BigModel::BigModel;
-        QModelIndex index(int row, int column, const QModelIndex &parent) const override
-        {
-            isAskedOutside = isAskedOutside || !hasIndex(row, column, parent);
-            return BigModel::index(row, column, parent);
-        }
-        mutable bool isAskedOutside = false;
-    };
-    StrictModel model(3, 2);
-    View view(&model);
-    view.showWith(200, 200);
-    model.isAskedOutside = false;
-    QVERIFY(view.indexAt(QPoint(10, 10)).isValid());
-    for (const QPoint &point : {QPoint(10, 70), QPoint(150, 10), QPoint(10, -1), QPoint(-1, 10)})
-        QVERIFY(!view.indexAt(point).isValid());
-    delete view.header();
-    QVERIFY(!view.indexAt(QPoint(10, 10)).isValid());
-    QVERIFY(!model.isAskedOutside);
-}
-
-void TestQTableFastView::rowHeightIsMeasuredAtOnce()
-{
-    BigModel model(3);
-    QTableFastView view;
-    view.setModel(&model);
-    const int usual = view.rowHeight();
-    QFont high = view.font();
-    high.setPixelSize(usual + 20);
-    view.setFont(high);
-    QCOMPARE(view.rowHeight(), usual);
-    view.setRowHeightFollowsFont(true);
-    QVERIFY(view.rowHeight() > usual);
-}
-
-void TestQTableFastView::higherRowsBeginAtTheTop()
-{
-    BigModel model(5);
-    View view(&model);
-    view.showWith(200, 200);
-    QCOMPARE(view.bar()->maximum(), 0);
-    view.setRowHeight(100); // all of them fitted, now two do
-    QCOMPARE(view.bar()->maximum(), 3);
-    QCOMPARE(view.bar()->value(), 0);
 }
 
 void TestQTableFastView::coordinatesAndItemsAgree_data()

@@ -65,9 +65,17 @@ private slots:
     void currentRowChanges();
     void rowsThatChangeTheirColor_data();
     void rowsThatChangeTheirColor();
+    void rowsComeAtTheEnd();
+    void columnsAreScrolled_data();
+    void columnsAreScrolled();
+    void columnsAreResized_data();
+    void columnsAreResized();
+    void bufferedColumnsBesideAMove_data();
+    void bufferedColumnsBesideAMove();
     void focusChangesElsewhere();
     void editorsAreWhereTheirRowsAre_data();
     void editorsAreWhereTheirRowsAre();
+    void editorsFollowTheScrollMode();
 };
 
 void tst_ViewRepaints::nothingHappens()
@@ -137,6 +145,98 @@ void tst_ViewRepaints::rowsThatChangeTheirColor()
     QCOMPARE(shown.painted(), region);
 }
 
+void tst_ViewRepaints::rowsComeAtTheEnd()
+{
+    Shown shown;
+    shown.view.bar()->setValue(shown.view.bar()->maximum());
+    shown.painted();
+    shown.model.append(2);
+    QCOMPARE(shown.painted(), rowsFrom(8, 9));
+    QCOMPARE(shown.view.itemAtCoordinate(0), 42);
+    QVERIFY(isSamePicture(maintainedPicture(shown.view), freshPicture(shown.view)));
+}
+
+void tst_ViewRepaints::columnsAreScrolled_data()
+{
+    addDirections();
+}
+
+void tst_ViewRepaints::columnsAreScrolled()
+{
+    QFETCH(bool, isRightToLeft);
+    Shown shown;
+    shown.view.setLayoutDirection(isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    shown.view.header()->resizeSection(2, 200);
+    shown.painted();
+    shown.view.horizontalScrollBar()->setValue(10);
+    QCOMPARE(shown.view.header()->offset(), 10);
+    const QRegion strip(isRightToLeft ? 0 : width - 10, 0, 10, height);
+    QCOMPARE(shown.painted(), strip);
+    QVERIFY(isSamePicture(maintainedPicture(shown.view), freshPicture(shown.view)));
+}
+
+void tst_ViewRepaints::columnsAreResized_data()
+{
+    QTest::addColumn<bool>("isRightToLeft");
+    QTest::addColumn<int>("size"); // of a column that had 60 pixels, as all have
+    QTest::addColumn<QRegion>("region");
+    const auto strip = [](int x, int w) { return QRegion(x, 0, w, height); };
+    QTest::newRow("larger") << false << 80 << strip(60, 99); // and where its neighbour was
+
+    QTest::newRow("smaller") << false << 40 << (strip(60, 40) | strip(width - 20, 20));
+    QTest::newRow("to one pixel") << false << 1 << (strip(60, 1) | strip(width - 59, 59));
+    QTest::newRow("to nothing") << false << 0 << everything;
+    QTest::newRow("larger, right to left") << true << 80 << strip(width - 159, 99);
+    QTest::newRow("smaller, right to left")
+        << true << 40 << (strip(width - 100, 40) | strip(0, 20));
+}
+
+void tst_ViewRepaints::columnsAreResized()
+{
+    QFETCH(bool, isRightToLeft);
+    QFETCH(int, size);
+    Shown shown;
+    shown.view.setLayoutDirection(isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    shown.view.header()->setMinimumSectionSize(0);
+    shown.view.header()->resizeSection(4, 300);
+    shown.painted();
+    shown.view.header()->resizeSection(1, size);
+    QTEST(shown.painted(), "region");
+    QVERIFY(isSamePicture(maintainedPicture(shown.view), freshPicture(shown.view)));
+}
+
+void tst_ViewRepaints::bufferedColumnsBesideAMove_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<QList<int>>("dropped");
+    QTest::newRow("inside") << 4 << 2 << 5 << QList<int> {1, 3, 4, 6};
+    QTest::newRow("at the ends") << 0 << 1 << 7 << QList<int> {0, 2, 6};
+    QTest::newRow("second") << 1 << 2 << 2 << QList<int> {0, 1, 3};
+    QTest::newRow("last but one") << 7 << 6 << 0 << QList<int> {1, 5, 6, 7};
+}
+
+void tst_ViewRepaints::bufferedColumnsBesideAMove()
+{
+    QFETCH(int, column);
+    QFETCH(int, from);
+    QFETCH(int, to);
+    BigModel model(20, 8);
+    View view(&model);
+    view.setPaintBufferEnabled(true);
+    view.showWith(8 * 60, height);
+    for (int at = 0; at < 8; ++at)
+        QVERIFY(view.m_pixmapCacheIndexed.pixmap(3, at));
+    view.columnMoved(column, from, to);
+    QList<int> dropped;
+    for (int at = 0; at < 8; ++at) {
+        if (!view.m_pixmapCacheIndexed.pixmap(3, at))
+            dropped.append(at);
+    }
+    QTEST(dropped, "dropped");
+}
+
 void tst_ViewRepaints::focusChangesElsewhere()
 {
     QWidget window;
@@ -201,6 +301,27 @@ void tst_ViewRepaints::editorsAreWhereTheirRowsAre()
         shown.view.setIconSize(QSize(7, 9));
     shown.model.move(4, 1, 0);
     QCOMPARE(editor->y(), shown.view.visualRect(shown.model.index(0, 1)).y());
+}
+
+//! While something else is to be laid out, too.
+void tst_ViewRepaints::editorsFollowTheScrollMode()
+{
+    Shown shown;
+    shown.view.header()->resizeSection(4, 900);
+    auto *editor = new QLineEdit;
+    const QModelIndex cell = shown.model.index(8, 4);
+    shown.view.setIndexWidget(cell, editor);
+    shown.view.bar()->setValue(3);
+    shown.view.horizontalScrollBar()->setValue(70);
+    shown.painted();
+    const auto isInPlace = [&] { return editor->pos() == shown.view.visualRect(cell).topLeft(); };
+    QVERIFY(isInPlace());
+    shown.view.setIconSize(QSize(7, 9));
+    shown.view.setVerticalScrollMode(perPixel);
+    QVERIFY(isInPlace());
+    shown.view.setIconSize(QSize(9, 7));
+    shown.view.setHorizontalScrollMode(QAbstractItemView::ScrollPerItem);
+    QVERIFY(isInPlace());
 }
 
 QTEST_MAIN(tst_ViewRepaints)
