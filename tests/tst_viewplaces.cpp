@@ -7,8 +7,28 @@
 #include "recordedview.h"
 
 #include <QHeaderView>
+#include <QProxyStyle>
+#include <QRegularExpression>
 #include <QScrollBar>
+#include <QStandardItemModel>
 #include <QTest>
+
+namespace {
+
+//! Notes whether a cell is asked for that it does not have.
+class StrictModel : public BigModel
+{
+public:
+    using BigModel::BigModel;
+    QModelIndex index(int row, int column, const QModelIndex &parent) const override
+    {
+        isAskedOutside = isAskedOutside || !hasIndex(row, column, parent);
+        return BigModel::index(row, column, parent);
+    }
+    mutable bool isAskedOutside = false;
+};
+
+} // namespace
 
 class tst_ViewPlaces : public QObject
 {
@@ -16,6 +36,14 @@ class tst_ViewPlaces : public QObject
 
 private slots:
     void pointsOutsideAskForNoIndex();
+    void keysAskForNoIndexOfAnEmptyTable_data();
+    void keysAskForNoIndexOfAnEmptyTable();
+    void keysFindTheOnlyRow();
+    void leftKeyLeadsToTheParent();
+    void selectsTheFirstRow();
+    void emptyRubberBandSelectsNothing();
+    void lastRowOfATableThatLostItsRows();
+    void selectionAtTheVeryEdges();
     void rowHeightIsMeasuredAtOnce();
     void higherRowsBeginAtTheTop();
     void scrollToColumns_data();
@@ -29,17 +57,6 @@ private slots:
 
 void tst_ViewPlaces::pointsOutsideAskForNoIndex()
 {
-    class StrictModel : public BigModel
-    {
-    public:
-        using BigModel::BigModel;
-        QModelIndex index(int row, int column, const QModelIndex &parent) const override
-        {
-            isAskedOutside = isAskedOutside || !hasIndex(row, column, parent);
-            return BigModel::index(row, column, parent);
-        }
-        mutable bool isAskedOutside = false;
-    };
     StrictModel model(3, 2);
     View view(&model);
     view.showWith(200, 200);
@@ -179,6 +196,128 @@ void tst_ViewPlaces::newHeaderIsInItsPlaceAtOnce()
     auto *header = new QHeaderView(Qt::Horizontal);
     view.setHeader(header);
     QCOMPARE(header->geometry(), place);
+}
+
+void tst_ViewPlaces::keysAskForNoIndexOfAnEmptyTable_data()
+{
+    QTest::addColumn<bool>("hasStandardKeys");
+    QTest::newRow("own keys") << false;
+    QTest::newRow("standard keys") << true;
+}
+
+void tst_ViewPlaces::keysAskForNoIndexOfAnEmptyTable()
+{
+    QFETCH(bool, hasStandardKeys);
+    StrictModel model(0, 2);
+    View view(&model);
+    view.setStandardKeys(hasStandardKeys);
+    view.showWith(200, 200);
+    model.isAskedOutside = false;
+    for (const View::CursorAction action : {View::MoveUp, View::MoveDown, View::MoveHome,
+                                            View::MoveEnd, View::MoveLeft, View::MoveRight}) {
+        QVERIFY(!view.moveCursor(action, Qt::NoModifier).isValid());
+    }
+    QVERIFY(!model.isAskedOutside);
+}
+
+void tst_ViewPlaces::keysFindTheOnlyRow()
+{
+    BigModel model(1, 2);
+    View view(&model);
+    for (const bool isStandard : {false, true}) {
+        view.setStandardKeys(isStandard);
+        QCOMPARE(view.moveCursor(View::MoveDown, Qt::NoModifier), model.index(0, 0));
+    }
+}
+
+//! In styles whose arrow keys walk through trees.
+void tst_ViewPlaces::leftKeyLeadsToTheParent()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                      QStyleHintReturn *data) const override
+        {
+            return hint == SH_ItemView_ArrowKeysNavigateIntoChildren
+                ? navigates
+                : QProxyStyle::styleHint(hint, option, widget, data);
+        }
+        int navigates = 1;
+    };
+    Style style;
+    QStandardItemModel model(2, 2);
+    auto *parent = new QStandardItem;
+    parent->appendRow({new QStandardItem, new QStandardItem});
+    model.setItem(0, 0, parent);
+    View view;
+    view.setStyle(&style);
+    view.setModel(&model);
+    view.setCurrentIndex(model.index(0, 1, parent->index()));
+    QCOMPARE(view.moveCursor(View::MoveLeft, Qt::NoModifier), parent->index());
+    style.navigates = 0;
+    QCOMPARE(view.moveCursor(View::MoveLeft, Qt::NoModifier), model.index(0, 0, parent->index()));
+    style.navigates = 1;
+    view.setCurrentIndex(model.index(1, 1));
+    QCOMPARE(view.moveCursor(View::MoveLeft, Qt::NoModifier), model.index(1, 0));
+    view.setStyle(nullptr);
+}
+
+void tst_ViewPlaces::selectsTheFirstRow()
+{
+    BigModel model(10);
+    View view(&model);
+    view.setCurrentIndex(model.index(5, 2));
+    view.selectRow(0);
+    QCOMPARE(view.currentIndex(), model.index(0, 0));
+    view.selectRow(9);
+    QCOMPARE(view.currentIndex(), model.index(9, 0));
+    view.selectRow(10);
+    view.selectRow(-1);
+    QCOMPARE(view.currentIndex(), model.index(9, 0));
+}
+
+void tst_ViewPlaces::emptyRubberBandSelectsNothing()
+{
+    BigModel model(10);
+    View view(&model);
+    view.showWith(200, 200);
+    view.selectRow(3);
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    view.setSelection(QRect(), QItemSelectionModel::ClearAndSelect);
+    QCOMPARE(view.selectionModel()->selectedRows(), QModelIndexList {model.index(3, 0)});
+}
+
+void tst_ViewPlaces::lastRowOfATableThatLostItsRows()
+{
+    BigModel model(3);
+    View view(&model);
+    view.setCurrentIndex(model.index(1, 0));
+    QVERIFY(!view.isCurrentLast());
+    model.rows = 0; // and told nobody
+    QVERIFY(view.isCurrentLast());
+}
+
+void tst_ViewPlaces::selectionAtTheVeryEdges()
+{
+    BigModel model(100);
+    View view(&model);
+    view.setVerticalScrollMode(perPixel);
+    view.showWith(300, 200);
+    const auto region = [&](int row) {
+        return view.visualRegionForSelection(
+            QItemSelection(model.index(row, 0), model.index(row, 4)));
+    };
+    view.bar()->setValue(19);
+    QCOMPARE(region(0), QRegion(0, 0, 300, 1));
+    QCOMPARE(region(10), QRegion(0, 181, 300, 19));
+    QCOMPARE(region(11), QRegion());
+    view.bar()->setValue(20);
+    QCOMPARE(region(0), QRegion());
+    view.bar()->setValue(1);
+    QCOMPARE(region(10), QRegion(0, 199, 300, 1));
+    view.bar()->setValue(0);
+    QCOMPARE(region(10), QRegion());
 }
 
 QTEST_MAIN(tst_ViewPlaces)

@@ -63,6 +63,8 @@ private slots:
     void selectionModelGoes();
     void iconSizeChanges();
     void currentRowChanges();
+    void selectionChanges_data();
+    void selectionChanges();
     void rowsThatChangeTheirColor_data();
     void rowsThatChangeTheirColor();
     void rowsComeAtTheEnd();
@@ -121,6 +123,32 @@ void tst_ViewRepaints::currentRowChanges()
     shown.painted();
     shown.view.setCurrentIndex(shown.model.index(5, 2));
     QCOMPARE(shown.painted(), rowsFrom(2, 2) | rowsFrom(5, 5));
+}
+
+void tst_ViewRepaints::selectionChanges_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("last");
+    QTest::addColumn<QRegion>("region");
+    // The whole row looks selected when its first cell is.
+    QTest::newRow("first column") << 0 << 0 << rowsFrom(2, 3);
+    QTest::newRow("first columns") << 0 << 2 << rowsFrom(2, 3);
+    QTest::newRow("second column") << 1 << 1 << QRegion(60, 2 * rowHeight, 60, 2 * rowHeight);
+    QTest::newRow("all columns") << 0 << 4 << rowsFrom(2, 3);
+}
+
+void tst_ViewRepaints::selectionChanges()
+{
+    QFETCH(int, first);
+    QFETCH(int, last);
+    QFETCH(QRegion, region);
+    Shown shown;
+    const QItemSelection selection(shown.model.index(2, first), shown.model.index(3, last));
+    for (const QItemSelectionModel::SelectionFlag change :
+         {QItemSelectionModel::Select, QItemSelectionModel::Deselect}) {
+        shown.view.selectionModel()->select(selection, change);
+        QCOMPARE(shown.painted(), region);
+    }
 }
 
 void tst_ViewRepaints::rowsThatChangeTheirColor_data()
