@@ -318,6 +318,9 @@ private slots:
     void standardKeysSwitchTab_data();
     void standardKeysSwitchTab();
     void logicalRanges();
+    void searchedRowIsNoBeginning();
+    void columnsThatAreNearlySelected();
+    void columnWithoutSelectionModel();
 };
 
 void TestViewKeys::cleanup()
@@ -678,6 +681,55 @@ void TestViewKeys::logicalRanges()
     stage.fast->setSelectsVisualRanges(true);
     drag(stage.fast->viewport(), Qt::NoModifier, from, to);
     QCOMPARE(selectedCells(*stage.fast), visual);
+}
+
+//! A range begins where keys moved to or the mouse was pressed, not where a search ended.
+void TestViewKeys::searchedRowIsNoBeginning()
+{
+    Stage stage(40, arrangements[0]);
+    stage.setModes(QAbstractItemView::ExtendedSelection, QAbstractItemView::SelectRows);
+    QTableFastView *view = stage.fast;
+    const auto middle = [&](int row) {
+        return QPoint(5, view->rowViewportPosition(row) + rowHeight / 2);
+    };
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, middle(1));
+    press(view, Qt::Key_Down, Qt::NoModifier);
+    press(view, Qt::Key_4, Qt::NoModifier);
+    QCOMPARE(view->currentIndex().row(), 4);
+    drag(view->viewport(), Qt::ShiftModifier, middle(5), middle(6));
+    QList<int> rows;
+    for (const QModelIndex &index : view->selectionModel()->selectedRows())
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end());
+    QCOMPARE(rows, QList<int>({2, 3, 4, 5, 6}));
+}
+
+void TestViewKeys::columnsThatAreNearlySelected()
+{
+    NumberModel model(10);
+    QTableFastView view;
+    view.setModel(&model);
+    view.setSelectionMode(QAbstractItemView::MultiSelection);
+    view.setSelectionBehavior(QAbstractItemView::SelectItems);
+    view.selectionModel()->select(QItemSelection(model.index(0, 1), model.index(8, 1)),
+                                  QItemSelectionModel::Select);
+    view.selectColumn(1);
+    QCOMPARE(view.selectionModel()->selectedIndexes().size(), 10);
+    view.selectColumn(1);
+    QCOMPARE(view.selectionModel()->selectedIndexes().size(), 0);
+}
+
+void TestViewKeys::columnWithoutSelectionModel()
+{
+    NumberModel model(10);
+    QTableFastView view;
+    view.setModel(&model);
+    view.setSelectionBehavior(QAbstractItemView::SelectColumns);
+    auto *selection = new QItemSelectionModel(&model);
+    view.setSelectionModel(selection);
+    delete selection;
+    view.selectColumn(1);
+    QVERIFY(!view.currentIndex().isValid());
 }
 
 QTEST_MAIN(TestViewKeys)
