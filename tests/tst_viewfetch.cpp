@@ -246,6 +246,7 @@ private slots:
     void newRowsAreFollowedWhileMoreCanBeFetched();
     void fillsTheViewByBatches();
     void fillsTheViewToItsLastPixel();
+    void hiddenViewFetchesAsRowsCome();
     void currentIndexThatIsSetWhileFetching_data();
     void currentIndexThatIsSetWhileFetching();
     void editorKeepsTheCurrentIndex_data();
@@ -425,6 +426,20 @@ void TestViewFetch::fillsTheViewToItsLastPixel()
     QTRY_COMPARE(model.rowCount(), 15);
     wait();
     QCOMPARE(model.rowCount(), 15);
+}
+
+void TestViewFetch::hiddenViewFetchesAsRowsCome()
+{
+    BatchModel model(0, 1000, 5, Fetch::Nothing);
+    QTableFastView view;
+    view.setModel(&model);
+    wait();
+    const int before = model.fetches;
+    wait();
+    QCOMPARE(model.fetches, before);
+    model.insert(0, 1);
+    wait();
+    QCOMPARE(model.fetches, before + 1);
 }
 
 void TestViewFetch::currentIndexThatIsSetWhileFetching_data()

@@ -67,6 +67,12 @@ private slots:
     void selectionChanges();
     void rowsThatChangeTheirColor_data();
     void rowsThatChangeTheirColor();
+    void delegatesOfRowsStay_data();
+    void delegatesOfRowsStay();
+    void dataChangesAmidAMove_data();
+    void dataChangesAmidAMove();
+    void autoScrollComesBackAfterMoves_data();
+    void autoScrollComesBackAfterMoves();
     void rowsComeAtTheEnd();
     void columnsAreScrolled_data();
     void columnsAreScrolled();
@@ -171,6 +177,95 @@ void tst_ViewRepaints::rowsThatChangeTheirColor()
     shown.painted();
     shown.model.insert(3, count);
     QCOMPARE(shown.painted(), region);
+}
+
+void tst_ViewRepaints::delegatesOfRowsStay_data()
+{
+    QTest::addColumn<bool>("isBuffered");
+    QTest::addColumn<QByteArray>("what");
+    for (const char *what : {"insert", "remove", "move"}) {
+        QTest::addRow("%s", what) << false << QByteArray(what);
+        QTest::addRow("%s, with the paint buffer", what) << true << QByteArray(what);
+    }
+}
+
+void tst_ViewRepaints::delegatesOfRowsStay()
+{
+    class Plain : public QStyledItemDelegate
+    {
+    public:
+        void paint(QPainter *painter, const QStyleOptionViewItem &option,
+                   const QModelIndex &) const override
+        {
+            painter->fillRect(option.rect, Qt::black);
+        }
+    };
+    QFETCH(bool, isBuffered);
+    QFETCH(QByteArray, what);
+    Shown shown;
+    shown.view.setPaintBufferEnabled(isBuffered);
+    Plain plain;
+    shown.view.setItemDelegateForRow(3, &plain);
+    shown.view.viewport()->update();
+    shown.painted();
+    if (what == "insert")
+        shown.model.insert(1, 2);
+    else if (what == "remove")
+        shown.model.remove(1, 1);
+    else
+        shown.model.move(1, 1, 7);
+    settleEvents();
+    const QImage picture = maintainedPicture(shown.view);
+    QCOMPARE(picture.pixelColor(90, 3 * rowHeight + 5), QColor(Qt::black));
+    QVERIFY(isSamePicture(picture, freshPicture(shown.view)));
+    shown.view.setItemDelegateForRow(3, nullptr);
+}
+
+void tst_ViewRepaints::dataChangesAmidAMove_data()
+{
+    autoScrollComesBackAfterMoves_data();
+}
+
+//! Rows may have other numbers already, but for those that only children changed places in.
+void tst_ViewRepaints::dataChangesAmidAMove()
+{
+    QFETCH(bool, isFromChild);
+    QFETCH(bool, isToChild);
+    Shown shown;
+    const QModelIndex from = isFromChild ? shown.model.index(1, 0) : QModelIndex();
+    const QModelIndex to = isToChild ? shown.model.index(2, 0) : QModelIndex();
+    const QModelIndex changed = shown.model.index(4, 1);
+    shown.view.rowsAboutToBeMoved(from, 30, 30, to, 40);
+    shown.view.dataChanged(changed, changed, {});
+    QCOMPARE(shown.painted(),
+             isFromChild && isToChild ? QRegion(60, 4 * rowHeight, 60, rowHeight) : everything);
+    shown.view.rowsMoved(from, 30, 30, to, 40);
+    shown.painted();
+    shown.view.dataChanged(changed, changed, {});
+    QCOMPARE(shown.painted(), QRegion(60, 4 * rowHeight, 60, rowHeight));
+}
+
+void tst_ViewRepaints::autoScrollComesBackAfterMoves_data()
+{
+    QTest::addColumn<bool>("isFromChild");
+    QTest::addColumn<bool>("isToChild");
+    QTest::newRow("rows") << false << false;
+    QTest::newRow("from a child") << true << false;
+    QTest::newRow("to a child") << false << true;
+    QTest::newRow("among children") << true << true;
+}
+
+void tst_ViewRepaints::autoScrollComesBackAfterMoves()
+{
+    QFETCH(bool, isFromChild);
+    QFETCH(bool, isToChild);
+    Shown shown;
+    const QModelIndex from = isFromChild ? shown.model.index(1, 0) : QModelIndex();
+    const QModelIndex to = isToChild ? shown.model.index(2, 0) : QModelIndex();
+    shown.view.rowsAboutToBeMoved(from, 0, 0, to, 3);
+    QVERIFY(!shown.view.hasAutoScroll());
+    shown.view.rowsMoved(from, 0, 0, to, 3);
+    QVERIFY(shown.view.hasAutoScroll());
 }
 
 void tst_ViewRepaints::rowsComeAtTheEnd()
