@@ -44,6 +44,9 @@ private slots:
     void emptyRubberBandSelectsNothing();
     void lastRowOfATableThatLostItsRows();
     void selectionAtTheVeryEdges();
+    void scrollBarWaitsForTheEndOfAChange_data();
+    void scrollBarWaitsForTheEndOfAChange();
+    void oneRowMovesPastTheView();
     void rowHeightIsMeasuredAtOnce();
     void higherRowsBeginAtTheTop();
     void scrollToColumns_data();
@@ -318,6 +321,57 @@ void tst_ViewPlaces::selectionAtTheVeryEdges()
     QCOMPARE(region(10), QRegion(0, 199, 300, 1));
     view.bar()->setValue(0);
     QCOMPARE(region(10), QRegion());
+}
+
+void tst_ViewPlaces::scrollBarWaitsForTheEndOfAChange_data()
+{
+    QTest::addColumn<QByteArray>("what");
+    for (const char *what : {"insertion", "removal", "move"})
+        QTest::newRow(what) << QByteArray(what);
+}
+
+//! Its value and the number of rows do not belong together before.
+void tst_ViewPlaces::scrollBarWaitsForTheEndOfAChange()
+{
+    QFETCH(QByteArray, what);
+    BigModel model(100);
+    View view(&model);
+    view.showWith(200, 200);
+    view.bar()->setValue(20);
+    int during = -1;
+    const auto scroll = [&] {
+        view.updateScrollBars(3);
+        during = view.bar()->value();
+    };
+    if (what == "insertion")
+        connect(&model, &QAbstractItemModel::rowsAboutToBeInserted, &view, scroll);
+    else if (what == "removal")
+        connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, &view, scroll);
+    else
+        connect(&model, &QAbstractItemModel::rowsAboutToBeMoved, &view, scroll);
+    if (what == "insertion")
+        model.insert(60, 2);
+    else if (what == "removal")
+        model.remove(60, 2);
+    else
+        model.move(60, 2, 70);
+    QCOMPARE(during, 20);
+    view.updateScrollBars(3);
+    QCOMPARE(view.bar()->value(), 23);
+}
+
+void tst_ViewPlaces::oneRowMovesPastTheView()
+{
+    BigModel model(100);
+    View view(&model);
+    view.showWith(200, 200);
+    view.bar()->setValue(20);
+    model.move(60, 1, 0);
+    QCOMPARE(view.bar()->value(), 21);
+    model.move(0, 1, 60);
+    QCOMPARE(view.bar()->value(), 20);
+    model.move(60, 2, 50);
+    QCOMPARE(view.bar()->value(), 20);
 }
 
 QTEST_MAIN(tst_ViewPlaces)

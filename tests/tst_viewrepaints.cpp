@@ -84,6 +84,7 @@ private slots:
     void editorsAreWhereTheirRowsAre_data();
     void editorsAreWhereTheirRowsAre();
     void editorsFollowTheScrollMode();
+    void editorsAreMirrored();
 };
 
 void tst_ViewRepaints::nothingHappens()
@@ -445,6 +446,21 @@ void tst_ViewRepaints::editorsFollowTheScrollMode()
     shown.view.setIconSize(QSize(9, 7));
     shown.view.setHorizontalScrollMode(QAbstractItemView::ScrollPerItem);
     QVERIFY(isInPlace());
+}
+
+void tst_ViewRepaints::editorsAreMirrored()
+{
+    Shown shown;
+    auto *editor = new QLineEdit;
+    const QModelIndex cell = shown.model.index(3, 1);
+    shown.view.setIndexWidget(cell, editor);
+    shown.view.header()->resizeSection(4, 200);
+    for (const Qt::LayoutDirection direction : {Qt::RightToLeft, Qt::LeftToRight}) {
+        const int before = editor->x();
+        shown.view.setLayoutDirection(direction);
+        QVERIFY(editor->x() != before);
+        QCOMPARE(editor->pos(), shown.view.visualRect(cell).topLeft());
+    }
 }
 
 QTEST_MAIN(tst_ViewRepaints)
