@@ -46,6 +46,7 @@ private slots:
     void selectionAtTheVeryEdges();
     void scrollBarWaitsForTheEndOfAChange_data();
     void scrollBarWaitsForTheEndOfAChange();
+    void childRowsAreNoChange();
     void oneRowMovesPastTheView();
     void rowHeightIsMeasuredAtOnce();
     void higherRowsBeginAtTheTop();
@@ -358,6 +359,20 @@ void tst_ViewPlaces::scrollBarWaitsForTheEndOfAChange()
     QCOMPARE(during, 20);
     view.updateScrollBars(3);
     QCOMPARE(view.bar()->value(), 23);
+}
+
+void tst_ViewPlaces::childRowsAreNoChange()
+{
+    BigModel model(100);
+    View view(&model);
+    view.showWith(200, 200);
+    view.stayAtEnd = true;
+    const QModelIndex parent = model.index(1, 0);
+    view.rowsAboutToBeInserted(parent, 0, 1);
+    view.rowsAboutToBeRemoved(parent, 0, 1);
+    view.updateScrollBars(3);
+    QCOMPARE(view.bar()->value(), 3);
+    QVERIFY(view.stayAtEnd); // nothing was decided
 }
 
 void tst_ViewPlaces::oneRowMovesPastTheView()

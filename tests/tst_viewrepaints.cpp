@@ -69,6 +69,7 @@ private slots:
     void rowsThatChangeTheirColor();
     void delegatesOfRowsStay_data();
     void delegatesOfRowsStay();
+    void dataChangesNobodyKnowsWhere();
     void dataChangesAmidAMove_data();
     void dataChangesAmidAMove();
     void autoScrollComesBackAfterMoves_data();
@@ -220,6 +221,18 @@ void tst_ViewRepaints::delegatesOfRowsStay()
     QCOMPARE(picture.pixelColor(90, 3 * rowHeight + 5), QColor(Qt::black));
     QVERIFY(isSamePicture(picture, freshPicture(shown.view)));
     shown.view.setItemDelegateForRow(3, nullptr);
+}
+
+void tst_ViewRepaints::dataChangesNobodyKnowsWhere()
+{
+    Shown shown;
+    const QModelIndex cell = shown.model.index(4, 1);
+    for (const auto &[topLeft, bottomRight] :
+         {std::pair(cell, QModelIndex()), std::pair(QModelIndex(), cell),
+          std::pair(QModelIndex(), QModelIndex())}) {
+        shown.view.dataChanged(topLeft, bottomRight, {});
+        QCOMPARE(shown.painted(), everything);
+    }
 }
 
 void tst_ViewRepaints::dataChangesAmidAMove_data()
