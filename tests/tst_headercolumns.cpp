@@ -99,6 +99,10 @@ private Q_SLOTS:
     void scrollByPixel();
     void scrollBySection();
     void sectionScrollsTo();
+    void rangeOfOneWideColumn();
+    void rangeOfNoColumn();
+    void rangeWithoutTheBar_data();
+    void rangeWithoutTheBar();
 };
 
 void TestHeaderColumns::noHeader()
@@ -375,6 +379,57 @@ void TestHeaderColumns::sectionScrollsTo()
         scroll.scrollTo(offset);
         QCOMPARE(bar.value(), section);
     }
+}
+
+void TestHeaderColumns::rangeOfOneWideColumn()
+{
+    QStandardItemModel model(1, 1);
+    QHeaderView header(Qt::Horizontal);
+    header.setModel(&model);
+    header.resizeSection(0, 3 * width);
+    QScrollBar bar(Qt::Horizontal);
+    ColumnScroll(&header, &bar, true).setRange(width, width);
+    QCOMPARE(bar.maximum(), 0);
+    QCOMPARE(bar.pageStep(), 1);
+    ColumnScroll(&header, &bar, false).setRange(width, width);
+    QCOMPARE(bar.maximum(), 2 * width);
+    QCOMPARE(bar.singleStep(), width / 2);
+}
+
+void TestHeaderColumns::rangeOfNoColumn()
+{
+    QHeaderView header(Qt::Horizontal);
+    QScrollBar bar(Qt::Horizontal);
+    ColumnScroll(&header, &bar, false).setRange(width, width);
+    QCOMPARE(bar.maximum(), 0);
+    QCOMPARE(bar.singleStep(), width);
+}
+
+void TestHeaderColumns::rangeWithoutTheBar_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("before"); // the largest value of the bar
+    QTest::addColumn<int>("after");
+    // The widest that the viewport may be is 215.
+    QTest::newRow("fits") << width << 0 << 0;
+    QTest::newRow("fits without the bar") << 210 << 0 << 0;
+    QTest::newRow("just fits without the bar") << 215 << 0 << 0;
+    QTest::newRow("does not") << 216 << 0 << 216 - width;
+    QTest::newRow("there is a bar") << 210 << 1 << 210 - width;
+}
+
+void TestHeaderColumns::rangeWithoutTheBar()
+{
+    QFETCH(int, length);
+    QFETCH(int, before);
+    QStandardItemModel model(1, 1);
+    QHeaderView header(Qt::Horizontal);
+    header.setModel(&model);
+    header.resizeSection(0, length);
+    QScrollBar bar(Qt::Horizontal);
+    bar.setRange(0, before);
+    ColumnScroll(&header, &bar, false).setRange(width, 215);
+    QTEST(bar.maximum(), "after");
 }
 
 QTEST_MAIN(TestHeaderColumns)
