@@ -263,6 +263,8 @@ void TestRowGeometry::valueFor_data()
     add("rows, to the bottom, one above", byRow(20), 4, atBottom, 1);
     add("rows, to the centre", byRow(20), 50, centre, 48);
     add("rows, to the centre, none above", byRow(20), 2, centre, -1);
+    add("rows, to the centre of three", {{height, 20, false}, 100, 60}, 50, centre, 48);
+    add("rows, to the centre of a little more", {{height, 20, false}, 100, 62}, 50, centre, 47);
     const RowGeometry high {{100, 20, false}, 100, room};
     add("rows higher than all, to the bottom", high, 50, atBottom, 50);
     add("rows higher than all, below", high, 21, ensure, 21);
@@ -326,6 +328,8 @@ void TestRowGeometry::scrolledPixels_data()
     QTest::newRow("none") << byRow(20) << 0 << 0;
     QTest::newRow("down") << byRow(20) << -3 << -30;
     QTest::newRow("up") << byRow(20) << 2 << 20;
+    QTest::newRow("one down") << byRow(20) << -1 << -10;
+    QTest::newRow("one up") << byRow(20) << 1 << 10;
     QTest::newRow("beyond the end") << byRow(103) << -5 << -20;
     QTest::newRow("all beyond the end") << byRow(103) << -2 << 0;
     QTest::newRow("back from beyond") << byRow(98) << 7 << 20;
