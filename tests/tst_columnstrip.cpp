@@ -118,6 +118,8 @@ private slots:
     void showsKnowsWhatIsSeen_data();
     void showsKnowsWhatIsSeen();
     void showsIsToldFromPixels();
+    void samePlaces_data();
+    void samePlaces();
 };
 
 void TestColumnStrip::scrolledMovesAll_data()
@@ -288,6 +290,35 @@ void TestColumnStrip::showsIsToldFromPixels()
         same += isSame ? 1 : 0;
     }
     QVERIFY(same > 2000 && same < 18000); // both were tried
+}
+
+void TestColumnStrip::samePlaces_data()
+{
+    using Item = QStyleOptionViewItem;
+    QTest::addColumn<ColumnStrip>("other");
+    QTest::addColumn<bool>("isSame");
+    QTest::newRow("the same") << ColumnStrip {{3, 5, 60, Item::Beginning}, {1, 65, 70, Item::End}}
+                              << true;
+    QTest::newRow("positions") << ColumnStrip {{3, 5, 60, Item::Middle}, {1, 65, 70, Item::Middle}}
+                               << true;
+    QTest::newRow("column") << ColumnStrip {{3, 5, 60, Item::Beginning}, {2, 65, 70, Item::End}}
+                            << false;
+    QTest::newRow("place") << ColumnStrip {{3, 4, 60, Item::Beginning}, {1, 65, 70, Item::End}}
+                           << false;
+    QTest::newRow("width") << ColumnStrip {{3, 5, 60, Item::Beginning}, {1, 65, 71, Item::End}}
+                           << false;
+    QTest::newRow("fewer") << ColumnStrip {{3, 5, 60, Item::Beginning}} << false;
+    QTest::newRow("none") << ColumnStrip {} << false;
+}
+
+void TestColumnStrip::samePlaces()
+{
+    QFETCH(ColumnStrip, other);
+    QFETCH(bool, isSame);
+    const ColumnStrip strip {{3, 5, 60, QStyleOptionViewItem::Beginning},
+                             {1, 65, 70, QStyleOptionViewItem::End}};
+    QCOMPARE(haveSamePlaces(strip, other), isSame);
+    QCOMPARE(haveSamePlaces(other, strip), isSame);
 }
 
 QTEST_MAIN(TestColumnStrip)
