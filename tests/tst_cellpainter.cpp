@@ -130,6 +130,7 @@ private slots:
     void init();
     void passKnowsTheSelectionOnScreen();
     void selectionIsAskedForWhereItMayReach();
+    void selectionIsThatOfTheBeginning();
     void passKnowsTheCurrentRow();
     void passKnowsWhetherPicturesCanBeKept_data();
     void passKnowsWhetherPicturesCanBeKept();
@@ -150,6 +151,8 @@ private slots:
     void bufferIsUsed();
     void bufferedCellsOutsideAreLeftOut();
     void pictureBeginsAsTheViewportDoes();
+    void pictureIsCopiedFromTheCanvas_data();
+    void pictureIsCopiedFromTheCanvas();
     void pictureIsNotKeptInPlace();
     void frameIsAroundTheEditorsRow_data();
     void frameIsAroundTheEditorsRow();
@@ -199,6 +202,22 @@ void tst_CellPainter::selectionIsAskedForWhereItMayReach()
     painted.painter.complete(&without, painted.geometry);
     QVERIFY(!without.isSelected(painted.model.index(1, 1)));
     QCOMPARE(without.currentRow, -1);
+}
+
+void tst_CellPainter::selectionIsThatOfTheBeginning()
+{
+    Painted painted;
+    painted.view.setSelectionMode(QAbstractItemView::MultiSelection);
+    QItemSelectionModel *selection = painted.view.selectionModel();
+    selection->select(painted.model.index(2, 1), QItemSelectionModel::ClearAndSelect);
+    const PaintPass pass = painted.pass();
+    selection->select(QItemSelection(painted.model.index(1, 0), painted.model.index(3, 2)),
+                      QItemSelectionModel::Select);
+    for (int row = 1; row <= 3; ++row) {
+        for (int column = 0; column < 3; ++column) {
+            QCOMPARE(pass.isSelected(painted.model.index(row, column)), row == 2 && column == 1);
+        }
+    }
 }
 
 void tst_CellPainter::passKnowsTheCurrentRow()
@@ -609,6 +628,69 @@ void tst_CellPainter::pictureBeginsAsTheViewportDoes()
     QCOMPARE(asking.background.color(), viewport->palette().color(viewport->backgroundRole()));
     QCOMPARE(asking.direction, Qt::RightToLeft);
     QCOMPARE(image.pixelColor(30, 10), QColor(Qt::yellow));
+    painted.view.setItemDelegate(&painted.view.recorder);
+}
+
+void tst_CellPainter::pictureIsCopiedFromTheCanvas_data()
+{
+    QTest::addColumn<bool>("staysInCell");
+    QTest::addColumn<bool>("ignoresDevice");
+    QTest::addColumn<bool>("isCopied");
+    QTest::newRow("known") << true << true << true;
+    QTest::newRow("may leave its cell") << false << true << false;
+    QTest::newRow("may ask for its device") << true << false << false;
+}
+
+void tst_CellPainter::pictureIsCopiedFromTheCanvas()
+{
+    class Dot : public QStyledItemDelegate
+    {
+    public:
+        void paint(QPainter *painter, const QStyleOptionViewItem &option,
+                   const QModelIndex &) const override
+        {
+            places.append(option.rect.topLeft());
+            painter->fillRect(QRect(option.rect.topLeft(), QSize(3, 3)), Qt::red);
+        }
+        mutable QList<QPoint> places;
+    };
+    QFETCH(bool, staysInCell);
+    QFETCH(bool, ignoresDevice);
+    QFETCH(bool, isCopied);
+    static PaintTraits traits;
+    traits = PaintTraits();
+    traits.staysInCell = staysInCell;
+    traits.ignoresDevice = ignoresDevice;
+    PaintTraits::setReader([](const QAbstractItemDelegate *) { return traits; });
+    Painted painted;
+    painted.isOn = true;
+    Dot dot;
+    painted.view.setItemDelegate(&dot);
+    QPalette palette = painted.view.viewport()->palette();
+    palette.setColor(QPalette::Base, Qt::yellow);
+    painted.view.viewport()->setPalette(palette);
+
+    QImage image(180, 5 * rowHeight, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    QPainter to(&image);
+    QStyleOptionViewItem option = painted.base();
+    option.rect = QRect(0, 20, 180, rowHeight);
+    painted.painter.paintRow(&to, option, painted.model.index(1, 0), painted.pass(),
+                             &painted.buffer);
+    to.end();
+    QCOMPARE(dot.places,
+             isCopied ? QList<QPoint>({{0, 20}, {60, 20}, {120, 20}})
+                      : QList<QPoint>({{0, 0}, {0, 0}, {0, 0}}));
+    for (int column = 0; column < 3; ++column) {
+        const QPixmap *kept = painted.buffer.cell(1, column, QSize(60, rowHeight));
+        QVERIFY(kept);
+        const QImage shown = image.copy(column * 60, 20, 60, rowHeight);
+        QCOMPARE(kept->toImage().convertToFormat(QImage::Format_RGB32), shown);
+        QCOMPARE(shown.pixelColor(1, 1), QColor(Qt::red));
+        QCOMPARE(shown.pixelColor(30, 10), QColor(Qt::yellow));
+    }
+    QCOMPARE(image.pixelColor(30, 19), QColor(Qt::blue));
+    QCOMPARE(image.pixelColor(30, 40), QColor(Qt::blue));
     painted.view.setItemDelegate(&painted.view.recorder);
 }
 
