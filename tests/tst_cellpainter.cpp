@@ -289,6 +289,10 @@ void tst_CellPainter::editorInTheRowHasFocus()
     QVERIFY(painted.painter.hasEditorFocus(painted.model, 3));
     other->setFocus();
     QVERIFY(!painted.painter.hasEditorFocus(painted.model, 3));
+    auto *first = new QLineEdit;
+    painted.view.setIndexWidget(painted.model.index(3, 0), first);
+    first->setFocus();
+    QVERIFY(painted.painter.hasEditorFocus(painted.model, 3));
     painted.view.viewport()->setFocusProxy(nullptr);
     painted.view.viewport()->setFocus();
     QVERIFY(!painted.painter.hasEditorFocus(painted.model, 3));

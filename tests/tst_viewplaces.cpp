@@ -46,6 +46,8 @@ private slots:
     void selectionAtTheVeryEdges();
     void scrollBarWaitsForTheEndOfAChange_data();
     void scrollBarWaitsForTheEndOfAChange();
+    void rowsOfARegion_data();
+    void rowsOfARegion();
     void childRowsAreNoChange();
     void oneRowMovesPastTheView();
     void rowHeightIsMeasuredAtOnce();
@@ -359,6 +361,30 @@ void tst_ViewPlaces::scrollBarWaitsForTheEndOfAChange()
     QCOMPARE(during, 20);
     view.updateScrollBars(3);
     QCOMPARE(view.bar()->value(), 23);
+}
+
+void tst_ViewPlaces::rowsOfARegion_data()
+{
+    QTest::addColumn<QRegion>("region");
+    QTest::addColumn<QList<int>>("rows");
+    QTest::newRow("none") << QRegion() << QList<int> {};
+    QTest::newRow("one") << QRegion(0, 20, 10, 20) << QList<int> {11};
+    QTest::newRow("last line of one") << QRegion(0, 39, 10, 1) << QList<int> {11};
+    QTest::newRow("first line of one") << QRegion(0, 40, 10, 1) << QList<int> {12};
+    QTest::newRow("and a line of the next") << QRegion(0, 20, 10, 21) << QList<int> {11, 12};
+    QTest::newRow("and a line of the one before") << QRegion(0, 19, 10, 2) << QList<int> {10, 11};
+    QTest::newRow("above") << QRegion(0, -30, 10, 31) << QList<int> {10};
+    QTest::newRow("beyond the last") << QRegion(0, 170, 10, 100) << QList<int> {18, 19};
+}
+
+void tst_ViewPlaces::rowsOfARegion()
+{
+    QFETCH(QRegion, region);
+    BigModel model(20);
+    View view(&model);
+    view.showWith(200, 200);
+    view.bar()->setValue(10);
+    QTEST(view.rowsAt(region), "rows");
 }
 
 void tst_ViewPlaces::childRowsAreNoChange()

@@ -61,6 +61,7 @@ private slots:
     void nothingHappens();
     void modelGoes();
     void selectionModelGoes();
+    void headerGoes();
     void iconSizeChanges();
     void currentRowChanges();
     void selectionChanges_data();
@@ -114,6 +115,31 @@ void tst_ViewRepaints::selectionModelGoes()
     shown.painted();
     delete selection;
     QCOMPARE(shown.painted(), everything);
+}
+
+void tst_ViewRepaints::headerGoes()
+{
+    class RowPainter : public View
+    {
+    public:
+        using View::drawRow;
+        using View::View;
+    };
+    BigModel model(50);
+    RowPainter view(&model);
+    view.showWith(width, height);
+    QImage image(width, rowHeight, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QStyleOptionViewItem option;
+    option.rect = image.rect();
+    view.recorder.forget();
+    view.drawRow(&painter, option, model.index(1, 0));
+    QCOMPARE(view.recorder.timesPainted(1, 0), 1);
+    delete view.header();
+    view.recorder.forget();
+    view.drawRow(&painter, option, model.index(1, 0));
+    settleEvents();
+    QVERIFY(view.recorder.painted.isEmpty());
 }
 
 void tst_ViewRepaints::iconSizeChanges()
