@@ -41,6 +41,7 @@ private slots:
     void dropIndicator_data();
     void dropIndicator();
     void dropIndicatorLooksAsTheViewDoes();
+    void decorationIsSelectedInRows();
     void editorGetsFocusFrame();
     void otherRatiosPaintAnew();
     void shortTableLeavesBackground();
@@ -351,6 +352,31 @@ void TestViewPainting::dropIndicatorLooksAsTheViewDoes()
     view.viewport()->repaint();
     view.setState(View::NoState);
     QCOMPARE(style.drawn.size(), 1);
+    view.setStyle(nullptr);
+}
+
+void TestViewPainting::decorationIsSelectedInRows()
+{
+    class Style : public QProxyStyle
+    {
+    public:
+        int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                      QStyleHintReturn *data) const override
+        {
+            return hint == SH_ItemView_ShowDecorationSelected
+                ? 0
+                : QProxyStyle::styleHint(hint, option, widget, data);
+        }
+    };
+    Style style;
+    View view;
+    view.setStyle(&style);
+    for (const bool isByRows : {true, false}) {
+        view.setSelectionBehavior(isByRows ? View::SelectRows : View::SelectItems);
+        QStyleOptionViewItem option;
+        view.initViewItemOption(&option);
+        QCOMPARE(option.showDecorationSelected, isByRows);
+    }
     view.setStyle(nullptr);
 }
 

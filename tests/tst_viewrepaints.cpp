@@ -73,6 +73,8 @@ private slots:
     void dataChangesNobodyKnowsWhere();
     void dataChangesAmidAMove_data();
     void dataChangesAmidAMove();
+    void colorsOfMovedRows();
+    void newLookIsPaintedOnce();
     void autoScrollComesBackAfterMoves_data();
     void autoScrollComesBackAfterMoves();
     void rowsComeAtTheEnd();
@@ -211,9 +213,12 @@ void tst_ViewRepaints::delegatesOfRowsStay_data()
 {
     QTest::addColumn<bool>("isBuffered");
     QTest::addColumn<QByteArray>("what");
+    QTest::addColumn<int>("row");
     for (const char *what : {"insert", "remove", "move"}) {
-        QTest::addRow("%s", what) << false << QByteArray(what);
-        QTest::addRow("%s, with the paint buffer", what) << true << QByteArray(what);
+        for (const int row : {0, 3, 9}) {
+            QTest::addRow("%s, row %d", what, row) << false << QByteArray(what) << row;
+            QTest::addRow("%s, row %d, paint buffer", what, row) << true << QByteArray(what) << row;
+        }
     }
 }
 
@@ -230,10 +235,11 @@ void tst_ViewRepaints::delegatesOfRowsStay()
     };
     QFETCH(bool, isBuffered);
     QFETCH(QByteArray, what);
+    QFETCH(int, row);
     Shown shown;
     shown.view.setPaintBufferEnabled(isBuffered);
     Plain plain;
-    shown.view.setItemDelegateForRow(3, &plain);
+    shown.view.setItemDelegateForRow(row, &plain);
     shown.view.viewport()->update();
     shown.painted();
     if (what == "insert")
@@ -244,9 +250,9 @@ void tst_ViewRepaints::delegatesOfRowsStay()
         shown.model.move(1, 1, 7);
     settleEvents();
     const QImage picture = maintainedPicture(shown.view);
-    QCOMPARE(picture.pixelColor(90, 3 * rowHeight + 5), QColor(Qt::black));
+    QCOMPARE(picture.pixelColor(90, row * rowHeight + 5), QColor(Qt::black));
     QVERIFY(isSamePicture(picture, freshPicture(shown.view)));
-    shown.view.setItemDelegateForRow(3, nullptr);
+    shown.view.setItemDelegateForRow(row, nullptr);
 }
 
 void tst_ViewRepaints::dataChangesNobodyKnowsWhere()
@@ -283,6 +289,64 @@ void tst_ViewRepaints::dataChangesAmidAMove()
     shown.painted();
     shown.view.dataChanged(changed, changed, {});
     QCOMPARE(shown.painted(), QRegion(60, 4 * rowHeight, 60, rowHeight));
+}
+
+//! Kept pictures of rows that change their alternate colour are not used.
+void tst_ViewRepaints::colorsOfMovedRows()
+{
+    class Striped : public QStyledItemDelegate
+    {
+    public:
+        void paint(QPainter *painter, const QStyleOptionViewItem &option,
+                   const QModelIndex &) const override
+        {
+            const bool isOdd = option.features & QStyleOptionViewItem::Alternate;
+            painter->fillRect(option.rect, isOdd ? Qt::black : Qt::white);
+        }
+    };
+    Shown shown;
+    Striped striped;
+    shown.view.setItemDelegate(&striped);
+    shown.view.setAlternatingRowColors(true);
+    const auto stripes = [&] {
+        const QImage picture = freshPicture(shown.view);
+        QList<bool> odd;
+        for (int y = rowHeight / 2; y < height; y += rowHeight)
+            odd.append(picture.pixelColor(90, y) == Qt::black);
+        return odd;
+    };
+    shown.view.setRowHeight(rowHeight);
+    shown.view.setPaintBufferEnabled(true);
+    for (const int start : {0, 2}) {
+        for (const int count : {1, 2, 3}) {
+            for (int to = 0; to <= 8; ++to) {
+                stripes();
+                shown.model.move(start, count, to);
+                QList<bool> expected;
+                for (int row = shown.view.getFirstVisibleItem(); expected.size() < 10; ++row)
+                    expected.append(row % 2 == 1);
+                QCOMPARE(stripes(), expected);
+            }
+        }
+    }
+    shown.view.setItemDelegate(&shown.view.recorder);
+}
+
+void tst_ViewRepaints::newLookIsPaintedOnce()
+{
+    Shown shown;
+    shown.view.setAlternatingRowColors(true);
+    shown.painted();
+    shown.view.paintEvents = 0;
+    shown.view.setAlternatingRowColors(false);
+    shown.view.viewport()->update();
+    QCOMPARE(shown.painted(), everything);
+    QCOMPARE(shown.view.paintEvents, 1);
+    // What is painted first makes the view paint the rest.
+    shown.view.setAlternatingRowColors(true);
+    shown.view.paintEvents = 0;
+    shown.view.viewport()->repaint(0, 0, 10, 10);
+    QCOMPARE(shown.painted(), everything);
 }
 
 void tst_ViewRepaints::autoScrollComesBackAfterMoves_data()
