@@ -276,6 +276,7 @@ private Q_SLOTS:
     void delegateAtTheSameAddress();
     void farShift();
     void offKeepsNothing();
+    void currentRowOfOneColumn();
 };
 
 void TestPaintBuffer::showsWhatIsThere_data()
@@ -491,6 +492,22 @@ void TestPaintBuffer::offKeepsNothing()
     QCOMPARE(buffer.cell(6, 1, cellSize), picture);
     buffer.clear();
     QVERIFY(!buffer.cell(6, 1, cellSize));
+}
+
+void TestPaintBuffer::currentRowOfOneColumn()
+{
+    const bool isOn = true;
+    PixmapCacheIndexed cache(nullptr);
+    PaintBuffer buffer(&cache, &isOn);
+    QStandardItemModel model(5, 1);
+    buffer.setBounds({0, 4, 0, 0});
+    buffer.prepare();
+    buffer.noticeCurrentRow(model, 2, 2);
+    buffer.keep(2, 0, new QPixmap(3, 3));
+    buffer.noticeCurrentRow(model, 2, 2);
+    QVERIFY(buffer.cell(2, 0, QSize(3, 3)));
+    buffer.noticeCurrentRow(model, 2, -1);
+    QVERIFY(!buffer.cell(2, 0, QSize(3, 3)));
 }
 
 QTEST_MAIN(TestPaintBuffer)

@@ -6,6 +6,7 @@
 #include "bigmodel.h"
 #include "recordedview.h"
 
+#include <QHoverEvent>
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -64,6 +65,7 @@ private slots:
     void headerGoes();
     void iconSizeChanges();
     void currentRowChanges();
+    void pointerMoves();
     void selectionChanges_data();
     void selectionChanges();
     void rowsThatChangeTheirColor_data();
@@ -159,6 +161,33 @@ void tst_ViewRepaints::currentRowChanges()
     shown.painted();
     shown.view.setCurrentIndex(shown.model.index(5, 2));
     QCOMPARE(shown.painted(), rowsFrom(2, 2) | rowsFrom(5, 5));
+}
+
+void tst_ViewRepaints::pointerMoves()
+{
+    Shown shown;
+    const auto hover = [&](QEvent::Type type, const QPointF &to) {
+        shown.view.recorder.forget();
+#if QT_VERSION >= QT_VERSION_CHECK(6, 3, 0)
+        QHoverEvent event(type, to, to, QPointF());
+#else
+        QHoverEvent event(type, to, QPointF());
+#endif
+        QCoreApplication::sendEvent(shown.view.viewport(), &event);
+        return shown.painted();
+    };
+    const auto isHovered = [&](int row, int column) {
+        return bool(shown.view.recorder.optionOf(row, column).state & QStyle::State_MouseOver);
+    };
+    QCOMPARE(hover(QEvent::HoverMove, {70, 3 * rowHeight + 5}), rowsFrom(3, 3));
+    QVERIFY(isHovered(3, 1));
+    QVERIFY(!isHovered(3, 0));
+    QCOMPARE(hover(QEvent::HoverMove, {75, 3 * rowHeight + 8}), QRegion()); // the same cell
+    QCOMPARE(hover(QEvent::HoverMove, {5, 5 * rowHeight + 5}), rowsFrom(3, 3) | rowsFrom(5, 5));
+    QVERIFY(isHovered(5, 0));
+    QVERIFY(!isHovered(3, 1));
+    hover(QEvent::HoverLeave, {-1, -1});
+    QVERIFY(!isHovered(5, 0));
 }
 
 void tst_ViewRepaints::selectionChanges_data()
