@@ -277,6 +277,7 @@ private Q_SLOTS:
     void farShift();
     void offKeepsNothing();
     void currentRowOfOneColumn();
+    void firstCoveredRowIsRemoved();
 };
 
 void TestPaintBuffer::showsWhatIsThere_data()
@@ -508,6 +509,23 @@ void TestPaintBuffer::currentRowOfOneColumn()
     QVERIFY(buffer.cell(2, 0, QSize(3, 3)));
     buffer.noticeCurrentRow(model, 2, -1);
     QVERIFY(!buffer.cell(2, 0, QSize(3, 3)));
+}
+
+void TestPaintBuffer::firstCoveredRowIsRemoved()
+{
+    const bool isOn = true;
+    PixmapCacheIndexed cache(nullptr);
+    PaintBuffer buffer(&cache, &isOn);
+    buffer.setBounds({5, 9, 0, 0});
+    buffer.prepare();
+    for (int row = 5; row <= 9; ++row)
+        buffer.keep(row, 0, new QPixmap(row, 3));
+    buffer.rowsRemoved(5, 5);
+    buffer.setBounds({4, 9, 0, 0});
+    buffer.prepare();
+    QVERIFY(!buffer.cell(4, 0, QSize(5, 3)));
+    for (int row = 5; row <= 8; ++row)
+        QVERIFY(buffer.cell(row, 0, QSize(row + 1, 3)));
 }
 
 QTEST_MAIN(TestPaintBuffer)

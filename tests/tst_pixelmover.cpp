@@ -179,6 +179,7 @@ private slots:
     void childrenMoveWithAll();
     void childrenStayInStrips();
     void manyPartsArePainted();
+    void movesWhilePartsArePending();
 };
 
 void TestPixelMover::pixelsMove_data()
@@ -502,6 +503,24 @@ void TestPixelMover::manyPartsArePainted()
     settleEvents();
     QVERIFY((parts - area.painted).isEmpty());
     QVERIFY(((parts.translated(1, 1) & area.viewport()->rect()) - area.painted).isEmpty());
+}
+
+void TestPixelMover::movesWhilePartsArePending()
+{
+    BandArea area;
+    QVERIFY(area.mover.canMove());
+    area.mover.update(area.band(3));
+    QVERIFY(area.mover.canMove());
+    area.mover.painted(area.band(0));
+    QVERIFY(area.mover.canMove());
+    area.mover.update();
+    QVERIFY(!area.mover.canMove());
+    area.mover.painted(QRegion());
+    QVERIFY(!area.mover.canMove());
+    area.mover.painted(area.band(0));
+    QVERIFY(area.mover.canMove());
+    area.mover.painted(area.bandsFrom(1));
+    QVERIFY(area.mover.canMove());
 }
 
 QTEST_MAIN(TestPixelMover)
