@@ -140,6 +140,7 @@ private slots:
     void assigns();
     void assignsItself();
     void followsRowsAtRandom();
+    void boundsAtTheFirstCell();
 };
 
 void TestPixmapCacheIndexed::isEmptyAtFirst()
@@ -726,6 +727,26 @@ void TestPixmapCacheIndexed::followsRowsAtRandom()
             }
         }
     }
+}
+
+void TestPixmapCacheIndexed::boundsAtTheFirstCell()
+{
+    PixmapCacheIndexed cache(nullptr);
+    fill(&cache, 3, 3);
+    cache.setVisibleBounds(0, 2, 0, 2);
+    cache.setColLastVisibleBound(0);
+    QCOMPARE(cellsOf(cache, 3, 3), Cells({{0, 0}, {1, 0}, {2, 0}}));
+    cache.setRowLastVisibleBound(0);
+    QCOMPARE(cellsOf(cache, 3, 3), Cells({{0, 0}}));
+    cache.setRowFirstVisibleBound(1);
+    QCOMPARE(cellsOf(cache, 3, 3), Cells());
+    put(&cache, 0, 0);
+    cache.setRowFirstVisibleBound(0);
+    cache.setColFirstVisibleBound(1);
+    QCOMPARE(cellsOf(cache, 3, 3), Cells());
+    put(&cache, 0, 0);
+    cache.setColFirstVisibleBound(0); // nothing goes as it grows
+    QCOMPARE(cellsOf(cache, 3, 3), Cells({{0, 0}}));
 }
 
 QTEST_MAIN(TestPixmapCacheIndexed)
