@@ -91,6 +91,7 @@ private slots:
     void editorsAreWhereTheirRowsAre();
     void editorsFollowTheScrollMode();
     void editorsAreMirrored();
+    void scrollBarIsPaintedOnce();
 };
 
 void tst_ViewRepaints::nothingHappens()
@@ -593,6 +594,31 @@ void tst_ViewRepaints::editorsAreMirrored()
         QVERIFY(editor->x() != before);
         QCOMPARE(editor->pos(), shown.view.visualRect(cell).topLeft());
     }
+}
+
+void tst_ViewRepaints::scrollBarIsPaintedOnce()
+{
+    class PaintCounter : public QObject
+    {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            count += event->type() == QEvent::Paint;
+            return false;
+        }
+        int count = 0;
+    };
+    Shown shown;
+    PaintCounter paints;
+    shown.view.bar()->installEventFilter(&paints);
+    shown.view.bar()->setValue(10);
+    shown.view.bar()->setValue(20);
+    QCOMPARE(paints.count, 0); // not at once
+    settleEvents();
+    QCOMPARE(paints.count, 1);
+    shown.view.bar()->setRange(0, 1000);
+    settleEvents();
+    QCOMPARE(paints.count, 2);
 }
 
 QTEST_MAIN(tst_ViewRepaints)
