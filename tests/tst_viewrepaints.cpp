@@ -470,6 +470,8 @@ void tst_ViewRepaints::bufferedColumnsBesideAMove_data()
     QTest::addColumn<QList<int>>("dropped");
     QTest::newRow("inside") << 4 << 2 << 5 << QList<int> {1, 3, 4, 6};
     QTest::newRow("at the ends") << 0 << 1 << 7 << QList<int> {0, 2, 6};
+    QTest::newRow("from beside the last") << 3 << 6 << 2 << QList<int> {1, 2, 3, 5, 7};
+    QTest::newRow("from beside the first") << 5 << 1 << 4 << QList<int> {2, 3, 4, 5};
     QTest::newRow("second") << 1 << 2 << 2 << QList<int> {0, 1, 3};
     QTest::newRow("last but one") << 7 << 6 << 0 << QList<int> {1, 5, 6, 7};
 }
