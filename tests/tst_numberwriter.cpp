@@ -21,6 +21,10 @@ private slots:
     void writesReals();
     void takesSignAndPointOfTheLocale_data();
     void takesSignAndPointOfTheLocale();
+    void knowsTextsAsTheLocaleWritesThem_data();
+    void knowsTextsAsTheLocaleWritesThem();
+    void tellsPlainNumbers_data();
+    void tellsPlainNumbers();
     void leavesLongSignsToTheLocale();
     void leavesOtherTypesToTheLocale_data();
     void leavesOtherTypesToTheLocale();
@@ -71,7 +75,10 @@ void tst_NumberWriter::writesReals_data()
     QTest::newRow("point cut off") << 12345.04 << QStringLiteral("12345");
     QTest::newRow("zeros before the point stay") << 123450.4 << QStringLiteral("123450");
     QTest::newRow("decided behind the point") << 123456.7 << QStringLiteral("123457");
-    QTest::newRow("maybe a tie") << 1.234565 << QString();
+    QTest::newRow("a tie but for binary, down") << 1.234565 << QStringLiteral("1.23456");
+    QTest::newRow("a tie but for binary, up") << 1.000005 << QStringLiteral("1.00001");
+    QTest::newRow("a tie") << 100000.5 << QStringLiteral("100001");
+    QTest::newRow("a tie behind an odd digit") << 100001.5 << QStringLiteral("100002");
     QTest::newRow("a tie's neighbour") << 1.2345651 << QStringLiteral("1.23457");
     QTest::newRow("7 digits that end in 4") << 1.234564 << QStringLiteral("1.23456");
     QTest::newRow("zeros at the beginning") << 0.00123456789 << QStringLiteral("0.00123457");
@@ -108,6 +115,49 @@ void tst_NumberWriter::takesSignAndPointOfTheLocale()
     const QString text = value.typeId() == QMetaType::Int ? locale.toString(value.toInt())
                                                           : locale.toString(value.toDouble());
     QCOMPARE(NumberWriter(locale).text(value).toString(), text);
+}
+
+void tst_NumberWriter::knowsTextsAsTheLocaleWritesThem_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("plain"); // empty: no number is written so
+    QTest::addColumn<bool>("isPossible");
+    QTest::newRow("digits") << QStringLiteral("0123456789") << QByteArray("0123456789") << true;
+    QTest::newRow("comma") << QStringLiteral("-1,5") << QByteArray("-1.5") << true;
+    QTest::newRow("point") << QStringLiteral("1.5") << QByteArray() << false;
+    QTest::newRow("letter") << QStringLiteral("1e5") << QByteArray() << false;
+    QTest::newRow("slash") << QStringLiteral("1/") << QByteArray() << false;
+    QTest::newRow("colon") << QStringLiteral("1:") << QByteArray() << false;
+}
+
+void tst_NumberWriter::knowsTextsAsTheLocaleWritesThem()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isPossible);
+    NumberWriter writer(QLocale(QLocale::German, QLocale::Germany));
+    QTEST(QByteArray::fromStdString(writer.asPlain(text)), "plain");
+    QCOMPARE(writer.mayWrite(text), isPossible);
+    const std::string_view plain = writer.plain(-1.5);
+    QCOMPARE(QByteArray(plain.data(), qsizetype(plain.size())), QByteArray("-1.5"));
+}
+
+void tst_NumberWriter::tellsPlainNumbers_data()
+{
+    QTest::addColumn<QVariant>("number");
+    QTest::addColumn<bool>("isPlain");
+    QTest::newRow("integer") << QVariant(std::numeric_limits<qlonglong>::max()) << true;
+    QTest::newRow("0") << QVariant(0.0) << true;
+    QTest::newRow("negative") << QVariant(-999998.0) << true;
+    QTest::newRow("large") << QVariant(-1e6) << false;
+    QTest::newRow("smallest") << QVariant(1e-4) << true;
+    QTest::newRow("small") << QVariant(9e-5) << false;
+    QTest::newRow("no number") << QVariant(std::numeric_limits<double>::quiet_NaN()) << false;
+}
+
+void tst_NumberWriter::tellsPlainNumbers()
+{
+    QFETCH(QVariant, number);
+    QTEST(NumberWriter::isPlain(number), "isPlain");
 }
 
 void tst_NumberWriter::leavesLongSignsToTheLocale()
