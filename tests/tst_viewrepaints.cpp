@@ -65,6 +65,7 @@ private slots:
     void headerGoes();
     void iconSizeChanges();
     void currentRowChanges();
+    void pointerMoves_data();
     void pointerMoves();
     void selectionChanges_data();
     void selectionChanges();
@@ -164,9 +165,20 @@ void tst_ViewRepaints::currentRowChanges()
     QCOMPARE(shown.painted(), rowsFrom(2, 2) | rowsFrom(5, 5));
 }
 
+void tst_ViewRepaints::pointerMoves_data()
+{
+    QTest::addColumn<bool>("isBuffered");
+    QTest::newRow("plain") << false;
+    QTest::newRow("with the paint buffer") << true;
+}
+
 void tst_ViewRepaints::pointerMoves()
 {
+    QFETCH(bool, isBuffered);
     Shown shown;
+    shown.view.setPaintBufferEnabled(isBuffered);
+    shown.view.viewport()->update();
+    shown.painted();
     const auto hover = [&](QEvent::Type type, const QPointF &to) {
         shown.view.recorder.forget();
 #if QT_VERSION >= QT_VERSION_CHECK(6, 3, 0)
