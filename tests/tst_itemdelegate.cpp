@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "delegatecells.h"
+#include "scalablefont.h"
 #include "scaled.h"
 
 #include <QApplication>
@@ -584,10 +585,8 @@ void TestItemDelegate::fontsAreMeasuredApart()
     QLocale::setDefault(QLocale(QLocale::German));
     const ItemDelegate delegate(nullptr);
     const QDateTime one(QDate(2024, 5, 7), QTime(21, 43, 5));
-    QFont small;
-    small.setPixelSize(8);
-    QFont large;
-    large.setPixelSize(24);
+    const QFont small = scalableFont(8);
+    const QFont large = scalableFont(24);
     for (const QFont &font : {small, large, small, large}) {
         Cell oneCell({{Qt::DisplayRole, one}});
         Cell laterCell({{Qt::DisplayRole, one.addSecs(31)}});

@@ -65,6 +65,10 @@ class tst_ShownColumns : public QObject
 {
     Q_OBJECT
 
+public:
+    //! Pixels are moved and kept only where they are whole.
+    static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
+
 private slots:
     void initTestCase();
     void comparesPlaces();

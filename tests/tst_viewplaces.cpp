@@ -5,6 +5,7 @@
 
 #include "bigmodel.h"
 #include "recordedview.h"
+#include "scalablefont.h"
 
 #include <QHeaderView>
 #include <QProxyStyle>
@@ -81,9 +82,7 @@ void tst_ViewPlaces::rowHeightIsMeasuredAtOnce()
     QTableFastView view;
     view.setModel(&model);
     const int usual = view.rowHeight();
-    QFont high = view.font();
-    high.setPixelSize(usual + 20);
-    view.setFont(high);
+    view.setFont(scalableFont(usual + 20));
     QCOMPARE(view.rowHeight(), usual);
     view.setRowHeightFollowsFont(true);
     QVERIFY(view.rowHeight() > usual);
@@ -182,12 +181,9 @@ void tst_ViewPlaces::cellsAreMeasuredInTheViewsFont()
     BigModel model(100);
     QTableFastView view;
     view.setModel(&model);
-    QFont font = view.font();
-    font.setPixelSize(10);
-    view.setFont(font);
+    view.setFont(scalableFont(10));
     const int small = view.sizeHintForColumn(0);
-    font.setPixelSize(50);
-    view.setFont(font);
+    view.setFont(scalableFont(50));
     QVERIFY(view.sizeHintForColumn(0) > 2 * small);
 }
 

@@ -58,6 +58,10 @@ class tst_ViewRepaints : public QObject
 {
     Q_OBJECT
 
+public:
+    //! Pixels are moved and kept only where they are whole.
+    static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
+
 private slots:
     void nothingHappens();
     void modelGoes();
