@@ -49,9 +49,15 @@ private:
     BarPicture m_picture;
 };
 
+//! What a style leaves as it was is white.
 QImage pictureOf(QWidget &widget)
 {
-    return widget.grab().toImage();
+    const double ratio = widget.devicePixelRatioF();
+    QImage image((QSizeF(widget.size()) * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    widget.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    return image;
 }
 
 void prepare(QScrollBar &bar)

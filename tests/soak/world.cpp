@@ -769,10 +769,11 @@ QString World::checkRange()
 QString World::checkBar()
 {
     // The pixels of a window begin where the bar's do only at whole ratios. With more than
-    // two of them, the style leaves some at the edges as they were.
+    // two of them, the style leaves some at the edges as they were. With a style sheet there
+    // is no picture.
     const double ratio = m_view->devicePixelRatioF();
     if ((ratio != 1 && ratio != 2) || m_view->verticalScrollBar()->underMouse()
-        || m_view->maintainedBar() == m_view->plainBar()) {
+        || !m_view->styleSheet().isEmpty() || m_view->maintainedBar() == m_view->plainBar()) {
         return {};
     }
     return QStringLiteral("the scroll bar looks otherwise");
