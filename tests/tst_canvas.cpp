@@ -42,7 +42,7 @@ protected:
     void paintEvent(QPaintEvent * /*event*/) override
     {
         QPainter painter(this);
-        const Canvas canvas(painter);
+        const Canvas canvas(painter, painter.layoutDirection());
         isHeld = canvas.holds(asked);
         painter.fillRect(asked.adjusted(2, 3, -4, -5), Qt::red);
         if (isHeld)
@@ -84,7 +84,7 @@ void TestCanvas::holds()
     QFETCH(QRect, rect);
     QImage painted = image(QImage::Format_RGB32);
     QPainter painter(&painted);
-    QTEST(Canvas(painter).holds(rect), "isHeld");
+    QTEST(Canvas(painter, Qt::LeftToRight).holds(rect), "isHeld");
 }
 
 void TestCanvas::isNoneForOtherDevices()
@@ -93,16 +93,16 @@ void TestCanvas::isNoneForOtherDevices()
          {QImage::Format_ARGB32_Premultiplied, QImage::Format_ARGB32, QImage::Format_RGB16}) {
         QImage painted = image(format);
         QPainter painter(&painted);
-        QVERIFY(!Canvas(painter).holds(cell));
+        QVERIFY(!Canvas(painter, Qt::LeftToRight).holds(cell));
     }
     QPixmap pixmap(size);
     pixmap.fill(Qt::transparent);
     QPainter onPixmap(&pixmap);
-    QVERIFY(!Canvas(onPixmap).holds(cell));
+    QVERIFY(!Canvas(onPixmap, Qt::LeftToRight).holds(cell));
     QPicture picture;
     QPainter onPicture(&picture);
-    QVERIFY(!Canvas(onPicture).holds(cell));
-    QVERIFY(!Canvas(QPainter()).holds(cell));
+    QVERIFY(!Canvas(onPicture, Qt::LeftToRight).holds(cell));
+    QVERIFY(!Canvas(QPainter(), Qt::LeftToRight).holds(cell));
 }
 
 void TestCanvas::dependsOnThePainter_data()
@@ -127,6 +127,12 @@ void TestCanvas::dependsOnThePainter_data()
         painter.setClipping(false);
     });
     add("half transparent", false, [](QPainter &painter) { painter.setOpacity(0.5); });
+    add("smoothed edges", false,
+        [](QPainter &painter) { painter.setRenderHint(QPainter::Antialiasing); });
+    add("texts with hard edges", false,
+        [](QPainter &painter) { painter.setRenderHint(QPainter::TextAntialiasing, false); });
+    add("another direction", false,
+        [](QPainter &painter) { painter.setLayoutDirection(Qt::RightToLeft); });
     add("another composition", false,
         [](QPainter &painter) { painter.setCompositionMode(QPainter::CompositionMode_Multiply); });
 }
@@ -137,7 +143,7 @@ void TestCanvas::dependsOnThePainter()
     QImage painted = image(QImage::Format_RGB32);
     QPainter painter(&painted);
     prepare(painter);
-    QTEST(Canvas(painter).holds(cell), "isHeld");
+    QTEST(Canvas(painter, Qt::LeftToRight).holds(cell), "isHeld");
 }
 
 void TestCanvas::copies_data()
@@ -157,7 +163,7 @@ void TestCanvas::copies()
     QImage painted = image(QImage::Format_RGB32, ratio);
     QPainter painter(&painted);
     painter.translate(3, 4);
-    const Canvas canvas(painter);
+    const Canvas canvas(painter, Qt::LeftToRight);
     QCOMPARE(canvas.holds(cell), isHeld);
     if (!isHeld)
         return;

@@ -643,10 +643,12 @@ void tst_CellPainter::pictureIsCopiedFromTheCanvas_data()
 {
     QTest::addColumn<bool>("staysInCell");
     QTest::addColumn<bool>("ignoresDevice");
+    QTest::addColumn<bool>("isAsTheView");
     QTest::addColumn<bool>("isCopied");
-    QTest::newRow("known") << true << true << true;
-    QTest::newRow("may leave its cell") << false << true << false;
-    QTest::newRow("may ask for its device") << true << false << false;
+    QTest::newRow("known") << true << true << true << true;
+    QTest::newRow("may leave its cell") << false << true << true << false;
+    QTest::newRow("may ask for its device") << true << false << true << false;
+    QTest::newRow("laid out another way") << true << true << false << false;
 }
 
 void tst_CellPainter::pictureIsCopiedFromTheCanvas()
@@ -664,6 +666,7 @@ void tst_CellPainter::pictureIsCopiedFromTheCanvas()
     };
     QFETCH(bool, staysInCell);
     QFETCH(bool, ignoresDevice);
+    QFETCH(bool, isAsTheView);
     QFETCH(bool, isCopied);
     static PaintTraits traits;
     traits = PaintTraits();
@@ -681,6 +684,7 @@ void tst_CellPainter::pictureIsCopiedFromTheCanvas()
     QImage image(180, 5 * rowHeight, QImage::Format_RGB32);
     image.fill(Qt::blue);
     QPainter to(&image);
+    to.setLayoutDirection(isAsTheView ? Qt::LeftToRight : Qt::RightToLeft);
     QStyleOptionViewItem option = painted.base();
     option.rect = QRect(0, 20, 180, rowHeight);
     painted.painter.paintRow(&to, option, painted.model.index(1, 0), painted.pass(),

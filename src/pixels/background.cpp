@@ -4,6 +4,7 @@
 #include "background_p.h"
 
 #include <QAbstractScrollArea>
+#include <QPainter>
 #include <QPalette>
 #include <QWidget>
 
@@ -70,4 +71,13 @@ bool hasWholeDevicePixels(const QWidget &widget)
 {
     const double ratio = widget.devicePixelRatioF();
     return ratio == std::floor(ratio);
+}
+
+bool paintsWholePixels(const QPainter &painter, double ratio)
+{
+    const QTransform &transform = painter.deviceTransform();
+    return ratio >= 1 && ratio == std::floor(ratio) && transform.type() <= QTransform::TxScale
+        && transform.m11() == ratio && transform.m22() == ratio
+        && transform.dx() == std::floor(transform.dx())
+        && transform.dy() == std::floor(transform.dy());
 }

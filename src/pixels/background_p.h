@@ -4,6 +4,7 @@
 #ifndef BACKGROUND_P_H
 #define BACKGROUND_P_H
 
+class QPainter;
 class QPalette;
 class QWidget;
 
@@ -36,5 +37,8 @@ bool hasPlainCells(const QPalette &palette);
 
 //! Whether \a widget has a whole number of device pixels for each logical one.
 bool hasWholeDevicePixels(const QWidget &widget);
+
+//! Whether units of \a painter are \a ratio whole device pixels each, and begin with one.
+bool paintsWholePixels(const QPainter &painter, double ratio);
 
 #endif // BACKGROUND_P_H

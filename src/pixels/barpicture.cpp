@@ -12,8 +12,6 @@
 #include <QScrollBar>
 #include <QStyleOption>
 
-#include <cmath>
-
 namespace {
 
 //! Whether the style of \a bar draws it from what Look holds alone.
@@ -21,16 +19,6 @@ bool isKnown(const QScrollBar &bar, const QStyleOptionSlider &option)
 {
     const QStyle *style = bar.style();
     return isKnownStyle(*style) && !style->styleHint(QStyle::SH_ScrollBar_Transient, &option, &bar);
-}
-
-//! Whether pixels of a picture with \a ratio become pixels of what is painted on.
-bool keepsPixels(const QPainter &painter, double ratio)
-{
-    const QTransform &transform = painter.deviceTransform();
-    return painter.paintEngine()->type() == QPaintEngine::Raster
-        && transform.type() <= QTransform::TxScale && transform.m11() == ratio
-        && transform.m22() == ratio && transform.dx() == std::floor(transform.dx())
-        && transform.dy() == std::floor(transform.dy());
 }
 
 } // namespace
@@ -70,8 +58,10 @@ bool BarPicture::paint(QScrollBar *bar, const QStyleOptionSlider &option,
         return false;
     }
     QPainter painter(bar);
-    if (!keepsPixels(painter, m_look.ratio))
+    if (painter.paintEngine()->type() != QPaintEngine::Raster
+        || !paintsWholePixels(painter, m_look.ratio)) {
         return false;
+    }
     if (m_pixmap.isNull())
         make(bar, option, initialize);
     painter.drawPixmap(0, 0, m_pixmap);

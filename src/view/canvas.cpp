@@ -3,32 +3,29 @@
 
 #include "canvas_p.h"
 
+#include "pixels/background_p.h"
+
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPixmap>
 
-#include <cmath>
 #include <utility>
 
 namespace {
 
-//! Whether units of \a painter are \a ratio device pixels each, which it covers with what it
-//! paints.
-bool paintsPlainly(const QPainter &painter, double ratio)
+//! Whether a painter that begins on a picture would paint the same as \a painter, all of it.
+bool paintsPlainly(const QPainter &painter, Qt::LayoutDirection direction)
 {
-    const QTransform &transform = painter.deviceTransform();
-    return transform.type() <= QTransform::TxScale && transform.m11() == ratio
-        && transform.m22() == ratio && ratio >= 1 && ratio == std::floor(ratio)
-        && transform.dx() == std::floor(transform.dx())
-        && transform.dy() == std::floor(transform.dy()) && !painter.hasClipping()
+    return painter.layoutDirection() == direction
+        && painter.renderHints() == QPainter::TextAntialiasing && !painter.hasClipping()
         && painter.opacity() == 1
         && painter.compositionMode() == QPainter::CompositionMode_SourceOver;
 }
 
 } // namespace
 
-Canvas::Canvas(const QPainter &painter)
+Canvas::Canvas(const QPainter &painter, Qt::LayoutDirection direction)
 {
     const QPaintEngine *engine = painter.paintEngine();
     if (!engine || engine->type() != QPaintEngine::Raster
@@ -37,8 +34,10 @@ Canvas::Canvas(const QPainter &painter)
     }
     const auto *image = static_cast<const QImage *>(engine->paintDevice());
     const double ratio = image->devicePixelRatio();
-    if (image->format() != QImage::Format_RGB32 || !paintsPlainly(painter, ratio))
+    if (image->format() != QImage::Format_RGB32 || !paintsWholePixels(painter, ratio)
+        || !paintsPlainly(painter, direction)) {
         return;
+    }
     m_image = image;
     m_ratio = int(ratio);
     m_origin = QPoint(int(painter.deviceTransform().dx()), int(painter.deviceTransform().dy()));

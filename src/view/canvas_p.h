@@ -20,9 +20,10 @@ class QPixmap;
 class Canvas
 {
 public:
-    //! None, if \a painter does not paint whole device pixels of an opaque image, or clips.
+    //! None, if \a painter does not paint whole device pixels of an opaque image, clips, or
+    //! paints otherwise than one that begins on a picture with the layout \a direction.
     //! Valid until the painter is changed.
-    explicit Canvas(const QPainter &painter);
+    Canvas(const QPainter &painter, Qt::LayoutDirection direction);
 
     //! Whether every pixel of \a rect, in the painter's coordinates, is painted.
     bool holds(const QRect &rect) const;

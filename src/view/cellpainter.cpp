@@ -158,13 +158,14 @@ void CellPainter::paintRow(QPainter *painter, const QStyleOptionViewItem &option
         const QModelIndex cellIndex = pass.model->index(row, slot.column);
         setCell(&cell, option, slot, cellIndex, pass);
         cell.rect = rect;
+        const CellSource source {cellIndex, delegateFor(cellIndex)};
         if (!isBuffered) {
-            paintInPlace(painter, &cell, cellIndex);
+            paintInPlace(painter, &cell, source);
             continue;
         }
         if (!canvas)
-            canvas.emplace(*painter);
-        buffer->keep(row, slot.column, paintPicture(painter, &cell, cellIndex, *canvas));
+            canvas.emplace(*painter, m_view->viewport()->layoutDirection());
+        buffer->keep(row, slot.column, paintPicture(painter, &cell, source, *canvas));
     }
     if (pass.hasEditorFocus && row == pass.currentRow)
         paintEditorFocus(painter, option, index, pass);
@@ -204,7 +205,7 @@ void CellPainter::setCell(QStyleOptionViewItem *cell, const QStyleOptionViewItem
 
 //! Paints a cell into its rectangle: the row's panel, then the delegate.
 void CellPainter::paintCell(QPainter *painter, QStyleOptionViewItem *cell,
-                            const QModelIndex &index) const
+                            const CellSource &source) const
 {
     // A known style works for long to paint nothing if rows do not alternate.
     const QStyle *style = m_view->style();
@@ -215,8 +216,8 @@ void CellPainter::paintCell(QPainter *painter, QStyleOptionViewItem *cell,
         cell->state = state;
     }
 
-    if (const QAbstractItemDelegate *delegate = delegateFor(index))
-        delegate->paint(painter, *cell, index);
+    if (source.delegate)
+        source.delegate->paint(painter, *cell, source.index);
 }
 
 QAbstractItemDelegate *CellPainter::delegateFor(const QModelIndex &index) const
@@ -230,36 +231,36 @@ QAbstractItemDelegate *CellPainter::delegateFor(const QModelIndex &index) const
 
 //! paintCell() cut off at the edges of the cell, as a pixmap of it is.
 void CellPainter::paintInPlace(QPainter *painter, QStyleOptionViewItem *cell,
-                               const QModelIndex &index) const
+                               const CellSource &source) const
 {
-    if (PaintTraits::of(delegateFor(index)).staysInCell) {
-        paintCell(painter, cell, index);
+    if (PaintTraits::of(source.delegate).staysInCell) {
+        paintCell(painter, cell, source);
         return;
     }
     painter->save();
     painter->setClipRect(cell->rect, Qt::IntersectClip);
-    paintCell(painter, cell, index);
+    paintCell(painter, cell, source);
     painter->restore();
 }
 
 //! Paints a cell and returns a picture of it, which the caller owns; copied from \a canvas,
 //! that of the painter, where that makes no difference.
 QPixmap *CellPainter::paintPicture(QPainter *painter, QStyleOptionViewItem *cell,
-                                   const QModelIndex &index, const Canvas &canvas) const
+                                   const CellSource &source, const Canvas &canvas) const
 {
-    const PaintTraits traits = PaintTraits::of(delegateFor(index));
+    const PaintTraits traits = PaintTraits::of(source.delegate);
     if (traits.staysInCell && traits.ignoresDevice && canvas.holds(cell->rect)) {
         painter->fillRect(cell->rect, m_view->viewport()->palette().color(QPalette::Base));
-        paintCell(painter, cell, index);
+        paintCell(painter, cell, source);
         return canvas.picture(cell->rect);
     }
-    QPixmap *pixmap = picture(*cell, index);
+    QPixmap *pixmap = picture(*cell, source);
     painter->drawPixmap(cell->rect, *pixmap, QRect());
     return pixmap;
 }
 
 //! A new pixmap of a cell.
-QPixmap *CellPainter::picture(const QStyleOptionViewItem &cell, const QModelIndex &index) const
+QPixmap *CellPainter::picture(const QStyleOptionViewItem &cell, const CellSource &source) const
 {
     const QWidget *viewport = m_view->viewport();
     QStyleOptionViewItem option = cell;
@@ -274,7 +275,7 @@ QPixmap *CellPainter::picture(const QStyleOptionViewItem &cell, const QModelInde
     painter.setPen(viewport->palette().color(viewport->foregroundRole()));
     painter.setBackground(viewport->palette().brush(viewport->backgroundRole()));
     painter.setLayoutDirection(viewport->layoutDirection());
-    paintCell(&painter, &option, index);
+    paintCell(&painter, &option, source);
     return pixmap;
 }
 

@@ -75,15 +75,22 @@ public:
     bool hasEditorFocus(const QAbstractItemModel &model, int row) const;
 
 private:
+    //! Where the content of a cell comes from.
+    struct CellSource
+    {
+        QModelIndex index;
+        const QAbstractItemDelegate *delegate; //!< may be null
+    };
+
     bool paintsInPlace(const PaintPass &pass) const;
     void setCell(QStyleOptionViewItem *cell, const QStyleOptionViewItem &row,
                  const ColumnSlot &slot, const QModelIndex &index, const PaintPass &pass) const;
-    void paintCell(QPainter *painter, QStyleOptionViewItem *cell, const QModelIndex &index) const;
+    void paintCell(QPainter *painter, QStyleOptionViewItem *cell, const CellSource &source) const;
     void paintInPlace(QPainter *painter, QStyleOptionViewItem *cell,
-                      const QModelIndex &index) const;
-    QPixmap *paintPicture(QPainter *painter, QStyleOptionViewItem *cell, const QModelIndex &index,
+                      const CellSource &source) const;
+    QPixmap *paintPicture(QPainter *painter, QStyleOptionViewItem *cell, const CellSource &source,
                           const Canvas &canvas) const;
-    QPixmap *picture(const QStyleOptionViewItem &cell, const QModelIndex &index) const;
+    QPixmap *picture(const QStyleOptionViewItem &cell, const CellSource &source) const;
     void paintEditorFocus(QPainter *painter, const QStyleOptionViewItem &option,
                           const QModelIndex &index, const PaintPass &pass) const;
     QAbstractItemDelegate *delegateFor(const QModelIndex &index) const;
