@@ -41,10 +41,14 @@ void QTableFastScrollBar::paintEvent(QPaintEvent *event)
     // What is hovered over or pressed is known to the base class only.
     const bool isTouched = underMouse() || isSliderDown() || repeatAction() != SliderNoAction
         || QGuiApplication::mouseButtons() != Qt::NoButton;
+    if (isTouched) {
+        QScrollBar::paintEvent(event);
+        return;
+    }
     QStyleOptionSlider option;
     initStyleOption(&option);
     option.subControls = QStyle::SC_All;
-    if (isTouched || !m_picture->paint(this, option, [this](QPainter *p) { initPainter(p); }))
+    if (!m_picture->paint(this, option, [this](QPainter *p) { initPainter(p); }))
         QScrollBar::paintEvent(event);
 }
 

@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 void PictureKeys::insert(const QString &key, const QPixmap &picture)
 {
@@ -24,8 +25,10 @@ void PictureKeys::sweep()
     QSet<QString> seen;
     QList<QString> kept;
     for (auto key = m_keys.crbegin(); key != m_keys.crend(); ++key) {
-        if (const auto size = seen.size(); seen.insert(*key), seen.size() > size)
-            kept.append(*key);
+        if (seen.contains(*key))
+            continue;
+        seen.insert(*key);
+        kept.append(*key);
     }
     std::reverse(kept.begin(), kept.end());
     kept.removeIf([](const QString &key) {
@@ -35,6 +38,6 @@ void PictureKeys::sweep()
         QPixmapCache::remove(key);
         return true;
     });
-    m_keys = kept;
-    m_limit = std::max(2 * kept.size(), s_least);
+    m_keys = std::move(kept);
+    m_limit = std::max(2 * m_keys.size(), s_least);
 }

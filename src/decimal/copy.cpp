@@ -9,7 +9,6 @@ namespace Decimal {
 
 namespace {
 
-// A function for each number of words: with all in one compilers keep little in registers.
 template<int N>
 DECIMAL_INLINE UINT32 copyShort(BYTE *dst, const Layout &d, const BYTE *src, const Layout &s,
                                 BCDIIroundstyle rs)

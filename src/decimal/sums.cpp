@@ -59,7 +59,6 @@ struct SumLayouts
     int fraction; // the most bytes behind the point of the three
 };
 
-// A function for each number of words: with all in one compilers keep little in registers.
 template<int N>
 DECIMAL_INLINE UINT32 addShort(BYTE *ret, const BYTE *a, const BYTE *b, const SumLayouts &t,
                                BCDIIroundstyle rs)

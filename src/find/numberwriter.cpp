@@ -139,6 +139,7 @@ bool NumberWriter::isPlain(const QVariant &number)
         || FindTexts::isPlain(std::abs(*static_cast<const double *>(number.constData())));
 }
 
+//! Into m_ascii, in the way of C. Returns the end.
 const char *NumberWriter::write(const QVariant &value)
 {
     char *begin = m_ascii.data();
