@@ -18,6 +18,8 @@
 namespace {
 
 constexpr QSize size(60, 40);
+//! That of a painter which begins on an image.
+constexpr Qt::LayoutDirection direction = Qt::LayoutDirectionAuto;
 constexpr QRect cell(10, 8, 20, 12);
 
 QImage image(QImage::Format format, double ratio = 1)
@@ -84,7 +86,7 @@ void TestCanvas::holds()
     QFETCH(QRect, rect);
     QImage painted = image(QImage::Format_RGB32);
     QPainter painter(&painted);
-    QTEST(Canvas(painter, Qt::LeftToRight).holds(rect), "isHeld");
+    QTEST(Canvas(painter, direction).holds(rect), "isHeld");
 }
 
 void TestCanvas::isNoneForOtherDevices()
@@ -93,16 +95,16 @@ void TestCanvas::isNoneForOtherDevices()
          {QImage::Format_ARGB32_Premultiplied, QImage::Format_ARGB32, QImage::Format_RGB16}) {
         QImage painted = image(format);
         QPainter painter(&painted);
-        QVERIFY(!Canvas(painter, Qt::LeftToRight).holds(cell));
+        QVERIFY(!Canvas(painter, direction).holds(cell));
     }
     QPixmap pixmap(size);
     pixmap.fill(Qt::transparent);
     QPainter onPixmap(&pixmap);
-    QVERIFY(!Canvas(onPixmap, Qt::LeftToRight).holds(cell));
+    QVERIFY(!Canvas(onPixmap, direction).holds(cell));
     QPicture picture;
     QPainter onPicture(&picture);
-    QVERIFY(!Canvas(onPicture, Qt::LeftToRight).holds(cell));
-    QVERIFY(!Canvas(QPainter(), Qt::LeftToRight).holds(cell));
+    QVERIFY(!Canvas(onPicture, direction).holds(cell));
+    QVERIFY(!Canvas(QPainter(), direction).holds(cell));
 }
 
 void TestCanvas::dependsOnThePainter_data()
@@ -143,7 +145,7 @@ void TestCanvas::dependsOnThePainter()
     QImage painted = image(QImage::Format_RGB32);
     QPainter painter(&painted);
     prepare(painter);
-    QTEST(Canvas(painter, Qt::LeftToRight).holds(cell), "isHeld");
+    QTEST(Canvas(painter, direction).holds(cell), "isHeld");
 }
 
 void TestCanvas::copies_data()
@@ -163,7 +165,7 @@ void TestCanvas::copies()
     QImage painted = image(QImage::Format_RGB32, ratio);
     QPainter painter(&painted);
     painter.translate(3, 4);
-    const Canvas canvas(painter, Qt::LeftToRight);
+    const Canvas canvas(painter, direction);
     QCOMPARE(canvas.holds(cell), isHeld);
     if (!isHeld)
         return;
