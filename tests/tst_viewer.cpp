@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 #include <sys/stat.h>
 
@@ -54,9 +55,11 @@ private Q_SLOTS:
     void savesScreenshot();
     void reportsUnwritableScreenshot();
     void runsFeedWithoutFile();
-    void failsForUnreadableOnlyFile_data();
-    void failsForUnreadableOnlyFile();
-    void goesOnWithOtherFiles();
+    void failsForUnreadableFile_data();
+    void failsForUnreadableFile();
+    void goesOnWithOtherFilesAndFails();
+    void opensUrls();
+    void explainsThatThereIsNoDisplay();
     void readsStandardInput();
     void readsEmptyStandardInput();
     void readsFileAsStandardInput();
@@ -109,6 +112,7 @@ void tst_Viewer::refusesWrongArguments_data()
     QTest::newRow("negative seconds") << QStringList {"--seconds=-1"};
     QTest::newRow("seconds in words") << QStringList {"--seconds", "two"};
     QTest::newRow("rate too high") << QStringList {"--rate", "50001"};
+    QTest::newRow("header and none") << QStringList {"--header", "--no-header"};
     QTest::newRow("new rows elsewhere") << QStringList {"--new-rows", "left"};
 }
 
@@ -196,14 +200,14 @@ void tst_Viewer::runsFeedWithoutFile()
     QCOMPARE(still.stats().value("rows").toInt(), 1'000'000);
 }
 
-void tst_Viewer::failsForUnreadableOnlyFile_data()
+void tst_Viewer::failsForUnreadableFile_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing") << "missing.txt";
     QTest::newRow("directory") << ".";
 }
 
-void tst_Viewer::failsForUnreadableOnlyFile()
+void tst_Viewer::failsForUnreadableFile()
 {
     QFETCH(QString, name);
     const Run failed = run({"--seconds", "0", "--stats", path(name)});
@@ -212,12 +216,35 @@ void tst_Viewer::failsForUnreadableOnlyFile()
     QCOMPARE(failed.stats().value("rows").toInt(-1), 0);
 }
 
-void tst_Viewer::goesOnWithOtherFiles()
+void tst_Viewer::goesOnWithOtherFilesAndFails()
 {
     const Run shown = run({"--seconds", "0", "--stats", path("missing"), file("file", "a\nb\n")});
-    QCOMPARE(shown.status, 0);
+    QCOMPARE(shown.status, 1);
     QVERIFY(shown.errors.contains("missing"));
     QCOMPARE(shown.stats().value("rows").toInt(), 2);
+}
+
+void tst_Viewer::opensUrls()
+{
+    const QString url = QUrl::fromLocalFile(file("a file", "a\nb\n")).toString(QUrl::FullyEncoded);
+    QVERIFY(url.startsWith("file:///") && url.contains("%20"));
+    const Run shown = run({"--seconds", "0", "--stats", url});
+    QCOMPARE(shown.status, 0);
+    QCOMPARE(shown.stats().value("rows").toInt(), 2);
+}
+
+void tst_Viewer::explainsThatThereIsNoDisplay()
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_SESSION_TYPE"})
+        environment.remove(name);
+    process.setProcessEnvironment(environment);
+    process.start(VIEWER_PROGRAM, {file("file", "a\n")});
+    QVERIFY(process.waitForFinished(120'000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 1);
+    QVERIFY(process.readAllStandardError().contains("There is no display to open a window on."));
 }
 
 void tst_Viewer::readsStandardInput()

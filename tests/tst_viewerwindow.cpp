@@ -8,11 +8,14 @@
 #include "windows/viewertable.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -45,6 +48,15 @@ private Q_SLOTS:
     void copiesSelectedRows();
     void copiesColumnsAsShown();
     void explainsFailure();
+    void holdsAtAClick_data();
+    void holdsAtAClick();
+    void holdsAtTheEndOfAFile();
+    void holdsWhileResized();
+    void followsAgainAtTheNewestRow();
+    void letterOpensThePanel();
+    void escapeStopsNothingElse();
+    void fitsTheScreen();
+    void countsOneRow();
     void saysThatDataIsSimulated();
     void fillsWindowWithColumns();
     void staysAtTheEndWhenResized();
@@ -239,6 +251,163 @@ void tst_ViewerWindow::explainsFailure()
     QCOMPARE(labels.size(), 1);
     QVERIFY(labels.first()->isVisible());
     QVERIFY(labels.first()->text().contains("missing"));
+}
+
+void tst_ViewerWindow::holdsAtAClick_data()
+{
+    QTest::addColumn<FeedModel::NewRows>("newRows");
+    QTest::addColumn<int>("arriving");
+    for (const int arriving : {1, 16, 1000}) {
+        QTest::addRow("%d at the top", arriving) << FeedModel::NewRows::AtTop << arriving;
+        QTest::addRow("%d at the end", arriving) << FeedModel::NewRows::AtEnd << arriving;
+    }
+}
+
+void tst_ViewerWindow::holdsAtAClick()
+{
+    QFETCH(FeedModel::NewRows, newRows);
+    QFETCH(int, arriving);
+    FeedWindow window(0, newRows, &m_statistics);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    ViewerTable *table = window.table();
+    const QScrollBar *bar = table->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 900'000);
+    QTRY_COMPARE(bar->value(), newRows == FeedModel::NewRows::AtTop ? 0 : bar->maximum());
+    window.model()->setRate(1000);
+    window.model()->advance(16'000'000);
+    QTRY_COMPARE(bar->value(), newRows == FeedModel::NewRows::AtTop ? 0 : bar->maximum());
+
+    const int rowHeight = table->rowHeight();
+    const QPoint place(5, 4 * rowHeight);
+    const auto numberAt = [table](QPoint point) {
+        return table->indexAt(point).siblingAtColumn(FeedModel::NumberColumn).data().toString();
+    };
+    const QString number = numberAt(place);
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, place);
+    QVERIFY(!window.isFollowing());
+    QCOMPARE(numberAt(place), number);
+    QVERIFY(table->currentIndex().isValid());
+    for (int i = 0; i < 3; ++i) {
+        window.model()->advance(arriving * 1'000'000);
+        QCoreApplication::processEvents();
+        // A view that was at the end had its first row cut off.
+        QVERIFY(qAbs(table->visualRect(table->currentIndex()).center().y() - place.y())
+                <= rowHeight + rowHeight / 2);
+        const QString current =
+            table->currentIndex().siblingAtColumn(FeedModel::NumberColumn).data().toString();
+        QCOMPARE(current, number);
+        QVERIFY(!window.isFollowing());
+    }
+}
+
+void tst_ViewerWindow::holdsAtTheEndOfAFile()
+{
+    const auto window = openFile(numberedLines(1, 500));
+    ViewerTable *table = window->table();
+    const QScrollBar *bar = table->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    const int value = bar->value();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, QPoint(5, 3 * table->rowHeight()));
+    QVERIFY(!window->isFollowing());
+    for (const int first : {501, 502, 601}) {
+        append(numberedLines(first, first));
+        QTRY_COMPARE(window->rows(), first == 601 ? 503 : first);
+        QCoreApplication::processEvents();
+        QCOMPARE(bar->value(), value);
+    }
+    QVERIFY(!window->isFollowing());
+}
+
+void tst_ViewerWindow::holdsWhileResized()
+{
+    const auto window = openFile(numberedLines(1, 500));
+    const QScrollBar *bar = window->table()->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    window->setFollowing(false);
+    const int maximum = bar->maximum();
+    window->resize(window->width(), window->height() - 5 * window->table()->rowHeight());
+    QTRY_VERIFY(bar->maximum() > maximum);
+    QVERIFY(!window->isFollowing());
+}
+
+void tst_ViewerWindow::followsAgainAtTheNewestRow()
+{
+    const auto window = openFile(numberedLines(1, 500));
+    ViewerTable *table = window->table();
+    const QScrollBar *bar = table->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, QPoint(5, 3 * table->rowHeight()));
+    QVERIFY(!window->isFollowing());
+    QTest::keyClick(table, Qt::Key_Down);
+    QVERIFY(!window->isFollowing());
+    QTest::keyClick(table, Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(table->currentIndex().row(), 499);
+    QVERIFY(table->selectionModel()->isRowSelected(499, {}));
+    QVERIFY(window->isFollowing());
+    QTest::keyClick(table, Qt::Key_Up);
+    QVERIFY(!window->isFollowing());
+}
+
+void tst_ViewerWindow::letterOpensThePanel()
+{
+    const auto window = openFile(numberedLines(1, 500));
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    const auto *field = window->findChild<QLineEdit *>("findLineEdit");
+    QVERIFY(!field->isVisible());
+    window->table()->setFocus();
+    QTest::keyClick(window->table(), Qt::Key_L);
+    QVERIFY(field->isVisible());
+    QCOMPARE(field->text(), "l");
+    QCOMPARE(QApplication::focusWidget(), field);
+    QTest::keyClicks(QApplication::focusWidget(), "ine 7");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTRY_COMPARE(window->table()->currentIndex().row(), 6);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    // The next letter begins another text.
+    window->table()->setFocus();
+    QTest::keyClick(window->table(), 'X');
+    QCOMPARE(field->text(), "X");
+}
+
+void tst_ViewerWindow::escapeStopsNothingElse()
+{
+    const auto window = openFile(numberedLines(1, 50));
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    window->table()->setFocus();
+    QTest::keyClick(window->table(), Qt::Key_Escape);
+    QCOMPARE(window->model()->activity(), TextFileModel::Activity::Following);
+    append(numberedLines(51, 60));
+    QTRY_COMPARE(window->rows(), 60);
+}
+
+void tst_ViewerWindow::fitsTheScreen()
+{
+    const QFont font = QApplication::font();
+    QFont largeFont = font;
+    largeFont.setPointSize(40);
+    QApplication::setFont(largeFont);
+    const FeedWindow large(0, FeedModel::NewRows::AtTop, &m_statistics);
+    const QSize available = large.screen()->availableSize();
+    QApplication::setFont(font);
+    QVERIFY(large.width() <= available.width());
+    QVERIFY(large.height() <= available.height());
+}
+
+void tst_ViewerWindow::countsOneRow()
+{
+    const auto window = openFile("a\n");
+    const auto shows = [&window](const char *text) {
+        const QList<QLabel *> labels = window->findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [text](const QLabel *label) { return label->text() == text; });
+    };
+    QTRY_VERIFY(shows("1 row"));
+    append("b\n");
+    QTRY_VERIFY(shows("2 rows"));
 }
 
 void tst_ViewerWindow::saysThatDataIsSimulated()

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -22,6 +23,8 @@ const QString s_newRows = QStringLiteral("new-rows");
 const QString s_seconds = QStringLiteral("seconds");
 const QString s_screenshot = QStringLiteral("screenshot");
 const QString s_stats = QStringLiteral("stats");
+
+QtMessageHandler s_formerHandler = nullptr; // of Qt's messages
 
 QString tr(const char *text)
 {
@@ -79,6 +82,8 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
     options->follow = !parser.isSet(s_noFollow);
     options->stats = parser.isSet(s_stats);
     options->screenshot = parser.value(s_screenshot);
+    if (parser.isSet(s_header) && parser.isSet(s_noHeader))
+        return tr("--header and --no-header exclude each other.");
     if (parser.isSet(s_header) || parser.isSet(s_noHeader))
         options->format.hasHeader = !parser.isSet(s_noHeader);
     if (parser.isSet(s_delimiter)) {
@@ -141,6 +146,21 @@ int runProgram(const QApplication &application)
     return session.run();
 }
 
+// Qt ends a program that finds no display by abort(): somebody who wanted to see a file
+// gets a sentence instead, and no core dump.
+void explainMissingDisplay(QtMsgType type, const QMessageLogContext &context,
+                           const QString &message)
+{
+    if (type != QtFatalMsg) {
+        s_formerHandler(type, context, message);
+        return;
+    }
+    std::fprintf(stderr, "vantix-viewer: %s\n%s\n", qPrintable(message.trimmed()),
+                 "There is no display to open a window on. With --screenshot or --seconds, or "
+                 "with\nQT_QPA_PLATFORM=offscreen in the environment, none is needed.");
+    std::_Exit(1);
+}
+
 // Help and version are for terminals without a display too.
 int printHelp(int argc, char **argv)
 {
@@ -160,7 +180,9 @@ int main(int argc, char **argv)
     if (hasOption(argc, argv, {"--help", "-h", "--help-all", "--version", "-v"}))
         return printHelp(argc, argv);
     doWithoutDisplay(argc, argv);
+    s_formerHandler = qInstallMessageHandler(explainMissingDisplay);
     const QApplication application(argc, argv);
+    qInstallMessageHandler(s_formerHandler);
     QPixmapCache::setCacheLimit(32 * 1024); // KiB: a big screen of cells at a ratio of 2
     return runProgram(application);
 }

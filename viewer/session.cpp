@@ -11,6 +11,7 @@
 #include <QJsonObject>
 #include <QPixmap>
 #include <QTimer>
+#include <QUrl>
 
 #include <algorithm>
 #include <cstdio>
@@ -36,7 +37,6 @@ qint64 peakResidentBytes()
 
 Session::Session(const SessionOptions &options)
     : m_options(options)
-    , m_onlyOneFile(options.files.size() == 1)
 {
 }
 
@@ -46,8 +46,10 @@ int Session::run()
 {
     if (m_options.files.isEmpty())
         add(std::make_unique<FeedWindow>(m_options.rate, m_options.newRows, &m_statistics));
-    for (const QString &path : m_options.files)
+    for (const QString &path : m_options.files) {
         open(path);
+        m_asked.insert(m_windows.back().get());
+    }
     if (m_options.seconds) {
         QTimer::singleShot(qRound(*m_options.seconds * 1000), this, [this] {
             m_timeIsOver = true;
@@ -59,22 +61,22 @@ int Session::run()
     if (m_options.stats)
         printStats();
     const bool isSaved = m_options.screenshot.isEmpty() || saveScreenshot();
-    const bool hasFailed = m_onlyOneFile && m_windows.front()->hasFailed();
-    return isSaved && !hasFailed ? 0 : 1;
+    for (const auto &window : m_windows)
+        noteFailure(*window);
+    return isSaved && !m_hasFailed ? 0 : 1;
 }
 
 void Session::open(const QString &path)
 {
-    add(std::make_unique<FileWindow>(path, m_options.format, &m_statistics));
+    const QUrl url(path);
+    const QString file = url.isLocalFile() ? url.toLocalFile() : path;
+    add(std::make_unique<FileWindow>(file, m_options.format, &m_statistics));
 }
 
 void Session::add(std::unique_ptr<ViewerWindow> window)
 {
     ViewerWindow *added = window.get();
-    connect(added, &ViewerWindow::openRequested, this, [this](const QString &path) {
-        m_onlyOneFile = false;
-        open(path);
-    });
+    connect(added, &ViewerWindow::openRequested, this, &Session::open);
     connect(added, &ViewerWindow::closed, this, [this, added] { forget(added); });
     connect(added, &ViewerWindow::settled, this, &Session::endWhenSettled);
     if (!m_options.follow)
@@ -92,8 +94,15 @@ void Session::forget(const ViewerWindow *window)
                                  [&](const auto &held) { return held.get() == window; });
     if (it == m_windows.end())
         return;
+    noteFailure(*window);
     it->release()->deleteLater();
     m_windows.erase(it);
+}
+
+//! Only what the command line names is its caller's business.
+void Session::noteFailure(const ViewerWindow &window)
+{
+    m_hasFailed = m_hasFailed || (m_asked.contains(&window) && window.hasFailed());
 }
 
 void Session::endWhenSettled()

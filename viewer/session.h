@@ -9,6 +9,7 @@
 #include "windows/framestatistics.h"
 
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 
 #include <memory>
@@ -40,13 +41,14 @@ public:
     ~Session() override;
 
     //! Shows the windows, runs until they are closed or the time is over, and returns
-    //! the exit status: 1 if the only file or the screenshot failed, else 0.
+    //! the exit status: 1 if a file of the command line or the screenshot failed, else 0.
     int run();
 
 private:
     void open(const QString &path);
     void add(std::unique_ptr<ViewerWindow> window);
     void forget(const ViewerWindow *window);
+    void noteFailure(const ViewerWindow &window);
     void endWhenSettled();
     bool saveScreenshot() const;
     void printStats() const;
@@ -54,9 +56,10 @@ private:
     const SessionOptions m_options;                       //!< as given
     FrameStatistics m_statistics;                         //!< frames of all windows
     std::vector<std::unique_ptr<ViewerWindow>> m_windows; //!< the open ones
-    bool m_timeIsOver = false;  //!< the run ends as soon as all windows are settled
-    int m_waits = 0;            //!< looks for a first frame after that
-    bool m_onlyOneFile = false; //!< a file was all that was ever to be shown
+    bool m_timeIsOver = false;          //!< the run ends as soon as all windows are settled
+    int m_waits = 0;                    //!< looks for a first frame after that
+    QSet<const ViewerWindow *> m_asked; //!< windows of the files of the command line
+    bool m_hasFailed = false;           //!< a closed one of them had nothing to show
 };
 
 #endif // SESSION_H

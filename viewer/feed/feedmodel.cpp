@@ -3,6 +3,8 @@
 
 #include "feedmodel.h"
 
+#include "numberalignment.h"
+
 #include <QColor>
 #include <QDateTime>
 #include <QGuiApplication>
@@ -196,7 +198,7 @@ QVariant FeedModel::data(const QModelIndex &index, int role) const
         return {};
     const int column = index.column();
     if (role == Qt::TextAlignmentRole && isRightAligned(column))
-        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+        return QVariant::fromValue(numberAlignment);
     if (role != Qt::DisplayRole && (role != Qt::ForegroundRole || column != SideColumn))
         return {};
     const qint64 number = numberOfRow(index.row());
@@ -211,7 +213,7 @@ QVariant FeedModel::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
         return {};
     if (role == Qt::TextAlignmentRole)
-        return int((isRightAligned(section) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return int(isRightAligned(section) ? numberAlignment : Qt::AlignLeft | Qt::AlignVCenter);
     if (role != Qt::DisplayRole)
         return {};
     static constexpr std::array names {

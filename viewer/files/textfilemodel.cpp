@@ -3,6 +3,8 @@
 
 #include "textfilemodel.h"
 
+#include "numberalignment.h"
+
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -406,7 +408,7 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DisplayRole)
         return text(index);
     if (role == Qt::TextAlignmentRole && isNumeric(index))
-        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+        return QVariant::fromValue(numberAlignment);
     return {};
 }
 
@@ -416,7 +418,7 @@ QVariant TextFileModel::headerData(int section, Qt::Orientation orientation, int
         return {};
     const bool isLineNumber = !m_format.isDelimited() && section == 0;
     if (role == Qt::TextAlignmentRole)
-        return int((isLineNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return int(isLineNumber ? numberAlignment : Qt::AlignLeft | Qt::AlignVCenter);
     if (role != Qt::DisplayRole)
         return {};
     if (m_format.isDelimited())

@@ -47,8 +47,10 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     setWindowTitle(displayName(path));
     createStopAction();
     createStatusBar();
+    table()->useFixedFont();
     setModel(m_model.get(), Edge::End);
     connect(m_model.get(), &TextFileModel::statusChanged, this, &FileWindow::updateStatus);
+    connect(followAction(), &QAction::toggled, this, &FileWindow::updateStatus);
     m_model->start();
 }
 
@@ -60,7 +62,6 @@ FileWindow::~FileWindow()
 void FileWindow::createStopAction()
 {
     m_stopAction = new QAction(tr("&Stop Indexing"), this);
-    m_stopAction->setShortcut(Qt::Key_Escape);
     m_stopAction->setEnabled(false);
     addTableAction(m_stopAction);
     connect(m_stopAction, &QAction::triggered, this, &FileWindow::toggleIndexing);
@@ -89,11 +90,11 @@ void FileWindow::createStatusBar()
         statusBar()->addPermanentWidget(label);
 }
 
-//! Esc closes the panel first.
 void FileWindow::findPanelShown(bool isShown)
 {
     ViewerWindow::findPanelShown(isShown);
-    m_stopAction->setShortcut(isShown ? QKeySequence() : QKeySequence(Qt::Key_Escape));
+    m_isFindShown = isShown;
+    updateStop();
 }
 
 void FileWindow::filterChanged()
@@ -136,9 +137,7 @@ void FileWindow::updateStatus()
 
 void FileWindow::updateProgress()
 {
-    const bool isIndexing = m_model->activity() == Activity::Indexing;
-    const bool isPartial = m_model->indexedBytes() < m_model->fileSize();
-    m_progress->setVisible(isIndexing && isPartial);
+    m_progress->setVisible(hasMoreToIndex());
     m_stopButton->setVisible(m_progress->isVisibleTo(this)
                              || m_model->activity() == Activity::Stopped);
     if (m_model->fileSize() == 0)
@@ -147,13 +146,21 @@ void FileWindow::updateProgress()
     m_progress->setValue(int(part * s_progressSteps));
 }
 
+bool FileWindow::hasMoreToIndex() const
+{
+    return m_model->activity() == Activity::Indexing
+        && m_model->indexedBytes() < m_model->fileSize();
+}
+
+//! Esc closes the panel first, and does nothing where nothing is to be stopped: a file that
+//! grows would not be followed any more.
 void FileWindow::updateStop()
 {
+    const bool isEscape = hasMoreToIndex() && !m_isFindShown;
+    m_stopAction->setShortcut(isEscape ? QKeySequence(Qt::Key_Escape) : QKeySequence());
     const bool isStopped = m_model->activity() == Activity::Stopped;
-    const bool isActive =
-        m_model->activity() == Activity::Indexing || m_model->activity() == Activity::Following;
     m_stopAction->setText(isStopped ? tr("&Resume Indexing") : tr("&Stop Indexing"));
-    m_stopAction->setEnabled(isStopped || isActive);
+    m_stopAction->setEnabled(isStopped || m_model->activity() == Activity::Indexing);
 }
 
 QString FileWindow::activityText() const
@@ -169,11 +176,11 @@ QString FileWindow::activityText() const
         return m_model->indexedBytes() < m_model->fileSize() ? tr("Indexing…")
                                                              : tr("Waiting for more");
     case Activity::Following:
-        return tr("Complete; growth will be shown");
+        return isFollowing() ? tr("Following") : tr("Indexed");
     case Activity::Ended:
         return tr("The input has ended");
     case Activity::Stopped:
-        return tr("Stopped");
+        return tr("Paused");
     case Activity::Full:
         break;
     case Activity::Failed:

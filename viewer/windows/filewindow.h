@@ -40,6 +40,7 @@ private:
     void updateStatus();
     void updateProgress();
     void updateStop();
+    bool hasMoreToIndex() const;
     void reportFailure();
     void toggleIndexing();
     QString activityText() const;
@@ -52,6 +53,7 @@ private:
     QLabel *m_activityLabel = nullptr;      //!< what goes on
     QProgressBar *m_progress = nullptr;     //!< indexed part, while there is more
     QToolButton *m_stopButton = nullptr;    //!< m_stopAction beside the progress
+    bool m_isFindShown = false;             //!< the panel has Esc
     bool m_settled = false;                 //!< settled() was emitted
     bool m_failed = false;                  //!< the file could not be opened
 };

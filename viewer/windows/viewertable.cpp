@@ -3,16 +3,26 @@
 
 #include "viewertable.h"
 
+#include "contrast.h"
 #include "framestatistics.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
+#include <QFontDatabase>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
+#include <QStyle>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace {
 
 constexpr int s_widestColumn = 400;        // logical pixels, for a start
-constexpr int s_widestLastColumn = 3000;   // logical pixels
+constexpr int s_widestLastColumn = 500000; // logical pixels: the longest text of a row
 constexpr qsizetype s_measuredText = 1000; // characters
 constexpr int s_narrowestCharacter = 2;    // logical pixels
 
@@ -23,6 +33,25 @@ qsizetype shownCharacters(const QRect &rect)
                           : qMax<qsizetype>(rect.width() / s_narrowestCharacter, 1);
 }
 
+// Whether each character of a text is as wide as any other. Fonts do not always say so.
+bool hasOneWidth(const QFontMetricsF &metrics, const QString &text)
+{
+    const double width = metrics.horizontalAdvance(u'0');
+    const auto isUsual = [&](QChar sample) { return metrics.horizontalAdvance(sample) == width; };
+    constexpr std::array<QChar, 5> samples {u' ', u'.', u'i', u'W', u'm'};
+    return std::all_of(samples.begin(), samples.end(), isUsual)
+        && std::all_of(text.begin(), text.end(),
+                       [](QChar character) { return character >= u' ' && character < u'\x7f'; });
+}
+
+// Kept apart from the direction around it.
+QString leftToRight(const QString &text)
+{
+    constexpr QChar isolate(0x2066);
+    constexpr QChar endOfIsolate(0x2069);
+    return isolate + text + endOfIsolate;
+}
+
 } // namespace
 
 ShortTextDelegate::ShortTextDelegate(QAbstractItemView *view)
@@ -31,21 +60,78 @@ ShortTextDelegate::ShortTextDelegate(QAbstractItemView *view)
     setDrawFrame(false);
 }
 
+void ShortTextDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                              const QModelIndex &index) const
+{
+    if (option.rect.width() <= widestPicture) {
+        Vantix::ItemDelegate::paint(painter, option, index);
+        return;
+    }
+    QStyleOptionViewItem seen = option;
+    m_piece = seenPiece(&seen, index.data().toString());
+    const QRect cell = seen.rect;
+    initStyleOption(&seen, index);
+    painter->save();
+    painter->setClipRect(cell, Qt::IntersectClip);
+    drawBackground(painter, seen);
+    drawContents(painter, seen, index);
+    painter->restore();
+    m_piece = {};
+}
+
+//! What of \a text is seen of a wide cell; \a option becomes that of a cell around it.
+//! All of it, if only laying it out would tell.
+ShortTextDelegate::Piece ShortTextDelegate::seenPiece(QStyleOptionViewItem *option,
+                                                      const QString &text)
+{
+    const auto *view = qobject_cast<const QAbstractItemView *>(option->widget);
+    const QFontMetricsF metrics(option->font);
+    if (!view || option->direction == Qt::RightToLeft || !hasOneWidth(metrics, text))
+        return {};
+    const double width = metrics.horizontalAdvance(u'0');
+    const QRect seen = option->rect & view->viewport()->rect();
+    Piece piece;
+    piece.from = qMax<qsizetype>(qsizetype((seen.left() - option->rect.left()) / width) - 1, 0);
+    piece.count = qsizetype(seen.width() / width) + 4;
+    option->rect.setLeft(option->rect.left() + int(std::lround(double(piece.from) * width)));
+    option->rect.setWidth(qMin(option->rect.width(), widestPicture));
+    return piece;
+}
+
 void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
                                         const QModelIndex &index) const
 {
     Vantix::ItemDelegate::initStyleOption(option, index);
-    option->text.truncate(shownCharacters(option->rect));
+    if (m_piece.count >= 0)
+        option->text = option->text.mid(m_piece.from, m_piece.count);
+    else if (option->rect.width() <= widestPicture)
+        option->text.truncate(shownCharacters(option->rect));
+    const QPalette &palette = option->widget ? option->widget->palette() : option->palette;
+    const QPalette::ColorGroup group = option->palette.currentColorGroup();
+    const QColor highlighted = palette.color(group, QPalette::HighlightedText);
+    if (option->palette.color(group, QPalette::HighlightedText) != highlighted)
+        option->palette.setColor(group, QPalette::HighlightedText, highlighted);
+    const QColor text = option->palette.color(group, QPalette::Text);
+    if (text == palette.color(group, QPalette::Text))
+        return;
+    const bool hasBackground = option->backgroundBrush.style() == Qt::SolidPattern;
+    const bool isAlternate = option->features & QStyleOptionViewItem::Alternate;
+    const QColor behind = hasBackground
+        ? option->backgroundBrush.color()
+        : palette.color(group, isAlternate ? QPalette::AlternateBase : QPalette::Base);
+    option->palette.setColor(group, QPalette::Text, readable(text, behind));
 }
 
 void ShortTextDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
                                        const QVariant &value) const
 {
-    if (value.metaType() == QMetaType::fromType<QString>())
-        Vantix::ItemDelegate::drawCustomText(painter, opt,
-                                             value.toString().left(shownCharacters(opt.rect)));
-    else
+    if (value.metaType() != QMetaType::fromType<QString>()) {
         Vantix::ItemDelegate::drawCustomText(painter, opt, value);
+        return;
+    }
+    const bool isTurned =
+        painter->layoutDirection() == Qt::RightToLeft && !opt.text.isRightToLeft();
+    Vantix::ItemDelegate::drawCustomText(painter, opt, isTurned ? leftToRight(opt.text) : opt.text);
 }
 
 ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
@@ -55,6 +141,8 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     setItemDelegate(new ShortTextDelegate(this));
     setRowHeightFollowsFont(true);
     setFollowsCurrentRow(false);
+    setStandardKeys(true);
+    setSelectsVisualRanges(true);
     setPaintBufferEnabled(true);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -62,6 +150,67 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setTextElideMode(Qt::ElideRight);
     header()->setSectionsMovable(true);
+    updateHighlight();
+}
+
+void ViewerTable::useFixedFont()
+{
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+}
+
+void ViewerTable::updateHighlight()
+{
+    QPalette palette = withReadableHighlights(QApplication::palette(this));
+    palette.setResolveMask(0);
+    for (const QPalette::ColorGroup group :
+         {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        palette.setColor(group, QPalette::Highlight, palette.color(group, QPalette::Highlight));
+    }
+    setPalette(palette);
+}
+
+bool ViewerTable::event(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        updateHighlight();
+    return QTableFastView::event(event);
+}
+
+void ViewerTable::keyboardSearch(const QString &text)
+{
+    Q_EMIT typed(text);
+}
+
+void ViewerTable::keyPressEvent(QKeyEvent *event)
+{
+    const QPersistentModelIndex before = currentIndex();
+    QTableFastView::keyPressEvent(event);
+    selectFarEnd(*event, before);
+    if (currentIndex().isValid() && currentIndex().row() != before.row())
+        Q_EMIT rowReached();
+}
+
+//! Item views only move to the ends with Ctrl. Who goes to the end of a text copies that
+//! row next, or with Shift all rows from \a before on.
+void ViewerTable::selectFarEnd(const QKeyEvent &event, const QModelIndex &before)
+{
+    const QModelIndex current = currentIndex();
+    const bool isFarEnd = event.key() == Qt::Key_Home || event.key() == Qt::Key_End;
+    if (!isFarEnd || !(event.modifiers() & Qt::ControlModifier) || !current.isValid())
+        return;
+    const bool extends = event.modifiers().testFlag(Qt::ShiftModifier) && before.isValid();
+    const auto command =
+        extends ? QItemSelectionModel::Select : QItemSelectionModel::ClearAndSelect;
+    selectionModel()->select(extends ? QItemSelection(before, current)
+                                     : QItemSelection(current, current),
+                             command | QItemSelectionModel::Rows);
+}
+
+void ViewerTable::mousePressEvent(QMouseEvent *event)
+{
+    QTableFastView::mousePressEvent(event);
+    if (indexAt(event->pos()).isValid())
+        Q_EMIT rowPressed();
 }
 
 void ViewerTable::setModel(QAbstractItemModel *model)
@@ -123,13 +272,22 @@ int ViewerTable::textWidth(int column) const
         return 0;
     const int visible = viewport()->height() / qMax(m_itemHeight, 1);
     const int last = qMin(first + visible, model()->rowCount() - 1);
-    const QFontMetrics metrics = fontMetrics();
     int widest = 0;
-    for (int row = first; row <= last; ++row) {
-        const QString text = model()->index(row, column).data().toString();
-        widest = qMax(widest, metrics.horizontalAdvance(text.left(s_measuredText)));
-    }
-    return widest + metrics.height();
+    for (int row = first; row <= last; ++row)
+        widest = qMax(widest, measured(model()->index(row, column).data().toString()));
+    return widest + fontMetrics().height();
+}
+
+//! Width of \a text; of a very long one it is an estimate.
+int ViewerTable::measured(const QString &text) const
+{
+    if (text.size() <= s_measuredText)
+        return fontMetrics().horizontalAdvance(text);
+    const QFontMetricsF metrics(font());
+    if (hasOneWidth(metrics, text))
+        return int(std::ceil(metrics.horizontalAdvance(u'0') * double(text.size())));
+    const double part = metrics.horizontalAdvance(text.left(s_measuredText));
+    return int(part / s_measuredText * double(text.size()));
 }
 
 //! Gives a column the width that it has needed so far, unless the user chose another.
@@ -158,4 +316,6 @@ void ViewerTable::growColumns()
     if (!header()->isSectionHidden(column))
         growColumn(column, viewport()->width() - header()->sectionPosition(column),
                    s_widestLastColumn);
+    // Pictures of such cells would be larger than all others together.
+    setPaintBufferEnabled(header()->sectionSize(column) <= ShortTextDelegate::widestPicture);
 }

@@ -11,20 +11,43 @@
 
 class FrameStatistics;
 
-//! Lays out no more of a text than its cell can show: lines may be very long.
+/*!
+ * \brief Lays out no more of a text than can be seen: lines may be very long.
+ *
+ * Texts read from left to right also in a window that is laid out from right to left,
+ * unless their own characters say otherwise: a time stands behind its date. Whatever
+ * colours a model gives, texts are readable on what is behind them.
+ */
 class ShortTextDelegate : public Vantix::ItemDelegate
 {
     Q_OBJECT
 
 public:
+    //! Cells that are wider, in logical pixels, are painted without a picture of them.
+    static constexpr int widestPicture = 4096;
+
     //! A delegate without grid lines; \a view is its parent.
     explicit ShortTextDelegate(QAbstractItemView *view);
 
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
     void drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
                         const QVariant &value) const override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+
+private:
+    //! Part of a text, in characters.
+    struct Piece
+    {
+        qsizetype from = 0;
+        qsizetype count = -1; //!< up to the end
+    };
+
+    static Piece seenPiece(QStyleOptionViewItem *option, const QString &text);
+
+    mutable Piece m_piece; //!< of the cell that is painted
 };
 
 //! The viewer's table: rows are selected as a whole, and every frame is measured.
@@ -40,6 +63,9 @@ public:
     //! at an edge.
     void setModel(QAbstractItemModel *model) override;
 
+    //! Shows texts in the system's font of one width.
+    void useFixedFont();
+
     //! Takes widths anew: forgets which ones the user chose, and calls growColumns().
     void fitColumns();
 
@@ -48,10 +74,27 @@ public:
     //! stay.
     void growColumns();
 
+    //! The first row on screen, or -1.
+    int firstSeenRow() const { return getFirstVisibleItem(); }
+
     //! Whether rows have been painted at least once.
     bool hasPaintedRows() const { return m_hasPaintedRows; }
 
+    //! Tells of what was typed, instead of going through all rows for it.
+    void keyboardSearch(const QString &text) override;
+
+Q_SIGNALS:
+    //! Somebody typed \a text into the table.
+    void typed(const QString &text);
+    //! A mouse button was pressed on a row.
+    void rowPressed();
+    //! A key has made another row current.
+    void rowReached();
+
 protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
@@ -59,6 +102,9 @@ protected:
     void updateGeometries() override;
 
 private:
+    void updateHighlight();
+    void selectFarEnd(const QKeyEvent &event, const QModelIndex &before);
+    int measured(const QString &text) const;
     void growColumn(int column, int atLeast, int atMost);
     int textWidth(int column) const;
 

@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -34,7 +35,8 @@
 namespace {
 
 constexpr int s_mostCopiedRows = 100000;
-constexpr int s_growDelay = 150; // ms
+constexpr int s_growDelay = 150;       // ms
+constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
 
 // The selected rows as ranges, first to last, ascending.
 std::vector<std::pair<int, int>> selectedRanges(const QItemSelection &selection)
@@ -86,7 +88,11 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
         if (isFollowing())
             m_pinTimer.start(0);
     });
-    resize(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 40);
+    connect(m_table, &ViewerTable::typed, this, &ViewerWindow::openFindWith);
+    connect(m_table, &ViewerTable::rowPressed, this, [this] { setFollowing(false); });
+    connect(m_table, &ViewerTable::rowReached, this, &ViewerWindow::rowReached);
+    const QSize usual(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 40);
+    resize(usual.boundedTo(screen()->availableSize() * s_partOfScreen));
 }
 
 void ViewerWindow::createActions()
@@ -152,6 +158,12 @@ void ViewerWindow::openFind()
     m_findPanel->field()->selectAll();
 }
 
+void ViewerWindow::openFindWith(const QString &text)
+{
+    openFind();
+    m_findPanel->field()->insert(text);
+}
+
 //! Shows the panel: it says that nothing was found, and stops a search.
 void ViewerWindow::findAgain(bool forward)
 {
@@ -173,10 +185,16 @@ void ViewerWindow::findAgain(bool forward)
 //! New rows would push it out of the window. If it is the newest, it is followed on.
 void ViewerWindow::keepFoundRow()
 {
-    if (!isFollowing())
+    if (!isFollowing() || isNewest(m_table->currentIndex()))
         return;
     setFollowing(false);
     m_table->scrollTo(m_table->currentIndex());
+}
+
+//! By a key: the newest row is where the user follows it again.
+void ViewerWindow::rowReached()
+{
+    setFollowing(isNewest(m_table->currentIndex()) && isAtEdge());
 }
 
 void ViewerWindow::findPanelShown(bool isShown)
@@ -241,10 +259,9 @@ void ViewerWindow::removeModel()
 //! Tells a current row that somebody chose from one that keeps to the newest rows.
 void ViewerWindow::modelAboutToBeShown()
 {
-    const int current = m_table->currentIndex().row();
-    const int newest = m_edge == Edge::Top ? 0 : rows() - 1;
-    if (current >= 0 || !m_find->isFiltered())
-        m_hasChosenRow = current >= 0 && !(isFollowing() && current == newest);
+    const QModelIndex current = m_table->currentIndex();
+    if (current.isValid() || !m_find->isFiltered())
+        m_hasChosenRow = current.isValid() && !(isFollowing() && isNewest(current));
     beginChange();
 }
 
@@ -283,8 +300,9 @@ void ViewerWindow::followModel(QAbstractItemModel *model)
 
 void ViewerWindow::endChange()
 {
+    keepHeldRows();
     m_modelChanges = false;
-    if (isFollowing())
+    if (isFollowing() || m_held.isValid())
         m_pinTimer.start(0);
 }
 
@@ -310,7 +328,7 @@ int ViewerWindow::rows() const
 QString ViewerWindow::rowsText() const
 {
     if (!m_find->isFiltered())
-        return tr("%L1 rows").arg(rows());
+        return rows() == 1 ? tr("1 row") : tr("%L1 rows").arg(rows());
     return tr("%L1 of %L2 rows").arg(rows()).arg(m_find->source()->rowCount());
 }
 
@@ -337,10 +355,11 @@ void ViewerWindow::setFollowing(bool on)
     // Decides where the view keeps a table that is shorter than the window.
     const bool keepTop = on == (m_edge == Edge::Top);
     m_table->header()->setSortIndicator(-1, keepTop ? Qt::AscendingOrder : Qt::DescendingOrder);
+    m_held = QModelIndex();
     if (on)
         keepToEdge();
     else if (isAtEdge())
-        leaveEdge();
+        hold();
 }
 
 bool ViewerWindow::isAtEdge() const
@@ -349,26 +368,50 @@ bool ViewerWindow::isAtEdge() const
     return bar->value() == (m_edge == Edge::Top ? bar->minimum() : bar->maximum());
 }
 
+bool ViewerWindow::isNewest(const QModelIndex &index) const
+{
+    return index.isValid() && index.row() == (m_edge == Edge::Top ? 0 : rows() - 1);
+}
+
 void ViewerWindow::keepToEdge()
 {
     QScrollBar *bar = m_table->verticalScrollBar();
     if (isFollowing())
         bar->setValue(m_edge == Edge::Top ? bar->minimum() : bar->maximum());
+    else
+        keepHeldRows();
 }
 
-//! A view at its edge stays there by itself, so that one row has to be given up.
-void ViewerWindow::leaveEdge()
+//! A view at its edge stays there by itself. What is seen now is seen on: the next rows
+//! that come take the edge away.
+void ViewerWindow::hold()
 {
-    QScrollBar *bar = m_table->verticalScrollBar();
-    bar->setValue(bar->value() + (m_edge == Edge::Top ? 1 : -1));
+    if (rows() > 0)
+        m_held = m_table->model()->index(qMax(m_table->firstSeenRow(), 0), 0);
+}
+
+void ViewerWindow::keepHeldRows()
+{
+    if (!m_held.isValid() || m_held.model() != m_table->model())
+        return;
+    const bool wasChanging = std::exchange(m_modelChanges, true);
+    m_table->verticalScrollBar()->setValue(m_held.row());
+    m_modelChanges = wasChanging;
+    if (!isAtEdge())
+        m_held = QModelIndex();
 }
 
 void ViewerWindow::barMoved()
 {
     if (!m_growTimer.isActive())
         m_growTimer.start();
-    if (!m_modelChanges && isFollowing() != isAtEdge())
+    if (m_modelChanges)
+        return;
+    const bool isHeldThere = m_held.isValid() && isAtEdge();
+    if (!isHeldThere && isFollowing() != isAtEdge())
         setFollowing(isAtEdge());
+    if (!isAtEdge())
+        m_held = QModelIndex();
 }
 
 QString ViewerWindow::selectedText(bool *isCut) const

@@ -5,6 +5,7 @@
 #define VIEWERWINDOW_H
 
 #include <QMainWindow>
+#include <QPersistentModelIndex>
 #include <QTimer>
 
 class FindPanel;
@@ -21,8 +22,9 @@ class ViewerTable;
 /*!
  * \brief A window with one table that keeps to its first or last row as rows arrive.
  *
- * Following begins switched on, ends when the user scrolls away from the edge, and
- * begins again when he comes back to it; the action shows and sets it.
+ * Following begins switched on, ends when the user scrolls away from the edge, clicks on
+ * a row or goes to another than the newest by a key, and begins again when he comes back
+ * to the edge; the action shows and sets it.
  */
 class ViewerWindow : public QMainWindow
 {
@@ -69,6 +71,8 @@ public Q_SLOTS:
     void copySelection();
     //! Opens the panel to search and filter with, its text selected.
     void openFind();
+    //! The same, with \a text in place of what was there, as if it was typed there.
+    void openFindWith(const QString &text);
 
 protected:
     //! Shows \a model, which stays the caller's, following \a edge.
@@ -112,7 +116,10 @@ private:
     void barMoved();
     void keepToEdge();
     bool isAtEdge() const;
-    void leaveEdge();
+    bool isNewest(const QModelIndex &index) const;
+    void hold();
+    void keepHeldRows();
+    void rowReached();
     void beginChange() { m_modelChanges = true; }
     void endChange();
     void fitNewColumns();
@@ -133,6 +140,7 @@ private:
     QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
     Edge m_edge = Edge::End;           //!< followed
     bool m_modelChanges = false;       //!< the view moves the bar, not the user
+    QPersistentModelIndex m_held;      //!< the first row seen, while held at the edge
     bool m_hasChosenRow = false;       //!< before rows were filtered, or of those shown since
     int m_columnsFitted = 0;           //!< columns when widths were last taken; 0 for never
     QTimer m_pinTimer {this};          //!< goes to the edge when the view is done

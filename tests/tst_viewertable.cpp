@@ -1,0 +1,381 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "numberalignment.h"
+#include "windows/contrast.h"
+#include "windows/framestatistics.h"
+#include "windows/viewertable.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+constexpr QSize viewSize(300, 200);
+
+//! A table, with its text in a font of one width, on a screen.
+struct Shown
+{
+    explicit Shown(QAbstractItemModel *model)
+        : table(&statistics)
+    {
+        table.useFixedFont();
+        table.resize(viewSize);
+        table.setModel(model);
+        table.show();
+        table.fitColumns();
+    }
+
+    //! A cell as it is on the screen.
+    QImage cell(const QModelIndex &index)
+    {
+        return table.viewport()
+            ->grab(table.visualRect(index))
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    }
+
+    FrameStatistics statistics;
+    ViewerTable table;
+};
+
+//! The colour that is farthest from that of the background, which most pixels have.
+std::pair<QColor, QColor> textAndBackground(const QImage &image)
+{
+    QHash<QRgb, int> counts;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            ++counts[image.pixel(x, y)];
+    }
+    QRgb behind = 0;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        if (it.value() > counts.value(behind))
+            behind = it.key();
+    }
+    QRgb text = behind;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
+        if (contrast(it.key(), behind) > contrast(text, behind))
+            text = it.key();
+    }
+    return {text, behind};
+}
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(0x30, 0x30, 0x30), QColor(0x20, 0x20, 0x20));
+    palette.setColor(QPalette::Highlight, QColor(0x2a, 0x82, 0xda));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+QPalette lightPalette()
+{
+    QPalette palette(QColor(0xef, 0xef, 0xef));
+    palette.setColor(QPalette::Highlight, QColor(0x30, 0x8c, 0xc6));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+} // namespace
+
+class tst_ViewerTable : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
+    void cleanup();
+
+    void keysSelect_data();
+    void keysSelect();
+    void farEndsAreSelected();
+    void tellsWhatIsTyped();
+    void tellsOfRows();
+    void coloursAreReadable_data();
+    void coloursAreReadable();
+    void followsThePalette();
+    void readsFromLeftToRight_data();
+    void readsFromLeftToRight();
+    void alignsNumbersInBothDirections();
+    void showsTheEndOfALongLine_data();
+    void showsTheEndOfALongLine();
+    void laysOutWhatIsSeen();
+
+private:
+    const QPalette m_palette = QApplication::palette();
+};
+
+void tst_ViewerTable::cleanup()
+{
+    QApplication::setPalette(m_palette);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+void tst_ViewerTable::keysSelect_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    const std::pair<const char *, int> keys[] = {
+        {"Down", Qt::Key_Down},   {"Up", Qt::Key_Up},          {"Home", Qt::Key_Home},
+        {"End", Qt::Key_End},     {"Page up", Qt::Key_PageUp}, {"Page down", Qt::Key_PageDown},
+        {"Left", Qt::Key_Left},   {"Right", Qt::Key_Right},    {"Space", Qt::Key_Space},
+        {"Select all", Qt::Key_A}};
+    for (const auto &[name, key] : keys) {
+        if (key != Qt::Key_A)
+            QTest::addRow("%s", name) << key << Qt::KeyboardModifiers();
+        if (key != Qt::Key_A && key != Qt::Key_Space)
+            QTest::addRow("Shift+%s", name) << key << Qt::KeyboardModifiers(Qt::ShiftModifier);
+        if (key != Qt::Key_Home && key != Qt::Key_End)
+            QTest::addRow("Ctrl+%s", name) << key << Qt::KeyboardModifiers(Qt::ControlModifier);
+    }
+}
+
+//! As in a table of Qt's.
+void tst_ViewerTable::keysSelect()
+{
+    QFETCH(int, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QStandardItemModel model(60, 3);
+    Shown shown(&model);
+    QTableView peer;
+    peer.setSelectionBehavior(QAbstractItemView::SelectRows);
+    peer.setFrameShape(QFrame::NoFrame);
+    peer.verticalHeader()->setMinimumSectionSize(1);
+    peer.verticalHeader()->setDefaultSectionSize(shown.table.rowHeight());
+    peer.setShowGrid(false);
+    peer.setModel(&model);
+    peer.show();
+    peer.resize(peer.width(),
+                peer.height() + shown.table.viewport()->height() - peer.viewport()->height());
+    QCOMPARE(peer.viewport()->height(), shown.table.viewport()->height());
+    const auto rowsOf = [](const QAbstractItemView &view) {
+        QList<int> rows;
+        for (int row = 0; row < 60; ++row) {
+            if (view.selectionModel()->isRowSelected(row, {}))
+                rows << row;
+        }
+        return rows;
+    };
+    for (QAbstractItemView *view : {static_cast<QAbstractItemView *>(&shown.table),
+                                    static_cast<QAbstractItemView *>(&peer)}) {
+        view->selectionModel()->setCurrentIndex(
+            model.index(30, 1), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        view->scrollTo(model.index(30, 1), QAbstractItemView::PositionAtTop);
+        for (int press = 0; press < 2; ++press)
+            QTest::keyClick(view, Qt::Key(key), modifiers);
+    }
+    QCOMPARE(shown.table.currentIndex(), peer.currentIndex());
+    QCOMPARE(rowsOf(shown.table), rowsOf(peer));
+}
+
+//! Qt's tables only move there.
+void tst_ViewerTable::farEndsAreSelected()
+{
+    QStandardItemModel model(60, 3);
+    Shown shown(&model);
+    shown.table.setCurrentIndex(model.index(30, 0));
+    QTest::keyClick(&shown.table, Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(shown.table.currentIndex().row(), 59);
+    QCOMPARE(shown.table.selectionModel()->selectedRows(), QModelIndexList {model.index(59, 0)});
+    QTest::keyClick(&shown.table, Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(shown.table.selectionModel()->selectedRows(), QModelIndexList {model.index(0, 0)});
+    QTest::keyClick(&shown.table, Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(shown.table.selectionModel()->selectedRows().size(), 60);
+}
+
+void tst_ViewerTable::tellsWhatIsTyped()
+{
+    QStandardItemModel model(60, 3);
+    Shown shown(&model);
+    const QSignalSpy typed(&shown.table, &ViewerTable::typed);
+    shown.table.setCurrentIndex(model.index(3, 0));
+    QTest::keyClick(&shown.table, Qt::Key_E);
+    QTest::keyClick(&shown.table, Qt::Key_Down);
+    QTest::keyClick(&shown.table, Qt::Key_E, Qt::ControlModifier);
+    QTest::keyClick(&shown.table, Qt::Key_F5);
+    QCOMPARE(typed, QList<QVariantList>({{"e"}}));
+}
+
+void tst_ViewerTable::tellsOfRows()
+{
+    QStandardItemModel model(3, 1);
+    Shown shown(&model);
+    const QSignalSpy pressed(&shown.table, &ViewerTable::rowPressed);
+    const QSignalSpy reached(&shown.table, &ViewerTable::rowReached);
+    const int height = shown.table.rowHeight();
+    QTest::mouseClick(shown.table.viewport(), Qt::LeftButton, {}, QPoint(5, height / 2));
+    QCOMPARE(pressed.size(), 1);
+    QTest::mouseClick(shown.table.viewport(), Qt::LeftButton, {}, QPoint(5, 5 * height));
+    QCOMPARE(pressed.size(), 1);
+    QCOMPARE(reached.size(), 0);
+    QTest::keyClick(&shown.table, Qt::Key_Down);
+    QCOMPARE(reached.size(), 1);
+    QTest::keyClick(&shown.table, Qt::Key_F7);
+    QCOMPARE(reached.size(), 1);
+}
+
+void tst_ViewerTable::coloursAreReadable_data()
+{
+    QTest::addColumn<QPalette>("palette");
+    QTest::addColumn<QColor>("color");
+    QTest::addColumn<bool>("isSelected");
+    const std::pair<const char *, QPalette> palettes[] = {{"light", lightPalette()},
+                                                          {"dark", darkPalette()}};
+    for (const auto &[name, palette] : palettes) {
+        for (const QColor &color : {QColor(), QColor(Qt::red), QColor(0x0b, 0x6b, 0x2f),
+                                    QColor(0xff, 0x8f, 0x85), QColor(Qt::yellow)}) {
+            for (const bool isSelected : {false, true}) {
+                const QString colorName = color.isValid() ? color.name() : QStringLiteral("plain");
+                QTest::addRow("%s, %s%s", name, qPrintable(colorName),
+                              isSelected ? ", selected" : "")
+                    << palette << color << isSelected;
+            }
+        }
+    }
+}
+
+void tst_ViewerTable::coloursAreReadable()
+{
+    QFETCH(QPalette, palette);
+    QFETCH(QColor, color);
+    QFETCH(bool, isSelected);
+    QApplication::setPalette(palette);
+    QStandardItemModel model(3, 1);
+    model.setData(model.index(1, 0), QString(12, QChar(0x2588))); // a block: no smooth edges
+    if (color.isValid())
+        model.setData(model.index(1, 0), color, Qt::ForegroundRole);
+    Shown shown(&model);
+    if (isSelected)
+        shown.table.selectionModel()->select(model.index(1, 0), QItemSelectionModel::Select);
+    const auto [text, behind] = textAndBackground(shown.cell(model.index(1, 0)));
+    QVERIFY2(contrast(text, behind) >= readableContrast,
+             qPrintable(text.name() + " on " + behind.name()));
+}
+
+void tst_ViewerTable::followsThePalette()
+{
+    QStandardItemModel model(3, 1);
+    Shown shown(&model);
+    QApplication::setPalette(darkPalette());
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.table.palette().color(QPalette::Base), darkPalette().color(QPalette::Base));
+    const QColor dark = shown.table.palette().color(QPalette::Highlight);
+    QApplication::setPalette(lightPalette());
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.table.palette().color(QPalette::Base), lightPalette().color(QPalette::Base));
+    QVERIFY(shown.table.palette().color(QPalette::Highlight) != dark);
+}
+
+void tst_ViewerTable::readsFromLeftToRight_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("date and time") << "2026-11-22 08:10:15.045";
+    QTest::newRow("ends with a stop") << "done.";
+    QTest::newRow("numbers") << "-3.50 (7)";
+}
+
+//! A right-to-left window shows the same picture of the text.
+void tst_ViewerTable::readsFromLeftToRight()
+{
+    QFETCH(QString, text);
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), text);
+    model.setData(model.index(0, 0), QVariant::fromValue(numberAlignment), Qt::TextAlignmentRole);
+    Shown shown(&model);
+    const QImage plain = shown.cell(model.index(0, 0));
+    shown.table.setLayoutDirection(Qt::RightToLeft);
+    shown.table.setColumnWidth(0, plain.width());
+    QCOMPARE(shown.cell(model.index(0, 0)), plain);
+}
+
+void tst_ViewerTable::alignsNumbersInBothDirections()
+{
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QCOMPARE(QStyle::visualAlignment(direction, numberAlignment) & Qt::AlignHorizontal_Mask
+                     & ~Qt::AlignAbsolute,
+                 Qt::AlignRight);
+    }
+}
+
+void tst_ViewerTable::showsTheEndOfALongLine_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("one width") << QString(16000, u'-') + QStringLiteral("END");
+    QTest::newRow("other characters") << QString(5000, QChar(0x444)) + QStringLiteral("END");
+}
+
+void tst_ViewerTable::showsTheEndOfALongLine()
+{
+    QFETCH(QString, line);
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), line);
+    Shown shown(&model);
+    QScrollBar *bar = shown.table.horizontalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 3000);
+    // Somewhere the text ends: what is behind it is empty.
+    const auto isEmpty = [&] {
+        const auto [text, behind] = textAndBackground(
+            shown.table.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32));
+        return text == behind;
+    };
+    QVERIFY(!isEmpty());
+    shown.table.setColumnWidth(0, shown.table.columnWidth(0) + 2 * viewSize.width());
+    bar->setValue(bar->maximum());
+    QVERIFY(isEmpty());
+    bar->setValue(bar->value() - 2 * viewSize.width());
+    QVERIFY(!isEmpty());
+}
+
+//! Only what is seen is laid out, where it would be if all was.
+void tst_ViewerTable::laysOutWhatIsSeen()
+{
+    class Noting : public ShortTextDelegate
+    {
+    public:
+        using ShortTextDelegate::ShortTextDelegate;
+        void drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
+                            const QVariant &value) const override
+        {
+            text = opt.text;
+            left = opt.rect.left();
+            ShortTextDelegate::drawCustomText(painter, opt, value);
+        }
+        mutable QString text;
+        mutable int left = 0;
+    };
+    QString line;
+    for (int i = 0; line.size() < 16000; ++i)
+        line += QString::number(i) + u' ';
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), line);
+    Shown shown(&model);
+    const QFontMetricsF metrics(shown.table.font());
+    if (metrics.horizontalAdvance(u'i') != metrics.horizontalAdvance(u'W'))
+        QSKIP("There is no font of one width here.");
+    Noting noting(&shown.table);
+    shown.table.setItemDelegate(&noting);
+    const double width = metrics.horizontalAdvance(u'0');
+    for (const int x : {0, 1, 7, 5000, 60000}) {
+        shown.table.horizontalScrollBar()->setValue(x);
+        shown.table.viewport()->grab();
+        const auto from = line.indexOf(noting.text);
+        QVERIFY(from >= 0);
+        QVERIFY(qAbs(noting.left + x - double(from) * width) <= 1);
+        QVERIFY(noting.left <= 0);
+        QVERIFY(noting.left + double(noting.text.size()) * width
+                >= shown.table.viewport()->width());
+        QVERIFY(double(noting.text.size()) * width < 2 * viewSize.width());
+    }
+}
+
+QTEST_MAIN(tst_ViewerTable)
+
+#include "tst_viewertable.moc"
