@@ -90,8 +90,10 @@ class tst_ViewerTable : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
+public:
     static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
+
+private Q_SLOTS:
     void cleanup();
 
     void keysSelect_data();

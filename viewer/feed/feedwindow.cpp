@@ -83,8 +83,6 @@ void FeedWindow::createToolBar(int rate)
     toolBar()->addSeparator();
     toolBar()->addWidget(m_rateBox);
     toolBar()->addWidget(m_newRowsBox);
-    toolBar()->addSeparator();
-    toolBar()->addWidget(createSimulatedLabel(this));
     connect(m_rateBox, &QComboBox::currentIndexChanged, this, &FeedWindow::applyRate);
     connect(m_pauseAction, &QAction::toggled, this, &FeedWindow::applyRate);
     connect(m_newRowsBox, &QComboBox::currentIndexChanged, this, &FeedWindow::applyNewRows);
@@ -94,8 +92,10 @@ void FeedWindow::createStatusBar()
 {
     m_rowsLabel = new QLabel(this);
     m_ratesLabel = new QLabel(this);
-    statusBar()->addWidget(
-        new QLabel(tr("Scroll away from the new rows: the rows you look at stay."), this), 1);
+    auto *hint = new QLabel(tr("Scroll away from the new rows: the rows you look at stay."), this);
+    hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // the first to be cut off
+    statusBar()->addWidget(createSimulatedLabel(this));
+    statusBar()->addWidget(hint, 1);
     statusBar()->addPermanentWidget(m_ratesLabel);
     statusBar()->addPermanentWidget(m_rowsLabel);
 }

@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 
@@ -240,6 +241,7 @@ void ViewerTable::updateGeometries()
     QScrollBar *bar = verticalScrollBar();
     const bool isAtEnd = bar->value() == bar->maximum() && bar->maximum() > bar->minimum();
     const int page = bar->pageStep();
+    const QScopedValueRollback fitting(m_isFitting, true);
     QTableFastView::updateGeometries();
     if (isAtEnd && bar->pageStep() != page)
         bar->setValue(bar->maximum());

@@ -80,6 +80,9 @@ public:
     //! Whether rows have been painted at least once.
     bool hasPaintedRows() const { return m_hasPaintedRows; }
 
+    //! Whether the table moves its own scroll bars because it has another size.
+    bool isFitting() const { return m_isFitting; }
+
     //! Tells of what was typed, instead of going through all rows for it.
     void keyboardSearch(const QString &text) override;
 
@@ -109,6 +112,7 @@ private:
     int textWidth(int column) const;
 
     FrameStatistics *m_statistics; //!< not owned
+    bool m_isFitting = false;      //!< see isFitting()
     bool m_hasPaintedRows = false; //!< see hasPaintedRows()
     QHash<int, int> m_widest;      //!< by column: width needed so far, logical pixels
     QHash<int, int> m_given;       //!< by column: width that the user did not choose

@@ -302,7 +302,7 @@ void ViewerWindow::endChange()
 {
     keepHeldRows();
     m_modelChanges = false;
-    if (isFollowing() || m_held.isValid())
+    if (isFollowing())
         m_pinTimer.start(0);
 }
 
@@ -355,11 +355,8 @@ void ViewerWindow::setFollowing(bool on)
     // Decides where the view keeps a table that is shorter than the window.
     const bool keepTop = on == (m_edge == Edge::Top);
     m_table->header()->setSortIndicator(-1, keepTop ? Qt::AscendingOrder : Qt::DescendingOrder);
-    m_held = QModelIndex();
     if (on)
         keepToEdge();
-    else if (isAtEdge())
-        hold();
 }
 
 bool ViewerWindow::isAtEdge() const
@@ -378,40 +375,32 @@ void ViewerWindow::keepToEdge()
     QScrollBar *bar = m_table->verticalScrollBar();
     if (isFollowing())
         bar->setValue(m_edge == Edge::Top ? bar->minimum() : bar->maximum());
-    else
-        keepHeldRows();
 }
 
-//! A view at its edge stays there by itself. What is seen now is seen on: the next rows
-//! that come take the edge away.
-void ViewerWindow::hold()
+//! A view at its edge stays there by itself. If that is not wanted, what is seen now is seen
+//! after the change as well.
+void ViewerWindow::beginChange()
 {
-    if (rows() > 0)
-        m_held = m_table->model()->index(qMax(m_table->firstSeenRow(), 0), 0);
+    m_modelChanges = true;
+    const bool isHeld = !isFollowing() && isAtEdge() && rows() > 0;
+    m_held = isHeld ? m_table->model()->index(qMax(m_table->firstSeenRow(), 0), 0) : QModelIndex();
 }
 
 void ViewerWindow::keepHeldRows()
 {
     if (!m_held.isValid() || m_held.model() != m_table->model())
         return;
-    const bool wasChanging = std::exchange(m_modelChanges, true);
     m_table->verticalScrollBar()->setValue(m_held.row());
-    m_modelChanges = wasChanging;
-    if (!isAtEdge())
-        m_held = QModelIndex();
+    m_held = QModelIndex();
 }
 
 void ViewerWindow::barMoved()
 {
     if (!m_growTimer.isActive())
         m_growTimer.start();
-    if (m_modelChanges)
-        return;
-    const bool isHeldThere = m_held.isValid() && isAtEdge();
-    if (!isHeldThere && isFollowing() != isAtEdge())
+    const bool isMovedByUser = !m_modelChanges && !m_table->isFitting();
+    if (isMovedByUser && isFollowing() != isAtEdge())
         setFollowing(isAtEdge());
-    if (!isAtEdge())
-        m_held = QModelIndex();
 }
 
 QString ViewerWindow::selectedText(bool *isCut) const

@@ -117,10 +117,9 @@ private:
     void keepToEdge();
     bool isAtEdge() const;
     bool isNewest(const QModelIndex &index) const;
-    void hold();
     void keepHeldRows();
     void rowReached();
-    void beginChange() { m_modelChanges = true; }
+    void beginChange();
     void endChange();
     void fitNewColumns();
 
@@ -140,7 +139,7 @@ private:
     QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
     Edge m_edge = Edge::End;           //!< followed
     bool m_modelChanges = false;       //!< the view moves the bar, not the user
-    QPersistentModelIndex m_held;      //!< the first row seen, while held at the edge
+    QPersistentModelIndex m_held;      //!< the first row seen before a change
     bool m_hasChosenRow = false;       //!< before rows were filtered, or of those shown since
     int m_columnsFitted = 0;           //!< columns when widths were last taken; 0 for never
     QTimer m_pinTimer {this};          //!< goes to the edge when the view is done
