@@ -5,10 +5,12 @@
 #include "feed/feedwindow.h"
 #include "files/textfilemodel.h"
 #include "qprogressindicator.h"
+#include "search/findpanel.h"
 #include "search/linefilter.h"
 #include "search/tablefilter.h"
 #include "slowmodel.h"
 #include "windows/filewindow.h"
+#include "windows/filterbar.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 
@@ -18,8 +20,10 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QScrollBar>
 #include <QStandardItemModel>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -58,7 +62,7 @@ QLineEdit *fieldOf(const ViewerWindow &window)
     return window.findChild<QLineEdit *>(QStringLiteral("findLineEdit"));
 }
 
-void click(const ViewerWindow &window, const char *button)
+void click(const ViewerWindow &window, const QByteArray &button)
 {
     QTest::mouseClick(window.findChild<QToolButton *>(QString::fromLatin1(button)), Qt::LeftButton);
 }
@@ -89,6 +93,17 @@ private Q_SLOTS:
     void filterFollowsTheFile();
     void filterEndsWithTheFile();
     void anotherFilterReplacesTheFirst();
+    void filterIsLive();
+    void filterIsUndone_data();
+    void filterIsUndone();
+    void filterIsReachedByKeys();
+    void filterTellsOfItself();
+    void filterEndsNotFound();
+    void rulesHoldForBoth_data();
+    void rulesHoldForBoth();
+    void lineNumbersAreNoText();
+    void columnsAreLeftOut();
+    void wrongExpressionIsExplained();
     void copiesFilteredRows();
     void feedIsNotFilteredAtFirst();
     void feedGoesOnWhileFiltered();
@@ -162,14 +177,14 @@ void tst_ViewerFind::lineFilterTakesRowsOver()
 {
     SlowWords model("ab b Ab cab x");
     model.isSlow = false;
-    LineFilter filter({0}, QStringLiteral("ab"));
+    LineFilter filter({0}, TextMatcher(QStringLiteral("ab"), {.matchesCase = true}));
     QVERIFY(filter.takeOver(&model));
     QCOMPARE(rowsOf(filter), "ab cab");
     // From now on it is a filter like any other.
     model.appendRow(new QStandardItem(QStringLiteral("abc")));
     model.removeRow(0);
     QCOMPARE(rowsOf(filter), "cab abc");
-    LineFilter none({}, QStringLiteral("ab"));
+    LineFilter none({}, TextMatcher(QStringLiteral("ab"), {.matchesCase = true}));
     QVERIFY(none.takeOver(&model));
     QCOMPARE(none.rowCount(), 0);
 }
@@ -224,7 +239,7 @@ void tst_ViewerFind::lineFilterFollowsItsRows()
     QFETCH(QString, rows);
 
     SlowWords model("a0 b1 c2 a3 b4 c5 a6");
-    LineFilter filter({0}, QStringLiteral("a"));
+    LineFilter filter({0}, TextMatcher(QStringLiteral("a"), {.matchesCase = true}));
     QObject context;
     const auto later = [&](const std::function<void()> &what) {
         QMetaObject::invokeMethod(&context, what, Qt::QueuedConnection);
@@ -246,7 +261,7 @@ void tst_ViewerFind::lineFilterGivesUp()
 {
     QFETCH(bool, isDestroyed);
     auto model = std::make_unique<SlowWords>("a b c d");
-    LineFilter filter({0}, QStringLiteral("a"));
+    LineFilter filter({0}, TextMatcher(QStringLiteral("a"), {.matchesCase = true}));
     QMetaObject::invokeMethod(
         this,
         [&] {
@@ -473,6 +488,236 @@ void tst_ViewerFind::anotherFilterReplacesTheFirst()
     click(*window, "filterButton");
     QCOMPARE(window->rows(), 30);
     QCOMPARE(window->table()->model(), window->model());
+}
+
+void tst_ViewerFind::filterIsLive()
+{
+    const auto window = openFile(lettered(3000));
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 1"));
+    click(*window, "filterButton");
+    const int first = window->rows();
+    QVERIFY(first < 3000);
+    QTest::keyClick(fieldOf(*window), Qt::Key_5);
+    QTRY_COMPARE(window->rows(), 5 + 34);
+    QVERIFY(panelOf(*window)->hasFilter());
+    QTest::keyClick(fieldOf(*window), Qt::Key_Backspace);
+    QTRY_COMPARE(window->rows(), first);
+    // Find looks in the rows that are shown then.
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("59"));
+    QTest::keyClick(fieldOf(*window), Qt::Key_Return);
+    QTRY_COMPARE(window->rows(), 1 + 4);
+    QCOMPARE(currentText(*window), "a 159");
+}
+
+void tst_ViewerFind::filterIsUndone_data()
+{
+    using Undo = std::function<void(FileWindow &)>;
+    QTest::addColumn<Undo>("undo");
+    QTest::newRow("Esc") << Undo(
+        [](FileWindow &window) { QTest::keyClick(fieldOf(window), Qt::Key_Escape); });
+    QTest::newRow("button") << Undo([](FileWindow &window) { click(window, "filterButton"); });
+    QTest::newRow("bar") << Undo([](FileWindow &window) { click(window, "showAllButton"); });
+    QTest::newRow("empty text") << Undo([](FileWindow &window) {
+        QTest::keyClick(fieldOf(window), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(fieldOf(window), Qt::Key_Delete);
+    });
+    QTest::newRow("menu") << Undo([](FileWindow &window) {
+        QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    });
+}
+
+void tst_ViewerFind::filterIsUndone()
+{
+    QFETCH(std::function<void(FileWindow &)>, undo);
+    const auto window = openFile(lettered(300));
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 15"));
+    click(*window, "filterButton");
+    const auto *button = window->findChild<QToolButton *>("filterButton");
+    const auto *bar = window->findChild<FilterBar *>();
+    QVERIFY(window->rows() < 300);
+    QVERIFY(button->isChecked());
+    QVERIFY(bar->isVisible());
+    undo(*window);
+    QTRY_COMPARE(window->rows(), 300);
+    QVERIFY(!button->isChecked());
+    QVERIFY(!bar->isVisible());
+    QVERIFY(!panelOf(*window)->hasFilter());
+}
+
+void tst_ViewerFind::filterIsReachedByKeys()
+{
+    const auto window = openFile(lettered(300));
+    const auto filterKey = [&window] {
+        QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    };
+    filterKey(); // without a text it asks for one
+    QVERIFY(fieldOf(*window)->hasFocus());
+    QVERIFY(!panelOf(*window)->hasFilter());
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 15"));
+    filterKey();
+    QTRY_VERIFY(window->rows() < 300);
+    filterKey();
+    QTRY_COMPARE(window->rows(), 300);
+
+    auto *button = window->findChild<QToolButton *>("filterButton");
+    for (int i = 0; i < 20 && !button->hasFocus(); ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(button->hasFocus());
+    QTest::keyClick(button, Qt::Key_Space);
+    QTRY_VERIFY(window->rows() < 300);
+    QVERIFY(button->isChecked());
+    QVERIFY(button->hasFocus());
+}
+
+void tst_ViewerFind::filterTellsOfItself()
+{
+    const auto window = openFile(lettered(3000));
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 15"));
+    click(*window, "filterButton");
+    const auto *bar = window->findChild<FilterBar *>();
+    const auto expected = [](int shown, int all) {
+        return QStringLiteral("%L1 of %L2 rows have “a 15”").arg(shown).arg(all);
+    };
+    QCOMPARE(bar->text(), expected(39, 3000));
+    append("a 15\nnothing\n");
+    QTRY_COMPARE(bar->text(), expected(40, 3002));
+}
+
+void tst_ViewerFind::filterEndsNotFound()
+{
+    const auto window = openFile(lettered(300));
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 15x"));
+    QTest::keyClick(fieldOf(*window), Qt::Key_Return);
+    const auto isNotFound = [&window] {
+        const QList<QLabel *> labels = panelOf(*window)->findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [](const QLabel *label) { return label->text() == "Not found"; });
+    };
+    QTRY_VERIFY(isNotFound());
+    QTest::keyClick(fieldOf(*window), Qt::Key_Backspace);
+    QVERIFY(!isNotFound());
+    click(*window, "filterButton");
+    QVERIFY(!isNotFound());
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("y"));
+    QTRY_COMPARE(window->rows(), 0);
+    QVERIFY(isNotFound());
+    QTest::keyClick(fieldOf(*window), Qt::Key_Backspace);
+    QTRY_VERIFY(window->rows() > 0);
+    QVERIFY(!isNotFound());
+}
+
+void tst_ViewerFind::rulesHoldForBoth_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("switches");
+    QTest::addColumn<QList<int>>("lines");
+    QTest::newRow("plain") << "port" << QStringList() << QList<int> {0, 1, 2, 4};
+    QTest::newRow("case") << "Port" << QStringList {"caseButton"} << QList<int> {1, 4};
+    QTest::newRow("words") << "port" << QStringList {"wordsButton"} << QList<int> {0, 1};
+    QTest::newRow("words and case")
+        << "Port" << QStringList {"wordsButton", "caseButton"} << QList<int> {1};
+    QTest::newRow("expression") << "^[ap].*[0-9]" << QStringList {"expressionButton"}
+                                << QList<int> {0, 1, 2};
+    QTest::newRow("expression and case")
+        << "^[ap].*[0-9]" << QStringList {"expressionButton", "caseButton"} << QList<int> {0, 2};
+    QTest::newRow("expression and words")
+        << "p.rt|7" << QStringList {"expressionButton", "wordsButton"} << QList<int> {0, 1, 2};
+    QTest::newRow("no expression") << "^[ap]" << QStringList() << QList<int> {};
+}
+
+void tst_ViewerFind::rulesHoldForBoth()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, switches);
+    QFETCH(QList<int>, lines);
+    const auto window = openFile("a port 1\nA Port 8\nports 7\nnothing\nExPort\n");
+    window->openFind();
+    for (const QString &name : std::as_const(switches))
+        click(*window, name.toLatin1());
+    QTest::keyClicks(fieldOf(*window), text);
+    QList<int> found;
+    window->table()->setCurrentIndex({});
+    for (int i = 0; i < 5; ++i) {
+        panelOf(*window)->findNext();
+        const int row = window->table()->currentIndex().row();
+        if (row >= 0 && !found.contains(row))
+            found << row;
+    }
+    QCOMPARE(found, lines);
+    click(*window, "filterButton");
+    QTRY_COMPARE(window->rows(), int(lines.size()));
+    // Another rule filters again by itself.
+    click(*window, "expressionButton");
+    if (text == "^[ap]")
+        QTRY_COMPARE(window->rows(), 3);
+}
+
+void tst_ViewerFind::lineNumbersAreNoText()
+{
+    const auto window = openFile("x\n404 here\n" + QByteArray("y\n").repeated(500));
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("404"));
+    window->table()->setCurrentIndex({});
+    for (int i = 0; i < 2; ++i) {
+        if (i == 0)
+            panelOf(*window)->findNext();
+        else
+            panelOf(*window)->findPrev();
+        QCOMPARE(window->table()->currentIndex().row(), 1);
+    }
+    click(*window, "filterButton");
+    QCOMPARE(window->rows(), 1);
+}
+
+void tst_ViewerFind::columnsAreLeftOut()
+{
+    const auto window = openFile("name;place\nport;x\ny;port\nport;port\nz;z\n");
+    window->openFind();
+    auto *menu = window->findChild<QToolButton *>("columnsButton")->menu();
+    Q_EMIT menu->aboutToShow();
+    QCOMPARE(menu->actions().size(), 2);
+    QCOMPARE(menu->actions().at(1)->text(), "place");
+    menu->actions().at(1)->setChecked(false);
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("port"));
+    window->table()->setCurrentIndex({});
+    QList<int> found;
+    for (int i = 0; i < 3; ++i) {
+        panelOf(*window)->findNext();
+        found << window->table()->currentIndex().row();
+    }
+    QCOMPARE(found, QList<int>({0, 2, 0}));
+    click(*window, "filterButton");
+    QCOMPARE(window->rows(), 2);
+    Q_EMIT menu->aboutToShow();
+    QVERIFY(menu->actions().at(0)->isChecked());
+    QVERIFY(!menu->actions().at(1)->isChecked());
+    menu->actions().at(1)->setChecked(true);
+    QTRY_COMPARE(window->rows(), 3);
+}
+
+void tst_ViewerFind::wrongExpressionIsExplained()
+{
+    const auto window = openFile(lettered(30));
+    window->openFind();
+    click(*window, "expressionButton");
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a("));
+    const auto problem = [&window] { return window->statusBar()->currentMessage(); };
+    QVERIFY(problem().startsWith("Character 3: "));
+    click(*window, "filterButton");
+    QCOMPARE(window->rows(), 30);
+    QVERIFY(!panelOf(*window)->hasFilter());
+    panelOf(*window)->findNext();
+    QVERIFY(!problem().isEmpty());
+    QTest::keyClicks(fieldOf(*window), QStringLiteral(" 1)"));
+    QCOMPARE(problem(), QString());
+    QTest::keyClick(fieldOf(*window), Qt::Key_Backspace);
+    QVERIFY(!problem().isEmpty());
+    panelOf(*window)->close();
+    QCOMPARE(problem(), QString());
 }
 
 void tst_ViewerFind::copiesFilteredRows()

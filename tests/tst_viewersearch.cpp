@@ -5,6 +5,7 @@
 #include "files/lineindex.h"
 #include "files/textfilemodel.h"
 #include "qtablefastview.h"
+#include "search/findpanel.h"
 #include "search/linefilter.h"
 #include "search/tablefilter.h"
 
@@ -248,7 +249,7 @@ void tst_ViewerSearch::onlyWhatBytesTell_data()
 
     const QByteArray log = "first line\nsecond line\n";
     QTest::newRow("plain") << log << "line" << -1 << true;
-    QTest::newRow("number of a line") << log << "2" << -1 << false;
+    QTest::newRow("number of a line") << log << "2" << -1 << true;
     QTest::newRow("number, lines' numbers hidden") << log << "2" << 0 << true;
     QTest::newRow("letters and numbers") << log << "line 2" << -1 << true;
     QTest::newRow("text hidden") << log << "line" << 1 << false;
@@ -318,7 +319,7 @@ void tst_ViewerSearch::filtersWhatTheRowsShow()
     ShownFile file(text, {u'\0', {}});
     for (const char *wanted : {"a", "ab", "AB", "skS", "K", "x y", "7", "nothing", "é"}) {
         const QString filter = QString::fromUtf8(wanted);
-        LineFilter shown({1}, filter);
+        LineFilter shown({1}, TextMatcher(filter, {.matchesCase = true}));
         QVERIFY(shown.takeOver(&file.model));
         QCOMPARE(linesWith(shown, QString()), linesWith(file.model, filter));
     }
@@ -330,7 +331,7 @@ void tst_ViewerSearch::filterKeepsUpWithTheFile()
     QRandomGenerator random(23);
     QByteArray text = QByteArray(600, '-') + '\n';
     ShownFile file(text, {u'\0', {}});
-    LineFilter shown({1}, QStringLiteral("ab"));
+    LineFilter shown({1}, TextMatcher(QStringLiteral("ab"), {.matchesCase = true}));
     QVERIFY(shown.takeOver(&file.model));
     const auto write = [&](qsizetype offset, const QByteArray &bytes) {
         QFile onDisk(file.path);
@@ -365,7 +366,7 @@ void tst_ViewerSearch::filterKeepsUpWithTheFile()
 void tst_ViewerSearch::filterFollowsTheColumns()
 {
     ShownFile file("one\n");
-    LineFilter shown({0, 1}, QStringLiteral("x"));
+    LineFilter shown({0, 1}, TextMatcher(QStringLiteral("x"), {.matchesCase = true}));
     QVERIFY(shown.takeOver(&file.model));
     file.write("1;2;3\n4;5;x\n7;8;9\n");
     QTRY_COMPARE(file.model.columnCount(), 3);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "numberalignment.h"
+#include "alignments.h"
 #include "windows/contrast.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"

@@ -247,9 +247,9 @@ void tst_ViewerWindow::explainsFailure()
     QTRY_VERIFY(window.isSettled());
     QVERIFY(window.hasFailed());
     QVERIFY(!window.table()->isVisible());
-    const QList<QLabel *> labels = window.centralWidget()->findChildren<QLabel *>();
+    QList<QLabel *> labels = window.centralWidget()->findChildren<QLabel *>();
+    labels.removeIf([](const QLabel *label) { return !label->isVisible(); });
     QCOMPARE(labels.size(), 1);
-    QVERIFY(labels.first()->isVisible());
     QVERIFY(labels.first()->text().contains("missing"));
 }
 

@@ -3,7 +3,7 @@
 
 #include "feedmodel.h"
 
-#include "numberalignment.h"
+#include "alignments.h"
 
 #include <QColor>
 #include <QDateTime>

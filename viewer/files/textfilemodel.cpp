@@ -3,7 +3,7 @@
 
 #include "textfilemodel.h"
 
-#include "numberalignment.h"
+#include "alignments.h"
 
 #include <QStringDecoder>
 
@@ -409,6 +409,8 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
         return text(index);
     if (role == Qt::TextAlignmentRole && isNumeric(index))
         return QVariant::fromValue(numberAlignment);
+    if (role == Qt::TextAlignmentRole && !m_format.isDelimited())
+        return QVariant::fromValue(lineAlignment);
     return {};
 }
 
@@ -418,7 +420,9 @@ QVariant TextFileModel::headerData(int section, Qt::Orientation orientation, int
         return {};
     const bool isLineNumber = !m_format.isDelimited() && section == 0;
     if (role == Qt::TextAlignmentRole)
-        return int(isLineNumber ? numberAlignment : Qt::AlignLeft | Qt::AlignVCenter);
+        return int(isLineNumber                 ? numberAlignment
+                       : m_format.isDelimited() ? Qt::AlignLeft | Qt::AlignVCenter
+                                                : lineAlignment);
     if (role != Qt::DisplayRole)
         return {};
     if (m_format.isDelimited())

@@ -92,6 +92,9 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
+    //! Whether \a column has numbers of lines, which are not in the file.
+    bool isLineNumber(int column) const { return !m_format.isDelimited() && column == 0; }
+
     QString path() const { return m_path; }
     const TextFormat &format() const { return m_format; }
     //! What the thread does.

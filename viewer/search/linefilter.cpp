@@ -11,12 +11,16 @@
 #include <algorithm>
 #include <numeric>
 
-LineFilter::LineFilter(const QList<int> &columns, const QString &text)
-    : m_columns(columns)
-    , m_text(text)
+bool isTextColumn(const QAbstractItemModel *model, int column)
 {
-    setVisibleColumns(columns);
-    setFilter(text);
+    const auto *lines = qobject_cast<const TextFileModel *>(model);
+    return !lines || !lines->isLineNumber(column);
+}
+
+LineFilter::LineFilter(const QList<int> &columns, const TextMatcher &matcher)
+    : m_columns(columns)
+    , m_matcher(matcher)
+{
 }
 
 bool LineFilter::takeOver(QAbstractItemModel *source)
@@ -66,6 +70,7 @@ bool LineFilter::judgeRows(const QAbstractItemModel *source)
         }
         if (!events.isDue())
             continue;
+        Q_EMIT progressed(double(m_next) / double(m_verdicts.size()));
         events.pump();
         if (m_isCancelled)
             return false;
@@ -90,7 +95,7 @@ bool LineFilter::skipRows()
 LineFilter::Verdict LineFilter::judge(const QAbstractItemModel *source, int row) const
 {
     const bool isShown = std::any_of(m_columns.begin(), m_columns.end(), [&](int column) {
-        return source->index(row, column).data().toString().contains(m_text);
+        return m_matcher.isIn(source->index(row, column).data().toString());
     });
     return isShown ? Verdict::Shown : Verdict::Hidden;
 }
@@ -111,11 +116,11 @@ void LineFilter::chooseWay(const QAbstractItemModel *source)
     if (before > 0 && before != columns) {
         m_columns.resize(columns);
         std::iota(m_columns.begin(), m_columns.end(), 0);
-        setVisibleColumns(m_columns);
+        m_columns.removeIf([source](int column) { return !isTextColumn(source, column); });
     }
     m_skipped = {};
     m_lines = qobject_cast<const TextFileModel *>(source);
-    m_pattern = m_lines ? m_lines->patternFor(m_text, m_columns) : std::nullopt;
+    m_pattern = m_lines ? m_lines->patternFor(m_matcher.needle(), m_columns) : std::nullopt;
 }
 
 //! Those among the judged rows stay unknown until the source is taken over.
@@ -157,5 +162,6 @@ bool LineFilter::filterAcceptsRow(int source_row, const QModelIndex &source_pare
     if (known != Verdict::Unknown)
         return known == Verdict::Shown;
     // A file may bring millions of lines at once.
-    return mayShow(source_row) && SortFilterProxyModel::filterAcceptsRow(source_row, source_parent);
+    return !source_parent.isValid() && mayShow(source_row)
+        && judge(sourceModel(), source_row) == Verdict::Shown;
 }

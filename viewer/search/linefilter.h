@@ -6,12 +6,17 @@
 
 #include "files/bytepattern.h"
 #include "sortfilterproxymodel.h"
+#include "textmatcher.h"
 
 #include <optional>
 #include <utility>
 #include <vector>
 
 class TextFileModel;
+
+//! Whether \a column of \a model, which may be null, has text to look for rather than
+//! numbers of lines.
+bool isTextColumn(const QAbstractItemModel *model, int column);
 
 /*!
  * \brief A filter that looks at its rows before it takes them over, letting events
@@ -27,15 +32,21 @@ class LineFilter : public SortFilterProxyModel
     Q_OBJECT
 
 public:
-    //! Shows rows with \a text in one of \a columns, of no model yet. They count until the
-    //! model has more or fewer columns, then all do.
-    LineFilter(const QList<int> &columns, const QString &text);
+    //! Shows rows with a match of \a matcher in one of \a columns, of no model yet. They
+    //! count until the model has more or fewer columns, then all do that have text.
+    LineFilter(const QList<int> &columns, const TextMatcher &matcher);
+
+    const TextMatcher &matcher() const { return m_matcher; }
 
     //! Judges the rows of \a source and makes it the source model. Returns false
     //! without doing that if cancel() was called or \a source was destroyed.
     bool takeOver(QAbstractItemModel *source);
     //! Makes takeOver(), from whose events this is called, give up.
     void cancel() { m_isCancelled = true; }
+
+Q_SIGNALS:
+    //! takeOver() has looked at \a part, from 0 to 1, of the rows.
+    void progressed(double part);
 
 protected:
     bool filterAcceptsRow(int source_row, const QModelIndex &source_parent) const override;
@@ -60,7 +71,7 @@ private:
 
     QList<int> m_columns;                   //!< looked at
     int m_columnCount = 0;                  //!< of the source when they were chosen; 0 before
-    const QString m_text;                   //!< looked for
+    const TextMatcher m_matcher;            //!< looked for
     std::vector<Verdict> m_verdicts;        //!< by source row, until the source is taken over
     size_t m_next = 0;                      //!< the row to be judged next
     const TextFileModel *m_lines = nullptr; //!< the source, if it can be looked through

@@ -9,12 +9,9 @@
 #include "linefilter.h"
 #include "qtablefastview.h"
 
-#include <QAction>
 #include <QHeaderView>
 #include <QItemSelectionModel>
-#include <QLineEdit>
 #include <QScopeGuard>
-#include <QToolButton>
 
 #include <algorithm>
 #include <utility>
@@ -51,6 +48,59 @@ void TableFilter::cancel()
         m_nextFilter->cancel();
 }
 
+int TableFilter::shownRows() const
+{
+    return m_table->model() ? m_table->model()->rowCount() : 0;
+}
+
+TextMatcher TableFilter::shownMatcher() const
+{
+    return m_filter ? m_filter->matcher() : TextMatcher();
+}
+
+bool TableFilter::isShown(const QString &text) const
+{
+    const TextMatcher shown = shownMatcher();
+    return shown.text() == text && shown.rules() == matcherFor(text).rules();
+}
+
+const TextMatcher &TableFilter::matcherFor(const QString &text) const
+{
+    TextRules rules = m_rules;
+    rules.matchesCase = caseSensitivity() == Qt::CaseSensitive;
+    if (m_matcher.text() != text || m_matcher.rules() != rules)
+        m_matcher = TextMatcher(text, rules);
+    return m_matcher;
+}
+
+void TableFilter::setLookedAt(int column, bool on)
+{
+    if (on)
+        m_leftOut.remove(column);
+    else
+        m_leftOut.insert(column);
+}
+
+QList<int> TableFilter::textColumns() const
+{
+    QList<int> columns = getVisibleColumns(m_table->header());
+    columns.removeIf([this](int column) { return !isTextColumn(m_source, column); });
+    return columns;
+}
+
+QList<int> TableFilter::columns() const
+{
+    QList<int> columns = textColumns();
+    columns.removeIf([this](int column) { return !isLookedAt(column); });
+    return columns;
+}
+
+bool TableFilter::acceptsData(const QVariant &data, const QString &text, int column) const
+{
+    return isLookedAt(column) && isTextColumn(m_source, column)
+        && matcherFor(text).isIn(data.toString());
+}
+
 void TableFilter::dofilter(const QString &text)
 {
     cancel();
@@ -59,10 +109,11 @@ void TableFilter::dofilter(const QString &text)
             show(nullptr);
         return;
     }
-    if (!m_source)
+    if (!m_source || !matcherFor(text).problem().isEmpty())
         return;
     // Whatever happens while it looks at rows, it ends before this function does.
-    auto filter = std::make_unique<LineFilter>(getVisibleColumns(m_table->header()), text);
+    auto filter = std::make_unique<LineFilter>(columns(), matcherFor(text));
+    connect(filter.get(), &LineFilter::progressed, this, &TableFilter::filtering);
     LineFilter *const outer = std::exchange(m_nextFilter, filter.get());
     const QPointer<TableFilter> self(this);
     const bool isDone = filter->takeOver(m_source);
@@ -71,13 +122,15 @@ void TableFilter::dofilter(const QString &text)
     m_nextFilter = outer;
     if (isDone)
         show(std::move(filter));
+    if (self && !m_nextFilter)
+        Q_EMIT filtering(1);
 }
 
 std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
 {
     const auto *lines = qobject_cast<const TextFileModel *>(m_table->model());
-    const QList<int> columns = getVisibleColumns(m_table->header());
-    const auto pattern = lines ? lines->patternFor(text, columns) : std::nullopt;
+    const auto pattern =
+        lines ? lines->patternFor(matcherFor(text).needle(), columns()) : std::nullopt;
     if (!pattern || lines->rowCount() == 0)
         return {};
     cancel();
@@ -188,44 +241,4 @@ void TableFilter::show(std::unique_ptr<LineFilter> filter)
         m_table->scrollTo(current);
     }
     Q_EMIT modelShown(model);
-}
-
-FindPanel::FindPanel(TableFilter *find, QWidget *parent)
-    : ItemViewFindToolBar(parent)
-    , m_find(find)
-{
-    setViewFind(find);
-    const auto *next = findChild<QToolButton *>(QStringLiteral("findNextButton"));
-    connect(next->defaultAction(), &QAction::enabledChanged, this, &FindPanel::readyChanged);
-}
-
-QLineEdit *FindPanel::field() const
-{
-    return findChild<QLineEdit *>(QStringLiteral("findLineEdit"));
-}
-
-bool FindPanel::findIncremental(const QString &text)
-{
-    m_find->cancel();
-    return ItemViewFindToolBar::findIncremental(text);
-}
-
-bool FindPanel::findPrev(const QString &text)
-{
-    return findRow(text, false);
-}
-
-bool FindPanel::findNext(const QString &text)
-{
-    return findRow(text, true);
-}
-
-bool FindPanel::findRow(const QString &text, bool forward)
-{
-    const QPointer<FindPanel> self(this);
-    const std::optional<bool> isFoundInFile = m_find->findInFile(text, forward);
-    const bool isFound = isFoundInFile ? *isFoundInFile : m_find->findInRows(text, forward);
-    if (self && isFound && !text.isEmpty())
-        Q_EMIT rowFound();
-    return isFound;
 }

@@ -5,16 +5,16 @@
 #define TABLEFILTER_H
 
 #include "abstractitemviewfind.h"
-#include "itemviewfindtoolbar.h"
+#include "textmatcher.h"
 
 #include <QPersistentModelIndex>
+#include <QSet>
 
 #include <memory>
 #include <optional>
 
 class BytePattern;
 class LineFilter;
-class QLineEdit;
 class QTableFastView;
 class TextFileModel;
 
@@ -24,6 +24,10 @@ class TextFileModel;
  *
  * A proxy before a model costs memory and time per row, and rows of a live feed would
  * pass through it for nothing.
+ *
+ * Search and filter go by the same rules: those that are set here, and caseSensitivity().
+ * Both look at texts as they are shown, in the columns on screen but for those that are
+ * left out; numbers of lines are no text.
  */
 class TableFilter : public AbstractItemViewFind
 {
@@ -39,6 +43,31 @@ public:
     //! The model behind the filter, if there is one.
     QAbstractItemModel *source() const { return m_source; }
     bool isFiltered() const { return m_filter != nullptr; }
+    //! Rows of the table.
+    int shownRows() const;
+    //! Whether rows are being looked at for a filter.
+    bool isFiltering() const { return m_nextFilter != nullptr; }
+    //! What the rows that are shown have; finds nothing without a filter.
+    TextMatcher shownMatcher() const;
+    //! Whether the rows that are shown are those with \a text, by the present rules.
+    bool isShown(const QString &text) const;
+    //! What \a text is looked for as.
+    const TextMatcher &matcherFor(const QString &text) const;
+
+    //! Sets whether words are looked for as a whole.
+    void setWholeWords(bool on) { m_rules.wholeWords = on; }
+    //! Sets whether texts are regular expressions.
+    void setExpressions(bool on) { m_rules.isExpression = on; }
+    //! Sets whether a logical column is looked at.
+    void setLookedAt(int column, bool on);
+    bool isLookedAt(int column) const { return !m_leftOut.contains(column); }
+    //! Columns on screen that have text, those that are left out among them.
+    QList<int> textColumns() const;
+    //! Those of textColumns() that are looked at.
+    QList<int> columns() const;
+
+    //! Whether \a data has \a text by the rules, and \a column is looked at.
+    bool acceptsData(const QVariant &data, const QString &text, int column) const override;
 
     //! Shows rows with \a text, or all if it is empty, at the same current row. Lets
     //! events through while it looks at the rows; cancel() ends that.
@@ -59,6 +88,9 @@ Q_SIGNALS:
     void modelAboutToBeShown();
     //! The table has another model now: source(), or a filter before it.
     void modelShown(QAbstractItemModel *model);
+    //! \a part, from 0 to 1, of the rows has been looked at for a filter; 1 at its end,
+    //! whatever that is.
+    void filtering(double part);
 
 private:
     void show(std::unique_ptr<LineFilter> filter);
@@ -71,40 +103,11 @@ private:
     QPointer<QAbstractItemModel> m_source; //!< not owned
     std::unique_ptr<LineFilter> m_filter;  //!< shown; null without one
     LineFilter *m_nextFilter = nullptr;    //!< looks at its rows
+    TextRules m_rules;                     //!< but for the case
+    QSet<int> m_leftOut;                   //!< columns that are not looked at
+    mutable TextMatcher m_matcher;         //!< the one asked for last
     int m_searches = 0;                    //!< begun or ended: a change ends the one before
     QPersistentModelIndex m_lastCurrent;   //!< of the source, kept while it is filtered out
-};
-
-//! The panel of a TableFilter: typing ends the making of a filter too.
-class FindPanel : public ItemViewFindToolBar
-{
-    Q_OBJECT
-
-public:
-    //! A panel of \a find, which must outlive it.
-    FindPanel(TableFilter *find, QWidget *parent);
-
-    //! The text to look for.
-    QLineEdit *field() const;
-
-    using ItemViewFindToolBar::findNext;
-    using ItemViewFindToolBar::findPrev;
-
-public Q_SLOTS:
-    bool findIncremental(const QString &text) override;
-    bool findPrev(const QString &text) override;
-    bool findNext(const QString &text) override;
-
-Q_SIGNALS:
-    //! A search or the making of a filter begins, or is over: \a isReady for another.
-    void readyChanged(bool isReady);
-    //! A row that shows the text is current now.
-    void rowFound();
-
-private:
-    bool findRow(const QString &text, bool forward);
-
-    TableFilter *m_find; //!< not owned
 };
 
 #endif // TABLEFILTER_H

@@ -4,7 +4,9 @@
 #include "viewerwindow.h"
 
 #include "common.h"
+#include "filterbar.h"
 #include "framestatistics.h"
+#include "search/findpanel.h"
 #include "search/tablefilter.h"
 #include "viewertable.h"
 
@@ -26,6 +28,7 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <climits>
@@ -36,6 +39,7 @@ namespace {
 
 constexpr int s_mostCopiedRows = 100000;
 constexpr int s_growDelay = 150;       // ms
+constexpr int s_filterDelay = 100;     // ms
 constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
 
 // The selected rows as ranges, first to last, ascending.
@@ -62,6 +66,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     : m_pages(new QStackedWidget(this))
     , m_table(new ViewerTable(statistics, m_pages))
     , m_find(new TableFilter(m_table))
+    , m_filterBar(new FilterBar(m_pages))
     , m_message(new QLabel(m_pages))
 {
     m_message->setAlignment(Qt::AlignCenter);
@@ -69,7 +74,13 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     m_message->setTextFormat(Qt::PlainText);
     m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_message->setMargin(style()->pixelMetric(QStyle::PM_LayoutLeftMargin));
-    m_pages->addWidget(m_table);
+    auto *page = new QWidget(m_pages);
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_filterBar);
+    layout->addWidget(m_table);
+    m_pages->addWidget(page);
     m_pages->addWidget(m_message);
     setCentralWidget(m_pages);
     createActions();
@@ -122,6 +133,9 @@ void ViewerWindow::createFindActions()
     m_prevAction = new QAction(tr("Find &Previous"), this);
     m_prevAction->setShortcuts(QKeySequence::FindPrevious);
     addTableAction(m_prevAction);
+    m_filterAction = new QAction(tr("Fi&lter Rows"), this);
+    m_filterAction->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
+    m_filterAction->setCheckable(true);
     m_closeAction = new QAction(this);
     m_closeAction->setShortcut(Qt::Key_Escape);
     m_closeAction->setEnabled(false);
@@ -146,6 +160,18 @@ void ViewerWindow::createFindPanel()
     connect(m_findPanel, &FindPanel::readyChanged, m_nextAction, &QAction::setEnabled);
     connect(m_findPanel, &FindPanel::readyChanged, m_prevAction, &QAction::setEnabled);
     connect(m_closeAction, &QAction::triggered, m_findPanel, &FindPanel::close);
+    connect(m_findPanel, &FindPanel::hasFilterChanged, m_filterAction, &QAction::setChecked);
+    connect(m_findPanel, &FindPanel::problemChanged, this,
+            [this](const QString &problem) { statusBar()->showMessage(problem); });
+    connect(m_filterAction, &QAction::triggered, this, &ViewerWindow::toggleFilter);
+    connect(m_filterBar, &FilterBar::removed, m_findPanel, &FindPanel::removeFilter);
+    connect(m_find, &TableFilter::filtering, this, [this](double part) {
+        m_filtering = part;
+        updateFilterBar();
+    });
+    m_filterTimer.setSingleShot(true);
+    m_filterTimer.setInterval(s_filterDelay);
+    connect(&m_filterTimer, &QTimer::timeout, this, &ViewerWindow::updateFilterBar);
     connect(m_findPanel, &FindPanel::rowFound, this, &ViewerWindow::keepFoundRow);
     connect(m_findPanel, &QToolBar::visibilityChanged, this, &ViewerWindow::findPanelShown);
     connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::modelAboutToBeShown);
@@ -182,6 +208,27 @@ void ViewerWindow::findAgain(bool forward)
         m_findPanel->findPrev();
 }
 
+//! Without a text to filter by it asks for one.
+void ViewerWindow::toggleFilter()
+{
+    if (m_findPanel->field()->text().isEmpty())
+        openFind();
+    else
+        m_findPanel->toggleFilter();
+    m_filterAction->setChecked(m_findPanel->hasFilter());
+}
+
+void ViewerWindow::updateFilterBar()
+{
+    if (m_filtering < 1)
+        m_filterBar->showProgress(m_filtering);
+    else if (m_find->isFiltered())
+        m_filterBar->showFilter(m_find->shownMatcher().text(), rows(),
+                                m_find->source()->rowCount());
+    else
+        m_filterBar->hide();
+}
+
 //! New rows would push it out of the window. If it is the newest, it is followed on.
 void ViewerWindow::keepFoundRow()
 {
@@ -199,6 +246,8 @@ void ViewerWindow::rowReached()
 
 void ViewerWindow::findPanelShown(bool isShown)
 {
+    if (!isShown)
+        statusBar()->clearMessage();
     m_closeAction->setEnabled(isShown);
     if (!isShown)
         m_table->setFocus();
@@ -217,7 +266,7 @@ void ViewerWindow::createMenus()
     QMenu *editMenu = menuBar()->addMenu(tr("&Edit"));
     editMenu->addAction(m_copyAction);
     editMenu->addSeparator();
-    editMenu->addActions({m_findAction, m_nextAction, m_prevAction});
+    editMenu->addActions({m_findAction, m_nextAction, m_prevAction, m_filterAction});
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     m_viewMenu->addAction(m_followAction);
@@ -277,6 +326,7 @@ void ViewerWindow::modelShown(QAbstractItemModel *model)
     endChange();
     keepToEdge();
     fitNewColumns();
+    updateFilterBar();
     filterChanged();
 }
 
@@ -296,6 +346,8 @@ void ViewerWindow::followModel(QAbstractItemModel *model)
             Qt::UniqueConnection);
     connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::fitNewColumns,
             Qt::UniqueConnection);
+    connect(model, &QAbstractItemModel::rowsRemoved, &m_filterTimer, qOverload<>(&QTimer::start),
+            Qt::UniqueConnection);
 }
 
 void ViewerWindow::endChange()
@@ -304,6 +356,8 @@ void ViewerWindow::endChange()
     m_modelChanges = false;
     if (isFollowing())
         m_pinTimer.start(0);
+    if (m_find->isFiltered() && !m_filterTimer.isActive())
+        m_filterTimer.start();
 }
 
 //! Takes column widths when the first rows of new columns have come.

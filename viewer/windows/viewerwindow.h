@@ -8,6 +8,7 @@
 #include <QPersistentModelIndex>
 #include <QTimer>
 
+class FilterBar;
 class FindPanel;
 class FrameStatistics;
 class QAbstractItemModel;
@@ -108,6 +109,8 @@ private:
     void createFindPanel();
     void findAgain(bool forward);
     void keepFoundRow();
+    void toggleFilter();
+    void updateFilterBar();
     void chooseFile();
     void showAbout();
     void followModel(QAbstractItemModel *model);
@@ -124,8 +127,9 @@ private:
     void fitNewColumns();
 
     QStackedWidget *m_pages;           //!< table or message
-    ViewerTable *m_table;              //!< page 0
+    ViewerTable *m_table;              //!< on page 0, below m_filterBar
     TableFilter *m_find;               //!< searches and filters the table
+    FilterBar *m_filterBar;            //!< above the table, while rows are filtered
     FindPanel *m_findPanel = nullptr;  //!< at the bottom, hidden at first
     QLabel *m_message;                 //!< page 1
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
@@ -136,6 +140,7 @@ private:
     QAction *m_findAction = nullptr;   //!< Ctrl+F
     QAction *m_nextAction = nullptr;   //!< F3
     QAction *m_prevAction = nullptr;   //!< Shift+F3
+    QAction *m_filterAction = nullptr; //!< checked while rows are filtered
     QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
     Edge m_edge = Edge::End;           //!< followed
     bool m_modelChanges = false;       //!< the view moves the bar, not the user
@@ -143,6 +148,8 @@ private:
     bool m_hasChosenRow = false;       //!< before rows were filtered, or of those shown since
     int m_columnsFitted = 0;           //!< columns when widths were last taken; 0 for never
     QTimer m_pinTimer {this};          //!< goes to the edge when the view is done
+    double m_filtering = 1;            //!< part of the rows looked at for a filter
+    QTimer m_filterTimer {this};       //!< gathers changes of what m_filterBar says
     QTimer m_growTimer {this};         //!< widens columns when scrolling pauses
 };
 

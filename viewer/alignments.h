@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#ifndef NUMBERALIGNMENT_H
-#define NUMBERALIGNMENT_H
+#ifndef ALIGNMENTS_H
+#define ALIGNMENTS_H
 
 #include <Qt>
 
@@ -10,4 +10,7 @@
 //! whichever way a window is laid out.
 constexpr Qt::Alignment numberAlignment = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
 
-#endif // NUMBERALIGNMENT_H
+//! Of whole lines of text, which are indented on their left, and of their header.
+constexpr Qt::Alignment lineAlignment = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter;
+
+#endif // ALIGNMENTS_H

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "textmatcher.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+bool isWordCharacter(QChar character)
+{
+    return character.isLetterOrNumber() || character.isMark() || character == u'_'
+        || character.isSurrogate();
+}
+
+QRegularExpression expressionOf(const QString &text, const TextRules &rules)
+{
+    const QString words = QStringLiteral("\\b(?:%1)\\b");
+    QRegularExpression expression(rules.wholeWords ? words.arg(text) : text,
+                                  QRegularExpression::UseUnicodePropertiesOption);
+    if (!rules.matchesCase)
+        expression.setPatternOptions(expression.patternOptions()
+                                     | QRegularExpression::CaseInsensitiveOption);
+    return expression;
+}
+
+} // namespace
+
+TextMatcher::TextMatcher(const QString &text, const TextRules &rules)
+    : m_text(text)
+    , m_rules(rules)
+{
+    if (rules.isExpression)
+        m_expression = expressionOf(text, rules);
+    else
+        m_plain = QStringMatcher(text, rules.matchesCase ? Qt::CaseSensitive : Qt::CaseInsensitive);
+}
+
+bool TextMatcher::isIn(const QString &text) const
+{
+    if (m_text.isEmpty())
+        return false;
+    if (m_rules.isExpression)
+        return m_expression.isValid() && m_expression.match(text).hasMatch();
+    return m_rules.wholeWords ? isWordIn(text) : m_plain.indexIn(text) >= 0;
+}
+
+bool TextMatcher::isWordIn(const QString &text) const
+{
+    for (qsizetype at = m_plain.indexIn(text); at >= 0; at = m_plain.indexIn(text, at + 1)) {
+        const qsizetype end = at + m_text.size();
+        const bool begins = at == 0 || !isWordCharacter(text[at - 1]);
+        const bool ends = end == text.size() || !isWordCharacter(text[end]);
+        if (begins && ends)
+            return true;
+    }
+    return false;
+}
+
+QString TextMatcher::problem() const
+{
+    if (!m_rules.isExpression || m_text.isEmpty())
+        return {};
+    // What is put around it for whole words is not what somebody wrote.
+    const QRegularExpression written(m_text, QRegularExpression::UseUnicodePropertiesOption);
+    if (written.isValid())
+        return {};
+    return QCoreApplication::translate("TextMatcher", "Character %1: %2")
+        .arg(written.patternErrorOffset() + 1)
+        .arg(written.errorString());
+}

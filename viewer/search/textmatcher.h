@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef TEXTMATCHER_H
+#define TEXTMATCHER_H
+
+#include <QRegularExpression>
+#include <QString>
+#include <QStringMatcher>
+
+//! How a text is looked for, by search and filter alike.
+struct TextRules
+{
+    bool matchesCase = false;  //!< upper and lower case differ
+    bool wholeWords = false;   //!< no letter, digit or underscore on either side
+    bool isExpression = false; //!< the text is a regular expression
+
+    friend bool operator==(const TextRules &, const TextRules &) = default;
+};
+
+/*!
+ * \brief Tells whether a text is in others.
+ *
+ * Prepared once, asked for each cell. An empty text is nowhere, nor is an expression that
+ * is none.
+ */
+class TextMatcher
+{
+public:
+    //! Finds nothing.
+    TextMatcher() = default;
+    TextMatcher(const QString &text, const TextRules &rules);
+
+    QString text() const { return m_text; }
+    const TextRules &rules() const { return m_rules; }
+
+    //! Whether \a text has what is looked for.
+    bool isIn(const QString &text) const;
+
+    //! What is wrong with the expression, with the place where; empty if nothing is.
+    QString problem() const;
+
+    //! A text that is in every text that has a match, in whatever case; empty if none is
+    //! known.
+    QString needle() const { return m_rules.isExpression ? QString() : m_text; }
+
+private:
+    bool isWordIn(const QString &text) const;
+
+    QString m_text;
+    TextRules m_rules;
+    QStringMatcher m_plain;          //!< of a text as it is
+    QRegularExpression m_expression; //!< of an expression
+};
+
+#endif // TEXTMATCHER_H
