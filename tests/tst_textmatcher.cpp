@@ -24,6 +24,8 @@ class tst_TextMatcher : public QObject
 private Q_SLOTS:
     void isIn_data();
     void isIn();
+    void matchesIn_data();
+    void matchesIn();
     void explainsExpressions_data();
     void explainsExpressions();
     void knowsANeedle();
@@ -105,6 +107,42 @@ void tst_TextMatcher::isIn()
     QFETCH(QString, text);
     QTEST(TextMatcher(sought, rules).isIn(text), "isFound");
     QVERIFY(!TextMatcher().isIn(text));
+}
+
+void tst_TextMatcher::matchesIn_data()
+{
+    using Matches = QList<TextMatcher::Match>;
+    QTest::addColumn<TextRules>("rules");
+    QTest::addColumn<QString>("sought");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<Matches>("matches");
+    QTest::newRow("none") << plain << "x"
+                          << "abab" << Matches();
+    QTest::newRow("nothing sought") << plain << ""
+                                    << "abab" << Matches();
+    QTest::newRow("two") << plain << "AB"
+                         << "xabab" << Matches({{1, 2}, {3, 2}});
+    QTest::newRow("not within each other") << plain << "aa"
+                                           << "aaaaa" << Matches({{0, 2}, {2, 2}});
+    QTest::newRow("words") << byWord << "ab"
+                           << "ab abc ab" << Matches({{0, 2}, {7, 2}});
+    QTest::newRow("expression") << expression << "a+"
+                                << "aa b a" << Matches({{0, 2}, {5, 1}});
+    QTest::newRow("empty matches") << expression << "a*"
+                                   << "ba" << Matches({{1, 1}});
+    QTest::newRow("no expression") << expression << "a("
+                                   << "a(" << Matches();
+}
+
+void tst_TextMatcher::matchesIn()
+{
+    QFETCH(TextRules, rules);
+    QFETCH(QString, sought);
+    QFETCH(QString, text);
+    QFETCH(QList<TextMatcher::Match>, matches);
+    const TextMatcher matcher(sought, rules);
+    QCOMPARE(matcher.matchesIn(text), matches);
+    QCOMPARE(matcher.isNothing(), sought.isEmpty() || !matcher.problem().isEmpty());
 }
 
 void tst_TextMatcher::explainsExpressions_data()

@@ -4,6 +4,7 @@
 #include "alignments.h"
 #include "windows/contrast.h"
 #include "windows/framestatistics.h"
+#include "windows/shorttextdelegate.h"
 #include "windows/viewertable.h"
 
 #include <QApplication>
@@ -110,6 +111,10 @@ private Q_SLOTS:
     void showsTheEndOfALongLine_data();
     void showsTheEndOfALongLine();
     void laysOutWhatIsSeen();
+    void marksMatches_data();
+    void marksMatches();
+    void marksAreReadable_data();
+    void marksAreReadable();
 
 private:
     const QPalette m_palette = QApplication::palette();
@@ -376,6 +381,97 @@ void tst_ViewerTable::laysOutWhatIsSeen()
                 >= shown.table.viewport()->width());
         QVERIFY(double(noting.text.size()) * width < 2 * viewSize.width());
     }
+}
+
+void tst_ViewerTable::marksMatches_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::addColumn<int>("alignment");
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        const char *way = direction == Qt::LeftToRight ? "left to right" : "right to left";
+        QTest::addRow("%s, leading", way) << direction << int(Qt::AlignLeft | Qt::AlignVCenter);
+        QTest::addRow("%s, line", way) << direction << int(lineAlignment);
+        QTest::addRow("%s, number", way) << direction << int(numberAlignment);
+    }
+}
+
+//! The marks are where the text is, and nothing else changes.
+void tst_ViewerTable::marksMatches()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    QFETCH(int, alignment);
+    const QString text = QStringLiteral("one two three.");
+    QStandardItemModel model(1, 2);
+    for (int column = 0; column < 2; ++column) {
+        model.setData(model.index(0, column), text);
+        model.setData(model.index(0, column), alignment, Qt::TextAlignmentRole);
+    }
+    Shown shown(&model);
+    shown.table.setLayoutDirection(direction);
+    const int width = shown.table.fontMetrics().horizontalAdvance(text) + 40;
+    shown.table.resize(3 * width, viewSize.height());
+    shown.table.setColumnWidth(0, width);
+    shown.table.setColumnWidth(1, width);
+    const QImage plain = shown.cell(model.index(0, 0));
+    const QImage other = shown.cell(model.index(0, 1));
+    shown.table.setMarked(TextMatcher(QStringLiteral("TWO"), {}), {0});
+    const QImage marked = shown.cell(model.index(0, 0));
+    QCOMPARE(shown.cell(model.index(0, 1)), other);
+
+    int from = width;
+    int to = 0;
+    for (int x = 0; x < width; ++x) {
+        if (plain.pixel(x, 0) != marked.pixel(x, 0)) {
+            from = qMin(from, x);
+            to = qMax(to, x + 1);
+        }
+    }
+    const QFontMetricsF metrics(shown.table.font());
+    const double place = metrics.horizontalAdvance(text.left(4));
+    const double length = metrics.horizontalAdvance(QStringLiteral("two"));
+    const int margin = QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+    const bool isRight =
+        QStyle::visualAlignment(direction, Qt::Alignment(alignment)) & Qt::AlignRight;
+    const double begin =
+        isRight ? width - margin - metrics.horizontalAdvance(text) : double(margin);
+    QVERIFY(qAbs(from - (begin + place)) <= 1.5);
+    QVERIFY(qAbs(to - (begin + place + length)) <= 1.5);
+
+    shown.table.setMarked({}, {0});
+    QCOMPARE(shown.cell(model.index(0, 0)), plain);
+}
+
+void tst_ViewerTable::marksAreReadable_data()
+{
+    QTest::addColumn<QPalette>("palette");
+    QTest::addColumn<bool>("isSelected");
+    for (const bool isSelected : {false, true}) {
+        const char *state = isSelected ? "selected" : "plain";
+        QTest::addRow("light, %s", state) << lightPalette() << isSelected;
+        QTest::addRow("dark, %s", state) << darkPalette() << isSelected;
+    }
+}
+
+void tst_ViewerTable::marksAreReadable()
+{
+    QFETCH(QPalette, palette);
+    QFETCH(bool, isSelected);
+    QApplication::setPalette(palette);
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), QString(20, u'x'));
+    Shown shown(&model);
+    if (isSelected)
+        shown.table.selectAll();
+    shown.table.setMarked(TextMatcher(QStringLiteral("x"), {}), {0});
+    const QImage cell = shown.cell(model.index(0, 0));
+    const QFontMetrics metrics(shown.table.font());
+    const auto [text, behind] = textAndBackground(
+        cell.copy(metrics.height() / 2, 0, 10 * metrics.horizontalAdvance(u'x'), cell.height()));
+    QVERIFY(behind != palette.color(QPalette::Base));
+    QVERIFY2(
+        contrast(palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text), behind)
+            >= readableContrast,
+        qPrintable(text.name() + " on " + behind.name()));
 }
 
 QTEST_MAIN(tst_ViewerTable)

@@ -28,6 +28,7 @@ FindPanel::FindPanel(TableFilter *find, QWidget *parent)
     connect(next->defaultAction(), &QAction::enabledChanged, this, &FindPanel::readyChanged);
     connect(m_filterAction, &QAction::toggled, this, &FindPanel::hasFilterChanged);
     connect(find, &TableFilter::modelShown, this, [this] { setHasFilter(m_find->isFiltered()); });
+    connect(this, &QToolBar::visibilityChanged, this, &FindPanel::soughtChanged);
     m_typing.setSingleShot(true);
     m_typing.setInterval(typingPause);
     connect(&m_typing, &QTimer::timeout, this, &FindPanel::filterAgain);
@@ -145,6 +146,7 @@ bool FindPanel::findIncremental(const QString &text)
     m_find->cancel();
     const QString problem = m_find->matcherFor(text).problem();
     Q_EMIT problemChanged(problem);
+    Q_EMIT soughtChanged();
     const bool isFound = ItemViewFindToolBar::findIncremental(text);
     if (hasFilter() && text.isEmpty())
         filterAgain();

@@ -54,6 +54,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     //! What is wrong with the text as an expression; empty if nothing is.
     void problemChanged(const QString &problem);
+    //! The text that is looked for, or a rule, is another, or the panel was shown or hidden.
+    void soughtChanged();
     //! hasFilter() is another.
     void hasFilterChanged(bool hasFilter);
     //! A search or the making of a filter begins, or is over: \a isReady for another.

@@ -42,19 +42,40 @@ bool TextMatcher::isIn(const QString &text) const
         return false;
     if (m_rules.isExpression)
         return m_expression.isValid() && m_expression.match(text).hasMatch();
-    return m_rules.wholeWords ? isWordIn(text) : m_plain.indexIn(text) >= 0;
+    return next(text, 0) >= 0;
 }
 
-bool TextMatcher::isWordIn(const QString &text) const
+QList<TextMatcher::Match> TextMatcher::matchesIn(const QString &text) const
 {
-    for (qsizetype at = m_plain.indexIn(text); at >= 0; at = m_plain.indexIn(text, at + 1)) {
+    QList<Match> matches;
+    if (m_text.isEmpty())
+        return matches;
+    if (!m_rules.isExpression) {
+        for (qsizetype at = next(text, 0); at >= 0; at = next(text, at + m_text.size()))
+            matches.append({at, m_text.size()});
+        return matches;
+    }
+    if (!m_expression.isValid())
+        return matches;
+    for (auto found = m_expression.globalMatch(text); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        if (match.capturedLength() > 0)
+            matches.append({match.capturedStart(), match.capturedLength()});
+    }
+    return matches;
+}
+
+//! Where a text as it is stands in \a text from \a from on, or -1.
+qsizetype TextMatcher::next(const QString &text, qsizetype from) const
+{
+    for (qsizetype at = m_plain.indexIn(text, from); at >= 0; at = m_plain.indexIn(text, at + 1)) {
         const qsizetype end = at + m_text.size();
         const bool begins = at == 0 || !isWordCharacter(text[at - 1]);
         const bool ends = end == text.size() || !isWordCharacter(text[end]);
-        if (begins && ends)
-            return true;
+        if (!m_rules.wholeWords || (begins && ends))
+            return at;
     }
-    return false;
+    return -1;
 }
 
 QString TextMatcher::problem() const

@@ -4,6 +4,7 @@
 #ifndef TEXTMATCHER_H
 #define TEXTMATCHER_H
 
+#include <QList>
 #include <QRegularExpression>
 #include <QString>
 #include <QStringMatcher>
@@ -27,6 +28,15 @@ struct TextRules
 class TextMatcher
 {
 public:
+    //! Where a match is, in characters.
+    struct Match
+    {
+        qsizetype begin = 0;
+        qsizetype length = 0;
+
+        friend bool operator==(const Match &, const Match &) = default;
+    };
+
     //! Finds nothing.
     TextMatcher() = default;
     TextMatcher(const QString &text, const TextRules &rules);
@@ -37,6 +47,12 @@ public:
     //! Whether \a text has what is looked for.
     bool isIn(const QString &text) const;
 
+    //! All matches in \a text from left to right, none within another, none that is empty.
+    QList<Match> matchesIn(const QString &text) const;
+
+    //! Whether it finds something in any text at all.
+    bool isNothing() const { return m_text.isEmpty() || !problem().isEmpty(); }
+
     //! What is wrong with the expression, with the place where; empty if nothing is.
     QString problem() const;
 
@@ -45,7 +61,7 @@ public:
     QString needle() const { return m_rules.isExpression ? QString() : m_text; }
 
 private:
-    bool isWordIn(const QString &text) const;
+    qsizetype next(const QString &text, qsizetype from) const;
 
     QString m_text;
     TextRules m_rules;

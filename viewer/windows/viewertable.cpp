@@ -5,19 +5,17 @@
 
 #include "contrast.h"
 #include "framestatistics.h"
+#include "shorttextdelegate.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace {
@@ -25,121 +23,15 @@ namespace {
 constexpr int s_widestColumn = 400;        // logical pixels, for a start
 constexpr int s_widestLastColumn = 500000; // logical pixels: the longest text of a row
 constexpr qsizetype s_measuredText = 1000; // characters
-constexpr int s_narrowestCharacter = 2;    // logical pixels
-
-// Somewhat more than fits, so that there still is a text to elide.
-qsizetype shownCharacters(const QRect &rect)
-{
-    return rect.isEmpty() ? s_measuredText
-                          : qMax<qsizetype>(rect.width() / s_narrowestCharacter, 1);
-}
-
-// Whether each character of a text is as wide as any other. Fonts do not always say so.
-bool hasOneWidth(const QFontMetricsF &metrics, const QString &text)
-{
-    const double width = metrics.horizontalAdvance(u'0');
-    const auto isUsual = [&](QChar sample) { return metrics.horizontalAdvance(sample) == width; };
-    constexpr std::array<QChar, 5> samples {u' ', u'.', u'i', u'W', u'm'};
-    return std::all_of(samples.begin(), samples.end(), isUsual)
-        && std::all_of(text.begin(), text.end(),
-                       [](QChar character) { return character >= u' ' && character < u'\x7f'; });
-}
-
-// Kept apart from the direction around it.
-QString leftToRight(const QString &text)
-{
-    constexpr QChar isolate(0x2066);
-    constexpr QChar endOfIsolate(0x2069);
-    return isolate + text + endOfIsolate;
-}
 
 } // namespace
 
-ShortTextDelegate::ShortTextDelegate(QAbstractItemView *view)
-    : Vantix::ItemDelegate(view)
-{
-    setDrawFrame(false);
-}
-
-void ShortTextDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                              const QModelIndex &index) const
-{
-    if (option.rect.width() <= widestPicture) {
-        Vantix::ItemDelegate::paint(painter, option, index);
-        return;
-    }
-    QStyleOptionViewItem seen = option;
-    m_piece = seenPiece(&seen, index.data().toString());
-    const QRect cell = seen.rect;
-    initStyleOption(&seen, index);
-    painter->save();
-    painter->setClipRect(cell, Qt::IntersectClip);
-    drawBackground(painter, seen);
-    drawContents(painter, seen, index);
-    painter->restore();
-    m_piece = {};
-}
-
-//! What of \a text is seen of a wide cell; \a option becomes that of a cell around it.
-//! All of it, if only laying it out would tell.
-ShortTextDelegate::Piece ShortTextDelegate::seenPiece(QStyleOptionViewItem *option,
-                                                      const QString &text)
-{
-    const auto *view = qobject_cast<const QAbstractItemView *>(option->widget);
-    const QFontMetricsF metrics(option->font);
-    if (!view || option->direction == Qt::RightToLeft || !hasOneWidth(metrics, text))
-        return {};
-    const double width = metrics.horizontalAdvance(u'0');
-    const QRect seen = option->rect & view->viewport()->rect();
-    Piece piece;
-    piece.from = qMax<qsizetype>(qsizetype((seen.left() - option->rect.left()) / width) - 1, 0);
-    piece.count = qsizetype(seen.width() / width) + 4;
-    option->rect.setLeft(option->rect.left() + int(std::lround(double(piece.from) * width)));
-    option->rect.setWidth(qMin(option->rect.width(), widestPicture));
-    return piece;
-}
-
-void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
-                                        const QModelIndex &index) const
-{
-    Vantix::ItemDelegate::initStyleOption(option, index);
-    if (m_piece.count >= 0)
-        option->text = option->text.mid(m_piece.from, m_piece.count);
-    else if (option->rect.width() <= widestPicture)
-        option->text.truncate(shownCharacters(option->rect));
-    const QPalette &palette = option->widget ? option->widget->palette() : option->palette;
-    const QPalette::ColorGroup group = option->palette.currentColorGroup();
-    const QColor highlighted = palette.color(group, QPalette::HighlightedText);
-    if (option->palette.color(group, QPalette::HighlightedText) != highlighted)
-        option->palette.setColor(group, QPalette::HighlightedText, highlighted);
-    const QColor text = option->palette.color(group, QPalette::Text);
-    if (text == palette.color(group, QPalette::Text))
-        return;
-    const bool hasBackground = option->backgroundBrush.style() == Qt::SolidPattern;
-    const bool isAlternate = option->features & QStyleOptionViewItem::Alternate;
-    const QColor behind = hasBackground
-        ? option->backgroundBrush.color()
-        : palette.color(group, isAlternate ? QPalette::AlternateBase : QPalette::Base);
-    option->palette.setColor(group, QPalette::Text, readable(text, behind));
-}
-
-void ShortTextDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
-                                       const QVariant &value) const
-{
-    if (value.metaType() != QMetaType::fromType<QString>()) {
-        Vantix::ItemDelegate::drawCustomText(painter, opt, value);
-        return;
-    }
-    const bool isTurned =
-        painter->layoutDirection() == Qt::RightToLeft && !opt.text.isRightToLeft();
-    Vantix::ItemDelegate::drawCustomText(painter, opt, isTurned ? leftToRight(opt.text) : opt.text);
-}
-
 ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     : QTableFastView(parent)
+    , m_delegate(new ShortTextDelegate(this))
     , m_statistics(statistics)
 {
-    setItemDelegate(new ShortTextDelegate(this));
+    setItemDelegate(m_delegate);
     setRowHeightFollowsFont(true);
     setFollowsCurrentRow(false);
     setStandardKeys(true);
@@ -152,6 +44,15 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     setTextElideMode(Qt::ElideRight);
     header()->setSectionsMovable(true);
     updateHighlight();
+}
+
+void ViewerTable::setMarked(const TextMatcher &matcher, const QList<int> &columns)
+{
+    m_delegate->setMarked(matcher, columns);
+    const bool isBuffered = isPaintBufferEnabled();
+    setPaintBufferEnabled(false); // what it holds has the former marks
+    setPaintBufferEnabled(isBuffered);
+    viewport()->update();
 }
 
 void ViewerTable::useFixedFont()
@@ -286,7 +187,7 @@ int ViewerTable::measured(const QString &text) const
     if (text.size() <= s_measuredText)
         return fontMetrics().horizontalAdvance(text);
     const QFontMetricsF metrics(font());
-    if (hasOneWidth(metrics, text))
+    if (ShortTextDelegate::hasOneWidth(metrics, text))
         return int(std::ceil(metrics.horizontalAdvance(u'0') * double(text.size())));
     const double part = metrics.horizontalAdvance(text.left(s_measuredText));
     return int(part / s_measuredText * double(text.size()));

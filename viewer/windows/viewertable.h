@@ -4,51 +4,13 @@
 #ifndef VIEWERTABLE_H
 #define VIEWERTABLE_H
 
-#include "itemdelegate.h"
 #include "qtablefastview.h"
 
 #include <QHash>
 
 class FrameStatistics;
-
-/*!
- * \brief Lays out no more of a text than can be seen: lines may be very long.
- *
- * Texts read from left to right also in a window that is laid out from right to left,
- * unless their own characters say otherwise: a time stands behind its date. Whatever
- * colours a model gives, texts are readable on what is behind them.
- */
-class ShortTextDelegate : public Vantix::ItemDelegate
-{
-    Q_OBJECT
-
-public:
-    //! Cells that are wider, in logical pixels, are painted without a picture of them.
-    static constexpr int widestPicture = 4096;
-
-    //! A delegate without grid lines; \a view is its parent.
-    explicit ShortTextDelegate(QAbstractItemView *view);
-
-    void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override;
-    void drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
-                        const QVariant &value) const override;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
-
-private:
-    //! Part of a text, in characters.
-    struct Piece
-    {
-        qsizetype from = 0;
-        qsizetype count = -1; //!< up to the end
-    };
-
-    static Piece seenPiece(QStyleOptionViewItem *option, const QString &text);
-
-    mutable Piece m_piece; //!< of the cell that is painted
-};
+class ShortTextDelegate;
+class TextMatcher;
 
 //! The viewer's table: rows are selected as a whole, and every frame is measured.
 class ViewerTable : public QTableFastView
@@ -62,6 +24,9 @@ public:
     //! Shows \a model with no current row, also where that of the model before was kept
     //! at an edge.
     void setModel(QAbstractItemModel *model) override;
+
+    //! Colours matches of \a matcher in the logical \a columns.
+    void setMarked(const TextMatcher &matcher, const QList<int> &columns);
 
     //! Shows texts in the system's font of one width.
     void useFixedFont();
@@ -111,6 +76,7 @@ private:
     void growColumn(int column, int atLeast, int atMost);
     int textWidth(int column) const;
 
+    ShortTextDelegate *m_delegate; //!< of all cells; a child
     FrameStatistics *m_statistics; //!< not owned
     bool m_isFitting = false;      //!< see isFitting()
     bool m_hasPaintedRows = false; //!< see hasPaintedRows()

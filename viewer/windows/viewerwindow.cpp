@@ -38,6 +38,7 @@
 namespace {
 
 constexpr int s_mostCopiedRows = 100000;
+constexpr int s_context = 3;           // rows around a found one
 constexpr int s_growDelay = 150;       // ms
 constexpr int s_filterDelay = 100;     // ms
 constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
@@ -163,6 +164,7 @@ void ViewerWindow::createFindPanel()
     connect(m_findPanel, &FindPanel::hasFilterChanged, m_filterAction, &QAction::setChecked);
     connect(m_findPanel, &FindPanel::problemChanged, this,
             [this](const QString &problem) { statusBar()->showMessage(problem); });
+    connect(m_findPanel, &FindPanel::soughtChanged, this, &ViewerWindow::markMatches);
     connect(m_filterAction, &QAction::triggered, this, &ViewerWindow::toggleFilter);
     connect(m_filterBar, &FilterBar::removed, m_findPanel, &FindPanel::removeFilter);
     connect(m_find, &TableFilter::filtering, this, [this](double part) {
@@ -229,13 +231,25 @@ void ViewerWindow::updateFilterBar()
         m_filterBar->hide();
 }
 
-//! New rows would push it out of the window. If it is the newest, it is followed on.
+//! New rows would push it out of the window. If it is the newest, it is followed on. Rows
+//! around it tell what it is about.
 void ViewerWindow::keepFoundRow()
 {
-    if (!isFollowing() || isNewest(m_table->currentIndex()))
+    const QModelIndex found = m_table->currentIndex();
+    if (isFollowing() && isNewest(found))
         return;
     setFollowing(false);
-    m_table->scrollTo(m_table->currentIndex());
+    for (const int row : {found.row() - s_context, found.row() + s_context})
+        m_table->scrollTo(found.sibling(qBound(0, row, rows() - 1), found.column()));
+    m_table->scrollTo(found);
+}
+
+//! Where the panel is seen, so is what it would find.
+void ViewerWindow::markMatches()
+{
+    const bool isSought = m_findPanel->isVisible();
+    m_table->setMarked(isSought ? m_find->matcherFor(m_findPanel->field()->text()) : TextMatcher(),
+                       m_find->columns());
 }
 
 //! By a key: the newest row is where the user follows it again.

@@ -109,6 +109,7 @@ private:
     void createFindPanel();
     void findAgain(bool forward);
     void keepFoundRow();
+    void markMatches();
     void toggleFilter();
     void updateFilterBar();
     void chooseFile();

@@ -1,0 +1,196 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "shorttextdelegate.h"
+
+#include "contrast.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QPainter>
+#include <QStyle>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+constexpr qsizetype s_usualText = 1000; // characters
+constexpr int s_narrowestCharacter = 2; // logical pixels
+
+// Somewhat more than fits, so that there still is a text to elide.
+qsizetype shownCharacters(const QRect &rect)
+{
+    return rect.isEmpty() ? s_usualText : qMax<qsizetype>(rect.width() / s_narrowestCharacter, 1);
+}
+
+// Of what is behind a match, whatever colour its text has.
+QColor markColor(const QColor &text)
+{
+    const bool isDarkText = text.lightness() < 128;
+    return readable(isDarkText ? QColor(0xff, 0xdd, 0x66) : QColor(0x8a, 0x5a, 0x00), text);
+}
+
+// Kept apart from the direction around it.
+QString leftToRight(const QString &text)
+{
+    constexpr QChar isolate(0x2066);
+    constexpr QChar endOfIsolate(0x2069);
+    return isolate + text + endOfIsolate;
+}
+
+} // namespace
+
+ShortTextDelegate::ShortTextDelegate(QAbstractItemView *view)
+    : Vantix::ItemDelegate(view)
+{
+    setDrawFrame(false);
+}
+
+void ShortTextDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                              const QModelIndex &index) const
+{
+    if (option.rect.width() <= widestPicture) {
+        Vantix::ItemDelegate::paint(painter, option, index);
+        return;
+    }
+    QStyleOptionViewItem seen = option;
+    m_piece = seenPiece(&seen, index.data().toString());
+    const QRect cell = seen.rect;
+    initStyleOption(&seen, index);
+    painter->save();
+    painter->setClipRect(cell, Qt::IntersectClip);
+    drawBackground(painter, seen);
+    drawContents(painter, seen, index);
+    painter->restore();
+    m_piece = {};
+}
+
+//! What of \a text is seen of a wide cell; \a option becomes that of a cell around it.
+//! All of it, if only laying it out would tell.
+ShortTextDelegate::Piece ShortTextDelegate::seenPiece(QStyleOptionViewItem *option,
+                                                      const QString &text)
+{
+    const auto *view = qobject_cast<const QAbstractItemView *>(option->widget);
+    const QFontMetricsF metrics(option->font);
+    if (!view || option->direction == Qt::RightToLeft || !hasOneWidth(metrics, text))
+        return {};
+    const double width = metrics.horizontalAdvance(u'0');
+    const QRect seen = option->rect & view->viewport()->rect();
+    Piece piece;
+    piece.from = qMax<qsizetype>(qsizetype((seen.left() - option->rect.left()) / width) - 1, 0);
+    piece.count = qsizetype(seen.width() / width) + 4;
+    option->rect.setLeft(option->rect.left() + int(std::lround(double(piece.from) * width)));
+    option->rect.setWidth(qMin(option->rect.width(), widestPicture));
+    return piece;
+}
+
+void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
+                                        const QModelIndex &index) const
+{
+    Vantix::ItemDelegate::initStyleOption(option, index);
+    if (m_piece.count >= 0)
+        option->text = option->text.mid(m_piece.from, m_piece.count);
+    else if (option->rect.width() <= widestPicture)
+        option->text.truncate(shownCharacters(option->rect));
+    const QPalette &palette = option->widget ? option->widget->palette() : option->palette;
+    const QPalette::ColorGroup group = option->palette.currentColorGroup();
+    const QColor highlighted = palette.color(group, QPalette::HighlightedText);
+    if (option->palette.color(group, QPalette::HighlightedText) != highlighted)
+        option->palette.setColor(group, QPalette::HighlightedText, highlighted);
+    const QColor text = option->palette.color(group, QPalette::Text);
+    if (text == palette.color(group, QPalette::Text))
+        return;
+    const bool hasBackground = option->backgroundBrush.style() == Qt::SolidPattern;
+    const bool isAlternate = option->features & QStyleOptionViewItem::Alternate;
+    const QColor behind = hasBackground
+        ? option->backgroundBrush.color()
+        : palette.color(group, isAlternate ? QPalette::AlternateBase : QPalette::Base);
+    option->palette.setColor(group, QPalette::Text, readable(text, behind));
+}
+
+void ShortTextDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
+                                       const QVariant &value) const
+{
+    if (value.metaType() != QMetaType::fromType<QString>()) {
+        Vantix::ItemDelegate::drawCustomText(painter, opt, value);
+        return;
+    }
+    const bool isTurned =
+        painter->layoutDirection() == Qt::RightToLeft && !opt.text.isRightToLeft();
+    const QString text = isTurned ? leftToRight(opt.text) : opt.text;
+    if (m_markedColumns.contains(opt.index.column()))
+        drawMarks(painter, opt, text, isTurned ? 1 : 0);
+    Vantix::ItemDelegate::drawCustomText(painter, opt, text);
+}
+
+void ShortTextDelegate::setMarked(const TextMatcher &matcher, const QList<int> &columns)
+{
+    m_marked = matcher;
+    m_markedColumns = matcher.isNothing() ? QList<int>() : columns;
+}
+
+//! A picture with marks is another than one without.
+QString ShortTextDelegate::cacheKey(const QStyleOptionViewItem &option, double dpr) const
+{
+    const QString key = Vantix::ItemDelegate::cacheKey(option, dpr);
+    if (!m_markedColumns.contains(option.index.column()))
+        return key;
+    const TextRules &rules = m_marked.rules();
+    const int kind =
+        int(rules.matchesCase) + 2 * int(rules.wholeWords) + 4 * int(rules.isExpression);
+    return key + QLatin1Char('m') + QString::number(kind) + m_marked.text();
+}
+
+//! Where \a text, which stands in \a room, is as wide as \a width.
+QRect ShortTextDelegate::placeOf(double width, const QRect &room, const QPainter &painter,
+                                 Qt::Alignment alignment)
+{
+    const QSize size(int(std::ceil(qMin(width, double(room.width())))), room.height());
+    return QStyle::alignedRect(painter.layoutDirection(), alignment, size, room);
+}
+
+//! Behind the text, which is \a shift characters longer in front than what is looked at.
+void ShortTextDelegate::drawMarks(QPainter *painter, const QStyleOptionViewItem &opt,
+                                  const QString &text, qsizetype shift) const
+{
+    const QList<TextMatcher::Match> matches = m_marked.matchesIn(opt.text);
+    if (matches.isEmpty())
+        return;
+    QTextLayout layout(text, opt.font);
+    QTextOption option;
+    option.setTextDirection(painter->layoutDirection());
+    option.setWrapMode(QTextOption::NoWrap);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+
+    const QStyle *style = opt.widget ? opt.widget->style() : QApplication::style();
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &opt, opt.widget) + 1;
+    const QRect room = opt.rect.adjusted(margin, 0, -margin, 0);
+    const int left = placeOf(line.naturalTextWidth(), room, *painter, opt.displayAlignment).left();
+    const bool isSelected = opt.state & QStyle::State_Selected;
+    const QColor color = markColor(opt.palette.color(
+        opt.palette.currentColorGroup(), isSelected ? QPalette::HighlightedText : QPalette::Text));
+    for (const TextMatcher::Match &match : matches) {
+        const double from = line.cursorToX(int(match.begin + shift));
+        const double to = line.cursorToX(int(match.begin + match.length + shift));
+        const QRectF mark(left + qMin(from, to), opt.rect.top(), qAbs(to - from),
+                          opt.rect.height());
+        painter->fillRect(mark & QRectF(room), color);
+    }
+}
+
+//! Fonts do not always say so themselves.
+bool ShortTextDelegate::hasOneWidth(const QFontMetricsF &metrics, const QString &text)
+{
+    const double width = metrics.horizontalAdvance(u'0');
+    const auto isUsual = [&](QChar sample) { return metrics.horizontalAdvance(sample) == width; };
+    constexpr std::array<QChar, 5> samples {u' ', u'.', u'i', u'W', u'm'};
+    return std::all_of(samples.begin(), samples.end(), isUsual)
+        && std::all_of(text.begin(), text.end(),
+                       [](QChar character) { return character >= u' ' && character < u'\x7f'; });
+}

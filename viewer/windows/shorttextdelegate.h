@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef SHORTTEXTDELEGATE_H
+#define SHORTTEXTDELEGATE_H
+
+#include "itemdelegate.h"
+#include "search/textmatcher.h"
+
+/*!
+ * \brief Lays out no more of a text than can be seen: lines may be very long.
+ *
+ * Texts read from left to right also in a window that is laid out from right to left,
+ * unless their own characters say otherwise: a time stands behind its date. Whatever
+ * colours a model gives, texts are readable on what is behind them.
+ */
+class ShortTextDelegate : public Vantix::ItemDelegate
+{
+    Q_OBJECT
+
+public:
+    //! Cells that are wider, in logical pixels, are painted without a picture of them.
+    static constexpr int widestPicture = 4096;
+
+    //! A delegate without grid lines; \a view is its parent.
+    explicit ShortTextDelegate(QAbstractItemView *view);
+
+    //! Whether \a text has only characters that are as wide as any other in its font.
+    static bool hasOneWidth(const QFontMetricsF &metrics, const QString &text);
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+    //! Colours matches of \a matcher in the logical \a columns. The view has to be painted
+    //! anew then.
+    void setMarked(const TextMatcher &matcher, const QList<int> &columns);
+
+    void drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
+                        const QVariant &value) const override;
+    QString cacheKey(const QStyleOptionViewItem &option, double dpr) const override;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+
+private:
+    //! Part of a text, in characters.
+    struct Piece
+    {
+        qsizetype from = 0;
+        qsizetype count = -1; //!< up to the end
+    };
+
+    static QRect placeOf(double width, const QRect &room, const QPainter &painter,
+                         Qt::Alignment alignment);
+    static Piece seenPiece(QStyleOptionViewItem *option, const QString &text);
+    void drawMarks(QPainter *painter, const QStyleOptionViewItem &opt, const QString &text,
+                   qsizetype shift) const;
+
+    mutable Piece m_piece;      //!< of the cell that is painted
+    TextMatcher m_marked;       //!< whose matches are coloured
+    QList<int> m_markedColumns; //!< in these
+};
+
+#endif // SHORTTEXTDELEGATE_H
