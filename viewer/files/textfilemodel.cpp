@@ -4,7 +4,9 @@
 #include "textfilemodel.h"
 
 #include "alignments.h"
+#include "loglevel.h"
 
+#include <QColor>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -44,6 +46,23 @@ QString withPictures(QString text)
             character = QChar(0x2424);
     }
     return text;
+}
+
+// Only those stand out that somebody has to look at, or need not.
+QVariant levelColor(LogLevel level)
+{
+    switch (level) {
+    case LogLevel::Error:
+        return QColor(0xd0, 0x20, 0x20);
+    case LogLevel::Warning:
+        return QColor(0xb0, 0x70, 0x00);
+    case LogLevel::Debug:
+        return QColor(0x80, 0x80, 0x80);
+    case LogLevel::Info:
+    case LogLevel::None:
+        break;
+    }
+    return {};
 }
 
 // A cut may fall into a character: its first bytes are no error of the text's.
@@ -407,6 +426,8 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
         return {};
     if (role == Qt::DisplayRole)
         return text(index);
+    if (role == Qt::ForegroundRole)
+        return levelColor(levelOf(fields(index.row()).join(u' ')));
     if (role == Qt::TextAlignmentRole && isNumeric(index))
         return QVariant::fromValue(numberAlignment);
     if (role == Qt::TextAlignmentRole && !m_format.isDelimited())

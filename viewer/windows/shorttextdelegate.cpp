@@ -95,11 +95,16 @@ void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
         option->text = option->text.mid(m_piece.from, m_piece.count);
     else if (option->rect.width() <= widestPicture)
         option->text.truncate(shownCharacters(option->rect));
-    const QPalette &palette = option->widget ? option->widget->palette() : option->palette;
+    applyColors(option);
+}
+
+//! Colours of a model are made readable, but for what is selected, which has its own.
+void ShortTextDelegate::applyColors(QStyleOptionViewItem *option) const
+{
+    if (!option->widget)
+        return;
+    const QPalette &palette = option->widget->palette();
     const QPalette::ColorGroup group = option->palette.currentColorGroup();
-    const QColor highlighted = palette.color(group, QPalette::HighlightedText);
-    if (option->palette.color(group, QPalette::HighlightedText) != highlighted)
-        option->palette.setColor(group, QPalette::HighlightedText, highlighted);
     const QColor text = option->palette.color(group, QPalette::Text);
     if (text == palette.color(group, QPalette::Text))
         return;
@@ -108,7 +113,23 @@ void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
     const QColor behind = hasBackground
         ? option->backgroundBrush.color()
         : palette.color(group, isAlternate ? QPalette::AlternateBase : QPalette::Base);
-    option->palette.setColor(group, QPalette::Text, readable(text, behind));
+    option->palette = colored(palette, readable(text, behind));
+    option->palette.setCurrentColorGroup(group);
+}
+
+//! \a palette with another colour of text; always the same one, by which pictures of cells
+//! are known again.
+QPalette ShortTextDelegate::colored(const QPalette &palette, const QColor &text) const
+{
+    if (m_coloredOf != palette.cacheKey())
+        m_colored.clear();
+    m_coloredOf = palette.cacheKey();
+    auto found = m_colored.find(text.rgb());
+    if (found == m_colored.end()) {
+        found = m_colored.insert(text.rgb(), palette);
+        found->setColor(QPalette::Text, text);
+    }
+    return *found;
 }
 
 void ShortTextDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,

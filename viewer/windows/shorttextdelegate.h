@@ -7,6 +7,9 @@
 #include "itemdelegate.h"
 #include "search/textmatcher.h"
 
+#include <QHash>
+#include <QPalette>
+
 /*!
  * \brief Lays out no more of a text than can be seen: lines may be very long.
  *
@@ -49,15 +52,19 @@ private:
         qsizetype count = -1; //!< up to the end
     };
 
+    void applyColors(QStyleOptionViewItem *option) const;
+    QPalette colored(const QPalette &palette, const QColor &text) const;
     static QRect placeOf(double width, const QRect &room, const QPainter &painter,
                          Qt::Alignment alignment);
     static Piece seenPiece(QStyleOptionViewItem *option, const QString &text);
     void drawMarks(QPainter *painter, const QStyleOptionViewItem &opt, const QString &text,
                    qsizetype shift) const;
 
-    mutable Piece m_piece;      //!< of the cell that is painted
-    TextMatcher m_marked;       //!< whose matches are coloured
-    QList<int> m_markedColumns; //!< in these
+    mutable QHash<QRgb, QPalette> m_colored; //!< of the palette below, by colour of text
+    mutable qint64 m_coloredOf = 0;          //!< its cache key
+    mutable Piece m_piece;                   //!< of the cell that is painted
+    TextMatcher m_marked;                    //!< whose matches are coloured
+    QList<int> m_markedColumns;              //!< in these
 };
 
 #endif // SHORTTEXTDELEGATE_H

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef LOGLEVEL_H
+#define LOGLEVEL_H
+
+#include <QStringView>
+
+//! How urgent a line of a log is.
+enum class LogLevel {
+    None, //!< it does not say
+    Debug,
+    Info,
+    Warning,
+    Error
+};
+
+/*!
+ * The level of a line: that of the first word in its first 200 characters that names one,
+ * in upper, lower or mixed case, as in "ERROR:", "[warn]" or "level=debug".
+ */
+LogLevel levelOf(QStringView line);
+
+#endif // LOGLEVEL_H
