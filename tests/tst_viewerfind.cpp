@@ -26,6 +26,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include <functional>
@@ -104,6 +105,9 @@ private Q_SLOTS:
     void lineNumbersAreNoText();
     void columnsAreLeftOut();
     void wrongExpressionIsExplained();
+    void goesToALine();
+    void filtersByACell();
+    void marksWhatIsSought();
     void copiesFilteredRows();
     void feedIsNotFilteredAtFirst();
     void feedGoesOnWhileFiltered();
@@ -718,6 +722,82 @@ void tst_ViewerFind::wrongExpressionIsExplained()
     QVERIFY(!problem().isEmpty());
     panelOf(*window)->close();
     QCOMPARE(problem(), QString());
+}
+
+void tst_ViewerFind::goesToALine()
+{
+    const auto window = openFile(lettered(3000));
+    QTRY_VERIFY(window->isFollowing());
+    window->showLine(1200);
+    QCOMPARE(window->table()->currentIndex().row(), 1199);
+    QVERIFY(!window->isFollowing());
+    QVERIFY(isInSight(*window));
+    window->openFind();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("a 15"));
+    click(*window, "filterButton");
+    for (const auto &[line, text] :
+         {std::pair(1, "a 15"), std::pair(16, "a 15"), std::pair(17, "a 150"),
+          std::pair(1501, "a 1500"), std::pair(3000, "a 1599")}) {
+        window->showLine(line);
+        QCOMPARE(currentText(*window), text);
+    }
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("x"));
+    QTRY_COMPARE(window->rows(), 0);
+    window->showLine(1);
+    QVERIFY(!window->table()->currentIndex().isValid());
+}
+
+void tst_ViewerFind::filtersByACell()
+{
+    const auto window = openFile("name;place\na.b;x\naxb;y\na.b;z\n");
+    ViewerTable *table = window->table();
+    window->openFind();
+    click(*window, "expressionButton"); // the cell's text is none
+    panelOf(*window)->close();
+    const QPoint place = table->visualRect(table->model()->index(0, 0)).center();
+    QTimer::singleShot(0, window.get(), [] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        for (QAction *action : menu->actions()) {
+            if (action->text().contains(u"a.b")) {
+                menu->setActiveAction(action);
+                QTest::keyClick(menu, Qt::Key_Return);
+                return;
+            }
+        }
+        menu->close();
+    });
+    Q_EMIT table->customContextMenuRequested(place);
+    QTRY_COMPARE(window->rows(), 2);
+    QVERIFY(panelOf(*window)->hasFilter());
+    QCOMPARE(fieldOf(*window)->text(), "a.b");
+}
+
+//! Where the panel is seen.
+void tst_ViewerFind::marksWhatIsSought()
+{
+    const auto window = openFile("some text\n");
+    window->openFind(); // takes its room first
+    const auto picture = [&window] {
+        const QModelIndex line = window->table()->model()->index(0, 1);
+        return window->table()->viewport()->grab(window->table()->visualRect(line)).toImage();
+    };
+    const QImage plain = picture();
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("tex"));
+    const QImage marked = picture();
+    QVERIFY(marked != plain);
+    QTest::keyClicks(fieldOf(*window), QStringLiteral("x"));
+    QVERIFY(picture() == plain);
+    QTest::keyClick(fieldOf(*window), Qt::Key_Backspace);
+    QVERIFY(picture() == marked);
+    click(*window, "caseButton");
+    QVERIFY(picture() == marked);
+    fieldOf(*window)->setText("TEX");
+    QVERIFY(picture() == plain);
+    click(*window, "caseButton");
+    QVERIFY(picture() == marked);
+    panelOf(*window)->close();
+    QTRY_VERIFY(picture() == plain);
 }
 
 void tst_ViewerFind::copiesFilteredRows()

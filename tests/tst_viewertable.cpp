@@ -15,6 +15,7 @@
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <memory>
 
@@ -111,6 +112,7 @@ private Q_SLOTS:
     void showsTheEndOfALongLine_data();
     void showsTheEndOfALongLine();
     void laysOutWhatIsSeen();
+    void zooms();
     void marksMatches_data();
     void marksMatches();
     void marksAreReadable_data();
@@ -381,6 +383,38 @@ void tst_ViewerTable::laysOutWhatIsSeen()
                 >= shown.table.viewport()->width());
         QVERIFY(double(noting.text.size()) * width < 2 * viewSize.width());
     }
+}
+
+void tst_ViewerTable::zooms()
+{
+    QStandardItemModel model(5, 1);
+    Shown shown(&model);
+    const auto size = [&shown] { return QFontInfo(shown.table.font()).pointSizeF(); };
+    const double usual = size();
+    const int height = shown.table.rowHeight();
+    const auto wheel = [&shown](int delta, Qt::KeyboardModifiers modifiers) {
+        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), {}, {0, delta}, {}, modifiers,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(shown.table.viewport(), &event);
+    };
+    wheel(120, {});
+    QCOMPARE(size(), usual);
+    wheel(240, Qt::ControlModifier);
+    QVERIFY(qAbs(size() - usual - 2) < 1);
+    QVERIFY(shown.table.rowHeight() >= height);
+    wheel(60, Qt::ControlModifier); // half a step of a fine wheel
+    const double between = size();
+    wheel(60, Qt::ControlModifier);
+    QVERIFY(size() > between);
+    shown.table.resetZoom();
+    QCOMPARE(size(), usual);
+    QCOMPARE(shown.table.rowHeight(), height);
+    for (int i = 0; i < 100; ++i)
+        shown.table.zoomOut();
+    QVERIFY(shown.table.font().pointSizeF() >= 4);
+    for (int i = 0; i < 200; ++i)
+        shown.table.zoomIn();
+    QVERIFY(shown.table.font().pointSizeF() <= 72);
 }
 
 void tst_ViewerTable::marksMatches_data()

@@ -144,10 +144,10 @@ bool FindPanel::findIncremental(const QString &text)
     if (m_isResultShown)
         return m_find->source() == nullptr || !m_find->isFiltered() || m_find->shownRows() > 0;
     m_find->cancel();
+    const bool isFound = ItemViewFindToolBar::findIncremental(text); // tells the case, too
     const QString problem = m_find->matcherFor(text).problem();
     Q_EMIT problemChanged(problem);
     Q_EMIT soughtChanged();
-    const bool isFound = ItemViewFindToolBar::findIncremental(text);
     if (hasFilter() && text.isEmpty())
         filterAgain();
     else if (hasFilter() && problem.isEmpty())
@@ -179,6 +179,13 @@ void FindPanel::toggleFilter()
 {
     setHasFilter(!hasFilter());
     AbstractFindToolBar::filter();
+}
+
+void FindPanel::setPlainText(const QString &text)
+{
+    for (const QToolButton *button : {m_words, m_expression})
+        button->defaultAction()->setChecked(false);
+    field()->setText(text);
 }
 
 void FindPanel::removeFilter()

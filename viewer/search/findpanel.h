@@ -48,6 +48,8 @@ public Q_SLOTS:
     void resetSearch() override;
     //! Filters by the text of the field, or shows all rows again.
     void toggleFilter();
+    //! Looks for \a text as it is: not as an expression, nor as words.
+    void setPlainText(const QString &text);
     //! Shows all rows again; a filter that is being made is none any more.
     void removeFilter();
 

@@ -53,6 +53,26 @@ int TableFilter::shownRows() const
     return m_table->model() ? m_table->model()->rowCount() : 0;
 }
 
+QModelIndex TableFilter::toSource(const QModelIndex &index) const
+{
+    return m_filter && index.model() == m_filter.get() ? m_filter->mapToSource(index) : index;
+}
+
+int TableFilter::rowNear(int row) const
+{
+    // Filtered rows keep their order.
+    int first = 0;
+    int end = shownRows();
+    while (first < end) {
+        const int middle = first + (end - first) / 2;
+        if (toSource(m_table->model()->index(middle, 0)).row() < row)
+            first = middle + 1;
+        else
+            end = middle;
+    }
+    return qMin(first, shownRows() - 1);
+}
+
 TextMatcher TableFilter::shownMatcher() const
 {
     return m_filter ? m_filter->matcher() : TextMatcher();

@@ -45,6 +45,11 @@ public:
     bool isFiltered() const { return m_filter != nullptr; }
     //! Rows of the table.
     int shownRows() const;
+    //! The cell of source() behind one of the table.
+    QModelIndex toSource(const QModelIndex &index) const;
+    //! The first row of the table that shows \a row of source() or one behind it, else the
+    //! last row; -1 without rows.
+    int rowNear(int row) const;
     //! Whether rows are being looked at for a filter.
     bool isFiltering() const { return m_nextFilter != nullptr; }
     //! What the rows that are shown have; finds nothing without a filter.

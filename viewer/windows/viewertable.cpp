@@ -15,14 +15,18 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
+#include <QWheelEvent>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
 constexpr int s_widestColumn = 400;        // logical pixels, for a start
 constexpr int s_widestLastColumn = 500000; // logical pixels: the longest text of a row
 constexpr qsizetype s_measuredText = 1000; // characters
+constexpr double s_smallestText = 4;       // points
+constexpr double s_largestText = 72;
 
 } // namespace
 
@@ -58,6 +62,43 @@ void ViewerTable::setMarked(const TextMatcher &matcher, const QList<int> &column
 void ViewerTable::useFixedFont()
 {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+}
+
+void ViewerTable::zoom(int points)
+{
+    QFont larger = font();
+    const double size = QFontInfo(larger).pointSizeF();
+    if (m_usualSize == 0)
+        m_usualSize = size;
+    larger.setPointSizeF(qBound(s_smallestText, size + points, s_largestText));
+    setFont(larger);
+    m_widest.clear();
+    growColumns();
+}
+
+void ViewerTable::resetZoom()
+{
+    if (m_usualSize == 0)
+        return;
+    QFont usual = font();
+    usual.setPointSizeF(std::exchange(m_usualSize, 0));
+    setFont(usual);
+    m_widest.clear();
+    growColumns();
+}
+
+void ViewerTable::wheelEvent(QWheelEvent *event)
+{
+    if (!(event->modifiers() & Qt::ControlModifier)) {
+        QTableFastView::wheelEvent(event);
+        return;
+    }
+    constexpr int step = QWheelEvent::DefaultDeltasPerStep;
+    m_wheel += event->angleDelta().y();
+    if (m_wheel / step != 0)
+        zoom(m_wheel / step);
+    m_wheel %= step;
+    event->accept();
 }
 
 void ViewerTable::updateHighlight()

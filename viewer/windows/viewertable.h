@@ -30,6 +30,11 @@ public:
 
     //! Shows texts in the system's font of one width.
     void useFixedFont();
+    //! Makes the text one point larger or smaller, from 4 to 72 points, or as it was first.
+    //! Ctrl with the wheel does that too.
+    void zoomIn() { zoom(1); }
+    void zoomOut() { zoom(-1); }
+    void resetZoom();
 
     //! Takes widths anew: forgets which ones the user chose, and calls growColumns().
     void fitColumns();
@@ -63,6 +68,7 @@ protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
@@ -70,6 +76,7 @@ protected:
     void updateGeometries() override;
 
 private:
+    void zoom(int points);
     void updateHighlight();
     void selectFarEnd(const QKeyEvent &event, const QModelIndex &before);
     int measured(const QString &text) const;
@@ -80,6 +87,8 @@ private:
     FrameStatistics *m_statistics; //!< not owned
     bool m_isFitting = false;      //!< see isFitting()
     bool m_hasPaintedRows = false; //!< see hasPaintedRows()
+    double m_usualSize = 0;        //!< points, before it was zoomed; 0 while it is not
+    int m_wheel = 0;               //!< eighths of a degree that have not zoomed yet
     QHash<int, int> m_widest;      //!< by column: width needed so far, logical pixels
     QHash<int, int> m_given;       //!< by column: width that the user did not choose
 };

@@ -16,10 +16,12 @@
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QInputDialog>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
@@ -31,9 +33,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <climits>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -42,24 +42,6 @@ constexpr int s_context = 3;           // rows around a found one
 constexpr int s_growDelay = 150;       // ms
 constexpr int s_filterDelay = 100;     // ms
 constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
-
-// The selected rows as ranges, first to last, ascending.
-std::vector<std::pair<int, int>> selectedRanges(const QItemSelection &selection)
-{
-    std::vector<std::pair<int, int>> ranges;
-    for (const QItemSelectionRange &range : selection)
-        ranges.emplace_back(range.top(), range.bottom());
-    std::sort(ranges.begin(), ranges.end());
-    return ranges;
-}
-
-QString rowText(const QAbstractItemModel *model, int row, const QList<int> &columns)
-{
-    QStringList fields;
-    for (const int column : columns)
-        fields << model->index(row, column).data().toString();
-    return fields.join(u'\t');
-}
 
 } // namespace
 
@@ -100,6 +82,8 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
         if (isFollowing())
             m_pinTimer.start(0);
     });
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_table, &QWidget::customContextMenuRequested, this, &ViewerWindow::showContextMenu);
     connect(m_table, &ViewerTable::typed, this, &ViewerWindow::openFindWith);
     connect(m_table, &ViewerTable::rowPressed, this, [this] { setFollowing(false); });
     connect(m_table, &ViewerTable::rowReached, this, &ViewerWindow::rowReached);
@@ -137,6 +121,9 @@ void ViewerWindow::createFindActions()
     m_filterAction = new QAction(tr("Fi&lter Rows"), this);
     m_filterAction->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
     m_filterAction->setCheckable(true);
+    m_goToAction = new QAction(tr("&Go to Line…"), this);
+    m_goToAction->setShortcut(Qt::CTRL | Qt::Key_G);
+    connect(m_goToAction, &QAction::triggered, this, &ViewerWindow::goToLine);
     m_closeAction = new QAction(this);
     m_closeAction->setShortcut(Qt::Key_Escape);
     m_closeAction->setEnabled(false);
@@ -239,9 +226,7 @@ void ViewerWindow::keepFoundRow()
     if (isFollowing() && isNewest(found))
         return;
     setFollowing(false);
-    for (const int row : {found.row() - s_context, found.row() + s_context})
-        m_table->scrollTo(found.sibling(qBound(0, row, rows() - 1), found.column()));
-    m_table->scrollTo(found);
+    showAmongOthers(found);
 }
 
 //! Where the panel is seen, so is what it would find.
@@ -281,9 +266,18 @@ void ViewerWindow::createMenus()
     editMenu->addAction(m_copyAction);
     editMenu->addSeparator();
     editMenu->addActions({m_findAction, m_nextAction, m_prevAction, m_filterAction});
+    editMenu->addSeparator();
+    editMenu->addAction(m_goToAction);
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     m_viewMenu->addAction(m_followAction);
+    m_viewMenu->addSeparator();
+    QAction *larger = m_viewMenu->addAction(tr("&Larger Text"), m_table, &ViewerTable::zoomIn);
+    larger->setShortcuts({QKeySequence(QKeySequence::ZoomIn), Qt::CTRL | Qt::Key_Equal});
+    m_viewMenu->addAction(tr("&Smaller Text"), m_table, &ViewerTable::zoomOut)
+        ->setShortcut(QKeySequence::ZoomOut);
+    m_viewMenu->addAction(tr("&Usual Text Size"), m_table, &ViewerTable::resetZoom)
+        ->setShortcut(Qt::CTRL | Qt::Key_0);
 
     QMenu *helpMenu = menuBar()->addMenu(tr("&Help"));
     helpMenu->addAction(tr("&About"), this, &ViewerWindow::showAbout);
@@ -471,36 +465,90 @@ void ViewerWindow::barMoved()
         setFollowing(isAtEdge());
 }
 
-QString ViewerWindow::selectedText(bool *isCut) const
+QString ViewerWindow::selectedText(RowFormat format, bool *isCut) const
 {
-    const QAbstractItemModel *model = m_table->model();
-    const QList<int> columns = getVisibleColumns(m_table->header());
-    QStringList lines;
-    int next = 0;
-    for (const auto &[first, last] : selectedRanges(m_table->selectionModel()->selection())) {
-        // Ranges of the same row in several columns are one row.
-        for (int row = qMax(first, next); row <= last; ++row) {
-            if (lines.size() == s_mostCopiedRows) {
-                if (isCut)
-                    *isCut = true;
-                return lines.join(u'\n');
-            }
-            lines << rowText(model, row, columns);
-        }
-        next = qMax(next, last == INT_MAX ? last : last + 1);
-    }
-    return lines.join(u'\n');
+    const RowTexts texts(m_table->model(), getVisibleColumns(m_table->header()), format);
+    return texts.rows(m_table->selectionModel()->selection(), s_mostCopiedRows, isCut);
 }
 
 void ViewerWindow::copySelection()
 {
+    copyRows(RowFormat::Tabs);
+}
+
+void ViewerWindow::copyRows(RowFormat format)
+{
     if (!m_table->selectionModel() || !m_table->selectionModel()->hasSelection())
         return;
     bool isCut = false;
-    QGuiApplication::clipboard()->setText(selectedText(&isCut));
+    QGuiApplication::clipboard()->setText(selectedText(format, &isCut));
     if (isCut)
         statusBar()->showMessage(tr("Only the first %L1 rows were copied.").arg(s_mostCopiedRows),
                                  5000);
+}
+
+void ViewerWindow::goToLine()
+{
+    const QAbstractItemModel *source = m_find->source();
+    const int count = source ? source->rowCount() : 0;
+    if (count == 0)
+        return;
+    bool isChosen = false;
+    const QModelIndex current = m_find->toSource(m_table->currentIndex());
+    const int line = QInputDialog::getInt(this, tr("Go to Line"), tr("Line:"), current.row() + 1, 1,
+                                          count, 1, &isChosen);
+    if (isChosen)
+        showLine(line);
+}
+
+void ViewerWindow::showLine(int line)
+{
+    const int row = m_find->rowNear(line - 1);
+    if (row < 0)
+        return;
+    setFollowing(false);
+    const QModelIndex index = m_table->model()->index(row, 0);
+    m_table->selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    showAmongOthers(index);
+}
+
+void ViewerWindow::showAmongOthers(const QModelIndex &index)
+{
+    for (const int row : {index.row() - s_context, index.row() + s_context})
+        m_table->scrollTo(index.sibling(qBound(0, row, rows() - 1), index.column()));
+    m_table->scrollTo(index);
+}
+
+void ViewerWindow::showContextMenu(QPoint place)
+{
+    const QPersistentModelIndex cell = m_table->indexAt(place);
+    QMenu menu;
+    menu.addAction(m_copyAction);
+    menu.addAction(tr("Copy as C&SV"), this, [this] { copyRows(RowFormat::Csv); })
+        ->setEnabled(m_copyAction->isEnabled());
+    if (cell.isValid()) {
+        const QString text = cell.data().toString();
+        menu.addAction(tr("Copy C&ell"), this,
+                       [text] { QGuiApplication::clipboard()->setText(text); });
+        menu.addSeparator();
+        QString shown = fontMetrics().elidedText(text.simplified(), Qt::ElideRight,
+                                                 fontMetrics().averageCharWidth() * 30);
+        QAction *only = menu.addAction(
+            tr("Show Only &Rows with “%1”").arg(shown.replace(u'&', QLatin1String("&&"))), this,
+            [this, text] { filterBy(text); });
+        only->setEnabled(!text.isEmpty() && m_find->columns().contains(cell.column()));
+    }
+    menu.addSeparator();
+    menu.addActions({m_findAction, m_filterAction, m_goToAction});
+    menu.exec(m_table->viewport()->mapToGlobal(place));
+}
+
+void ViewerWindow::filterBy(const QString &text)
+{
+    openFind();
+    m_findPanel->setPlainText(text);
+    m_findPanel->filter();
 }
 
 bool ViewerWindow::isPainted() const

@@ -4,6 +4,8 @@
 #ifndef VIEWERWINDOW_H
 #define VIEWERWINDOW_H
 
+#include "rowtexts.h"
+
 #include <QMainWindow>
 #include <QPersistentModelIndex>
 #include <QTimer>
@@ -54,10 +56,9 @@ public:
     //! There is nothing to show: it could not be opened.
     virtual bool hasFailed() const { return false; }
 
-    //! Selected rows as lines of fields between tabs, in the order of the table and
-    //! of the columns on screen. At most 100,000 rows, with \a isCut set if there
-    //! were more.
-    QString selectedText(bool *isCut = nullptr) const;
+    //! Selected rows as text, in the order of the table and of the columns on screen. At
+    //! most 100,000 rows, with \a isCut set if there were more.
+    QString selectedText(RowFormat format = RowFormat::Tabs, bool *isCut = nullptr) const;
 
 Q_SIGNALS:
     //! The user wants another window for \a path.
@@ -70,6 +71,9 @@ Q_SIGNALS:
 public Q_SLOTS:
     //! Puts selectedText() on the clipboard.
     void copySelection();
+    //! Makes a line of the file, from 1 on, current and shows it among others; the next one
+    //! that a filter shows, or the last. Ends following.
+    void showLine(int line);
     //! Opens the panel to search and filter with, its text selected.
     void openFind();
     //! The same, with \a text in place of what was there, as if it was typed there.
@@ -109,6 +113,11 @@ private:
     void createFindPanel();
     void findAgain(bool forward);
     void keepFoundRow();
+    void copyRows(RowFormat format);
+    void goToLine();
+    void showAmongOthers(const QModelIndex &index);
+    void showContextMenu(QPoint place);
+    void filterBy(const QString &text);
     void markMatches();
     void toggleFilter();
     void updateFilterBar();
@@ -142,6 +151,7 @@ private:
     QAction *m_nextAction = nullptr;   //!< F3
     QAction *m_prevAction = nullptr;   //!< Shift+F3
     QAction *m_filterAction = nullptr; //!< checked while rows are filtered
+    QAction *m_goToAction = nullptr;   //!< Ctrl+G
     QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
     Edge m_edge = Edge::End;           //!< followed
     bool m_modelChanges = false;       //!< the view moves the bar, not the user
