@@ -249,6 +249,20 @@ void tst_ViewerIndex::detectsFormat_data()
         << QStringList {"a", "b", "3"};
     QTest::newRow("two odd lines of eleven")
         << (QStringList {"a,b", "1,2,3", "1"} + QStringList(8, "1,2")) << "" << false << none;
+    const QString object = R"({"id": 1, "name": "x"})";
+    QTest::newRow("JSON lines") << QStringList {object, object} << "" << false << none;
+    QTest::newRow("one JSON line") << QStringList {object} << "" << false << none;
+    QTest::newRow("JSON lines, the last one cut off")
+        << QStringList {object, object.left(12)} << "" << false << none;
+    QTest::newRow("JSON lines but one of ten")
+        << (QStringList(9, object) + QStringList {"a, b"}) << "" << false << none;
+    QTest::newRow("JSON lines but two of ten")
+        << (QStringList(8, object) + QStringList {"a, b", "c, d"}) << "," << true
+        << QStringList {R"({"id": 1)", R"("name": "x"})"};
+    QTest::newRow("braces that are no JSON")
+        << QStringList {"{a,b}", "{c,d}"} << "," << true << QStringList {"{a", "b}"};
+    QTest::newRow("JSON behind a header")
+        << QStringList {"id,data", R"(1,"{}")"} << "," << true << QStringList {"id", "data"};
 }
 
 void tst_ViewerIndex::detectsFormat()

@@ -4,6 +4,7 @@
 #include "delimiter.h"
 
 #include <QHash>
+#include <QJsonDocument>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -63,8 +64,33 @@ qsizetype commonFieldCount(const QStringList &lines, QChar delimiter)
     return 0;
 }
 
+bool isJsonObject(const QString &line)
+{
+    const QString text = line.trimmed();
+    return text.startsWith(u'{') && QJsonDocument::fromJson(text.toUtf8()).isObject();
+}
+
+// The commas between the members of objects make no columns. The last line may be cut off.
+bool areJsonObjects(const QStringList &lines)
+{
+    if (lines.isEmpty() || !isJsonObject(lines.front()))
+        return false;
+    qsizetype objects = 0;
+    qsizetype total = 0;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QString text = lines.at(i).trimmed();
+        const bool isObject = isJsonObject(text);
+        const bool isCut = i == lines.size() - 1 && !isObject && text.startsWith(u'{');
+        objects += isObject ? 1 : 0;
+        total += isCut || text.isEmpty() ? 0 : 1;
+    }
+    return objects * 10 >= total * 9;
+}
+
 QChar detectDelimiter(const QStringList &lines)
 {
+    if (areJsonObjects(lines))
+        return {};
     for (const QChar candidate : {u'\t', u'|', u';', u','}) {
         if (commonFieldCount(lines, candidate) > 0)
             return candidate;

@@ -45,8 +45,9 @@ bool isNumber(const QString &field);
  *
  * Tab, pipe, semicolon and comma are tried in this order; the first that occurs
  * equally often in at least nine of ten lines, two lines at least, is taken. Empty
- * lines do not count. The first line is the header unless it has an empty field or
- * one that is a number. There are as many columns as the longest of the lines has.
+ * lines do not count. There are no columns if the first line and nine of ten are JSON
+ * objects. The first line is the header unless it has an empty field or one that is a
+ * number. There are as many columns as the longest of the lines has.
  */
 TextFormat detectFormat(const QStringList &lines, const FormatRequest &request = {});
 
