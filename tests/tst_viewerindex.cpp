@@ -39,9 +39,9 @@ QByteArray randomText(QRandomGenerator *random, int lines, int longest)
 }
 
 //! The index of \a text, scanned in pieces and taken in batches of random size.
-LineIndex indexOf(const QByteArray &text, QRandomGenerator *random)
+LineIndex indexOf(const QByteArray &text, QRandomGenerator *random, const LineSyntax &syntax = {})
 {
-    LineScanner scanner(std::numeric_limits<qint64>::max());
+    LineScanner scanner(std::numeric_limits<qint64>::max(), syntax);
     LineIndex index;
     qsizetype from = 0;
     while (from < text.size()) {
@@ -66,6 +66,10 @@ private Q_SLOTS:
     void agreesWithPlainSplitter();
     void hasNoLinesWithoutText();
     void growsWithUnterminatedLine();
+    void readsWideUnits_data();
+    void readsWideUnits();
+    void endsLinesAsTold();
+    void beginsBehindTheMark();
     void stopsAtMaximum();
     void findsLinesBeyondFourGigabytes();
     void needsLittleMemory();
@@ -134,6 +138,68 @@ void tst_ViewerIndex::growsWithUnterminatedLine()
     QCOMPARE(index.line(0), (LineSpan {0, 4, true}));
     QCOMPARE(index.line(1), (LineSpan {4, 1, false}));
     QCOMPARE(index.line(2), LineSpan());
+}
+
+void tst_ViewerIndex::readsWideUnits_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<bool>("isBigEndian");
+    QTest::newRow("2, little") << 2 << false;
+    QTest::newRow("2, big") << 2 << true;
+    QTest::newRow("4, little") << 4 << false;
+    QTest::newRow("4, big") << 4 << true;
+}
+
+//! Pieces end anywhere within a unit.
+void tst_ViewerIndex::readsWideUnits()
+{
+    QFETCH(int, bytes);
+    QFETCH(bool, isBigEndian);
+    const quint32 seed = QRandomGenerator::global()->generate();
+    qInfo("seed %u", seed);
+    QRandomGenerator random(seed);
+    const QByteArray narrow = randomText(&random, 3000, 30);
+    QByteArray text;
+    for (const char character : narrow) {
+        const QByteArray zeros(bytes - 1, '\0');
+        text += isBigEndian ? zeros + character : character + zeros;
+    }
+    text += QByteArray(bytes / 2, 'x'); // part of a unit
+    const LineIndex index = indexOf(text, &random, {{bytes, isBigEndian}});
+    QCOMPARE(index.bytes(), quint64(text.size()));
+    const std::vector<LineSpan> lines = plainLines(narrow + 'x');
+    QCOMPARE(index.count(), qint64(lines.size()));
+    for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
+        const LineSpan line = index.line(qint64(i));
+        QCOMPARE(line.offset, lines[i].offset * quint64(bytes));
+        QCOMPARE(line.length, lines[i].length * quint64(bytes));
+    }
+}
+
+void tst_ViewerIndex::endsLinesAsTold()
+{
+    LineScanner scanner(100, {{}, '\r'});
+    scanner.scan("a\rb\nc\rd", 7);
+    LineIndex index;
+    index.append(scanner.takeBatch());
+    QCOMPARE(index.count(), 3);
+    QCOMPARE(index.line(1), (LineSpan {2, 4, true}));
+    QCOMPARE(index.line(2), (LineSpan {6, 1, false}));
+}
+
+void tst_ViewerIndex::beginsBehindTheMark()
+{
+    LineScanner scanner(100, {{}, '\n', 3});
+    LineIndex index;
+    index.append(scanner.takeBatch());
+    QCOMPARE(index.count(), 0);
+    QCOMPARE(index.bytes(), quint64(3));
+    scanner.scan("a\nb", 3);
+    index.append(scanner.takeBatch());
+    QCOMPARE(index.line(0), (LineSpan {3, 2, true}));
+    QCOMPARE(index.line(1), (LineSpan {5, 1, false}));
+    QCOMPARE(index.lineAt(0), 0);
+    QCOMPARE(index.lineAt(5), 1);
 }
 
 void tst_ViewerIndex::stopsAtMaximum()

@@ -5,18 +5,19 @@
 #define LINEINDEX_H
 
 #include "chunkedarray.h"
+#include "textunits.h"
 
-#include <QtGlobal>
+#include <QByteArray>
 
 #include <cstddef>
 #include <vector>
 
-//! Where a line is. A line ends with a line feed, which belongs to it.
+//! Where a line is. Its end, a line feed or a carriage return, belongs to it.
 struct LineSpan
 {
     quint64 offset = 0;      //!< byte position of its start
-    quint64 length = 0;      //!< bytes, the line feed included
-    bool terminated = false; //!< it has its line feed
+    quint64 length = 0;      //!< bytes, its end included
+    bool terminated = false; //!< it has its end
 
     friend bool operator==(const LineSpan &, const LineSpan &) = default;
 };
@@ -38,8 +39,16 @@ struct LineBatch
     quint64 tail = 0;                        //!< bytes of the unterminated line behind it, so far
 };
 
+//! What tells lines apart.
+struct LineSyntax
+{
+    TextUnits units;     //!< of the text
+    char lineEnd = '\n'; //!< '\n' or '\r', which ends a line
+    quint64 start = 0;   //!< byte position of the first line
+};
+
 /*!
- * \brief Finds line feeds in text that is fed to it piece by piece.
+ * \brief Finds the ends of lines in text that is fed to it piece by piece.
  *
  * A length is packed in groups of 7 bits, the lowest first; the top bit says that
  * another group follows. Lines shorter than 128 bytes take one byte.
@@ -48,10 +57,12 @@ class LineScanner
 {
 public:
     //! Finds at most \a maximumLines terminated lines.
-    explicit LineScanner(qint64 maximumLines);
+    explicit LineScanner(qint64 maximumLines, const LineSyntax &syntax = {});
+    virtual ~LineScanner() = default;
 
-    //! Scans \a size bytes that follow those scanned before. Returns false once
-    //! the maximum is reached; the rest of the bytes is then left out.
+    //! Scans \a size bytes that follow those scanned before, which began at the start of
+    //! the syntax. Returns false once the maximum is reached; the rest of the bytes is then
+    //! left out.
     bool scan(const char *bytes, std::size_t size);
 
     //! What was found since the last call.
@@ -60,13 +71,29 @@ public:
     //! Terminated lines found in all.
     qint64 lines() const { return m_lines; }
 
-private:
-    void addLine(quint64 length);
+protected:
+    //! Scans whole units, as scan() does.
+    virtual bool scanUnits(const char *bytes, const char *end);
 
-    qint64 m_maximumLines;       //!< stop here
+    const LineSyntax &syntax() const { return m_syntax; }
+    bool isFull() const { return m_lines >= m_maximumLines; }
+    //! Bytes of the unterminated line.
+    quint64 tail() const { return m_batch.tail; }
+    void addToTail(quint64 bytes) { m_batch.tail += bytes; }
+    //! The unterminated line has its end after \a bytes more.
+    void endLine(quint64 bytes);
+
+private:
+    Q_DISABLE_COPY(LineScanner)
+
+    bool scanCutUnits(const char *bytes, const char *end);
+
+    const qint64 m_maximumLines; //!< stop here
+    const LineSyntax m_syntax;   //!< as given
     qint64 m_lines = 0;          //!< terminated lines found in all
     quint64 m_lengthsBefore = 0; //!< packed bytes given away with earlier batches
     LineBatch m_batch;           //!< found since the last takeBatch()
+    QByteArray m_cutUnit;        //!< the first bytes of a unit, not in m_batch
 };
 
 /*!
