@@ -107,6 +107,18 @@ bool looksLikeHeader(const QStringList &fields)
 
 } // namespace
 
+QString TextFormat::lineText(QByteArrayView bytes, bool isTerminated) const
+{
+    QString text = encoding.decode(bytes);
+    // The file may have been cut off since the line was found.
+    if (!isTerminated || !text.endsWith(QLatin1Char(lineEnd)))
+        return text;
+    text.chop(1);
+    if (lineEnd == '\n' && text.endsWith(u'\r'))
+        text.chop(1);
+    return text;
+}
+
 QStringList splitFields(const QString &line, QChar delimiter, qsizetype maximumFields)
 {
     QStringList fields;

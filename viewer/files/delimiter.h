@@ -4,27 +4,35 @@
 #ifndef DELIMITER_H
 #define DELIMITER_H
 
+#include "encoding.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <optional>
 
-//! How lines become rows of columns.
+//! How bytes become lines, and lines rows of columns.
 struct TextFormat
 {
+    Encoding encoding;      //!< of the bytes
+    char lineEnd = '\n';    //!< '\n', before which a '\r' may stand, or '\r'
     QChar delimiter;        //!< between fields; null for text without columns
     bool hasHeader = false; //!< the first line names the columns
     QStringList names;      //!< of the columns, if there is a delimiter; never empty then
 
     bool isDelimited() const { return !delimiter.isNull(); }
+    //! The text of a line's \a bytes, without its end if \a isTerminated.
+    QString lineText(QByteArrayView bytes, bool isTerminated) const;
+
     friend bool operator==(const TextFormat &, const TextFormat &) = default;
 };
 
 //! What the user wants instead of what the text looks like.
 struct FormatRequest
 {
-    std::optional<QChar> delimiter; //!< null character: no columns
-    std::optional<bool> hasHeader;  //!< true: the first line is the header
+    std::optional<QChar> delimiter;        //!< null character: no columns
+    std::optional<bool> hasHeader;         //!< true: the first line is the header
+    std::optional<Encoding> encoding = {}; //!< of the text
 };
 
 /*!
@@ -41,7 +49,7 @@ QStringList splitFields(const QString &line, QChar delimiter, qsizetype maximumF
 bool isNumber(const QString &field);
 
 /*!
- * The format of a text that begins with \a lines.
+ * Delimiter, header and names of a text that begins with \a lines.
  *
  * Tab, pipe, semicolon and comma are tried in this order; the first that occurs
  * equally often in at least nine of ten lines, two lines at least, is taken. Empty

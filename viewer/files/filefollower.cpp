@@ -3,6 +3,8 @@
 
 #include "filefollower.h"
 
+#include "textsample.h"
+
 #include <QElapsedTimer>
 #include <QFileInfo>
 
@@ -18,8 +20,9 @@ constexpr int s_checkTime = 250;           // ms
 
 } // namespace
 
-FileFollower::FileFollower(const QString &path, qint64 maximumLines)
+FileFollower::FileFollower(const QString &path, const FormatRequest &request, qint64 maximumLines)
     : m_path(path)
+    , m_request(request)
     , m_maximumLines(maximumLines)
 {
     m_checkTimer.setInterval(s_checkTime);
@@ -38,6 +41,7 @@ FollowerNews FileFollower::takeNews()
     FollowerNews next;
     next.file = m_news.file;
     next.size = m_news.size;
+    next.encodingName = m_news.encodingName;
     next.activity = m_news.activity;
     next.missing = m_news.missing;
     next.error = m_news.error;
@@ -93,10 +97,8 @@ void FileFollower::watchStream(int descriptor)
 void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
 {
     m_file = std::move(file);
-    m_scanner = std::make_unique<LineScanner>(m_maximumLines);
-    m_position = 0;
-    m_head.clear();
-    m_tail.clear();
+    beginScan({}, 0);
+    m_newFormat.reset();
     m_firstSlice = true;
     const std::optional<FileState> state = m_file->state();
     tell([&](FollowerNews &news) {
@@ -105,9 +107,42 @@ void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
             news.restart = reason;
         news.file = m_file;
         news.size = state ? state->size : 0;
+        news.format.reset();
+        news.encodingName.clear();
         news.batches.clear();
     });
     continueIndexing();
+}
+
+//! The next text scanned is the first.
+void FileFollower::beginScan(const TextFormat &format, quint64 start)
+{
+    m_format = format;
+    m_textStart = start;
+    m_scanner = std::make_unique<LineScanner>(
+        m_maximumLines, LineSyntax {format.encoding.units(), format.lineEnd, start});
+    m_position = 0;
+    m_head.clear();
+    m_tail.clear();
+}
+
+bool FileFollower::isSampleComplete() const
+{
+    return m_position >= TextSample::maximumBytes || m_scanner->lines() >= TextSample::maximumLines;
+}
+
+//! Looks at the beginning of the text. If that is of another format than before, what was
+//! scanned is void.
+void FileFollower::chooseFormat()
+{
+    const QByteArray sample = m_file->readAt(0, TextSample::maximumBytes);
+    TextFormat format = TextSample(sample).format(m_request);
+    const auto start = quint64(format.encoding.markLength(sample));
+    if (format != m_format || start != m_textStart) {
+        beginScan(format, start);
+        m_newFormat = format;
+    }
+    m_format = std::move(format); // the encoding's name may be another
 }
 
 void FileFollower::continueIndexing()
@@ -160,9 +195,25 @@ void FileFollower::scan(const char *bytes, qint64 size)
         m_head.append(bytes, qMin<qsizetype>(size, s_signatureSize - m_head.size()));
     const qsizetype fresh = qMin<qsizetype>(size, s_signatureSize);
     m_tail = m_tail.right(s_signatureSize - fresh) + QByteArray(bytes + size - fresh, fresh);
+    const qint64 mark = qMin(size, qint64(m_textStart - qMin(m_textStart, m_position)));
     m_position += quint64(size);
-    if (!m_scanner->scan(bytes, std::size_t(size)))
+    if (!m_scanner->scan(bytes + mark, std::size_t(size - mark)))
         m_activity = Activity::Full;
+}
+
+//! Scans what was pumped, which the buffer holds, or all there is if the format changed.
+void FileFollower::scanCopy(qint64 pumped)
+{
+    if (isSampleComplete()) {
+        scan(m_buffer.data(), pumped);
+        return;
+    }
+    chooseFormat();
+    while (pumped > 0 && m_activity == Activity::Indexing) {
+        pumped = m_file->readAt(m_position, m_buffer.data(), s_bufferSize);
+        if (pumped > 0)
+            scan(m_buffer.data(), pumped);
+    }
 }
 
 //! Reads on for a while, and tells what it found.
@@ -172,6 +223,8 @@ void FileFollower::indexSlice()
         return;
     QElapsedTimer timer;
     timer.start();
+    if (!isSampleComplete())
+        chooseFormat();
     qint64 count = 0;
     const qint64 limit = m_firstSlice ? s_firstSize : s_bufferSize;
     do {
@@ -207,12 +260,10 @@ void FileFollower::pumpStream()
 {
     if (m_activity != Activity::Indexing)
         return;
-    QElapsedTimer timer;
-    timer.start();
     QString error;
     const qint64 count = m_file->pump(m_buffer.data(), s_bufferSize, &error);
     if (count > 0)
-        scan(m_buffer.data(), count);
+        scanCopy(count);
     if (!error.isEmpty())
         fail(error);
     else if (count == 0)
@@ -228,6 +279,11 @@ void FileFollower::publish()
     LineBatch batch = m_scanner->takeBatch();
     const std::optional<FileState> state = m_file->state();
     tell([&](FollowerNews &news) {
+        if (m_newFormat) {
+            news.format = std::exchange(m_newFormat, std::nullopt);
+            news.batches.clear();
+        }
+        news.encodingName = m_format.encoding.name();
         news.batches.push_back(std::move(batch));
         news.activity = m_activity;
         news.size = state ? state->size : m_position;

@@ -53,14 +53,14 @@ private:
  *
  * Text in columns has one model column per field; a line's missing fields are empty,
  * and the last column shows all that is left of a line with too many. Other text
- * has two columns, line number and text. The format is decided from the first 64
- * lines (64 KiB at most), and again while there are fewer than that.
+ * has two columns, line number and text. The format, encoding included, is decided from
+ * the first 64 lines (64 KiB at most), and again while there are fewer than that.
  *
  * Memory is a little more than a byte a line; the text itself is read from the file
  * when it is asked for, so that lines cut off meanwhile appear empty until the model
  * notices. Only the first 16 KiB of a line are ever read; what is left out is
- * marked by an ellipsis. Text is taken as UTF-8, what is not valid becomes
- * U+FFFD, and control characters but the tab are shown as their Unicode pictures.
+ * marked by an ellipsis. What is not valid in the encoding becomes U+FFFD, and control
+ * characters but the tab are shown as their Unicode pictures.
  *
  * A thread of the model's own finds the lines; the model itself lives in the GUI
  * thread.
@@ -124,8 +124,9 @@ public:
     //! as far as some milliseconds let it. Begin at a row that exists.
     Sighting look(const BytePattern &pattern, int row, bool down) const;
 
-    //! Encoding of the text's beginning: "ASCII", "UTF-8" or "not valid UTF-8".
-    QString encodingName() const { return m_encoding; }
+    //! Encoding of the text, for the user; "ASCII" if there is nothing else at its
+    //! beginning.
+    QString encodingName() const { return m_encodingName; }
 
 public Q_SLOTS:
     //! Stops indexing and following; rows stay.
@@ -147,11 +148,9 @@ private Q_SLOTS:
 
 private:
     void beginAnew(const FollowerNews &news);
-    void addLines(const std::vector<LineBatch> &batches);
+    void reformat(const FollowerNews &news);
     void insertLines(const std::vector<LineBatch> &batches);
     void appendToIndex(const std::vector<LineBatch> &batches);
-    bool isSampleComplete() const;
-    TextFormat formatOfSample(quint64 available);
     int rowsFor(qint64 lines) const;
     qint64 lineOfRow(int row) const { return qint64(row) + (m_format.hasHeader ? 1 : 0); }
     void contentsTouched();
@@ -167,7 +166,6 @@ private:
     bool isNumeric(const QModelIndex &index) const;
 
     const QString m_path;                     //!< as given
-    const FormatRequest m_request;            //!< as given
     const int m_maximumRows;                  //!< as given
     QThread m_thread;                         //!< the follower's
     std::unique_ptr<FileFollower> m_follower; //!< works in m_thread
@@ -182,7 +180,7 @@ private:
     bool m_missing = false;                   //!< see isMissing()
     quint64 m_fileSize = 0;                   //!< bytes
     QString m_error;                          //!< see errorString()
-    QString m_encoding;                       //!< see encodingName()
+    QString m_encodingName;                   //!< see encodingName()
 };
 
 #endif // TEXTFILEMODEL_H
