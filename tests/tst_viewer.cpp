@@ -89,8 +89,8 @@ void tst_Viewer::explainsItself()
 {
     const Run help = run({"--help"});
     QCOMPARE(help.status, 0);
-    for (const char *option : {"--delimiter", "--no-header", "--screenshot", "--seconds", "--stats",
-                               "--help", "--version"})
+    for (const char *option : {"--delimiter", "--encoding", "--no-header", "--screenshot",
+                               "--seconds", "--stats", "--help", "--version"})
         QVERIFY2(help.output.contains(option), option);
 }
 
@@ -106,6 +106,8 @@ void tst_Viewer::refusesWrongArguments_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("unknown option") << QStringList {"--nonsense"};
     QTest::newRow("long delimiter") << QStringList {"--delimiter", "ab"};
+    QTest::newRow("unknown encoding") << QStringList {"--encoding", "nonsense"};
+    QTest::newRow("no encoding") << QStringList {"--encoding", ""};
     QTest::newRow("negative seconds") << QStringList {"--seconds=-1"};
     QTest::newRow("seconds in words") << QStringList {"--seconds", "two"};
     QTest::newRow("rate too high") << QStringList {"--rate", "50001"};
@@ -135,6 +137,8 @@ void tst_Viewer::countsRows_data()
                                 << 2;
     QTest::newRow("other delimiter")
         << QByteArray("a:b\nc:d\n") << QStringList {"--delimiter", ":"} << 1;
+    QTest::newRow("other encoding")
+        << QByteArray("a\0\n\0b\n\n\0", 8) << QStringList {"--encoding", "UTF-16LE"} << 2;
 }
 
 void tst_Viewer::countsRows()
