@@ -49,6 +49,10 @@ private Q_SLOTS:
     void init();
     void showsLineNumbersAndText();
     void showsColumns();
+    void showsRecordsOfSeveralLines();
+    void recordGrows();
+    void showsLinesOfBrokenRecords();
+    void givesUpRecordAtTheEndOfAStream();
     void showsMissingAndSurplusFields();
     void decodes_data();
     void decodes();
@@ -136,6 +140,67 @@ void tst_ViewerModel::showsColumns()
     const auto alignment = model.index(1, 1).data(Qt::TextAlignmentRole).value<Qt::Alignment>();
     QVERIFY(alignment.testFlag(Qt::AlignRight));
     QVERIFY(!model.index(1, 0).data(Qt::TextAlignmentRole).isValid());
+}
+
+void tst_ViewerModel::showsRecordsOfSeveralLines()
+{
+    write("name,note\nx,\"one\ntwo\"\ny,\"three\r\nfour\"\r\nz,5\n");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QCOMPARE(model.rowCount(), 3);
+    QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), "note");
+    QCOMPARE(model.text(0), QString("one%1two").arg(QChar(0x240a)));
+    QCOMPARE(model.text(1), QString("three%1%2four").arg(QChar(0x240d)).arg(QChar(0x240a)));
+    QCOMPARE(model.text(2, 0), "z");
+    QCOMPARE(model.brokenRecords(), 0);
+}
+
+void tst_ViewerModel::recordGrows()
+{
+    write("name,note\nx,1\ny,\"one\n");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.text(1), QString("one%1").arg(QChar(0x240a)));
+    write("two\"", QIODevice::Append);
+    QTRY_COMPARE(model.text(1), QString("one%1two").arg(QChar(0x240a)));
+    QCOMPARE(model.rowCount(), 2);
+    write("\nz,2\n", QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 3);
+    QCOMPARE(model.text(1), QString("one%1two").arg(QChar(0x240a)));
+    QCOMPARE(model.text(2), "2");
+}
+
+void tst_ViewerModel::showsLinesOfBrokenRecords()
+{
+    write("name,note\nx,1\ny,\"2\n");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QCOMPARE(model.rowCount(), 2);
+    write(QByteArray("z,3\n").repeated(20'000), QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 20'002);
+    QCOMPARE(model.brokenRecords(), 1);
+    QCOMPARE(model.text(1, 0), "y");
+    QCOMPARE(model.text(1), "2");
+    for (const int row : {2, 9'000, 20'001})
+        QCOMPARE(model.text(row), "3");
+}
+
+void tst_ViewerModel::givesUpRecordAtTheEndOfAStream()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(m_path), 0600), 0);
+    TestedModel model(m_path);
+    const int writer = ::open(QFile::encodeName(m_path), O_RDWR | O_NONBLOCK);
+    QVERIFY(writer >= 0);
+    const QByteArray text = "name,note\nx,\"1\ny,2\n";
+    QCOMPARE(::write(writer, text.constData(), size_t(text.size())), ssize_t(text.size()));
+    QTRY_COMPARE(model.rowCount(), 1);
+    QCOMPARE(model.brokenRecords(), 0);
+    ::close(writer);
+    QTRY_COMPARE(model.activity(), Activity::Ended);
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.text(1), "2");
+    QCOMPARE(model.brokenRecords(), 1);
 }
 
 void tst_ViewerModel::showsMissingAndSurplusFields()

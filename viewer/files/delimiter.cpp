@@ -87,13 +87,27 @@ bool areJsonObjects(const QStringList &lines)
     return objects * 10 >= total * 9;
 }
 
-QChar detectDelimiter(const QStringList &lines)
+constexpr char16_t s_delimiters[] {u'\t', u'|', u';', u','};
+
+struct Columns
 {
-    if (areJsonObjects(lines))
+    QChar delimiter;
+    QStringList lines; //!< the first ones
+};
+
+Columns detectColumns(const FirstLines &lines)
+{
+    const QStringList plain = lines({});
+    if (areJsonObjects(plain))
         return {};
-    for (const QChar candidate : {u'\t', u'|', u';', u','}) {
-        if (commonFieldCount(lines, candidate) > 0)
-            return candidate;
+    for (const QChar candidate : s_delimiters) {
+        const QStringList records = lines(candidate);
+        if (commonFieldCount(records, candidate) > 0)
+            return {candidate, records};
+    }
+    for (const QChar candidate : s_delimiters) {
+        if (commonFieldCount(plain, candidate) > 0)
+            return {candidate, plain};
     }
     return {};
 }
@@ -152,18 +166,21 @@ bool isNumber(const QString &field)
 #endif
 }
 
-TextFormat detectFormat(const QStringList &lines, const FormatRequest &request)
+TextFormat detectFormat(const FirstLines &lines, const FormatRequest &request)
 {
     TextFormat format;
-    format.delimiter = request.delimiter.value_or(detectDelimiter(lines));
+    const Columns found = request.delimiter
+        ? Columns {*request.delimiter, lines(*request.delimiter)}
+        : detectColumns(lines);
+    format.delimiter = found.delimiter;
     if (!format.isDelimited())
         return format;
     qsizetype columns = 1;
-    for (const QString &line : lines)
+    for (const QString &line : found.lines)
         columns = qMax(columns, splitFields(line, format.delimiter).size());
     columns = qMin(columns, s_mostColumns);
-    const QStringList first = splitFields(lines.value(0), format.delimiter, columns);
-    format.hasHeader = !lines.isEmpty() && request.hasHeader.value_or(looksLikeHeader(first));
+    const QStringList first = splitFields(found.lines.value(0), format.delimiter, columns);
+    format.hasHeader = !found.lines.isEmpty() && request.hasHeader.value_or(looksLikeHeader(first));
     for (qsizetype i = 0; i < columns; ++i) {
         const QString name = format.hasHeader ? first.value(i).trimmed() : QString();
         format.names << (name.isEmpty() ? QString::number(i + 1) : name);
@@ -182,6 +199,7 @@ std::optional<QChar> delimiterFromName(const QString &name)
     const auto it = names.constFind(name.toLower());
     if (it != names.cend())
         return *it;
-    const bool isUsable = name.size() == 1 && name[0] != u'"' && name[0] != u'\n';
+    const bool isUsable =
+        name.size() == 1 && name[0] != u'"' && name[0] != u'\n' && name[0] != u'\r';
     return isUsable ? std::optional(name[0]) : std::nullopt;
 }

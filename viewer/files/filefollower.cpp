@@ -3,6 +3,7 @@
 
 #include "filefollower.h"
 
+#include "recordscanner.h"
 #include "textsample.h"
 
 #include <QElapsedTimer>
@@ -119,8 +120,7 @@ void FileFollower::beginScan(const TextFormat &format, quint64 start)
 {
     m_format = format;
     m_textStart = start;
-    m_scanner = std::make_unique<LineScanner>(
-        m_maximumLines, LineSyntax {format.encoding.units(), format.lineEnd, start});
+    m_scanner = makeScanner(format, start, m_maximumLines);
     m_position = 0;
     m_head.clear();
     m_tail.clear();
@@ -267,10 +267,16 @@ void FileFollower::pumpStream()
     if (!error.isEmpty())
         fail(error);
     else if (count == 0)
-        m_activity = Activity::Ended;
+        endStream();
     if (m_activity != Activity::Indexing)
         m_notifier->setEnabled(false);
     publish();
+}
+
+void FileFollower::endStream()
+{
+    m_scanner->finish();
+    m_activity = Activity::Ended;
 }
 
 //! Puts what was scanned into the news.

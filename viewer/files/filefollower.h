@@ -118,6 +118,7 @@ private:
     bool isSampleComplete() const;
     void scan(const char *bytes, qint64 size);
     void scanCopy(qint64 pumped);
+    void endStream();
     bool isUnchanged() const;
     void rememberModified();
     void fail(const QString &error);

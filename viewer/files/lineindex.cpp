@@ -86,6 +86,7 @@ void LineIndex::append(const LineBatch &batch)
     m_lines += batch.lines;
     m_end = batch.end;
     m_tail = batch.tail;
+    m_givenUp += batch.givenUp;
 }
 
 quint64 LineIndex::unpack(std::size_t *position) const

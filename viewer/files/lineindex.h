@@ -37,6 +37,7 @@ struct LineBatch
     qint64 lines = 0;                        //!< terminated lines found
     quint64 end = 0;                         //!< byte position behind the last terminated line
     quint64 tail = 0;                        //!< bytes of the unterminated line behind it, so far
+    qint64 givenUp = 0;                      //!< records whose lines are lines as they stand
 };
 
 //! What tells lines apart.
@@ -65,6 +66,9 @@ public:
     //! left out.
     bool scan(const char *bytes, std::size_t size);
 
+    //! There is no more text to come.
+    virtual void finish() { }
+
     //! What was found since the last call.
     LineBatch takeBatch();
 
@@ -80,6 +84,8 @@ protected:
     //! Bytes of the unterminated line.
     quint64 tail() const { return m_batch.tail; }
     void addToTail(quint64 bytes) { m_batch.tail += bytes; }
+    void dropTail() { m_batch.tail = 0; }
+    void countGivenUp() { ++m_batch.givenUp; }
     //! The unterminated line has its end after \a bytes more.
     void endLine(quint64 bytes);
 
@@ -114,11 +120,14 @@ public:
     //! Number of lines; an unterminated last line counts.
     qint64 count() const { return m_lines + (m_tail > 0 ? 1 : 0); }
 
-    //! True if the last line has no line feed yet.
+    //! True if the last line has no end yet.
     bool hasTail() const { return m_tail > 0; }
 
     //! Bytes that the lines cover.
     quint64 bytes() const { return m_end + m_tail; }
+
+    //! Records whose quotes nothing closes, so that their lines are lines as they stand.
+    qint64 givenUp() const { return m_givenUp; }
 
     //! The line \a line, counted from 0. An empty span outside of the text.
     LineSpan line(qint64 line) const;
@@ -137,6 +146,7 @@ private:
     qint64 m_lines = 0;                         //!< terminated lines
     quint64 m_end = 0;                          //!< byte position behind the last terminated line
     quint64 m_tail = 0;                         //!< bytes of the unterminated last line
+    qint64 m_givenUp = 0;                       //!< see givenUp()
 };
 
 #endif // LINEINDEX_H

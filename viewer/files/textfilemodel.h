@@ -51,7 +51,8 @@ private:
 /*!
  * \brief The lines of a text file of any size, while it is indexed and while it grows.
  *
- * Text in columns has one model column per field; a line's missing fields are empty,
+ * Text in columns has one model column per field, and one row per record, which may have
+ * several lines in the quotes of a field; missing fields are empty,
  * and the last column shows all that is left of a line with too many. Other text
  * has two columns, line number and text. The format, encoding included, is decided from
  * the first 64 lines (64 KiB at most), and again while there are fewer than that.
@@ -108,6 +109,8 @@ public:
     quint64 fileSize() const { return m_fileSize; }
     //! Bytes of the file that are in rows.
     quint64 indexedBytes() const { return m_index.bytes(); }
+    //! Records whose quotes nothing closes, so that each of their lines is a row.
+    qint64 brokenRecords() const { return m_index.givenUp(); }
     //! Bytes that the index occupies.
     std::size_t indexMemory() const { return m_index.memory(); }
     //! What look() can be given to find rows that show \a text in one of \a columns;

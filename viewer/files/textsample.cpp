@@ -4,7 +4,7 @@
 #include "textsample.h"
 
 #include "controlpictures.h"
-#include "lineindex.h"
+#include "recordscanner.h"
 
 TextSample::TextSample(const QByteArray &bytes)
     : m_bytes(bytes.first(qMin(bytes.size(), qsizetype(maximumBytes))))
@@ -25,14 +25,11 @@ char TextSample::lineEnd(const Encoding &encoding) const
 
 QStringList TextSample::lines(const TextFormat &format) const
 {
-    LineSyntax syntax;
-    syntax.units = format.encoding.units();
-    syntax.lineEnd = format.lineEnd;
-    syntax.start = quint64(format.encoding.markLength(m_bytes));
-    LineScanner scanner(maximumLines, syntax);
-    scanner.scan(m_bytes.cbegin() + syntax.start, std::size_t(m_bytes.size()) - syntax.start);
+    const auto start = format.encoding.markLength(m_bytes);
+    const std::unique_ptr<LineScanner> scanner = makeScanner(format, quint64(start), maximumLines);
+    scanner->scan(m_bytes.cbegin() + start, std::size_t(m_bytes.size() - start));
     LineIndex index;
-    index.append(scanner.takeBatch());
+    index.append(scanner->takeBatch());
     QStringList lines;
     for (qint64 i = 0; i < index.count(); ++i) {
         const LineSpan span = index.line(i);
@@ -50,7 +47,13 @@ TextFormat TextSample::format(const FormatRequest &request) const
     TextFormat format;
     format.encoding = request.encoding.value_or(Encoding::of(m_bytes));
     format.lineEnd = lineEnd(format.encoding);
-    const TextFormat columns = detectFormat(lines(format), request);
+    const TextFormat columns = detectFormat(
+        [&](QChar delimiter) {
+            TextFormat separated = format;
+            separated.delimiter = delimiter;
+            return lines(separated);
+        },
+        request);
     format.delimiter = columns.delimiter;
     format.hasHeader = columns.hasHeader;
     format.names = columns.names;
