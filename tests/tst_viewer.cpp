@@ -23,6 +23,10 @@ struct Run
     QJsonObject stats() const { return QJsonDocument::fromJson(output).object(); }
 };
 
+//! Two lines as gzip compresses them.
+const QByteArray s_gzip =
+    QByteArray::fromBase64("H4sIAAAAAAACA0vLLCouUcjJzEvlKk5Nzs9LgbABLFpFXRcAAAA=");
+
 Run run(const QStringList &arguments)
 {
     QProcess process;
@@ -61,6 +65,8 @@ private Q_SLOTS:
     void readsEmptyStandardInput();
     void readsFileAsStandardInput();
     void readsFifo();
+    void readsCompressedStandardInput();
+    void reportsCutArchive();
     void needsNoDisplay();
 
 private:
@@ -267,6 +273,28 @@ void tst_Viewer::readsFifo()
     const Run shown = run({"--seconds", "0", "--stats", path("fifo")});
     QCOMPARE(shown.status, 0);
     QCOMPARE(shown.stats().value("rows").toInt(), 2);
+}
+
+void tst_Viewer::readsCompressedStandardInput()
+{
+#ifndef VIEWER_HAS_LIBARCHIVE
+    QSKIP("This build reads no compressed files.");
+#endif
+    QProcess process;
+    process.start(VIEWER_PROGRAM, {"--seconds", "0", "--stats", "-"});
+    process.write(s_gzip);
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished(120'000));
+    QCOMPARE(process.exitCode(), 0);
+    const QJsonObject stats = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+    QCOMPARE(stats.value("rows").toInt(), 2);
+}
+
+void tst_Viewer::reportsCutArchive()
+{
+    const Run failed = run({"--seconds", "0", "--stats", file("text.gz", s_gzip.chopped(10))});
+    QCOMPARE(failed.status, 1);
+    QVERIFY(failed.errors.contains("text.gz: It is "));
 }
 
 void tst_Viewer::needsNoDisplay()

@@ -43,6 +43,7 @@ FollowerNews FileFollower::takeNews()
     next.file = m_news.file;
     next.size = m_news.size;
     next.encodingName = m_news.encodingName;
+    next.compression = m_news.compression;
     next.activity = m_news.activity;
     next.missing = m_news.missing;
     next.error = m_news.error;
@@ -90,6 +91,8 @@ void FileFollower::watchFile()
 
 void FileFollower::watchStream(int descriptor)
 {
+    if (m_notifier)
+        m_notifier.release()->deleteLater(); // it may be the one that called
     m_notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &FileFollower::pumpStream);
 }
@@ -100,6 +103,7 @@ void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
     m_file = std::move(file);
     beginScan({}, 0);
     m_newFormat.reset();
+    m_compression = m_file->compression();
     m_firstSlice = true;
     const std::optional<FileState> state = m_file->state();
     tell([&](FollowerNews &news) {
@@ -110,6 +114,7 @@ void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
         news.size = state ? state->size : 0;
         news.format.reset();
         news.encodingName.clear();
+        news.compression = m_compression;
         news.batches.clear();
     });
     continueIndexing();
@@ -204,6 +209,9 @@ void FileFollower::scan(const char *bytes, qint64 size)
 //! Scans what was pumped, which the buffer holds, or all there is if the format changed.
 void FileFollower::scanCopy(qint64 pumped)
 {
+    recogniseCompression();
+    if (isCopyCompressed())
+        return;
     if (isSampleComplete()) {
         scan(m_buffer.data(), pumped);
         return;
@@ -273,10 +281,40 @@ void FileFollower::pumpStream()
     publish();
 }
 
+//! Whether the copy is of a compressed stream, which is no text.
+bool FileFollower::isCopyCompressed() const
+{
+    return !m_compression.isEmpty() && m_file->compression().isEmpty();
+}
+
+//! The first bytes of a stream may come one by one, and may have been taken for text.
+void FileFollower::recogniseCompression()
+{
+    if (!m_compression.isEmpty() || m_position >= Decompressor::signatureSize)
+        return;
+    m_compression = Decompressor::formatOf(m_file->readAt(0, Decompressor::signatureSize));
+    if (!isCopyCompressed())
+        return;
+    beginScan({}, 0);
+    m_newFormat.emplace();
+}
+
+//! A stream that was compressed is followed by what it holds.
 void FileFollower::endStream()
 {
-    m_scanner->finish();
-    m_activity = Activity::Ended;
+    if (!isCopyCompressed()) {
+        m_scanner->finish();
+        m_activity = Activity::Ended;
+        return;
+    }
+    QString error;
+    std::shared_ptr<TextFile> text = m_file->decompressed(&error);
+    if (!text) {
+        fail(error);
+        return;
+    }
+    watchStream(text->streamDescriptor());
+    follow(std::move(text), Restart::Opened);
 }
 
 //! Puts what was scanned into the news.
@@ -289,7 +327,8 @@ void FileFollower::publish()
             news.format = std::exchange(m_newFormat, std::nullopt);
             news.batches.clear();
         }
-        news.encodingName = m_format.encoding.name();
+        news.compression = m_compression;
+        news.encodingName = isCopyCompressed() ? QString() : m_format.encoding.name();
         news.batches.push_back(std::move(batch));
         news.activity = m_activity;
         news.size = state ? state->size : m_position;
@@ -315,12 +354,15 @@ void FileFollower::checkPath()
     const std::optional<FileState> named = TextFile::stateOf(m_path);
     const std::optional<FileState> open = m_file->state();
     bool isHere = named && open && named->isSameFile(*open);
-    if (named && !isHere) {
+    const bool isRefused = named && m_refused && named->isSameFile(*m_refused);
+    if (named && !isHere && !isRefused) {
         QString error;
         std::shared_ptr<TextFile> file = TextFile::open(m_path, &error);
         isHere = file && file->streamDescriptor() < 0;
         if (isHere)
             follow(std::move(file), Restart::Replaced);
+        else if (file)
+            m_refused = named;
     }
     if (isHere && !m_watcher->files().contains(m_path))
         m_watcher->addPath(m_path);

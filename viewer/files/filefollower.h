@@ -48,6 +48,7 @@ struct FollowerNews
     std::optional<TextFormat> format;      //!< if set, the format now; earlier lines are void
     std::vector<LineBatch> batches;        //!< lines found, in order
     QString encodingName;                  //!< of the text, for the user
+    QString compression;                   //!< of the file, for the user; empty for none
     quint64 size = 0;                      //!< bytes of the file
     Activity activity = Activity::Opening; //!< at present
     bool missing = false;                  //!< there is no file of that name now
@@ -60,6 +61,9 @@ struct FollowerNews
  *
  * The format is decided on the beginning of the text, and once more while that grows: if
  * it changes, lines are counted anew.
+ *
+ * A compressed file is decompressed as a stream is copied. Of a stream that turns out to be
+ * compressed there is no text before it has ended.
  *
  * The work is done in slices of 40 ms between which the follower's event loop runs,
  * so that stop() and the thread's end need no flags. Everything found is put
@@ -118,6 +122,8 @@ private:
     bool isSampleComplete() const;
     void scan(const char *bytes, qint64 size);
     void scanCopy(qint64 pumped);
+    bool isCopyCompressed() const;
+    void recogniseCompression();
     void endStream();
     bool isUnchanged() const;
     void rememberModified();
@@ -139,6 +145,8 @@ private:
     qint64 m_modified = 0;                   //!< m_file's time of change when all was indexed
     QByteArray m_head;                       //!< the first bytes indexed
     QByteArray m_tail;                       //!< the last bytes indexed
+    QString m_compression;                   //!< of what a stream is the copy of, if it is
+    std::optional<FileState> m_refused;      //!< a file of that name that is not followed
     Activity m_activity = Activity::Opening; //!< at present
     bool m_missing = false;                  //!< there is no file of that name now
     bool m_firstSlice = true;                //!< nothing of m_file is published yet

@@ -76,6 +76,13 @@ bool TextFileModel::isFull() const
     return m_activity == Activity::Full || lineOfRow(rowCount()) < m_index.count();
 }
 
+QString TextFileModel::encodingName() const
+{
+    if (m_compression.isEmpty() || m_encodingName.isEmpty())
+        return m_compression + m_encodingName;
+    return m_compression + QLatin1String(", ") + m_encodingName;
+}
+
 void TextFileModel::takeNews()
 {
     const FollowerNews news = m_follower->takeNews();
@@ -85,6 +92,7 @@ void TextFileModel::takeNews()
     m_error = news.error;
     m_fileSize = news.size;
     m_encodingName = news.encodingName;
+    m_compression = news.compression;
     if (news.restart != Restart::None)
         beginAnew(news);
     if (news.format)

@@ -128,8 +128,10 @@ public:
     Sighting look(const BytePattern &pattern, int row, bool down) const;
 
     //! Encoding of the text, for the user; "ASCII" if there is nothing else at its
-    //! beginning.
-    QString encodingName() const { return m_encodingName; }
+    //! beginning. Of compressed files both: "gzip, UTF-8".
+    QString encodingName() const;
+    //! The file is compressed; its text is complete when activity() is Ended.
+    bool isCompressed() const { return !m_compression.isEmpty(); }
 
 public Q_SLOTS:
     //! Stops indexing and following; rows stay.
@@ -183,7 +185,8 @@ private:
     bool m_missing = false;                   //!< see isMissing()
     quint64 m_fileSize = 0;                   //!< bytes
     QString m_error;                          //!< see errorString()
-    QString m_encodingName;                   //!< see encodingName()
+    QString m_encodingName;                   //!< of the text
+    QString m_compression;                    //!< of the file
 };
 
 #endif // TEXTFILEMODEL_H
