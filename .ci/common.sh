@@ -38,7 +38,7 @@ need_packages() {
 }
 
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-l10n-tools qt6-qpa-plugins
-  fonts-dejavu-core)
+  fonts-dejavu-core libarchive-dev)
 
 # configure PRESET [OPTION...]: configures a preset, through ccache where there is one.
 configure() {

@@ -24,6 +24,10 @@ struct Run
     QJsonObject stats() const { return QJsonDocument::fromJson(output).object(); }
 };
 
+//! Two lines as gzip compresses them.
+const QByteArray s_gzip =
+    QByteArray::fromBase64("H4sIAAAAAAACA0vLLCouUcjJzEvlKk5Nzs9LgbABLFpFXRcAAAA=");
+
 Run run(const QStringList &arguments)
 {
     QProcess process;
@@ -64,6 +68,8 @@ private Q_SLOTS:
     void readsEmptyStandardInput();
     void readsFileAsStandardInput();
     void readsFifo();
+    void readsCompressedStandardInput();
+    void reportsCutArchive();
     void needsNoDisplay();
 
 private:
@@ -92,8 +98,8 @@ void tst_Viewer::explainsItself()
 {
     const Run help = run({"--help"});
     QCOMPARE(help.status, 0);
-    for (const char *option : {"--delimiter", "--no-header", "--screenshot", "--seconds", "--stats",
-                               "--help", "--version"})
+    for (const char *option : {"--delimiter", "--encoding", "--no-header", "--screenshot",
+                               "--seconds", "--stats", "--help", "--version"})
         QVERIFY2(help.output.contains(option), option);
 }
 
@@ -109,6 +115,8 @@ void tst_Viewer::refusesWrongArguments_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("unknown option") << QStringList {"--nonsense"};
     QTest::newRow("long delimiter") << QStringList {"--delimiter", "ab"};
+    QTest::newRow("unknown encoding") << QStringList {"--encoding", "nonsense"};
+    QTest::newRow("no encoding") << QStringList {"--encoding", ""};
     QTest::newRow("negative seconds") << QStringList {"--seconds=-1"};
     QTest::newRow("seconds in words") << QStringList {"--seconds", "two"};
     QTest::newRow("rate too high") << QStringList {"--rate", "50001"};
@@ -139,6 +147,8 @@ void tst_Viewer::countsRows_data()
                                 << 2;
     QTest::newRow("other delimiter")
         << QByteArray("a:b\nc:d\n") << QStringList {"--delimiter", ":"} << 1;
+    QTest::newRow("other encoding")
+        << QByteArray("a\0\n\0b\n\n\0", 8) << QStringList {"--encoding", "UTF-16LE"} << 2;
 }
 
 void tst_Viewer::countsRows()
@@ -290,6 +300,28 @@ void tst_Viewer::readsFifo()
     const Run shown = run({"--seconds", "0", "--stats", path("fifo")});
     QCOMPARE(shown.status, 0);
     QCOMPARE(shown.stats().value("rows").toInt(), 2);
+}
+
+void tst_Viewer::readsCompressedStandardInput()
+{
+#ifndef VIEWER_HAS_LIBARCHIVE
+    QSKIP("This build reads no compressed files.");
+#endif
+    QProcess process;
+    process.start(VIEWER_PROGRAM, {"--seconds", "0", "--stats", "-"});
+    process.write(s_gzip);
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished(120'000));
+    QCOMPARE(process.exitCode(), 0);
+    const QJsonObject stats = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+    QCOMPARE(stats.value("rows").toInt(), 2);
+}
+
+void tst_Viewer::reportsCutArchive()
+{
+    const Run failed = run({"--seconds", "0", "--stats", file("text.gz", s_gzip.chopped(10))});
+    QCOMPARE(failed.status, 1);
+    QVERIFY(failed.errors.contains("text.gz: It is "));
 }
 
 void tst_Viewer::needsNoDisplay()

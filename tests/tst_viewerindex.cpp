@@ -39,9 +39,9 @@ QByteArray randomText(QRandomGenerator *random, int lines, int longest)
 }
 
 //! The index of \a text, scanned in pieces and taken in batches of random size.
-LineIndex indexOf(const QByteArray &text, QRandomGenerator *random)
+LineIndex indexOf(const QByteArray &text, QRandomGenerator *random, const LineSyntax &syntax = {})
 {
-    LineScanner scanner(std::numeric_limits<qint64>::max());
+    LineScanner scanner(std::numeric_limits<qint64>::max(), syntax);
     LineIndex index;
     qsizetype from = 0;
     while (from < text.size()) {
@@ -55,6 +55,12 @@ LineIndex indexOf(const QByteArray &text, QRandomGenerator *random)
     return index;
 }
 
+//! Lines that are records, too.
+FirstLines always(const QStringList &lines)
+{
+    return [=](QChar) { return lines; };
+}
+
 } // namespace
 
 class tst_ViewerIndex : public QObject
@@ -66,6 +72,10 @@ private Q_SLOTS:
     void agreesWithPlainSplitter();
     void hasNoLinesWithoutText();
     void growsWithUnterminatedLine();
+    void readsWideUnits_data();
+    void readsWideUnits();
+    void endsLinesAsTold();
+    void beginsBehindTheMark();
     void stopsAtMaximum();
     void findsLinesBeyondFourGigabytes();
     void needsLittleMemory();
@@ -134,6 +144,68 @@ void tst_ViewerIndex::growsWithUnterminatedLine()
     QCOMPARE(index.line(0), (LineSpan {0, 4, true}));
     QCOMPARE(index.line(1), (LineSpan {4, 1, false}));
     QCOMPARE(index.line(2), LineSpan());
+}
+
+void tst_ViewerIndex::readsWideUnits_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<bool>("isBigEndian");
+    QTest::newRow("2, little") << 2 << false;
+    QTest::newRow("2, big") << 2 << true;
+    QTest::newRow("4, little") << 4 << false;
+    QTest::newRow("4, big") << 4 << true;
+}
+
+//! Pieces end anywhere within a unit.
+void tst_ViewerIndex::readsWideUnits()
+{
+    QFETCH(int, bytes);
+    QFETCH(bool, isBigEndian);
+    const quint32 seed = QRandomGenerator::global()->generate();
+    qInfo("seed %u", seed);
+    QRandomGenerator random(seed);
+    const QByteArray narrow = randomText(&random, 3000, 30);
+    QByteArray text;
+    for (const char character : narrow) {
+        const QByteArray zeros(bytes - 1, '\0');
+        text += isBigEndian ? zeros + character : character + zeros;
+    }
+    text += QByteArray(bytes / 2, 'x'); // part of a unit
+    const LineIndex index = indexOf(text, &random, {{bytes, isBigEndian}});
+    QCOMPARE(index.bytes(), quint64(text.size()));
+    const std::vector<LineSpan> lines = plainLines(narrow + 'x');
+    QCOMPARE(index.count(), qint64(lines.size()));
+    for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
+        const LineSpan line = index.line(qint64(i));
+        QCOMPARE(line.offset, lines[i].offset * quint64(bytes));
+        QCOMPARE(line.length, lines[i].length * quint64(bytes));
+    }
+}
+
+void tst_ViewerIndex::endsLinesAsTold()
+{
+    LineScanner scanner(100, {{}, '\r'});
+    scanner.scan("a\rb\nc\rd", 7);
+    LineIndex index;
+    index.append(scanner.takeBatch());
+    QCOMPARE(index.count(), 3);
+    QCOMPARE(index.line(1), (LineSpan {2, 4, true}));
+    QCOMPARE(index.line(2), (LineSpan {6, 1, false}));
+}
+
+void tst_ViewerIndex::beginsBehindTheMark()
+{
+    LineScanner scanner(100, {{}, '\n', 3});
+    LineIndex index;
+    index.append(scanner.takeBatch());
+    QCOMPARE(index.count(), 0);
+    QCOMPARE(index.bytes(), quint64(3));
+    scanner.scan("a\nb", 3);
+    index.append(scanner.takeBatch());
+    QCOMPARE(index.line(0), (LineSpan {3, 2, true}));
+    QCOMPARE(index.line(1), (LineSpan {5, 1, false}));
+    QCOMPARE(index.lineAt(0), 0);
+    QCOMPARE(index.lineAt(5), 1);
 }
 
 void tst_ViewerIndex::stopsAtMaximum()
@@ -249,6 +321,20 @@ void tst_ViewerIndex::detectsFormat_data()
         << QStringList {"a", "b", "3"};
     QTest::newRow("two odd lines of eleven")
         << (QStringList {"a,b", "1,2,3", "1"} + QStringList(8, "1,2")) << "" << false << none;
+    const QString object = R"({"id": 1, "name": "x"})";
+    QTest::newRow("JSON lines") << QStringList {object, object} << "" << false << none;
+    QTest::newRow("one JSON line") << QStringList {object} << "" << false << none;
+    QTest::newRow("JSON lines, the last one cut off")
+        << QStringList {object, object.left(12)} << "" << false << none;
+    QTest::newRow("JSON lines but one of ten")
+        << (QStringList(9, object) + QStringList {"a, b"}) << "" << false << none;
+    QTest::newRow("JSON lines but two of ten")
+        << (QStringList(8, object) + QStringList {"a, b", "c, d"}) << "," << true
+        << QStringList {R"({"id": 1)", R"("name": "x"})"};
+    QTest::newRow("braces that are no JSON")
+        << QStringList {"{a,b}", "{c,d}"} << "," << true << QStringList {"{a", "b}"};
+    QTest::newRow("JSON behind a header")
+        << QStringList {"id,data", R"(1,"{}")"} << "," << true << QStringList {"id", "data"};
 }
 
 void tst_ViewerIndex::detectsFormat()
@@ -257,7 +343,7 @@ void tst_ViewerIndex::detectsFormat()
     QFETCH(QString, delimiter);
     QFETCH(bool, hasHeader);
     QFETCH(QStringList, names);
-    const TextFormat format = detectFormat(lines);
+    const TextFormat format = detectFormat(always(lines));
     QCOMPARE(format.delimiter, delimiter.isEmpty() ? QChar() : delimiter[0]);
     QCOMPARE(format.hasHeader, hasHeader);
     QCOMPARE(format.names, names);
@@ -265,12 +351,12 @@ void tst_ViewerIndex::detectsFormat()
 
 void tst_ViewerIndex::obeysRequest()
 {
-    const QStringList lines {"a,b", "1,2"};
+    const FirstLines lines = always({"a,b", "1,2"});
     QVERIFY(!detectFormat(lines, {QChar(), {}}).isDelimited());
     QCOMPARE(detectFormat(lines, {QChar(u'|'), {}}).names, QStringList {"a,b"});
     QCOMPARE(detectFormat(lines, {{}, false}).names, (QStringList {"1", "2"}));
-    QVERIFY(detectFormat({"1,2", "3,4"}, {{}, true}).hasHeader);
-    QVERIFY(!detectFormat({}, {QChar(u','), true}).hasHeader);
+    QVERIFY(detectFormat(always({"1,2", "3,4"}), {{}, true}).hasHeader);
+    QVERIFY(!detectFormat(always({}), {QChar(u','), true}).hasHeader);
 }
 
 void tst_ViewerIndex::knowsDelimiterNames()

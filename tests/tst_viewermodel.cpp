@@ -49,11 +49,25 @@ private Q_SLOTS:
     void init();
     void showsLineNumbersAndText();
     void showsColumns();
+    void showsRecordsOfSeveralLines();
+    void recordGrows();
+    void showsLinesOfBrokenRecords();
+    void givesUpRecordAtTheEndOfAStream();
     void showsMissingAndSurplusFields();
     void decodes_data();
     void decodes();
     void keepsLongLinesShort();
     void cutsLongLinesBetweenCharacters();
+    void takesEncodingByHand();
+    void cutsWideLinesBetweenCharacters();
+    void showsNothingOf_data();
+    void showsNothingOf();
+    void growsByHalfACharacter_data();
+    void growsByHalfACharacter();
+    void learnsEncodingWhileSampleGrows();
+    void recognisesLineEnds_data();
+    void recognisesLineEnds();
+    void completesLineEnd();
     void showsEmptyFile();
     void growsFromEmptyFile();
     void appendsLines();
@@ -128,6 +142,67 @@ void tst_ViewerModel::showsColumns()
     QVERIFY(!model.index(1, 0).data(Qt::TextAlignmentRole).isValid());
 }
 
+void tst_ViewerModel::showsRecordsOfSeveralLines()
+{
+    write("name,note\nx,\"one\ntwo\"\ny,\"three\r\nfour\"\r\nz,5\n");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QCOMPARE(model.rowCount(), 3);
+    QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), "note");
+    QCOMPARE(model.text(0), QString("one%1two").arg(QChar(0x240a)));
+    QCOMPARE(model.text(1), QString("three%1%2four").arg(QChar(0x240d)).arg(QChar(0x240a)));
+    QCOMPARE(model.text(2, 0), "z");
+    QCOMPARE(model.brokenRecords(), 0);
+}
+
+void tst_ViewerModel::recordGrows()
+{
+    write("name,note\nx,1\ny,\"one\n");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.text(1), QString("one%1").arg(QChar(0x240a)));
+    write("two\"", QIODevice::Append);
+    QTRY_COMPARE(model.text(1), QString("one%1two").arg(QChar(0x240a)));
+    QCOMPARE(model.rowCount(), 2);
+    write("\nz,2\n", QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 3);
+    QCOMPARE(model.text(1), QString("one%1two").arg(QChar(0x240a)));
+    QCOMPARE(model.text(2), "2");
+}
+
+void tst_ViewerModel::showsLinesOfBrokenRecords()
+{
+    write("name,note\nx,1\ny,\"2\n");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QCOMPARE(model.rowCount(), 2);
+    write(QByteArray("z,3\n").repeated(20'000), QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 20'002);
+    QCOMPARE(model.brokenRecords(), 1);
+    QCOMPARE(model.text(1, 0), "y");
+    QCOMPARE(model.text(1), "2");
+    for (const int row : {2, 9'000, 20'001})
+        QCOMPARE(model.text(row), "3");
+}
+
+void tst_ViewerModel::givesUpRecordAtTheEndOfAStream()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(m_path), 0600), 0);
+    TestedModel model(m_path);
+    const int writer = ::open(QFile::encodeName(m_path), O_RDWR | O_NONBLOCK);
+    QVERIFY(writer >= 0);
+    const QByteArray text = "name,note\nx,\"1\ny,2\n";
+    QCOMPARE(::write(writer, text.constData(), size_t(text.size())), ssize_t(text.size()));
+    QTRY_COMPARE(model.rowCount(), 1);
+    QCOMPARE(model.brokenRecords(), 0);
+    ::close(writer);
+    QTRY_COMPARE(model.activity(), Activity::Ended);
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.text(1), "2");
+    QCOMPARE(model.brokenRecords(), 1);
+}
+
 void tst_ViewerModel::showsMissingAndSurplusFields()
 {
     QByteArray text("a;b\n");
@@ -148,17 +223,27 @@ void tst_ViewerModel::decodes_data()
     QTest::addColumn<QString>("expected");
     QTest::newRow("CRLF") << QByteArray("ab\r\ncd\r\n") << "ab";
     QTest::newRow("lone CR") << QByteArray("a\rb\n") << QString("a%1b").arg(QChar(0x240d));
-    QTest::newRow("CR at the end of the file")
-        << QByteArray("ab\r") << QString("ab%1").arg(QChar(0x240d));
+    QTest::newRow("only CR") << QByteArray("ab\rcd\r") << "ab";
+    QTest::newRow("CR CR LF") << QByteArray("ab\r\r\n") << QString("ab%1").arg(QChar(0x240d));
     QTest::newRow("NUL bytes") << QByteArray("a\0b\0\n", 5) << QString("a%1b%1").arg(QChar(0x2400));
     QTest::newRow("escape") << QByteArray("\x1b[1m\n") << QString("%1[1m").arg(QChar(0x241b));
     QTest::newRow("tab stays") << QByteArray("a\tb\n") << "a\tb";
     QTest::newRow("UTF-8") << QByteArray("\xc3\xa4\xf0\x9f\x98\x80\n") << QString::fromUtf8("ä😀");
     QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbfx\n") << "x";
-    QTest::newRow("invalid byte") << QByteArray("a\xff"
-                                                "b\n")
-                                  << QString("a%1b").arg(QChar(0xfffd));
-    QTest::newRow("cut character") << QByteArray("a\xc3\n") << QString("a%1").arg(QChar(0xfffd));
+    QTest::newRow("Windows-1252") << QByteArray("\x80 \xe4\n") << QString::fromUtf8("€ ä");
+    QTest::newRow("cut character at the end")
+        << QByteArray("\xc3\xa4\xc3") << QString::fromUtf8("ä\ufffd");
+    QTest::newRow("UTF-16LE") << QByteArray("\xff\xfe\xe4\0\r\0\n\0x\0", 10)
+                              << QString::fromUtf8("ä");
+    QTest::newRow("UTF-16BE") << QByteArray("\xfe\xff\0\xe4\0\r\0x\0", 9) << QString::fromUtf8("ä");
+    QTest::newRow("UTF-16, an odd byte") << QByteArray("\xff\xfe"
+                                                       "a\0b",
+                                                       5)
+                                         << QString("a\ufffd");
+    QTest::newRow("UTF-32LE") << QByteArray("\xff\xfe\0\0\xe4\0\0\0\n\0\0\0", 12)
+                              << QString::fromUtf8("ä");
+    QTest::newRow("UTF-32BE") << QByteArray("\0\0\xfe\xff\0\0\0\xe4\0\0\0\n", 12)
+                              << QString::fromUtf8("ä");
     QTest::newRow("line separator") << QByteArray("a\xe2\x80\xa8"
                                                   "b\n")
                                     << QString("a%1b").arg(QChar(0x2424));
@@ -195,6 +280,149 @@ void tst_ViewerModel::cutsLongLinesBetweenCharacters()
     TestedModel model(m_path);
     QTRY_COMPARE(model.rowCount(), 1);
     QCOMPARE(model.text(0), QString(before, u'x') + QChar(0x2026));
+}
+
+void tst_ViewerModel::takesEncodingByHand()
+{
+    const auto shown = [&](const char *encoding) {
+        const FormatRequest request {QChar(), {}, Encoding::named(encoding)};
+        TestedModel model(m_path, request);
+        [&] { QTRY_COMPARE(model.activity(), Activity::Following); }();
+        return model.encodingName() + ": " + model.text(0);
+    };
+    write("a\xe4\xc3\xa4\n");
+    QCOMPARE(shown("utf-8"), QString::fromUtf8("UTF-8: a\ufffdä"));
+    QCOMPARE(shown("latin-1"), QString::fromUtf8("ISO-8859-1: aäÃ¤"));
+    QCOMPARE(shown("cp1252"), QString::fromUtf8("Windows-1252: aäÃ¤"));
+    write(QByteArray("a\0\n\0b\0", 6));
+    QCOMPARE(shown("utf-16le"), "UTF-16LE: a");
+    write("\xef\xbb\xbfx\n");
+    QCOMPARE(shown("utf-8"), "UTF-8: x");
+}
+
+void tst_ViewerModel::cutsWideLinesBetweenCharacters()
+{
+    // The cut falls between the halves of the first pair.
+    const int before = int(TextFileModel::maximumLineBytes) / 2 - 1;
+    write("\xff\xfe" + QByteArray("x\0", 2).repeated(before)
+          + QByteArray("\x3d\xd8\0\xde", 4).repeated(10));
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.rowCount(), 1);
+    QCOMPARE(model.text(0), QString(before, u'x') + QChar(0x2026));
+}
+
+void tst_ViewerModel::showsNothingOf_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("an empty file") << QByteArray();
+    QTest::newRow("the mark of UTF-8") << QByteArray("\xef\xbb\xbf");
+    QTest::newRow("the mark of UTF-16") << QByteArray("\xff\xfe");
+    QTest::newRow("the mark of UTF-32") << QByteArray("\0\0\xfe\xff", 4);
+}
+
+void tst_ViewerModel::showsNothingOf()
+{
+    QFETCH(QByteArray, text);
+    write(text);
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QCOMPARE(model.rowCount(), 0);
+    QCOMPARE(model.indexedBytes(), quint64(text.size()));
+}
+
+void tst_ViewerModel::growsByHalfACharacter_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("more");
+    QTest::newRow("UTF-8") << QByteArray("\xc3\xa4\n\xc3") << QByteArray("\xa4\nx");
+    QTest::newRow("UTF-16") << QByteArray("\xff\xfe\xe4\0\n\0\xe4", 7)
+                            << QByteArray("\0\n\0x\0", 5);
+    QTest::newRow("UTF-16, the line's end")
+        << QByteArray("\xff\xfe\xe4\0\n\0\xe4\0\n", 9) << QByteArray("\0x\0", 3);
+    QTest::newRow("UTF-32") << QByteArray("\xff\xfe\0\0\xe4\0\0\0\n\0\0\0\xe4\0", 14)
+                            << QByteArray("\0\0\n\0\0\0x\0\0\0", 10);
+}
+
+void tst_ViewerModel::growsByHalfACharacter()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, more);
+    write(text);
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.text(0), QString::fromUtf8("ä"));
+    write(more, QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 3);
+    QCOMPARE(model.text(1), QString::fromUtf8("ä"));
+    QCOMPARE(model.text(2), "x");
+}
+
+void tst_ViewerModel::learnsEncodingWhileSampleGrows()
+{
+    write("abc\n");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.encodingName(), "ASCII");
+    write("\xe4\n", QIODevice::Append);
+    QTRY_COMPARE(model.encodingName(), "Windows-1252");
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.text(1), QString::fromUtf8("ä"));
+    // What has been shown as text so far stays so however it goes on.
+    write(QByteArray("x\n").repeated(64), QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 66);
+    write("\xc3\xa4\n", QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 67);
+    QCOMPARE(model.text(66), QString::fromUtf8("Ã¤"));
+}
+
+void tst_ViewerModel::recognisesLineEnds_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QStringList>("rows");
+    const QChar picture(0x240d);
+    QTest::newRow("LF") << QByteArray("a\nb") << QStringList {"a", "b"};
+    QTest::newRow("CRLF") << QByteArray("a\r\nb\r\n") << QStringList {"a", "b"};
+    QTest::newRow("CR") << QByteArray("a\rb\r\rc") << QStringList {"a", "b", "", "c"};
+    QTest::newRow("nothing but CR") << QByteArray("\r") << QStringList {""};
+    QTest::newRow("CR and LF") << QByteArray("a\rb\nc")
+                               << QStringList {QString("a%1b").arg(picture), "c"};
+    QTest::newRow("CR at the end")
+        << QByteArray("a\nb\r") << QStringList {"a", QString("b%1").arg(picture)};
+    QTest::newRow("CR of UTF-16") << QByteArray("\xff\xfe"
+                                                "a\0\r\0b\0",
+                                                8)
+                                  << QStringList {"a", "b"};
+    // The sample ends between the two.
+    const QByteArray longLine(65535, 'x');
+    QTest::newRow("CRLF behind a long line")
+        << longLine + "\r\nb\rc"
+        << QStringList {QString(TextFileModel::maximumLineBytes, u'x') + QChar(0x2026),
+                        QString("b%1c").arg(picture)};
+}
+
+void tst_ViewerModel::recognisesLineEnds()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QStringList, rows);
+    write(text);
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    QStringList shown;
+    for (int row = 0; row < model.rowCount(); ++row)
+        shown << model.text(row);
+    QCOMPARE(shown, rows);
+}
+
+void tst_ViewerModel::completesLineEnd()
+{
+    write("a\r");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.rowCount(), 1);
+    QCOMPARE(model.text(0), "a");
+    write("\nb\r\n", QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 2);
+    QCOMPARE(model.text(0), "a");
+    QCOMPARE(model.text(1), "b");
 }
 
 void tst_ViewerModel::showsEmptyFile()
@@ -453,7 +681,11 @@ void tst_ViewerModel::namesEncoding_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("ASCII") << QByteArray("abc\n") << "ASCII";
     QTest::newRow("UTF-8") << QByteArray("\xc3\xa4\n") << "UTF-8";
-    QTest::newRow("Latin-1") << QByteArray("\xe4\n") << "not valid UTF-8";
+    QTest::newRow("Windows-1252") << QByteArray("\xe4\n") << "Windows-1252";
+    QTest::newRow("UTF-16LE") << QByteArray("\xff\xfe"
+                                            "a\0",
+                                            4)
+                              << "UTF-16LE";
 }
 
 void tst_ViewerModel::namesEncoding()

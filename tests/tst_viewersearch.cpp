@@ -254,6 +254,11 @@ void tst_ViewerSearch::onlyWhatBytesTell_data()
     QTest::newRow("letters and numbers") << log << "line 2" << -1 << true;
     QTest::newRow("text hidden") << log << "line" << 1 << false;
     QTest::newRow("not ASCII") << log << "ligne é" << -1 << false;
+    QTest::newRow("Windows-1252") << QByteArray("\xe4 line\n") << "line" << -1 << true;
+    QTest::newRow("UTF-16") << QByteArray("\xff\xfe"
+                                          "a\0\n\0",
+                                          6)
+                            << "a" << -1 << false;
     QTest::newRow("fields") << QByteArray("a;b\n\"1;2\";3\n4;5\n") << "2" << -1 << true;
 }
 
@@ -274,16 +279,19 @@ void tst_ViewerSearch::findsWhatTheEngineFinds_data()
 {
     QTest::addColumn<quint32>("seed");
     QTest::addColumn<QChar>("delimiter"); // null character: none
+    QTest::addColumn<QString>("encoding");
     for (quint32 seed = 1; seed <= 4; ++seed) {
-        QTest::addRow("lines, seed %u", seed) << seed << QChar(u'\0');
-        QTest::addRow("fields, seed %u", seed) << seed << QChar(u';');
+        QTest::addRow("lines, seed %u", seed) << seed << QChar(u'\0') << "utf-8";
+        QTest::addRow("fields, seed %u", seed) << seed << QChar(u';') << "utf-8";
     }
+    QTest::newRow("lines of single bytes") << 5U << QChar(u'\0') << "cp1252";
 }
 
 void tst_ViewerSearch::findsWhatTheEngineFinds()
 {
     QFETCH(quint32, seed);
     QFETCH(QChar, delimiter);
+    QFETCH(QString, encoding);
     QRandomGenerator random(seed);
     QByteArray text;
     if (!delimiter.isNull())
@@ -292,7 +300,7 @@ void tst_ViewerSearch::findsWhatTheEngineFinds()
         text += randomLine(random, random.bounded(12)) + (random.bounded(4) ? "\n" : "\r\n");
     if (seed % 2)
         text += "a tail";
-    ShownFile file(text, {delimiter, {}});
+    ShownFile file(text, {delimiter, {}, Encoding::named(encoding)});
     int hits = 0;
     for (int round = 0; round < 120; ++round) {
         QString wanted;
@@ -316,7 +324,7 @@ void tst_ViewerSearch::filtersWhatTheRowsShow()
     QByteArray text;
     for (int i = 0; i < 2000; ++i)
         text += randomLine(random, random.bounded(12)) + '\n';
-    ShownFile file(text, {u'\0', {}});
+    ShownFile file(text, {u'\0', {}, Encoding()});
     for (const char *wanted : {"a", "ab", "AB", "skS", "K", "x y", "7", "nothing", "é"}) {
         const QString filter = QString::fromUtf8(wanted);
         LineFilter shown({1}, TextMatcher(filter, {.matchesCase = true}));
@@ -330,7 +338,7 @@ void tst_ViewerSearch::filterKeepsUpWithTheFile()
 {
     QRandomGenerator random(23);
     QByteArray text = QByteArray(600, '-') + '\n';
-    ShownFile file(text, {u'\0', {}});
+    ShownFile file(text, {u'\0', {}, Encoding()});
     LineFilter shown({1}, TextMatcher(QStringLiteral("ab"), {.matchesCase = true}));
     QVERIFY(shown.takeOver(&file.model));
     const auto write = [&](qsizetype offset, const QByteArray &bytes) {

@@ -18,6 +18,7 @@ const QString s_header = QStringLiteral("header");
 const QString s_noHeader = QStringLiteral("no-header");
 const QString s_noFollow = QStringLiteral("no-follow");
 const QString s_delimiter = QStringLiteral("delimiter");
+const QString s_encoding = QStringLiteral("encoding");
 const QString s_rate = QStringLiteral("rate");
 const QString s_newRows = QStringLiteral("new-rows");
 const QString s_seconds = QStringLiteral("seconds");
@@ -46,6 +47,10 @@ void describe(QCommandLineParser *parser)
         {s_header, tr("The first line names the columns. Recognised by default.")},
         {s_noHeader, tr("The first line is a row like any other.")},
         {s_noFollow, tr("Begin at the first row, and do not follow.")},
+        {s_encoding,
+         tr("The text is in the encoding <name>: utf-8, utf-16le, utf-16be, utf-32le, utf-32be, "
+            "latin-1, cp1252 or another one of a byte per character. Recognised by default."),
+         tr("name")},
         {s_rate, tr("New rows per second of the feed, 0 to 50000."), tr("rows"),
          QStringLiteral("1000")},
         {s_newRows, tr("New rows of the feed appear at the top or at the end."), tr("top|end"),
@@ -91,6 +96,12 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
         if (!options->format.delimiter)
             return tr("--delimiter wants tab, comma, semicolon, pipe, space, none or one "
                       "character.");
+    }
+    if (parser.isSet(s_encoding)) {
+        options->format.encoding = Encoding::named(parser.value(s_encoding));
+        if (!options->format.encoding)
+            return tr("--encoding wants utf-8, utf-16le, utf-16be, utf-32le, utf-32be, latin-1, "
+                      "cp1252 or another encoding of a byte per character that is known here.");
     }
     const QString newRows = parser.value(s_newRows);
     if (newRows != QLatin1String("top") && newRows != QLatin1String("end"))

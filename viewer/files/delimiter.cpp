@@ -4,6 +4,7 @@
 #include "delimiter.h"
 
 #include <QHash>
+#include <QJsonDocument>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -63,11 +64,50 @@ qsizetype commonFieldCount(const QStringList &lines, QChar delimiter)
     return 0;
 }
 
-QChar detectDelimiter(const QStringList &lines)
+bool isJsonObject(const QString &line)
 {
-    for (const QChar candidate : {u'\t', u'|', u';', u','}) {
-        if (commonFieldCount(lines, candidate) > 0)
-            return candidate;
+    const QString text = line.trimmed();
+    return text.startsWith(u'{') && QJsonDocument::fromJson(text.toUtf8()).isObject();
+}
+
+// The commas between the members of objects make no columns. The last line may be cut off.
+bool areJsonObjects(const QStringList &lines)
+{
+    if (lines.isEmpty() || !isJsonObject(lines.front()))
+        return false;
+    qsizetype objects = 0;
+    qsizetype total = 0;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QString text = lines.at(i).trimmed();
+        const bool isObject = isJsonObject(text);
+        const bool isCut = i == lines.size() - 1 && !isObject && text.startsWith(u'{');
+        objects += isObject ? 1 : 0;
+        total += isCut || text.isEmpty() ? 0 : 1;
+    }
+    return objects * 10 >= total * 9;
+}
+
+constexpr char16_t s_delimiters[] {u'\t', u'|', u';', u','};
+
+struct Columns
+{
+    QChar delimiter;
+    QStringList lines; //!< the first ones
+};
+
+Columns detectColumns(const FirstLines &lines)
+{
+    const QStringList plain = lines({});
+    if (areJsonObjects(plain))
+        return {};
+    for (const QChar candidate : s_delimiters) {
+        const QStringList records = lines(candidate);
+        if (commonFieldCount(records, candidate) > 0)
+            return {candidate, records};
+    }
+    for (const QChar candidate : s_delimiters) {
+        if (commonFieldCount(plain, candidate) > 0)
+            return {candidate, plain};
     }
     return {};
 }
@@ -80,6 +120,18 @@ bool looksLikeHeader(const QStringList &fields)
 }
 
 } // namespace
+
+QString TextFormat::lineText(QByteArrayView bytes, bool isTerminated) const
+{
+    QString text = encoding.decode(bytes);
+    // The file may have been cut off since the line was found.
+    if (!isTerminated || !text.endsWith(QLatin1Char(lineEnd)))
+        return text;
+    text.chop(1);
+    if (lineEnd == '\n' && text.endsWith(u'\r'))
+        text.chop(1);
+    return text;
+}
 
 QStringList splitFields(const QString &line, QChar delimiter, qsizetype maximumFields)
 {
@@ -114,18 +166,21 @@ bool isNumber(const QString &field)
 #endif
 }
 
-TextFormat detectFormat(const QStringList &lines, const FormatRequest &request)
+TextFormat detectFormat(const FirstLines &lines, const FormatRequest &request)
 {
     TextFormat format;
-    format.delimiter = request.delimiter.value_or(detectDelimiter(lines));
+    const Columns found = request.delimiter
+        ? Columns {*request.delimiter, lines(*request.delimiter)}
+        : detectColumns(lines);
+    format.delimiter = found.delimiter;
     if (!format.isDelimited())
         return format;
     qsizetype columns = 1;
-    for (const QString &line : lines)
+    for (const QString &line : found.lines)
         columns = qMax(columns, splitFields(line, format.delimiter).size());
     columns = qMin(columns, s_mostColumns);
-    const QStringList first = splitFields(lines.value(0), format.delimiter, columns);
-    format.hasHeader = !lines.isEmpty() && request.hasHeader.value_or(looksLikeHeader(first));
+    const QStringList first = splitFields(found.lines.value(0), format.delimiter, columns);
+    format.hasHeader = !found.lines.isEmpty() && request.hasHeader.value_or(looksLikeHeader(first));
     for (qsizetype i = 0; i < columns; ++i) {
         const QString name = format.hasHeader ? first.value(i).trimmed() : QString();
         format.names << (name.isEmpty() ? QString::number(i + 1) : name);
@@ -144,6 +199,7 @@ std::optional<QChar> delimiterFromName(const QString &name)
     const auto it = names.constFind(name.toLower());
     if (it != names.cend())
         return *it;
-    const bool isUsable = name.size() == 1 && name[0] != u'"' && name[0] != u'\n';
+    const bool isUsable =
+        name.size() == 1 && name[0] != u'"' && name[0] != u'\n' && name[0] != u'\r';
     return isUsable ? std::optional(name[0]) : std::nullopt;
 }

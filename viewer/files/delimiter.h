@@ -4,33 +4,42 @@
 #ifndef DELIMITER_H
 #define DELIMITER_H
 
+#include "encoding.h"
+
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
-//! How lines become rows of columns.
+//! How bytes become lines, and lines rows of columns.
 struct TextFormat
 {
+    Encoding encoding;      //!< of the bytes
+    char lineEnd = '\n';    //!< '\n', before which a '\r' may stand, or '\r'
     QChar delimiter;        //!< between fields; null for text without columns
     bool hasHeader = false; //!< the first line names the columns
     QStringList names;      //!< of the columns, if there is a delimiter; never empty then
 
     bool isDelimited() const { return !delimiter.isNull(); }
+    //! The text of a line's \a bytes, without its end if \a isTerminated.
+    QString lineText(QByteArrayView bytes, bool isTerminated) const;
+
     friend bool operator==(const TextFormat &, const TextFormat &) = default;
 };
 
 //! What the user wants instead of what the text looks like.
 struct FormatRequest
 {
-    std::optional<QChar> delimiter; //!< null character: no columns
-    std::optional<bool> hasHeader;  //!< true: the first line is the header
+    std::optional<QChar> delimiter;        //!< null character: no columns
+    std::optional<bool> hasHeader;         //!< true: the first line is the header
+    std::optional<Encoding> encoding = {}; //!< of the text
 };
 
 /*!
- * Splits a line at \a delimiter as RFC 4180 says: a field in double quotes may hold
- * delimiters, and quotes that are doubled. A quote within an unquoted field is a
- * plain character. A quoted field ends with its line at the latest.
+ * Splits a record at \a delimiter as RFC 4180 says: a field in double quotes may hold
+ * delimiters, ends of lines, and quotes that are doubled. A quote within an unquoted
+ * field is a plain character. A quoted field ends with its record at the latest.
  *
  * With \a maximumFields above 0 the last field takes all of the rest as it is.
  */
@@ -40,15 +49,21 @@ QStringList splitFields(const QString &line, QChar delimiter, qsizetype maximumF
 //! comma and grouping, optional exponent or percent sign.
 bool isNumber(const QString &field);
 
+//! The first lines of a text, which are records if fields are separated by a delimiter;
+//! lines as they stand for the null character.
+using FirstLines = std::function<QStringList(QChar delimiter)>;
+
 /*!
- * The format of a text that begins with \a lines.
+ * Delimiter, header and names of a text that begins with \a lines.
  *
  * Tab, pipe, semicolon and comma are tried in this order; the first that occurs
- * equally often in at least nine of ten lines, two lines at least, is taken. Empty
- * lines do not count. The first line is the header unless it has an empty field or
- * one that is a number. There are as many columns as the longest of the lines has.
+ * equally often in at least nine of ten records, two records at least, is taken. If
+ * there is none, lines as they stand count: quotes may be wrong. Empty lines do not
+ * count. There are no columns if the first line and nine of ten are JSON objects. The
+ * first record is the header unless it has an empty field or one that is a number.
+ * There are as many columns as the longest of the records has.
  */
-TextFormat detectFormat(const QStringList &lines, const FormatRequest &request = {});
+TextFormat detectFormat(const FirstLines &lines, const FormatRequest &request = {});
 
 //! The character that a command line names: tab, comma, semicolon, pipe, space,
 //! none (the null character) or any single character. Nothing for other words.

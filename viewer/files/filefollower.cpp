@@ -3,6 +3,9 @@
 
 #include "filefollower.h"
 
+#include "recordscanner.h"
+#include "textsample.h"
+
 #include <QElapsedTimer>
 #include <QFileInfo>
 
@@ -18,8 +21,9 @@ constexpr int s_checkTime = 250;           // ms
 
 } // namespace
 
-FileFollower::FileFollower(const QString &path, qint64 maximumLines)
+FileFollower::FileFollower(const QString &path, const FormatRequest &request, qint64 maximumLines)
     : m_path(path)
+    , m_request(request)
     , m_maximumLines(maximumLines)
 {
     m_checkTimer.setInterval(s_checkTime);
@@ -38,6 +42,8 @@ FollowerNews FileFollower::takeNews()
     FollowerNews next;
     next.file = m_news.file;
     next.size = m_news.size;
+    next.encodingName = m_news.encodingName;
+    next.compression = m_news.compression;
     next.activity = m_news.activity;
     next.missing = m_news.missing;
     next.error = m_news.error;
@@ -85,6 +91,8 @@ void FileFollower::watchFile()
 
 void FileFollower::watchStream(int descriptor)
 {
+    if (m_notifier)
+        m_notifier.release()->deleteLater(); // it may be the one that called
     m_notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &FileFollower::pumpStream);
 }
@@ -93,10 +101,9 @@ void FileFollower::watchStream(int descriptor)
 void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
 {
     m_file = std::move(file);
-    m_scanner = std::make_unique<LineScanner>(m_maximumLines);
-    m_position = 0;
-    m_head.clear();
-    m_tail.clear();
+    beginScan({}, 0);
+    m_newFormat.reset();
+    m_compression = m_file->compression();
     m_firstSlice = true;
     const std::optional<FileState> state = m_file->state();
     tell([&](FollowerNews &news) {
@@ -105,9 +112,42 @@ void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
             news.restart = reason;
         news.file = m_file;
         news.size = state ? state->size : 0;
+        news.format.reset();
+        news.encodingName.clear();
+        news.compression = m_compression;
         news.batches.clear();
     });
     continueIndexing();
+}
+
+//! The next text scanned is the first.
+void FileFollower::beginScan(const TextFormat &format, quint64 start)
+{
+    m_format = format;
+    m_textStart = start;
+    m_scanner = makeScanner(format, start, m_maximumLines);
+    m_position = 0;
+    m_head.clear();
+    m_tail.clear();
+}
+
+bool FileFollower::isSampleComplete() const
+{
+    return m_position >= TextSample::maximumBytes || m_scanner->lines() >= TextSample::maximumLines;
+}
+
+//! Looks at the beginning of the text. If that is of another format than before, what was
+//! scanned is void.
+void FileFollower::chooseFormat()
+{
+    const QByteArray sample = m_file->readAt(0, TextSample::maximumBytes);
+    TextFormat format = TextSample(sample).format(m_request);
+    const auto start = quint64(format.encoding.markLength(sample));
+    if (format != m_format || start != m_textStart) {
+        beginScan(format, start);
+        m_newFormat = format;
+    }
+    m_format = std::move(format); // the encoding's name may be another
 }
 
 void FileFollower::continueIndexing()
@@ -160,9 +200,28 @@ void FileFollower::scan(const char *bytes, qint64 size)
         m_head.append(bytes, qMin<qsizetype>(size, s_signatureSize - m_head.size()));
     const qsizetype fresh = qMin<qsizetype>(size, s_signatureSize);
     m_tail = m_tail.right(s_signatureSize - fresh) + QByteArray(bytes + size - fresh, fresh);
+    const qint64 mark = qMin(size, qint64(m_textStart - qMin(m_textStart, m_position)));
     m_position += quint64(size);
-    if (!m_scanner->scan(bytes, std::size_t(size)))
+    if (!m_scanner->scan(bytes + mark, std::size_t(size - mark)))
         m_activity = Activity::Full;
+}
+
+//! Scans what was pumped, which the buffer holds, or all there is if the format changed.
+void FileFollower::scanCopy(qint64 pumped)
+{
+    recogniseCompression();
+    if (isCopyCompressed())
+        return;
+    if (isSampleComplete()) {
+        scan(m_buffer.data(), pumped);
+        return;
+    }
+    chooseFormat();
+    while (pumped > 0 && m_activity == Activity::Indexing) {
+        pumped = m_file->readAt(m_position, m_buffer.data(), s_bufferSize);
+        if (pumped > 0)
+            scan(m_buffer.data(), pumped);
+    }
 }
 
 //! Reads on for a while, and tells what it found.
@@ -172,6 +231,8 @@ void FileFollower::indexSlice()
         return;
     QElapsedTimer timer;
     timer.start();
+    if (!isSampleComplete())
+        chooseFormat();
     qint64 count = 0;
     const qint64 limit = m_firstSlice ? s_firstSize : s_bufferSize;
     do {
@@ -207,19 +268,53 @@ void FileFollower::pumpStream()
 {
     if (m_activity != Activity::Indexing)
         return;
-    QElapsedTimer timer;
-    timer.start();
     QString error;
     const qint64 count = m_file->pump(m_buffer.data(), s_bufferSize, &error);
     if (count > 0)
-        scan(m_buffer.data(), count);
+        scanCopy(count);
     if (!error.isEmpty())
         fail(error);
     else if (count == 0)
-        m_activity = Activity::Ended;
+        endStream();
     if (m_activity != Activity::Indexing)
         m_notifier->setEnabled(false);
     publish();
+}
+
+//! Whether the copy is of a compressed stream, which is no text.
+bool FileFollower::isCopyCompressed() const
+{
+    return !m_compression.isEmpty() && m_file->compression().isEmpty();
+}
+
+//! The first bytes of a stream may come one by one, and may have been taken for text.
+void FileFollower::recogniseCompression()
+{
+    if (!m_compression.isEmpty() || m_position >= Decompressor::signatureSize)
+        return;
+    m_compression = Decompressor::formatOf(m_file->readAt(0, Decompressor::signatureSize));
+    if (!isCopyCompressed())
+        return;
+    beginScan({}, 0);
+    m_newFormat.emplace();
+}
+
+//! A stream that was compressed is followed by what it holds.
+void FileFollower::endStream()
+{
+    if (!isCopyCompressed()) {
+        m_scanner->finish();
+        m_activity = Activity::Ended;
+        return;
+    }
+    QString error;
+    std::shared_ptr<TextFile> text = m_file->decompressed(&error);
+    if (!text) {
+        fail(error);
+        return;
+    }
+    watchStream(text->streamDescriptor());
+    follow(std::move(text), Restart::Opened);
 }
 
 //! Puts what was scanned into the news.
@@ -228,6 +323,12 @@ void FileFollower::publish()
     LineBatch batch = m_scanner->takeBatch();
     const std::optional<FileState> state = m_file->state();
     tell([&](FollowerNews &news) {
+        if (m_newFormat) {
+            news.format = std::exchange(m_newFormat, std::nullopt);
+            news.batches.clear();
+        }
+        news.compression = m_compression;
+        news.encodingName = isCopyCompressed() ? QString() : m_format.encoding.name();
         news.batches.push_back(std::move(batch));
         news.activity = m_activity;
         news.size = state ? state->size : m_position;
@@ -253,12 +354,15 @@ void FileFollower::checkPath()
     const std::optional<FileState> named = TextFile::stateOf(m_path);
     const std::optional<FileState> open = m_file->state();
     bool isHere = named && open && named->isSameFile(*open);
-    if (named && !isHere) {
+    const bool isRefused = named && m_refused && named->isSameFile(*m_refused);
+    if (named && !isHere && !isRefused) {
         QString error;
         std::shared_ptr<TextFile> file = TextFile::open(m_path, &error);
         isHere = file && file->streamDescriptor() < 0;
         if (isHere)
             follow(std::move(file), Restart::Replaced);
+        else if (file)
+            m_refused = named;
     }
     if (isHere && !m_watcher->files().contains(m_path))
         m_watcher->addPath(m_path);

@@ -4,6 +4,7 @@
 #ifndef FILEFOLLOWER_H
 #define FILEFOLLOWER_H
 
+#include "delimiter.h"
 #include "lineindex.h"
 #include "textfile.h"
 
@@ -16,6 +17,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 //! What happened to a followed file since the last look.
@@ -43,7 +45,10 @@ struct FollowerNews
 
     Restart restart = Restart::None;       //!< if set, file is new and earlier lines are void
     std::shared_ptr<const TextFile> file;  //!< the file now followed; null before the first
+    std::optional<TextFormat> format;      //!< if set, the format now; earlier lines are void
     std::vector<LineBatch> batches;        //!< lines found, in order
+    QString encodingName;                  //!< of the text, for the user
+    QString compression;                   //!< of the file, for the user; empty for none
     quint64 size = 0;                      //!< bytes of the file
     Activity activity = Activity::Opening; //!< at present
     bool missing = false;                  //!< there is no file of that name now
@@ -53,6 +58,12 @@ struct FollowerNews
 
 /*!
  * \brief Opens, indexes and watches one file or stream, away from the GUI thread.
+ *
+ * The format is decided on the beginning of the text, and once more while that grows: if
+ * it changes, lines are counted anew.
+ *
+ * A compressed file is decompressed as a stream is copied. Of a stream that turns out to be
+ * compressed there is no text before it has ended.
  *
  * The work is done in slices of 40 ms between which the follower's event loop runs,
  * so that stop() and the thread's end need no flags. Everything found is put
@@ -69,8 +80,8 @@ class FileFollower : public QObject
 
 public:
     //! Will follow \a path, "-" being the standard input, up to \a maximumLines
-    //! lines. Does nothing before start().
-    FileFollower(const QString &path, qint64 maximumLines);
+    //! lines, in the format that \a request leaves open. Does nothing before start().
+    FileFollower(const QString &path, const FormatRequest &request, qint64 maximumLines);
 
     //! Takes the news. May be called from any thread.
     FollowerNews takeNews();
@@ -106,7 +117,14 @@ private:
     void checkPath();
     void checkContents();
     void continueIndexing();
+    void chooseFormat();
+    void beginScan(const TextFormat &format, quint64 start);
+    bool isSampleComplete() const;
     void scan(const char *bytes, qint64 size);
+    void scanCopy(qint64 pumped);
+    bool isCopyCompressed() const;
+    void recogniseCompression();
+    void endStream();
     bool isUnchanged() const;
     void rememberModified();
     void fail(const QString &error);
@@ -115,14 +133,20 @@ private:
     template<typename Change> void tell(Change change);
 
     const QString m_path;                    //!< the name followed
+    const FormatRequest m_request;           //!< as given
     const qint64 m_maximumLines;             //!< index no more than these
     std::shared_ptr<TextFile> m_file;        //!< the file of that name, or the last one
+    TextFormat m_format;                     //!< of m_file
+    std::optional<TextFormat> m_newFormat;   //!< the same, not told yet
+    quint64 m_textStart = 0;                 //!< position behind its byte order mark
     std::unique_ptr<LineScanner> m_scanner;  //!< of m_file
     std::vector<char> m_buffer;              //!< for reading
     quint64 m_position = 0;                  //!< bytes indexed
     qint64 m_modified = 0;                   //!< m_file's time of change when all was indexed
     QByteArray m_head;                       //!< the first bytes indexed
     QByteArray m_tail;                       //!< the last bytes indexed
+    QString m_compression;                   //!< of what a stream is the copy of, if it is
+    std::optional<FileState> m_refused;      //!< a file of that name that is not followed
     Activity m_activity = Activity::Opening; //!< at present
     bool m_missing = false;                  //!< there is no file of that name now
     bool m_firstSlice = true;                //!< nothing of m_file is published yet

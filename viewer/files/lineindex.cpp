@@ -3,34 +3,60 @@
 
 #include "lineindex.h"
 
-#include <cstring>
 #include <utility>
 
-LineScanner::LineScanner(qint64 maximumLines)
+LineScanner::LineScanner(qint64 maximumLines, const LineSyntax &syntax)
     : m_maximumLines(maximumLines)
+    , m_syntax(syntax)
 {
+    m_batch.end = syntax.start;
 }
 
 bool LineScanner::scan(const char *bytes, std::size_t size)
 {
     const char *const end = bytes + size;
-    while (bytes < end) {
-        if (m_lines >= m_maximumLines)
+    return m_syntax.units.bytes == 1 ? scanUnits(bytes, end) : scanCutUnits(bytes, end);
+}
+
+//! Puts units together that are cut at either end.
+bool LineScanner::scanCutUnits(const char *bytes, const char *end)
+{
+    const int unit = m_syntax.units.bytes;
+    while (!m_cutUnit.isEmpty() && bytes < end) {
+        m_cutUnit += *bytes++;
+        if (m_cutUnit.size() < unit)
+            continue;
+        const QByteArray whole = std::exchange(m_cutUnit, {});
+        if (!scanUnits(whole.cbegin(), whole.cend()))
             return false;
-        const void *found = std::memchr(bytes, '\n', static_cast<std::size_t>(end - bytes));
-        if (!found) {
-            m_batch.tail += static_cast<quint64>(end - bytes);
+    }
+    const char *const cut = end - (end - bytes) % unit;
+    m_cutUnit += QByteArray(cut, end - cut);
+    return scanUnits(bytes, cut);
+}
+
+bool LineScanner::scanUnits(const char *bytes, const char *end)
+{
+    const TextUnits units = m_syntax.units;
+    const char lineEnd = m_syntax.lineEnd;
+    while (bytes < end) {
+        if (isFull())
+            return false;
+        const char *const found = units.find(bytes, end, lineEnd);
+        if (found == end) {
+            addToTail(static_cast<quint64>(end - bytes));
             return true;
         }
-        const char *const next = static_cast<const char *>(found) + 1;
-        addLine(std::exchange(m_batch.tail, 0) + static_cast<quint64>(next - bytes));
+        const char *const next = found + units.bytes;
+        endLine(static_cast<quint64>(next - bytes));
         bytes = next;
     }
     return true;
 }
 
-void LineScanner::addLine(quint64 length)
+void LineScanner::endLine(quint64 bytes)
 {
+    quint64 length = std::exchange(m_batch.tail, 0) + bytes;
     if (m_lines % LineIndex::checkpointInterval == 0)
         m_batch.checkpoints.push_back({m_batch.end, m_lengthsBefore + m_batch.lengths.size()});
     m_batch.end += length;
@@ -49,6 +75,7 @@ LineBatch LineScanner::takeBatch()
     LineBatch next;
     next.end = m_batch.end;
     next.tail = m_batch.tail;
+    m_batch.tail += static_cast<quint64>(m_cutUnit.size());
     return std::exchange(m_batch, std::move(next));
 }
 
@@ -59,6 +86,7 @@ void LineIndex::append(const LineBatch &batch)
     m_lines += batch.lines;
     m_end = batch.end;
     m_tail = batch.tail;
+    m_givenUp += batch.givenUp;
 }
 
 quint64 LineIndex::unpack(std::size_t *position) const

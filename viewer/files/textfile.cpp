@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -76,6 +77,14 @@ bool hidesItsSize(int descriptor, const FileStatus &status)
         && uninterrupted([&] { return ::pread(descriptor, &byte, 1, 0); }) > 0;
 }
 
+QString compressionOf(int descriptor)
+{
+    char bytes[Decompressor::signatureSize];
+    const ssize_t count =
+        uninterrupted([&] { return ::pread(descriptor, bytes, sizeof bytes, 0); });
+    return Decompressor::formatOf({bytes, qsizetype(std::max<ssize_t>(count, 0))});
+}
+
 FileDescriptor openDescriptor(const QString &path)
 {
     if (path == QLatin1String("-"))
@@ -125,6 +134,9 @@ std::shared_ptr<TextFile> TextFile::open(const QString &path, QString *error)
     }
     if (!S_ISREG(status.st_mode) || hidesItsSize(descriptor.get(), status))
         return openStream(std::move(descriptor), error);
+    const QString compression = compressionOf(descriptor.get());
+    if (!compression.isEmpty())
+        return openCompressed(std::move(descriptor), compression, error);
     auto file = std::make_shared<TextFile>();
     file->m_file = std::move(descriptor);
     return file;
@@ -140,6 +152,27 @@ std::shared_ptr<TextFile> TextFile::openStream(FileDescriptor &&stream, QString 
     }
     file->m_stream = std::move(stream);
     return file;
+}
+
+std::shared_ptr<TextFile> TextFile::openCompressed(FileDescriptor &&compressed,
+                                                   const QString &format, QString *error)
+{
+    std::unique_ptr<Decompressor> decompressor = Decompressor::open(compressed.get(), error);
+    if (!decompressor)
+        return nullptr;
+    std::shared_ptr<TextFile> file = openStream(std::move(compressed), error);
+    if (file) {
+        file->m_compression = format;
+        file->m_decompressor = std::move(decompressor);
+    }
+    return file;
+}
+
+std::shared_ptr<TextFile> TextFile::decompressed(QString *error) const
+{
+    FileDescriptor copy(::fcntl(m_file.get(), F_DUPFD_CLOEXEC, 0));
+    const QString format = compressionOf(m_file.get());
+    return openCompressed(std::move(copy), format, error);
 }
 
 std::optional<FileState> TextFile::stateOf(const QString &path)
@@ -192,16 +225,22 @@ bool TextFile::hasStreamText() const
     return uninterrupted([&] { return ::poll(&stream, 1, 0); }) > 0;
 }
 
-qint64 TextFile::pump(char *buffer, qint64 size, QString *error)
+//! As pump(), without the copy.
+qint64 TextFile::readStream(char *buffer, qint64 size, QString *error)
 {
+    if (m_decompressor)
+        return m_decompressor->read(buffer, size, error);
     const ssize_t count =
         uninterrupted([&] { return ::read(m_stream.get(), buffer, std::size_t(size)); });
-    if (count < 0) {
-        if (errno != EAGAIN && errno != EWOULDBLOCK)
-            *error = systemError();
-        return -1;
-    }
-    if (!writeAll(m_file.get(), buffer, count)) {
+    if (count < 0 && errno != EAGAIN && errno != EWOULDBLOCK)
+        *error = systemError();
+    return count;
+}
+
+qint64 TextFile::pump(char *buffer, qint64 size, QString *error)
+{
+    const qint64 count = readStream(buffer, size, error);
+    if (count > 0 && !writeAll(m_file.get(), buffer, count)) {
         *error = tr("The temporary copy cannot be written: %1").arg(systemError());
         return -1;
     }

@@ -4,6 +4,8 @@
 #ifndef TEXTFILE_H
 #define TEXTFILE_H
 
+#include "decompressor.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -48,9 +50,9 @@ struct FileState
 /*!
  * \brief Text that can be read at any position.
  *
- * Either a regular file or the copy of a stream: pipes, terminals and files that
- * do not know their size (as in /proc) are copied to a temporary file that has no
- * name, by pump(). Opening never waits for a pipe's writer.
+ * Either a regular file or the copy of a stream: pipes, terminals, files that do not know
+ * their size (as in /proc) and what compressed files hold are copied to a temporary file
+ * that has no name, by pump(). Opening never waits for a pipe's writer.
  *
  * readAt() may be called by several threads at a time, and while another one pumps.
  */
@@ -60,6 +62,13 @@ public:
     //! Opens \a path; "-" is the standard input. Null with a sentence for the
     //! user in \a error if that fails. Directories and devices are refused.
     static std::shared_ptr<TextFile> open(const QString &path, QString *error);
+
+    //! What this file holds when it is decompressed. Null with a sentence for the user in
+    //! \a error if that fails.
+    std::shared_ptr<TextFile> decompressed(QString *error) const;
+
+    //! What the file is compressed with that this is the text of, if it is.
+    QString compression() const { return m_compression; }
 
     //! State of the file of that name, if there is one.
     static std::optional<FileState> stateOf(const QString &path);
@@ -74,7 +83,8 @@ public:
     //! The same, as an array of what was there; \a size is at most a few MB.
     QByteArray readAt(quint64 offset, qint64 size) const;
 
-    //! The stream to wait for before pump(), or −1 for a regular file.
+    //! The stream to wait for before pump(), or −1 for a regular file that is not
+    //! compressed.
     int streamDescriptor() const { return m_stream.get(); }
 
     //! Whether pump() would find text or the stream's end now.
@@ -87,9 +97,14 @@ public:
 
 private:
     static std::shared_ptr<TextFile> openStream(FileDescriptor &&stream, QString *error);
+    static std::shared_ptr<TextFile> openCompressed(FileDescriptor &&compressed,
+                                                    const QString &format, QString *error);
+    qint64 readStream(char *buffer, qint64 size, QString *error);
 
-    FileDescriptor m_file;   //!< what is read
-    FileDescriptor m_stream; //!< where it comes from, if not a regular file
+    FileDescriptor m_file;                        //!< what is read
+    FileDescriptor m_stream;                      //!< where it comes from, if not a regular file
+    QString m_compression;                        //!< see compression()
+    std::unique_ptr<Decompressor> m_decompressor; //!< reads m_stream if that is compressed
 };
 
 #endif // TEXTFILE_H

@@ -4,49 +4,17 @@
 #include "textfilemodel.h"
 
 #include "alignments.h"
+#include "controlpictures.h"
 #include "loglevel.h"
 
 #include <QColor>
-#include <QStringDecoder>
 
 #include <algorithm>
 
 namespace {
 
-constexpr qint64 s_sampleLines = 64;       // that decide on the format
-constexpr quint64 s_sampleBytes = 65536;   // the same
 constexpr quint64 s_blockBytes = 65536;    // read at once where lines are asked for in turn
 constexpr quint64 s_searchBytes = 4 << 20; // the same where they are looked through
-
-// Whether any character would be invisible or begin a new line. Looks at all of them,
-// so that the compiler can look at several at once.
-bool needsPictures(QStringView text)
-{
-    unsigned found = 0;
-    for (const QChar character : text) {
-        const unsigned code = character.unicode();
-        found |= unsigned(code < 0x20) & unsigned(code != u'\t');
-        found |= unsigned(code == 0x7f) | unsigned((code & 0xfffe) == 0x2028);
-    }
-    return found != 0;
-}
-
-// Such characters get a visible stand-in.
-QString withPictures(QString text)
-{
-    if (!needsPictures(text))
-        return text;
-    for (QChar &character : text) {
-        const char16_t code = character.unicode();
-        if (code < 0x20 && code != u'\t')
-            character = QChar(0x2400 + code);
-        else if (code == 0x7f)
-            character = QChar(0x2421);
-        else if (code == QChar::LineSeparator || code == QChar::ParagraphSeparator)
-            character = QChar(0x2424);
-    }
-    return text;
-}
 
 // Only those stand out that somebody has to look at, or need not.
 QVariant levelColor(LogLevel level)
@@ -65,67 +33,15 @@ QVariant levelColor(LogLevel level)
     return {};
 }
 
-// A cut may fall into a character: its first bytes are no error of the text's.
-QByteArrayView withoutPartialCharacter(QByteArrayView bytes)
-{
-    qsizetype continuations = 0;
-    while (continuations < 3 && continuations < bytes.size()
-           && (quint8(bytes[bytes.size() - 1 - continuations]) & 0xc0) == 0x80)
-        ++continuations;
-    const qsizetype lead = bytes.size() - 1 - continuations;
-    if (lead >= 0 && quint8(bytes[lead]) >= 0xc0)
-        bytes.truncate(lead);
-    return bytes;
-}
-
-// The text of a line without its end.
-QString decode(QByteArrayView bytes)
-{
-    if (bytes.endsWith('\n')) {
-        bytes.chop(1);
-        if (bytes.endsWith('\r'))
-            bytes.chop(1);
-    }
-    return QString::fromUtf8(bytes);
-}
-
-QStringList firstLines(const QByteArray &sample, bool isCut)
-{
-    QStringList lines;
-    qsizetype from = 0;
-    while (from < sample.size() && lines.size() < s_sampleLines) {
-        const qsizetype found = sample.indexOf('\n', from);
-        const bool isPartial = found < 0 && isCut && !lines.isEmpty();
-        if (isPartial)
-            break;
-        const qsizetype end = found < 0 ? sample.size() : found + 1;
-        lines << withPictures(decode(sample.mid(from, end - from)));
-        from = end;
-    }
-    return lines;
-}
-
-QString encodingOf(const QByteArray &sample)
-{
-    const bool isAscii =
-        std::none_of(sample.begin(), sample.end(), [](char byte) { return quint8(byte) >= 0x80; });
-    if (isAscii)
-        return QStringLiteral("ASCII");
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder.decode(sample);
-    return decoder.hasError() ? TextFileModel::tr("not valid UTF-8") : QStringLiteral("UTF-8");
-}
-
 } // namespace
 
 TextFileModel::TextFileModel(const QString &path, const FormatRequest &request, int maximumRows,
                              QObject *parent)
     : QAbstractTableModel(parent)
     , m_path(path)
-    , m_request(request)
     , m_maximumRows(maximumRows)
     // One line more, for the header.
-    , m_follower(std::make_unique<FileFollower>(path, qint64(maximumRows) + 1))
+    , m_follower(std::make_unique<FileFollower>(path, request, qint64(maximumRows) + 1))
 {
     m_follower->moveToThread(&m_thread);
     connect(&m_thread, &QThread::started, m_follower.get(), &FileFollower::start);
@@ -181,6 +97,13 @@ bool TextFileModel::isFull() const
     return m_activity == Activity::Full || lineOfRow(rowCount()) < m_index.count();
 }
 
+QString TextFileModel::encodingName() const
+{
+    if (m_compression.isEmpty() || m_encodingName.isEmpty())
+        return m_compression + m_encodingName;
+    return m_compression + QLatin1String(", ") + m_encodingName;
+}
+
 void TextFileModel::takeNews()
 {
     const FollowerNews news = m_follower->takeNews();
@@ -189,10 +112,14 @@ void TextFileModel::takeNews()
     m_missing = news.missing;
     m_error = news.error;
     m_fileSize = news.size;
+    m_encodingName = news.encodingName;
+    m_compression = news.compression;
     if (news.restart != Restart::None)
         beginAnew(news);
-    if (!news.batches.empty())
-        addLines(news.batches);
+    if (news.format)
+        reformat(news);
+    else if (!news.batches.empty())
+        insertLines(news.batches);
     if (news.touched)
         contentsTouched();
     Q_EMIT statusChanged();
@@ -205,40 +132,18 @@ void TextFileModel::beginAnew(const FollowerNews &news)
     m_file = news.file;
     m_index = LineIndex();
     m_format = {};
-    m_encoding.clear();
     m_cache.clear();
     endResetModel();
 }
 
-bool TextFileModel::isSampleComplete() const
+//! The text is divided into other rows than before.
+void TextFileModel::reformat(const FollowerNews &news)
 {
-    return m_index.bytes() >= s_sampleBytes
-        || m_index.count() - (m_index.hasTail() ? 1 : 0) >= s_sampleLines;
-}
-
-//! The format that the first lines ask for; \a available bytes are indexed.
-TextFormat TextFileModel::formatOfSample(quint64 available)
-{
-    const QByteArray sample = m_file->readAt(0, qint64(qMin(available, s_sampleBytes)));
-    m_encoding = encodingOf(sample);
-    return detectFormat(firstLines(sample, available > s_sampleBytes), m_request);
-}
-
-void TextFileModel::addLines(const std::vector<LineBatch> &batches)
-{
-    if (isSampleComplete()) {
-        insertLines(batches);
-        return;
-    }
-    const TextFormat format = formatOfSample(batches.back().end + batches.back().tail);
-    if (format == m_format) {
-        insertLines(batches);
-        return;
-    }
     beginResetModel();
-    m_format = format;
+    m_index = LineIndex();
+    m_format = *news.format;
     m_cache.clear();
-    appendToIndex(batches);
+    appendToIndex(news.batches);
     endResetModel();
 }
 
@@ -284,8 +189,9 @@ QString TextFileModel::readLine(qint64 line) const
     const QByteArrayView bytes =
         bytesAt(span.offset, isCut ? quint64(maximumLineBytes) : span.length);
     if (!isCut)
-        return decode(bytes);
-    return decode(withoutPartialCharacter(bytes)) + QChar(0x2026);
+        return m_format.lineText(bytes, span.terminated);
+    const QByteArrayView whole = m_format.encoding.withoutPartialCharacter(bytes);
+    return m_format.lineText(whole, false) + QChar(0x2026);
 }
 
 //! Bytes of the file, valid until the next call. Who asks for what is near to the bytes
@@ -347,6 +253,8 @@ int TextFileModel::rowAt(quint64 offset) const
 std::optional<BytePattern> TextFileModel::patternFor(const QString &text,
                                                      const QList<int> &columns) const
 {
+    if (!m_format.encoding.isAsciiSearchable())
+        return {};
     // Fields are parts of their line, unless there are quotes.
     if (m_format.isDelimited())
         return BytePattern::of(text, '"');

@@ -51,16 +51,17 @@ private:
 /*!
  * \brief The lines of a text file of any size, while it is indexed and while it grows.
  *
- * Text in columns has one model column per field; a line's missing fields are empty,
+ * Text in columns has one model column per field, and one row per record, which may have
+ * several lines in the quotes of a field; missing fields are empty,
  * and the last column shows all that is left of a line with too many. Other text
- * has two columns, line number and text. The format is decided from the first 64
- * lines (64 KiB at most), and again while there are fewer than that.
+ * has two columns, line number and text. The format, encoding included, is decided from
+ * the first 64 lines (64 KiB at most), and again while there are fewer than that.
  *
  * Memory is a little more than a byte a line; the text itself is read from the file
  * when it is asked for, so that lines cut off meanwhile appear empty until the model
  * notices. Only the first 16 KiB of a line are ever read; what is left out is
- * marked by an ellipsis. Text is taken as UTF-8, what is not valid becomes
- * U+FFFD, and control characters but the tab are shown as their Unicode pictures.
+ * marked by an ellipsis. What is not valid in the encoding becomes U+FFFD, and control
+ * characters but the tab are shown as their Unicode pictures.
  *
  * A thread of the model's own finds the lines; the model itself lives in the GUI
  * thread.
@@ -111,6 +112,8 @@ public:
     quint64 fileSize() const { return m_fileSize; }
     //! Bytes of the file that are in rows.
     quint64 indexedBytes() const { return m_index.bytes(); }
+    //! Records whose quotes nothing closes, so that each of their lines is a row.
+    qint64 brokenRecords() const { return m_index.givenUp(); }
     //! Bytes that the index occupies.
     std::size_t indexMemory() const { return m_index.memory(); }
     //! What look() can be given to find rows that show \a text in one of \a columns;
@@ -127,8 +130,11 @@ public:
     //! as far as some milliseconds let it. Begin at a row that exists.
     Sighting look(const BytePattern &pattern, int row, bool down) const;
 
-    //! Encoding of the text's beginning: "ASCII", "UTF-8" or "not valid UTF-8".
-    QString encodingName() const { return m_encoding; }
+    //! Encoding of the text, for the user; "ASCII" if there is nothing else at its
+    //! beginning. Of compressed files both: "gzip, UTF-8".
+    QString encodingName() const;
+    //! The file is compressed; its text is complete when activity() is Ended.
+    bool isCompressed() const { return !m_compression.isEmpty(); }
 
 public Q_SLOTS:
     //! Stops indexing and following; rows stay.
@@ -150,11 +156,9 @@ private Q_SLOTS:
 
 private:
     void beginAnew(const FollowerNews &news);
-    void addLines(const std::vector<LineBatch> &batches);
+    void reformat(const FollowerNews &news);
     void insertLines(const std::vector<LineBatch> &batches);
     void appendToIndex(const std::vector<LineBatch> &batches);
-    bool isSampleComplete() const;
-    TextFormat formatOfSample(quint64 available);
     int rowsFor(qint64 lines) const;
     qint64 lineOfRow(int row) const { return qint64(row) + (m_format.hasHeader ? 1 : 0); }
     void contentsTouched();
@@ -170,7 +174,6 @@ private:
     bool isNumeric(const QModelIndex &index) const;
 
     const QString m_path;                     //!< as given
-    const FormatRequest m_request;            //!< as given
     const int m_maximumRows;                  //!< as given
     QThread m_thread;                         //!< the follower's
     std::unique_ptr<FileFollower> m_follower; //!< works in m_thread
@@ -185,7 +188,8 @@ private:
     bool m_missing = false;                   //!< see isMissing()
     quint64 m_fileSize = 0;                   //!< bytes
     QString m_error;                          //!< see errorString()
-    QString m_encoding;                       //!< see encodingName()
+    QString m_encodingName;                   //!< of the text
+    QString m_compression;                    //!< of the file
 };
 
 #endif // TEXTFILEMODEL_H

@@ -173,11 +173,15 @@ QString FileWindow::activityText() const
     case Activity::Opening:
         return tr("Opening…");
     case Activity::Indexing:
+        if (m_model->isCompressed())
+            return tr("Decompressing…");
         return m_model->indexedBytes() < m_model->fileSize() ? tr("Indexing…")
                                                              : tr("Waiting for more");
     case Activity::Following:
         return isFollowing() ? tr("Following") : tr("Indexed");
     case Activity::Ended:
+        if (m_model->isCompressed())
+            return tr("Complete");
         return tr("The input has ended");
     case Activity::Stopped:
         return tr("Paused");
