@@ -3,6 +3,7 @@
 
 #include "feed/feedwindow.h"
 #include "files/textfilemodel.h"
+#include "recentfiles.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
@@ -10,13 +11,19 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
+#include <QDragEnterEvent>
 #include <QFile>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSettings>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -57,6 +64,9 @@ private Q_SLOTS:
     void escapeStopsNothingElse();
     void fitsTheScreen();
     void countsOneRow();
+    void opensWhatIsDropped();
+    void opensRecentFiles();
+    void tellsFolders();
     void saysThatDataIsSimulated();
     void fillsWindowWithColumns();
     void staysAtTheEndWhenResized();
@@ -415,6 +425,57 @@ void tst_ViewerWindow::countsOneRow()
     QTRY_VERIFY(shows("1 row"));
     append("b\n");
     QTRY_VERIFY(shows("2 rows"));
+}
+
+void tst_ViewerWindow::opensWhatIsDropped()
+{
+    const auto window = openFile("a\n");
+    const QSignalSpy opened(window.get(), &ViewerWindow::openRequested);
+    QMimeData text;
+    text.setText("no file");
+    QMimeData files;
+    files.setUrls(
+        {QUrl::fromLocalFile("/a file"), QUrl("https://example.org/"), QUrl::fromLocalFile("/b")});
+    for (const QMimeData *data : {&text, &files}) {
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data, Qt::LeftButton, {});
+        enter.ignore();
+        QCoreApplication::sendEvent(window.get(), &enter);
+        QCOMPARE(enter.isAccepted(), data == &files);
+        if (!enter.isAccepted())
+            continue;
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(window.get(), &drop);
+    }
+    QCOMPARE(opened, QList<QVariantList>({{"/a file"}, {"/b"}}));
+}
+
+void tst_ViewerWindow::opensRecentFiles()
+{
+    const QSettings::Format former = QSettings::defaultFormat();
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_directory->path());
+    const auto window = openFile("a\n");
+    const QSignalSpy opened(window.get(), &ViewerWindow::openRequested);
+    RecentFiles::add(m_path);
+    const QList<QMenu *> menus = window->menuBar()->findChildren<QMenu *>();
+    const auto recent = std::find_if(menus.begin(), menus.end(), [](const QMenu *menu) {
+        return menu->title() == "Open &Recent";
+    });
+    QVERIFY(recent != menus.end());
+    Q_EMIT(*recent)->aboutToShow();
+    QCOMPARE((*recent)->actions().first()->text(), QDir::toNativeSeparators(m_path));
+    (*recent)->actions().first()->trigger();
+    QCOMPARE(opened, QList<QVariantList>({{m_path}}));
+    (*recent)->actions().last()->trigger();
+    Q_EMIT(*recent)->aboutToShow();
+    QCOMPARE((*recent)->actions().size(), 2);
+    QSettings::setDefaultFormat(former);
+}
+
+void tst_ViewerWindow::tellsFolders()
+{
+    const auto window = openFile("a\n");
+    QCOMPARE(window->windowTitle(), "file.txt — " + QDir::toNativeSeparators(m_directory->path()));
 }
 
 void tst_ViewerWindow::saysThatDataIsSimulated()

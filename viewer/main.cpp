@@ -187,6 +187,7 @@ int printHelp(int argc, char **argv)
 int main(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(QStringLiteral("vantix-viewer"));
+    QCoreApplication::setOrganizationName(QStringLiteral("vantix")); // where settings are kept
     QCoreApplication::setApplicationVersion(QStringLiteral(VIEWER_VERSION));
     if (hasOption(argc, argv, {"--help", "-h", "--help-all", "--version", "-v"}))
         return printHelp(argc, argv);

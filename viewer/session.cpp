@@ -4,12 +4,14 @@
 #include "session.h"
 
 #include "feed/feedwindow.h"
+#include "recentfiles.h"
 #include "windows/filewindow.h"
 
 #include <QApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPixmap>
+#include <QSettings>
 #include <QTimer>
 #include <QUrl>
 
@@ -19,7 +21,8 @@
 
 namespace {
 
-constexpr int s_waitTime = 10; // ms between looks for a first frame
+const QString s_geometry = QStringLiteral("windowGeometry"); // in the settings
+constexpr int s_waitTime = 10;                               // ms between looks for a first frame
 constexpr int s_mostWaits = 200;
 
 qint64 peakResidentBytes()
@@ -66,10 +69,18 @@ int Session::run()
     return isSaved && !m_hasFailed ? 0 : 1;
 }
 
+//! A run that ends by itself has no user, and leaves his settings alone.
+bool Session::isWatched() const
+{
+    return !m_options.seconds;
+}
+
 void Session::open(const QString &path)
 {
     const QUrl url(path);
     const QString file = url.isLocalFile() ? url.toLocalFile() : path;
+    if (isWatched())
+        RecentFiles::add(file);
     add(std::make_unique<FileWindow>(file, m_options.format, &m_statistics));
 }
 
@@ -77,8 +88,14 @@ void Session::add(std::unique_ptr<ViewerWindow> window)
 {
     ViewerWindow *added = window.get();
     connect(added, &ViewerWindow::openRequested, this, &Session::open);
-    connect(added, &ViewerWindow::closed, this, [this, added] { forget(added); });
     connect(added, &ViewerWindow::settled, this, &Session::endWhenSettled);
+    connect(added, &ViewerWindow::closed, this, [this, added] {
+        if (isWatched())
+            QSettings().setValue(s_geometry, added->saveGeometry());
+        forget(added);
+    });
+    if (isWatched() && m_windows.empty())
+        added->restoreGeometry(QSettings().value(s_geometry).toByteArray());
     if (!m_options.follow)
         added->setFollowing(false);
     m_windows.push_back(std::move(window));

@@ -45,6 +45,7 @@ public:
     int run();
 
 private:
+    bool isWatched() const;
     void open(const QString &path);
     void add(std::unique_ptr<ViewerWindow> window);
     void forget(const ViewerWindow *window);

@@ -31,6 +31,15 @@ QString displayName(const QString &path)
                                       : QFileInfo(path).fileName();
 }
 
+//! Files in several folders may have the same name.
+QString title(const QString &path)
+{
+    if (path == QLatin1String("-"))
+        return displayName(path);
+    const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
+    return FileWindow::tr("%1 — %2").arg(displayName(path), folder);
+}
+
 QString displayPath(const QString &path)
 {
     return path == QLatin1String("-") ? FileWindow::tr("Standard input")
@@ -44,7 +53,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     : ViewerWindow(statistics)
     , m_model(std::make_unique<TextFileModel>(path, request))
 {
-    setWindowTitle(displayName(path));
+    setWindowTitle(title(path));
     createStopAction();
     createStatusBar();
     table()->useFixedFont();

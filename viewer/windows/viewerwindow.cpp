@@ -6,6 +6,7 @@
 #include "common.h"
 #include "filterbar.h"
 #include "framestatistics.h"
+#include "recentfiles.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
 #include "viewertable.h"
@@ -14,6 +15,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
+#include <QDir>
+#include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QInputDialog>
@@ -24,12 +27,14 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -82,6 +87,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
         if (isFollowing())
             m_pinTimer.start(0);
     });
+    setAcceptDrops(true);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_table, &QWidget::customContextMenuRequested, this, &ViewerWindow::showContextMenu);
     connect(m_table, &ViewerTable::typed, this, &ViewerWindow::openFindWith);
@@ -257,6 +263,8 @@ void ViewerWindow::createMenus()
     m_fileMenu = menuBar()->addMenu(tr("&File"));
     QAction *open = m_fileMenu->addAction(tr("&Open…"), this, &ViewerWindow::chooseFile);
     open->setShortcut(QKeySequence::Open);
+    QMenu *recent = m_fileMenu->addMenu(tr("Open &Recent"));
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecentMenu(recent); });
     QAction *close = m_fileMenu->addAction(tr("&Close"), this, &QWidget::close);
     close->setShortcut(QKeySequence::Close);
     QAction *quit = m_fileMenu->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);
@@ -292,6 +300,36 @@ void ViewerWindow::chooseFile()
     const QStringList paths = QFileDialog::getOpenFileNames(this, tr("Open Files"));
     for (const QString &path : paths)
         Q_EMIT openRequested(path);
+}
+
+void ViewerWindow::fillRecentMenu(QMenu *menu)
+{
+    menu->clear();
+    const QStringList paths = RecentFiles::paths();
+    for (const QString &path : paths) {
+        QString name = QDir::toNativeSeparators(path);
+        menu->addAction(name.replace(u'&', QLatin1String("&&")), this,
+                        [this, path] { Q_EMIT openRequested(path); });
+    }
+    menu->addSeparator();
+    menu->addAction(tr("&Clear"), this, &RecentFiles::clear)->setEnabled(!paths.isEmpty());
+}
+
+void ViewerWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); }))
+        event->acceptProposedAction();
+}
+
+void ViewerWindow::dropEvent(QDropEvent *event)
+{
+    event->acceptProposedAction();
+    const QList<QUrl> urls = event->mimeData()->urls();
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile())
+            Q_EMIT openRequested(url.toLocalFile());
+    }
 }
 
 void ViewerWindow::showAbout()

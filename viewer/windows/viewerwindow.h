@@ -105,6 +105,8 @@ protected:
 
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     void createActions();
@@ -122,6 +124,7 @@ private:
     void toggleFilter();
     void updateFilterBar();
     void chooseFile();
+    void fillRecentMenu(QMenu *menu);
     void showAbout();
     void followModel(QAbstractItemModel *model);
     void modelAboutToBeShown();
