@@ -228,7 +228,6 @@ QTextLine Line::shape(const QString &text)
     m_layout.beginLayout();
     QTextLine line = m_layout.createLine();
     line.setLineWidth(0x01000000);
-    line.setPosition(QPointF(0, 0));
     m_layout.endLayout();
     return line;
 }
