@@ -100,6 +100,7 @@ private slots:
     void textsFollowLanguage_data();
     void textsFollowLanguage();
     void labelFollowsLanguage();
+    void labelFollowsFont();
     void caseSwitch();
     void caseSwitchTellsSubclass();
 
@@ -378,6 +379,20 @@ void tst_AbstractFindToolBar::labelFollowsLanguage()
     QCOMPARE(label->maximumWidth(), width(english));
 }
 
+//! Its height as well, before it has shown anything.
+void tst_AbstractFindToolBar::labelFollowsFont()
+{
+    Panel panel;
+    const int before = panel.label()->sizeHint().height();
+    QFont large = panel.label()->font();
+    large.setPixelSize(2 * QFontInfo(large).pixelSize());
+    panel.label()->setFont(large);
+    const int empty = panel.label()->sizeHint().height();
+    QVERIFY(empty > before);
+    panel.label()->setText(QStringLiteral("Not found"));
+    QCOMPARE(panel.label()->sizeHint().height(), empty);
+}
+
 void tst_AbstractFindToolBar::caseSwitch()
 {
     Window w;
@@ -393,6 +408,7 @@ void tst_AbstractFindToolBar::caseSwitch()
     QVERIFY(button->isVisible());
     QVERIFY(button->isCheckable());
     QVERIFY(!button->isChecked());
+    QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextOnly);
     QCOMPARE(button->maximumHeight(), w.panel->field()->sizeHint().height());
     auto *grid = qobject_cast<QGridLayout *>(w.panel->inside()->layout());
     QCOMPARE(grid->itemAtPosition(0, 6)->widget(), w.panel->button("filterButton"));
