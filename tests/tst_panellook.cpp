@@ -111,6 +111,7 @@ private slots:
     void picturesAreSharpAtRatioTwo();
     void indicatorFollowsPalette();
     void labelFollowsFont();
+    void fieldFollowsFont();
 
 private:
     QPalette m_palette;
@@ -346,6 +347,19 @@ void tst_PanelLook::labelFollowsFont()
     QVERIFY(needed > before);
     QCOMPARE(panel.label()->minimumWidth(), needed);
     QCOMPARE(panel.label()->maximumWidth(), needed);
+}
+
+//! Although it has a style sheet.
+void tst_PanelLook::fieldFollowsFont()
+{
+    Panel panel;
+    QVERIFY(panel.field()->testAttribute(Qt::WA_StyleSheet));
+    for (const int size : {12, 40}) {
+        panel.setFont(scalableFont(size));
+        QCOMPARE(panel.field()->fontInfo().pixelSize(), panel.fontInfo().pixelSize());
+        QCOMPARE(panel.field()->fontMetrics().height(), panel.fontMetrics().height());
+        QVERIFY(panel.field()->testAttribute(Qt::WA_StyleSheet));
+    }
 }
 
 QTEST_MAIN(tst_PanelLook)
