@@ -100,7 +100,6 @@ private slots:
     void textsFollowLanguage_data();
     void textsFollowLanguage();
     void labelFollowsLanguage();
-    void labelFollowsFont();
     void caseSwitch();
     void caseSwitchTellsSubclass();
 
@@ -377,20 +376,6 @@ void tst_AbstractFindToolBar::labelFollowsLanguage()
     QCOMPARE(label->text(), english);
     QCOMPARE(label->minimumWidth(), width(english));
     QCOMPARE(label->maximumWidth(), width(english));
-}
-
-//! Its height as well, before it has shown anything.
-void tst_AbstractFindToolBar::labelFollowsFont()
-{
-    Panel panel;
-    const int before = panel.label()->sizeHint().height();
-    QFont large = panel.label()->font();
-    large.setPixelSize(2 * QFontInfo(large).pixelSize());
-    panel.label()->setFont(large);
-    const int empty = panel.label()->sizeHint().height();
-    QVERIFY(empty > before);
-    panel.label()->setText(QStringLiteral("Not found"));
-    QCOMPARE(panel.label()->sizeHint().height(), empty);
 }
 
 void tst_AbstractFindToolBar::caseSwitch()

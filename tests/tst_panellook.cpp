@@ -336,17 +336,20 @@ void tst_PanelLook::indicatorFollowsPalette()
     QCOMPARE(later.indicator()->color(), light);
 }
 
+//! Before it has shown anything, too.
 void tst_PanelLook::labelFollowsFont()
 {
     Panel panel;
     panel.setFont(scalableFont(12));
     const int before = panel.label()->width();
+    const int low = panel.label()->sizeHint().height();
     panel.setFont(scalableFont(40));
     const int needed =
         QFontMetrics(panel.label()->font()).horizontalAdvance(QStringLiteral("Not found"));
     QVERIFY(needed > before);
     QCOMPARE(panel.label()->minimumWidth(), needed);
     QCOMPARE(panel.label()->maximumWidth(), needed);
+    QVERIFY(panel.label()->sizeHint().height() > low);
 }
 
 //! Although it has a style sheet.
