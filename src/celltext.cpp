@@ -220,7 +220,6 @@ QTextLine Line::shape(const QString &text)
 {
     QTextOption option;
     option.setTextDirection(m_painter->layoutDirection());
-    option.setAlignment(Qt::AlignLeft);
     m_layout.setFont(m_font);
     m_layout.setTextOption(option);
     m_layout.setCacheEnabled(true); // or it would be shaped again for drawing

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QPointer>
 #include <QRandomGenerator>
 #include <QScrollBar>
 #include <QShortcut>
@@ -171,6 +172,7 @@ class TestKeyboardSearch : public QObject
 private slots:
     void findsWhatQtFinds();
     void beginsAtTheFirstRow();
+    void findsTheOnlyRow();
     void staysAtAMatch();
     void findsFarRowsLater();
     void startsAnewAfterThePause();
@@ -185,6 +187,7 @@ private slots:
     void modelMayDoAnything_data();
     void modelMayDoAnything();
     void modelMayChangeWhenAMatchIsChecked();
+    void asksNoMoreWhenItHasEnded();
     void findsNothingInNothing();
     void looksAtEveryRowOnce();
 };
@@ -231,6 +234,16 @@ void TestKeyboardSearch::findsWhatQtFinds()
 void TestKeyboardSearch::beginsAtTheFirstRow()
 {
     QStringListModel model({QStringLiteral("ab"), QStringLiteral("ac")});
+    QTableFastView view;
+    view.setModel(&model);
+    view.selectionModel()->clearCurrentIndex();
+    view.keyboardSearch(QStringLiteral("a"));
+    QCOMPARE(view.currentIndex(), model.index(0, 0));
+}
+
+void TestKeyboardSearch::findsTheOnlyRow()
+{
+    QStringListModel model(QStringList {QStringLiteral("ab")});
     QTableFastView view;
     view.setModel(&model);
     view.selectionModel()->clearCurrentIndex();
@@ -371,12 +384,16 @@ void TestKeyboardSearch::goesOnBesideAFormerModel()
     former.view->keyboardSearch(QStringLiteral("z"));
     QTest::keyClick(former.view.get(), Qt::Key_Escape);
     QVERIFY(!former.isSearching());
+    const QPointer<QItemSelectionModel> formerSelection(former.view->selectionModel());
     Stage stage;
     former.view->setModel(stage.model.get());
     former.view->setCurrentIndex(stage.model->index(0, 1));
     former.view->keyboardSearch(QStringLiteral("z"));
     QVERIFY(stage.isSearching());
     former.model->insert(50);
+    QVERIFY(stage.isSearching());
+    QVERIFY(formerSelection);
+    formerSelection->setCurrentIndex(former.model->index(9, 1), QItemSelectionModel::NoUpdate);
     QVERIFY(stage.isSearching());
 }
 
@@ -454,6 +471,14 @@ void TestKeyboardSearch::modelMayChangeWhenAMatchIsChecked()
     stage.view->keyboardSearch(QStringLiteral("b"));
     QVERIFY(!stage.model->whenChecked);
     QCOMPARE(stage.view->currentIndex(), other);
+}
+
+void TestKeyboardSearch::asksNoMoreWhenItHasEnded()
+{
+    Stage stage(false);
+    stage.model->whenAsked = [&](int) { stage.view->setCurrentIndex(stage.model->index(7, 1)); };
+    stage.view->keyboardSearch(QStringLiteral("z"));
+    QCOMPARE(stage.model->asked, 1);
 }
 
 void TestKeyboardSearch::findsNothingInNothing()
