@@ -220,7 +220,6 @@ QTextLine Line::shape(const QString &text)
 {
     QTextOption option;
     option.setTextDirection(m_painter->layoutDirection());
-    option.setAlignment(Qt::AlignLeft);
     m_layout.setFont(m_font);
     m_layout.setTextOption(option);
     m_layout.setCacheEnabled(true); // or it would be shaped again for drawing
@@ -228,7 +227,6 @@ QTextLine Line::shape(const QString &text)
     m_layout.beginLayout();
     QTextLine line = m_layout.createLine();
     line.setLineWidth(0x01000000);
-    line.setPosition(QPointF(0, 0));
     m_layout.endLayout();
     return line;
 }

@@ -92,9 +92,7 @@ FancyLineEditPrivate::FancyLineEditPrivate(FancyLineEdit *lineEdit)
         auto *button = new IconButton(lineEdit);
         button->installEventFilter(this);
         button->hide();
-        button->setAutoHide(false);
         m_iconbutton[side] = button;
-        m_iconEnabled[side] = false;
     }
 }
 
@@ -121,7 +119,6 @@ FancyLineEdit::FancyLineEdit(QWidget *parent)
     , d_ptr(new FancyLineEditPrivate(this))
 {
     ensurePolished();
-    updateMargins();
     connect(this, SIGNAL(textChanged(QString)), this, SLOT(checkButtons(QString)));
     for (IconButton *button : d_ptr->m_iconbutton)
         connect(button, SIGNAL(clicked()), this, SLOT(iconClicked()));

@@ -62,8 +62,6 @@ QProgressIndicator::QProgressIndicator(QWidget *parent)
     : QWidget(parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setFocusPolicy(Qt::NoFocus);
-    setAutoFillBackground(false);
 }
 
 QProgressIndicator::~QProgressIndicator() = default;

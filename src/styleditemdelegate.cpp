@@ -206,8 +206,7 @@ QString StyledItemDelegate::dateMonthToString(const QDate &date)
         QT_TR_NOOP("август"),  QT_TR_NOOP("сентябрь"), QT_TR_NOOP("октябрь"), QT_TR_NOOP("ноябрь"),
         QT_TR_NOOP("декабрь"),
     };
-    const auto month = size_t(date.month());
-    return month < names.size() ? tr(names[month]) : QString();
+    return tr(names[size_t(date.month())]); // 0 of an invalid date
 }
 
 QString StyledItemDelegate::expWeekToString(const QDate &date)

@@ -393,6 +393,7 @@ void tst_AbstractFindToolBar::caseSwitch()
     QVERIFY(button->isVisible());
     QVERIFY(button->isCheckable());
     QVERIFY(!button->isChecked());
+    QCOMPARE(button->toolButtonStyle(), Qt::ToolButtonTextOnly);
     QCOMPARE(button->maximumHeight(), w.panel->field()->sizeHint().height());
     auto *grid = qobject_cast<QGridLayout *>(w.panel->inside()->layout());
     QCOMPARE(grid->itemAtPosition(0, 6)->widget(), w.panel->button("filterButton"));

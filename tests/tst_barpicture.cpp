@@ -5,6 +5,7 @@
 // to them.
 
 #include "pixels/barpicture_p.h"
+#include "pixels/picture_p.h"
 #include "qtablefastview.h"
 
 #include <QHoverEvent>
@@ -104,6 +105,7 @@ private slots:
     void hasNoPictureForOtherPixels();
     void looksTouched_data();
     void looksTouched();
+    void picturesKeepWhatShowsThrough();
 };
 
 void TestBarPicture::keepsItsPicture()
@@ -336,6 +338,20 @@ void TestBarPicture::looksTouched()
     QVERIFY(touched != idle);
     for (int i = 0; i < 3; ++i)
         QCOMPARE(pictureOf(bar), touched);
+}
+
+void TestBarPicture::picturesKeepWhatShowsThrough()
+{
+    QImage image(6, 4, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(2);
+    image.fill(Qt::red);
+    QVERIFY(!pictureOf(image).hasAlphaChannel());
+    QCOMPARE(pictureOf(image).toImage().convertToFormat(image.format()), image);
+    image.setPixelColor(5, 3, QColor(0, 0, 255, 64));
+    const QPixmap picture = pictureOf(image);
+    QVERIFY(picture.hasAlphaChannel());
+    QCOMPARE(picture.devicePixelRatio(), 2.0);
+    QCOMPARE(picture.toImage().convertToFormat(image.format()), image);
 }
 
 QTEST_MAIN(TestBarPicture)

@@ -105,6 +105,7 @@ private slots:
     void parse_data();
     void parse();
     void parseRefusesInvalidType();
+    void parseEndsWhereTheTextDoes();
     void parseHeader();
     void parseLikeOracle_data();
     void parseLikeOracle();
@@ -387,6 +388,18 @@ void tst_BcdiiValue::parseRefusesInvalidType()
     QCOMPARE(BCDIIParse(&byte, typeWord(5, 63), "1", 1, &end), 32U);
     QCOMPARE(BCDIIParse(&byte, 0xABCD0000U | typeWord(2, 0), "12", 2, &end), 0U);
     QCOMPARE(byte, BYTE {12});
+}
+
+//! Whatever stands behind it.
+void tst_BcdiiValue::parseEndsWhereTheTextDoes()
+{
+    BYTE bytes[] = {7, 7};
+    std::size_t end = 77;
+    QCOMPARE(BCDIIParse(bytes, typeWord(3, 1), "12.5", 3, &end), notANumber);
+    QCOMPARE(end, std::size_t {2});
+    QCOMPARE(BCDIIParse(bytes, typeWord(3, 1), "12.5", 1, &end), 0U);
+    QCOMPARE(end, std::size_t {1});
+    QCOMPARE(bytes[0], BYTE {1});
 }
 
 void tst_BcdiiValue::parseHeader()

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void copyInPlace();
     void randomCopiesInPlace();
     void compareExamples();
+    void roundsToTensWithoutDigits_data();
+    void roundsToTensWithoutDigits();
     void shortCopiesExhaustively();
     void randomCopies();
     void randomComparisons();
@@ -125,6 +127,37 @@ void tst_DecimalCopies::compareExamples()
     QCOMPARE(BCDIICmp(nanValue, 0x0200, largest, 0x0200), 1);
     QCOMPARE(BCDIICmp(largest, 0x0200, nanValue, 0x0100), -1);
     QCOMPARE(BCDIICmp(nanValue, 0x0000, largest, 0xFFFF0000), 0);
+}
+
+void tst_DecimalCopies::roundsToTensWithoutDigits_data()
+{
+    QTest::addColumn<int>("style");
+    QTest::addColumn<int>("first"); // byte of the number
+    QTest::addColumn<uint>("status");
+    const auto row = [](const char *name, BCDIIroundstyle style, int first, uint status) {
+        QTest::newRow(name) << int(style) << first << status;
+    };
+    row("4, nearest", BCDII_ROUND_NEAREST, 4, 66);
+    row("5, nearest", BCDII_ROUND_NEAREST, 5, 17);
+    row("-5, nearest", BCDII_ROUND_NEAREST, 0x85, 17);
+    row("4, up", BCDII_ROUND_UP, 4, 21);
+    row("-4, up", BCDII_ROUND_UP, 0x84, 66);
+    row("4, down", BCDII_ROUND_DOWN, 4, 66);
+    row("-4, down", BCDII_ROUND_DOWN, 0x84, 21);
+    row("4, from zero", BCDII_ROUND_FROMZERO, 4, 17);
+    row("9, to zero", BCDII_ROUND_TRUNC, 9, 66);
+}
+
+//! Ten does not fit, and zero has no bytes.
+void tst_DecimalCopies::roundsToTensWithoutDigits()
+{
+    QFETCH(int, style);
+    QFETCH(int, first);
+    const BYTE number[] = {BYTE(first)};
+    BYTE result[] = {7};
+    const UINT32 status = BCDIICopy(result, 0x00FF, number, 0x0100, BCDIIroundstyle(style));
+    QTEST(uint(status), "status");
+    QCOMPARE(result[0], BYTE(status == 66 ? 7 : 101));
 }
 
 void tst_DecimalCopies::shortCopiesExhaustively()

@@ -16,10 +16,13 @@ private Q_SLOTS:
     void initTestCase() { announce(); }
     void addExamples_data();
     void addExamples();
+    void sumsWithoutBytes();
+    void nanOperandsOfOneType();
     void shortSumsExhaustively();
     void randomSums();
     void resultsOverOperands();
     void wideTypesAgreeWithNarrow();
+    void paddingDigitsCountAlike();
 };
 
 void tst_DecimalSums::addExamples_data()
@@ -58,6 +61,34 @@ void tst_DecimalSums::addExamples()
     const Result r = operate(BCDIIAdd, a, typeOf(aType), b, typeOf(bType), typeOf(type));
     QCOMPARE(r.status, status);
     QCOMPARE(r.text, result.toStdString());
+}
+
+// To tens of a type without digits.
+void tst_DecimalSums::sumsWithoutBytes()
+{
+    const BYTE a[] = {1, 50};
+    const BYTE b[] = {0x85};
+    BYTE result[] = {7};
+    QCOMPARE(BCDIIAdd(result, 0x00FF, a, 0x0201, b, 0x0100, BCDII_ROUND_NEAREST), 66U);
+    QCOMPARE(result[0], BYTE {7});
+}
+
+void tst_DecimalSums::nanOperandsOfOneType()
+{
+    for (int size = 1; size <= 40; ++size) {
+        const BCDIIType type = Type({2 * size, 0}).word();
+        const std::vector<BYTE> number(std::size_t(size), BYTE {1});
+        std::vector<BYTE> nan = number;
+        nan[0] = 101;
+        std::vector<BYTE> result = number;
+        QCOMPARE(BCDIIAdd(result.data(), type, nan.data(), type, number.data(), type,
+                          BCDII_ROUND_NEAREST),
+                 0xB0U);
+        QCOMPARE(result[0], BYTE {101});
+        QCOMPARE(BCDIIAdd(result.data(), type, number.data(), type, nan.data(), type,
+                          BCDII_ROUND_NEAREST),
+                 0xB0U);
+    }
 }
 
 void tst_DecimalSums::shortSumsExhaustively()
@@ -112,6 +143,35 @@ void tst_DecimalSums::wideTypesAgreeWithNarrow()
                           BCDII_ROUND_NEAREST),
                  sum);
         QVERIFY(std::equal(narrow, narrow + 40, plain));
+    }
+}
+
+// A digit behind the last one of the type, where none belongs, is cut off the sum. It does not
+// matter whether all are of one type, or a byte of zeros leads in one operand.
+void tst_DecimalSums::paddingDigitsCountAlike()
+{
+    Random random(8);
+    for (int i = 0; i < caseCount() / 10; ++i) {
+        const Type t {random.between(1, 40), 2 * random.between(0, 15) + 1};
+        std::vector<BYTE> a = random.value(t);
+        const std::vector<BYTE> b = random.value(t);
+        if (t.size() < 2)
+            continue;
+        if (random.oneIn(4))
+            a.back() = 0;
+        a.back() = BYTE(a.back() + random.between(0, 9));
+        const Type longer {2 * (t.size() - (t.nfrac + 1) / 2) + 2 + t.nfrac, t.nfrac};
+        std::vector<BYTE> led = b;
+        led.insert(led.begin(), BYTE(led[0] & 0x80));
+        led[1] = BYTE(led[1] & 0x7F);
+        BYTE same[40] = {};
+        BYTE other[40] = {};
+        const UINT32 sum =
+            BCDIIAdd(same, t.word(), a.data(), t.word(), b.data(), t.word(), BCDII_ROUND_NEAREST);
+        QCOMPARE(BCDIIAdd(other, t.word(), a.data(), t.word(), led.data(), longer.word(),
+                          BCDII_ROUND_NEAREST),
+                 sum);
+        QCOMPARE(Cases::hex(same, 40), Cases::hex(other, 40));
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "fancylineedit.h"
 
+#include <QAnimationDriver>
 #include <QApplication>
 #include <QCursor>
 #include <QMenu>
@@ -18,6 +19,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 
 //! Known by its name alone.
@@ -144,6 +146,7 @@ private slots:
     void fadesOnlyHidingButtons();
     void fadesOnceForSeveralCharacters();
     void fadesFromPresentOpacity();
+    void fadesFor160Milliseconds();
     void fadesOutAgainWhenEmptyIsCleared();
     void survivesDestructionDuringFade();
     void announcesClicks_data();
@@ -165,6 +168,9 @@ private slots:
     void focusMayDestroyEdit();
     void focusMayDestroyMenu();
     void leavesMenuToCaller();
+    void repaintsButtons_data();
+    void repaintsButtons();
+    void smoothsPicturesForOtherScreens();
 };
 
 void TestFancyLineEdit::describesItself()
@@ -502,6 +508,32 @@ void TestFancyLineEdit::fadesFromPresentOpacity()
     QTRY_COMPARE(button.iconOpacity(), 0.0F);
 }
 
+void TestFancyLineEdit::fadesFor160Milliseconds()
+{
+    class Clock : public QAnimationDriver
+    {
+    public:
+        Clock() { install(); }
+        ~Clock() override { uninstall(); }
+        Q_DISABLE_COPY_MOVE(Clock)
+
+        qint64 elapsed() const override { return now; }
+        qint64 now = 0;
+    } clock;
+    IconButton button;
+    button.setIconOpacity(0.0F);
+    button.animateShow(true);
+    QTRY_VERIFY(clock.isRunning());
+    QCoreApplication::processEvents();
+    clock.now = 159;
+    clock.advance();
+    QVERIFY(button.iconOpacity() > 0.9F);
+    QVERIFY(button.iconOpacity() < 1.0F);
+    clock.now = 160;
+    clock.advance();
+    QCOMPARE(button.iconOpacity(), 1.0F);
+}
+
 void TestFancyLineEdit::fadesOutAgainWhenEmptyIsCleared()
 {
     FancyLineEdit edit;
@@ -786,6 +818,64 @@ void TestFancyLineEdit::leavesMenuToCaller()
     QVERIFY(!menu.parent());
     edit.reset();
     QVERIFY(guard);
+}
+
+void TestFancyLineEdit::repaintsButtons_data()
+{
+    QTest::addColumn<std::function<void(IconButton *)>>("change");
+    const auto row = [](const char *name, const std::function<void(IconButton *)> &change) {
+        QTest::newRow(name) << change;
+    };
+    row("picture", [](IconButton *button) { button->setPixmap(picture(20, 20)); });
+    row("opacity", [](IconButton *button) { button->setIconOpacity(0.5F); });
+}
+
+void TestFancyLineEdit::repaintsButtons()
+{
+    QFETCH(std::function<void(IconButton *)>, change);
+    class Counter : public QObject
+    {
+    public:
+        int paints = 0;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            paints += event->type() == QEvent::Paint;
+            return false;
+        }
+    } counter;
+    IconButton button;
+    button.resize(20, 20);
+    button.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&button));
+    QCoreApplication::processEvents();
+    button.installEventFilter(&counter);
+    QCoreApplication::processEvents();
+    QCOMPARE(counter.paints, 0);
+    change(&button);
+    QCoreApplication::processEvents();
+    QCOMPARE(counter.paints, 1);
+}
+
+//! Lines finer than the screen's pixels run into each other, they do not come and go.
+void TestFancyLineEdit::smoothsPicturesForOtherScreens()
+{
+    IconButton button;
+    button.resize(16, 16);
+    const double ratio = 4 * button.devicePixelRatioF();
+    QImage lines(button.size() * ratio, QImage::Format_RGB32);
+    for (int y = 0; y < lines.height(); ++y) {
+        for (int x = 0; x < lines.width(); ++x)
+            lines.setPixelColor(x, y, x % 2 ? Qt::black : Qt::white);
+    }
+    lines.setDevicePixelRatio(ratio);
+    button.setPixmap(QPixmap::fromImage(lines));
+    const QImage shown = button.grab().toImage();
+    bool isGray = false;
+    for (int x = 0; x < shown.width(); ++x) {
+        const int value = shown.pixelColor(x, shown.height() / 2).red();
+        isGray = isGray || (value > 20 && value < 235);
+    }
+    QVERIFY(isGray);
 }
 
 QTEST_MAIN(TestFancyLineEdit)

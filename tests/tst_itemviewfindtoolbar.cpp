@@ -100,9 +100,13 @@ private slots:
     void filterAvailability();
     void matchCase();
     void matchCaseOfLaterEngine();
+    void anyUseTellsALaterEngineOfTheCase_data();
+    void anyUseTellsALaterEngineOfTheCase();
 
     void duringSearch_data();
     void duringSearch();
+    void endsTheSearch_data();
+    void endsTheSearch();
     void searchFromOutsideDuringSearch();
 };
 
@@ -293,6 +297,31 @@ void tst_ItemViewFindToolBar::matchCaseOfLaterEngine()
     QCOMPARE(w.label(), notFound); // what was set stays
 }
 
+void tst_ItemViewFindToolBar::anyUseTellsALaterEngineOfTheCase_data()
+{
+    QTest::addColumn<std::function<void(ItemViewFindToolBar *)>>("use");
+    const auto row = [](const char *name, const std::function<void(ItemViewFindToolBar *)> &use) {
+        QTest::newRow(name) << use;
+    };
+    const QString text = QStringLiteral("FIG");
+    row("typing", [=](ItemViewFindToolBar *panel) { panel->findIncremental(text); });
+    row("previous", [=](ItemViewFindToolBar *panel) { panel->findPrev(text); });
+    row("next", [=](ItemViewFindToolBar *panel) { panel->findNext(text); });
+    row("filter", [=](ItemViewFindToolBar *panel) { panel->filter(text); });
+}
+
+void tst_ItemViewFindToolBar::anyUseTellsALaterEngineOfTheCase()
+{
+    QFETCH(std::function<void(ItemViewFindToolBar *)>, use);
+    Window w;
+    w.panel->setViewFind(nullptr);
+    w.panel->setCaseSwitchVisible(true);
+    w.panel->setCaseSensitivity(Qt::CaseSensitive);
+    w.panel->setViewFind(w.find);
+    use(w.panel);
+    QCOMPARE(w.find->caseSensitivity(), Qt::CaseSensitive);
+}
+
 void tst_ItemViewFindToolBar::duringSearch_data()
 {
     QTest::addColumn<QByteArray>("what");
@@ -359,6 +388,29 @@ void tst_ItemViewFindToolBar::duringSearch()
     w.panel->openFind();
     w.panel->findPrev();
     w.panel->close();
+}
+
+void tst_ItemViewFindToolBar::endsTheSearch_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("typing") << Qt::Key_S;
+    QTest::newRow("closing") << Qt::Key_Escape;
+}
+
+//! It does not get to the match in the last row.
+void tst_ItemViewFindToolBar::endsTheSearch()
+{
+    QFETCH(Qt::Key, key);
+    Window w;
+    w.type("fig");
+    bool ran = false;
+    w.inEvents([&] {
+        ran = true;
+        w.press(key);
+    });
+    w.panel->findNext();
+    QVERIFY(ran);
+    QVERIFY(w.current() != QStringLiteral("fig"));
 }
 
 void tst_ItemViewFindToolBar::searchFromOutsideDuringSearch()

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QPointer>
 #include <QRandomGenerator>
 #include <QScrollBar>
 #include <QShortcut>
@@ -60,6 +61,8 @@ public:
     }
     Qt::ItemFlags flags(const QModelIndex &index) const override
     {
+        if (whenChecked)
+            whenChecked();
         return disabled.contains(index.row()) ? Qt::NoItemFlags : QAbstractTableModel::flags(index);
     }
     void insert(int row)
@@ -100,6 +103,7 @@ public:
     QSet<int> disabled;
     mutable int asked = 0;
     std::function<void(int)> whenAsked;
+    std::function<void()> whenChecked; //!< whether a row is enabled
 
 private:
     QStringList m_words;
@@ -167,6 +171,9 @@ class TestKeyboardSearch : public QObject
 
 private slots:
     void findsWhatQtFinds();
+    void beginsAtTheFirstRow();
+    void findsTheOnlyRow();
+    void staysAtAMatch();
     void findsFarRowsLater();
     void startsAnewAfterThePause();
     void gapsAreShort();
@@ -174,9 +181,14 @@ private slots:
     void ends();
     void goesOn_data();
     void goesOn();
+    void goesOnBesideAFormerModel();
     void escapeIsTheViews();
+    void escapeIsFreeAfterTheLastRow();
     void modelMayDoAnything_data();
     void modelMayDoAnything();
+    void modelMayChangeWhenAMatchIsChecked();
+    void asksNoMoreWhenItHasEnded();
+    void findsNothingInNothing();
     void looksAtEveryRowOnce();
 };
 
@@ -217,6 +229,41 @@ void TestKeyboardSearch::findsWhatQtFinds()
                                     .arg(theirs.currentIndex().row())));
         }
     }
+}
+
+void TestKeyboardSearch::beginsAtTheFirstRow()
+{
+    QStringListModel model({QStringLiteral("ab"), QStringLiteral("ac")});
+    QTableFastView view;
+    view.setModel(&model);
+    view.selectionModel()->clearCurrentIndex();
+    view.keyboardSearch(QStringLiteral("a"));
+    QCOMPARE(view.currentIndex(), model.index(0, 0));
+}
+
+void TestKeyboardSearch::findsTheOnlyRow()
+{
+    QStringListModel model(QStringList {QStringLiteral("ab")});
+    QTableFastView view;
+    view.setModel(&model);
+    view.selectionModel()->clearCurrentIndex();
+    view.keyboardSearch(QStringLiteral("a"));
+    QCOMPARE(view.currentIndex(), model.index(0, 0));
+}
+
+void TestKeyboardSearch::staysAtAMatch()
+{
+    QStringListModel model({QStringLiteral("ab"), QStringLiteral("ba"), QStringLiteral("bab")});
+    QTableFastView view;
+    view.setModel(&model);
+    view.setCurrentIndex(model.index(0, 0));
+    QApplication::setKeyboardInputInterval(100000);
+    view.keyboardSearch(QStringLiteral("b"));
+    view.keyboardSearch(QStringLiteral("a"));
+    QApplication::setKeyboardInputInterval(400);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QCOMPARE(view.currentIndex(), model.index(1, 0));
 }
 
 void TestKeyboardSearch::findsFarRowsLater()
@@ -330,6 +377,26 @@ void TestKeyboardSearch::goesOn()
     QVERIFY(!stage.isSearching());
 }
 
+//! A search is done with a model when it has ended.
+void TestKeyboardSearch::goesOnBesideAFormerModel()
+{
+    Stage former;
+    former.view->keyboardSearch(QStringLiteral("z"));
+    QTest::keyClick(former.view.get(), Qt::Key_Escape);
+    QVERIFY(!former.isSearching());
+    const QPointer<QItemSelectionModel> formerSelection(former.view->selectionModel());
+    Stage stage;
+    former.view->setModel(stage.model.get());
+    former.view->setCurrentIndex(stage.model->index(0, 1));
+    former.view->keyboardSearch(QStringLiteral("z"));
+    QVERIFY(stage.isSearching());
+    former.model->insert(50);
+    QVERIFY(stage.isSearching());
+    QVERIFY(formerSelection);
+    formerSelection->setCurrentIndex(former.model->index(9, 1), QItemSelectionModel::NoUpdate);
+    QVERIFY(stage.isSearching());
+}
+
 //! What ends the search does not close the dialog around the view.
 void TestKeyboardSearch::escapeIsTheViews()
 {
@@ -341,6 +408,19 @@ void TestKeyboardSearch::escapeIsTheViews()
     QTest::keyClick(stage.view.get(), Qt::Key_Escape);
     QCOMPARE(closed, 0);
     QVERIFY(!stage.isSearching());
+    QTest::keyClick(stage.view.get(), Qt::Key_Escape);
+    QCOMPARE(closed, 1);
+}
+
+void TestKeyboardSearch::escapeIsFreeAfterTheLastRow()
+{
+    Stage stage(false);
+    stage.model->rows = 10;
+    int closed = 0;
+    QShortcut shortcut(Qt::Key_Escape, stage.view.get());
+    connect(&shortcut, &QShortcut::activated, [&] { ++closed; });
+    stage.view->keyboardSearch(QStringLiteral("z"));
+    QTRY_VERIFY(!stage.isSearching());
     QTest::keyClick(stage.view.get(), Qt::Key_Escape);
     QCOMPARE(closed, 1);
 }
@@ -378,6 +458,38 @@ void TestKeyboardSearch::modelMayDoAnything()
             QCoreApplication::processEvents();
         QVERIFY(isDone);
     }
+}
+
+void TestKeyboardSearch::modelMayChangeWhenAMatchIsChecked()
+{
+    Stage stage(false);
+    const QModelIndex other = stage.model->index(7, 1);
+    stage.model->whenChecked = [&] {
+        stage.model->whenChecked = {};
+        stage.view->setCurrentIndex(other);
+    };
+    stage.view->keyboardSearch(QStringLiteral("b"));
+    QVERIFY(!stage.model->whenChecked);
+    QCOMPARE(stage.view->currentIndex(), other);
+}
+
+void TestKeyboardSearch::asksNoMoreWhenItHasEnded()
+{
+    Stage stage(false);
+    stage.model->whenAsked = [&](int) { stage.view->setCurrentIndex(stage.model->index(7, 1)); };
+    stage.view->keyboardSearch(QStringLiteral("z"));
+    QCOMPARE(stage.model->asked, 1);
+}
+
+void TestKeyboardSearch::findsNothingInNothing()
+{
+    QTableFastView view;
+    view.keyboardSearch(QStringLiteral("a")); // no model
+    WordModel model(words());
+    model.rows = 0;
+    view.setModel(&model);
+    view.keyboardSearch(QStringLiteral("aa"));
+    QVERIFY(!view.currentIndex().isValid());
 }
 
 void TestKeyboardSearch::looksAtEveryRowOnce()

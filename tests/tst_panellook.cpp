@@ -111,6 +111,7 @@ private slots:
     void picturesAreSharpAtRatioTwo();
     void indicatorFollowsPalette();
     void labelFollowsFont();
+    void fieldFollowsFont();
 
 private:
     QPalette m_palette;
@@ -335,17 +336,33 @@ void tst_PanelLook::indicatorFollowsPalette()
     QCOMPARE(later.indicator()->color(), light);
 }
 
+//! Before it has shown anything, too.
 void tst_PanelLook::labelFollowsFont()
 {
     Panel panel;
     panel.setFont(scalableFont(12));
     const int before = panel.label()->width();
+    const int low = panel.label()->sizeHint().height();
     panel.setFont(scalableFont(40));
     const int needed =
         QFontMetrics(panel.label()->font()).horizontalAdvance(QStringLiteral("Not found"));
     QVERIFY(needed > before);
     QCOMPARE(panel.label()->minimumWidth(), needed);
     QCOMPARE(panel.label()->maximumWidth(), needed);
+    QVERIFY(panel.label()->sizeHint().height() > low);
+}
+
+//! Although it has a style sheet.
+void tst_PanelLook::fieldFollowsFont()
+{
+    Panel panel;
+    QVERIFY(panel.field()->testAttribute(Qt::WA_StyleSheet));
+    for (const int size : {12, 40}) {
+        panel.setFont(scalableFont(size));
+        QCOMPARE(panel.field()->fontInfo().pixelSize(), panel.fontInfo().pixelSize());
+        QCOMPARE(panel.field()->fontMetrics().height(), panel.fontMetrics().height());
+        QVERIFY(panel.field()->testAttribute(Qt::WA_StyleSheet));
+    }
 }
 
 QTEST_MAIN(tst_PanelLook)

@@ -21,6 +21,8 @@ private slots:
     void keepsPictures();
     void keepsThePictureThatIsUsed();
     void takesAKeyAgain();
+    void keepsAKeyOnce();
+    void dropsTheOldestFirst();
     void cleanup() { QPixmapCache::clear(); }
 
 private:
@@ -83,6 +85,31 @@ void TestPictureKeys::takesAKeyAgain()
     QVERIFY(!isKept(key(0)));
     keys.insert(key(0), picture());
     QVERIFY(isKept(key(0)));
+}
+
+void TestPictureKeys::keepsAKeyOnce()
+{
+    PictureKeys keys;
+    const QString same = key(0);
+    QList<QString> inserted;
+    for (int i = 0; i < 20000; ++i) {
+        inserted.append(QString(same.constData(), same.size())); // in memory of its own
+        keys.insert(inserted.last(), picture());
+    }
+    const auto shared = std::count_if(inserted.cbegin(), inserted.cend(),
+                                      [](const QString &each) { return !each.isDetached(); });
+    QVERIFY2(shared <= 1100, qPrintable(QString::number(shared)));
+}
+
+//! Also when the keys have been swept before.
+void TestPictureKeys::dropsTheOldestFirst()
+{
+    PictureKeys keys;
+    for (int i = 0; i < 3000; ++i)
+        keys.insert(key(i), picture());
+    QVERIFY(!isKept(key(0)));
+    for (int i = 1000; i < 3000; ++i)
+        QVERIFY(isKept(key(i)));
 }
 
 QTEST_MAIN(TestPictureKeys)

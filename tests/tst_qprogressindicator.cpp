@@ -8,6 +8,7 @@
 #include <QMetaProperty>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -130,6 +131,25 @@ std::array<double, 2> difference(const QImage &image, const QList<double> &alpha
     return {largest, sum / double(alphas.size())};
 }
 
+//! Lets a timer of its own fire some times, as one that is left over would.
+bool outlastsMilliseconds()
+{
+    QTimer other;
+    other.setTimerType(Qt::CoarseTimer);
+    QSignalSpy fired(&other, SIGNAL(timeout()));
+    other.start(1);
+    return QTest::qWaitFor([&] { return fired.count() >= 3; });
+}
+
+//! Whether it turns whenever events are let through, which takes no millisecond.
+bool turnsInAllEvents(const Indicator &indicator)
+{
+    const int before = indicator.steps;
+    for (int i = 0; i < 100; ++i)
+        QCoreApplication::processEvents();
+    return indicator.steps >= before + 50;
+}
+
 const Bar bar20 {-1, -9, 2, 6, 1};
 const Bar bar32 {-1, -15, 3, 10, 1};
 const Bar bar33 {-1, -16, 2, 10, 1};
@@ -142,7 +162,10 @@ class TestQProgressIndicator : public QObject
 
 public:
     //! Called before the application is made: pictures are held against sizes in pixels.
-    static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
+    static void initMain()
+    {
+        qputenv("QT_SCALE_FACTOR", qEnvironmentVariable("INDICATOR_SCALE", "1").toLatin1());
+    }
 
 private slots:
     void init();
@@ -169,6 +192,7 @@ private slots:
     void sharesFrames();
     void takesFramesFromCache();
     void survivesEmptySize();
+    void isSharpOnAnyScreen();
 };
 
 void TestQProgressIndicator::init()
@@ -378,6 +402,7 @@ void TestQProgressIndicator::restartsFromFirstFrame()
     indicator.resize(20, 20);
     indicator.startAnimation();
     const QImage first = pictureOf(&indicator);
+    QVERIFY(QPixmapCache::find(QStringLiteral("20,#000000,0"), nullptr));
     indicator.step();
     QVERIFY(pictureOf(&indicator) != first);
     indicator.startAnimation();
@@ -399,6 +424,7 @@ void TestQProgressIndicator::stopsAtPresentAngle()
 
 void TestQProgressIndicator::startsAndStopsInAnyOrder()
 {
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); // of timers that are none
     QProgressIndicator indicator;
     indicator.stopAnimation();
     QVERIFY(!indicator.isAnimated());
@@ -420,11 +446,7 @@ void TestQProgressIndicator::turnsByItself()
     QTRY_VERIFY(indicator.steps >= 12);
     indicator.stopAnimation();
     const int stopped = indicator.steps;
-    QTimer other; // fires when the indicator's timer would have
-    other.setTimerType(Qt::CoarseTimer);
-    QSignalSpy fired(&other, SIGNAL(timeout()));
-    other.start(1);
-    QTRY_VERIFY(fired.count() >= 3);
+    QVERIFY(outlastsMilliseconds());
     QCOMPARE(indicator.steps, stopped);
 }
 
@@ -440,6 +462,10 @@ void TestQProgressIndicator::changesDelay()
     QVERIFY(indicator.isAnimated());
     QCOMPARE(indicator.animationDelay(), 1);
     QTRY_VERIFY(indicator.steps > 0);
+    indicator.setAnimationDelay(24 * 3600 * 1000);
+    const int steps = indicator.steps;
+    QVERIFY(outlastsMilliseconds());
+    QCOMPARE(indicator.steps, steps);
 }
 
 void TestQProgressIndicator::takesNegativeDelayAsZero()
@@ -448,7 +474,10 @@ void TestQProgressIndicator::takesNegativeDelayAsZero()
     indicator.setAnimationDelay(-5);
     QCOMPARE(indicator.animationDelay(), -5);
     indicator.startAnimation();
-    QTRY_VERIFY(indicator.steps > 0);
+    QVERIFY(turnsInAllEvents(indicator));
+    indicator.setAnimationDelay(24 * 3600 * 1000);
+    indicator.setAnimationDelay(-1);
+    QVERIFY(turnsInAllEvents(indicator));
     indicator.stopAnimation();
     QVERIFY(!indicator.isAnimated());
 }
@@ -492,6 +521,22 @@ void TestQProgressIndicator::survivesEmptySize()
         indicator.resize(size);
         QCOMPARE(indicator.grab().isNull(), size.isEmpty());
     }
+}
+
+//! Runs by itself on a dense screen, too.
+void TestQProgressIndicator::isSharpOnAnyScreen()
+{
+    const double ratio = qGuiApp->devicePixelRatio();
+    QProgressIndicator indicator;
+    indicator.setDisplayedWhenStopped(true);
+    indicator.resize(20, 20);
+    pictureOf(&indicator);
+    QPixmap frame;
+    QVERIFY(QPixmapCache::find(QStringLiteral("20,#000000,0"), &frame));
+    QCOMPARE(frame.devicePixelRatio(), ratio);
+    QCOMPARE(frame.size(), QSize(20, 20) * ratio);
+    // The bar that points up.
+    QCOMPARE(frame.toImage().pixelColor(QPoint(8, 2) * ratio), QColor(Qt::black));
 }
 
 QTEST_MAIN(TestQProgressIndicator)

@@ -675,8 +675,14 @@ void TestQTableFastView::itemHeightAsksDelegates()
     QCOMPARE(view.m_itemHeight, std::max(rowHeight, view.fontMetrics().height()));
     Recorder taller;
     taller.height = 77;
-    view.setItemDelegateForColumn(2, &taller);
-    QCOMPARE(view.updatedItemHeight(QStyleOptionViewItem()), 77);
+    for (const int column : {0, model.columnCount() - 1}) {
+        view.setItemDelegateForColumn(column, &taller);
+        QCOMPARE(view.updatedItemHeight(QStyleOptionViewItem()), 77);
+        view.setItemDelegateForColumn(column, nullptr);
+    }
+    view.setItemDelegateForColumn(model.columnCount(), &taller);
+    QCOMPARE(view.updatedItemHeight(QStyleOptionViewItem()), view.m_itemHeight);
+    view.setItemDelegateForColumn(0, &taller);
     view.setModel(nullptr);
     QCOMPARE(view.updatedItemHeight(QStyleOptionViewItem()), view.m_itemHeight);
     view.recorder.height = 1;

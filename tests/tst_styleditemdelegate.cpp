@@ -87,6 +87,7 @@ private slots:
     void writesShortAndWideForms();
     void writesManyDateTimes();
     void writesEverySecond();
+    void writesNothingForAnHourThatIsLeftOut();
 
     void switchesToTheTimeByTheReferenceWidth();
     void measuresTheOverriddenWideText();
@@ -253,6 +254,18 @@ void TestStyledItemDelegate::writesEverySecond()
         somethingShowsSeconds = somethingShowsSeconds || texts.size() > 3;
     }
     QVERIFY(somethingShowsSeconds);
+}
+
+//! Clocks are put on: what is no time in one zone is one in another.
+void TestStyledItemDelegate::writesNothingForAnHourThatIsLeftOut()
+{
+    const StyledItemDelegate delegate(nullptr);
+    const QDate day(2024, 3, 31);
+    const QTime time(2, 30);
+    for (const QTimeZone &zone : {QTimeZone::utc(), QTimeZone("Europe/Berlin")}) {
+        const QDateTime dt(day, time, zone);
+        QCOMPARE(delegate.displayText(dt, QLocale()), QLocale().toString(dt, QLocale::ShortFormat));
+    }
 }
 
 void TestStyledItemDelegate::switchesToTheTimeByTheReferenceWidth()
@@ -456,7 +469,9 @@ void TestStyledItemDelegate::givesOtherPalettesForOtherBrushes()
     };
     const StyledItemDelegate delegate(nullptr);
     QSet<qint64> keys;
-    for (const QPalette &base : {QPalette(Qt::lightGray), QPalette(Qt::darkGray)}) {
+    const QPalette light(Qt::lightGray);
+    const QPalette dark(Qt::darkGray);
+    for (const QPalette &base : {light, dark, light}) {
         for (const QBrush &brush : brushes) {
             const QScopedPointer<QStandardItemModel> model(
                 oneCell(nullptr, {{Qt::ForegroundRole, brush}}));

@@ -55,6 +55,7 @@ private slots:
     void elidesAsTheMetricsDo_data();
     void elidesAsTheMetricsDo();
     void elidesInTheMetricsOfAnotherFont();
+    void elidesWithoutALine();
     void drawsAsThePainterDoes_data();
     void drawsAsThePainterDoes();
     void drawsWhatWasNotMeasured();
@@ -156,6 +157,15 @@ void tst_TextLine::elidesInTheMetricsOfAnotherFont()
     const int width = line.metrics().horizontalAdvance(text);
     QCOMPARE(CellText::elided(text, line.metrics(), Qt::ElideRight, width),
              line.metrics().elidedText(text, Qt::ElideRight, width));
+    QCOMPARE(CellText::elided(text, metrics, Qt::ElideRight, width),
+             metrics.elidedText(text, Qt::ElideRight, width));
+}
+
+void tst_TextLine::elidesWithoutALine()
+{
+    const QFontMetrics metrics {QFont()};
+    const QString text = QStringLiteral("Efficient office");
+    const int width = metrics.horizontalAdvance(text) / 2;
     QCOMPARE(CellText::elided(text, metrics, Qt::ElideRight, width),
              metrics.elidedText(text, Qt::ElideRight, width));
 }

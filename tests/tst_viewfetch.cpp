@@ -11,12 +11,15 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPaintEvent>
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTest>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -249,6 +252,9 @@ private slots:
     void hiddenViewFetchesAsRowsCome();
     void currentIndexThatIsSetWhileFetching_data();
     void currentIndexThatIsSetWhileFetching();
+    void currentCellIsPaintedWhileFetching();
+    void fetchesAsLongAsThereIsMore_data();
+    void fetchesAsLongAsThereIsMore();
     void editorKeepsTheCurrentIndex_data();
     void editorKeepsTheCurrentIndex();
     void focusedIndexWidgetKeepsTheCurrentIndex();
@@ -469,6 +475,9 @@ void TestViewFetch::currentIndexThatIsSetWhileFetching()
     QTableFastView view;
     view.setEditTriggers(QAbstractItemView::CurrentChanged);
     showLikeOthers(view, model);
+    const QModelIndex first = model.index(0, 0);
+    view.setCurrentIndex(first);
+    QCOMPARE(view.indexWidget(first) != nullptr, isEditable);
     const auto toTheEnd = [&] { view.setCurrentIndex(model.index(model.rowCount() - 1, 1)); };
     connect(&model, &QAbstractItemModel::rowsInserted, &view, toTheEnd);
     view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
@@ -477,6 +486,92 @@ void TestViewFetch::currentIndexThatIsSetWhileFetching()
     QVERIFY(view.viewport()->rect().intersects(view.visualRect(view.currentIndex())));
     QCOMPARE(view.indexWidget(view.currentIndex()) != nullptr, isEditable);
     QCOMPARE(view.testAttribute(Qt::WA_InputMethodEnabled), isEditable);
+    QCoreApplication::processEvents();
+    QVERIFY(!view.indexWidget(first));
+}
+
+//! The last row becomes current in a fetch that brings none.
+void TestViewFetch::currentCellIsPaintedWhileFetching()
+{
+    class FruitlessModel : public BatchModel
+    {
+    public:
+        FruitlessModel()
+            : BatchModel(5, 10, 1)
+        {
+        }
+        void fetchMore(const QModelIndex & /*parent*/) override
+        {
+            if (whenFetched)
+                std::exchange(whenFetched, {})();
+        }
+        std::function<void()> whenFetched;
+    };
+    class Paints : public QObject
+    {
+    public:
+        QRegion region;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::Paint)
+                region |= static_cast<QPaintEvent *>(event)->region();
+            return false;
+        }
+    };
+    FruitlessModel model;
+    QTableFastView view;
+    view.setSelectionMode(QAbstractItemView::NoSelection);
+    showLikeOthers(view, model);
+    view.setCurrentIndex(model.index(0, 0));
+    const QModelIndex last = model.index(4, 1);
+    model.whenFetched = [&] { view.setCurrentIndex(last); };
+    QCoreApplication::processEvents();
+    Paints paints;
+    view.viewport()->installEventFilter(&paints);
+    view.setCurrentIndex(model.index(4, 0)); // fetches
+    QVERIFY(!model.whenFetched);
+    QCOMPARE(view.currentIndex(), last);
+    QCoreApplication::processEvents();
+    QVERIFY(paints.region.contains(view.visualRect(last).center()));
+}
+
+void TestViewFetch::fetchesAsLongAsThereIsMore_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("once") << 1;
+    QTest::newRow("again") << 2;
+}
+
+//! A fetch may scroll to the end, and may show that there is no more.
+void TestViewFetch::fetchesAsLongAsThereIsMore()
+{
+    QFETCH(int, count);
+    class EndingModel : public BatchModel
+    {
+    public:
+        EndingModel()
+            : BatchModel(100, 200, 1)
+        {
+        }
+        bool canFetchMore(const QModelIndex & /*parent*/) const override { return left > 0; }
+        void fetchMore(const QModelIndex & /*parent*/) override
+        {
+            ++fetches;
+            bar->setValue(0);
+            bar->setValue(bar->maximum());
+            --left;
+        }
+        QScrollBar *bar = nullptr;
+        int left = 0;
+    };
+    EndingModel model;
+    QTableFastView view;
+    model.bar = view.verticalScrollBar();
+    model.left = count;
+    showLikeOthers(view, model);
+    QCOMPARE(model.fetches, 0);
+    model.bar->setValue(model.bar->maximum());
+    QCOMPARE(model.fetches, count);
 }
 
 void TestViewFetch::editorKeepsTheCurrentIndex_data()

@@ -99,7 +99,6 @@ void QTableFastViewPrivate::baseCurrentChanged(const QModelIndex &current,
     q->QAbstractItemView::currentChanged(QModelIndex(), previous);
     if (q->hasAutoScroll())
         q->scrollTo(current);
-    q->update(current);
     q->edit(current, QAbstractItemView::CurrentChanged, nullptr);
     q->setAttribute(Qt::WA_InputMethodEnabled, current.flags() & Qt::ItemIsEditable);
 }

@@ -41,7 +41,6 @@ KeyboardSearch::KeyboardSearch(QAbstractItemView *view)
 
 void KeyboardSearch::type(const QString &text)
 {
-    end();
     const bool isNew = appendTyped(text);
     const QModelIndex current = m_view->currentIndex();
     begin(isOneKey(m_typed) || (isNew && current.isValid()));
