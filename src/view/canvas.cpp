@@ -61,6 +61,5 @@ bool Canvas::holds(const QRect &rect) const
 QPixmap *Canvas::picture(const QRect &rect) const
 {
     QImage picture = m_image->copy(devicePixels(rect));
-    picture.setDevicePixelRatio(m_ratio);
     return new QPixmap(QPixmap::fromImage(std::move(picture), Qt::NoFormatConversion));
 }
