@@ -479,10 +479,15 @@ void tst_ViewerTable::marksAreReadable_data()
 {
     QTest::addColumn<QPalette>("palette");
     QTest::addColumn<bool>("isSelected");
+    QTest::addColumn<QColor>("color");
     for (const bool isSelected : {false, true}) {
-        const char *state = isSelected ? "selected" : "plain";
-        QTest::addRow("light, %s", state) << lightPalette() << isSelected;
-        QTest::addRow("dark, %s", state) << darkPalette() << isSelected;
+        for (const QColor &color :
+             {QColor(), QColor(Qt::gray), QColor(Qt::red), QColor(Qt::blue), QColor(Qt::yellow)}) {
+            const QString name = (color.isValid() ? color.name() : QStringLiteral("plain"))
+                + (isSelected ? ", selected" : "");
+            QTest::addRow("light, %s", qPrintable(name)) << lightPalette() << isSelected << color;
+            QTest::addRow("dark, %s", qPrintable(name)) << darkPalette() << isSelected << color;
+        }
     }
 }
 
@@ -490,22 +495,25 @@ void tst_ViewerTable::marksAreReadable()
 {
     QFETCH(QPalette, palette);
     QFETCH(bool, isSelected);
+    QFETCH(QColor, color);
     QApplication::setPalette(palette);
     QStandardItemModel model(1, 1);
-    model.setData(model.index(0, 0), QString(20, u'x'));
+    const QChar half(0x2584); // the lower half of a block: no smooth edges at its sides
+    model.setData(model.index(0, 0), QString(12, half));
+    if (color.isValid())
+        model.setData(model.index(0, 0), color, Qt::ForegroundRole);
     Shown shown(&model);
     if (isSelected)
         shown.table.selectAll();
-    shown.table.setMarked(TextMatcher(QStringLiteral("x"), {}), {0});
+    const QImage plain = shown.cell(model.index(0, 0));
+    shown.table.setMarked(TextMatcher(QString(12, half), {}), {0});
     const QImage cell = shown.cell(model.index(0, 0));
-    const QFontMetrics metrics(shown.table.font());
-    const auto [text, behind] = textAndBackground(
-        cell.copy(metrics.height() / 2, 0, 10 * metrics.horizontalAdvance(u'x'), cell.height()));
-    QVERIFY(behind != palette.color(QPalette::Base));
-    QVERIFY2(
-        contrast(palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text), behind)
-            >= readableContrast,
-        qPrintable(text.name() + " on " + behind.name()));
+    const int x = cell.height();
+    const QColor behind = cell.pixelColor(x, 0);
+    const QColor text = cell.pixelColor(x, cell.height() * 3 / 4);
+    QVERIFY(behind != plain.pixelColor(x, 0));
+    QVERIFY2(contrast(text, behind) >= readableContrast,
+             qPrintable(text.name() + " on " + behind.name()));
 }
 
 QTEST_MAIN(tst_ViewerTable)

@@ -26,7 +26,7 @@ qsizetype shownCharacters(const QRect &rect)
     return rect.isEmpty() ? s_usualText : qMax<qsizetype>(rect.width() / s_narrowestCharacter, 1);
 }
 
-// Of what is behind a match, whatever colour its text has.
+// Of what is behind a match; text is the colour of texts that have none of their own.
 QColor markColor(const QColor &text)
 {
     const bool isDarkText = text.lightness() < 128;
@@ -113,7 +113,10 @@ void ShortTextDelegate::applyColors(QStyleOptionViewItem *option) const
     const QColor behind = hasBackground
         ? option->backgroundBrush.color()
         : palette.color(group, isAlternate ? QPalette::AlternateBase : QPalette::Base);
-    option->palette = colored(palette, readable(text, behind));
+    QColor shown = readable(text, behind);
+    if (m_markedColumns.contains(option->index.column()) && m_marked.isIn(option->text))
+        shown = readable(shown, markColor(palette.color(group, QPalette::Text)));
+    option->palette = colored(palette, shown);
     option->palette.setCurrentColorGroup(group);
 }
 
@@ -194,7 +197,8 @@ void ShortTextDelegate::drawMarks(QPainter *painter, const QStyleOptionViewItem 
     const QRect room = opt.rect.adjusted(margin, 0, -margin, 0);
     const int left = placeOf(line.naturalTextWidth(), room, *painter, opt.displayAlignment).left();
     const bool isSelected = opt.state & QStyle::State_Selected;
-    const QColor color = markColor(opt.palette.color(
+    const QPalette &palette = opt.widget ? opt.widget->palette() : opt.palette;
+    const QColor color = markColor(palette.color(
         opt.palette.currentColorGroup(), isSelected ? QPalette::HighlightedText : QPalette::Text));
     for (const TextMatcher::Match &match : matches) {
         const double from = line.cursorToX(int(match.begin + shift));
