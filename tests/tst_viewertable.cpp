@@ -354,7 +354,7 @@ void tst_ViewerTable::laysOutWhatIsSeen()
                             const QVariant &value) const override
         {
             text = opt.text;
-            left = opt.rect.left();
+            left = opt.rect.left() - columnGap;
             ShortTextDelegate::drawCustomText(painter, opt, value);
         }
         mutable QString text;
@@ -463,7 +463,8 @@ void tst_ViewerTable::marksMatches()
     const QFontMetricsF metrics(shown.table.font());
     const double place = metrics.horizontalAdvance(text.left(4));
     const double length = metrics.horizontalAdvance(QStringLiteral("two"));
-    const int margin = QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+    const int margin = QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1
+        + ShortTextDelegate::columnGap;
     const bool isRight =
         QStyle::visualAlignment(direction, Qt::Alignment(alignment)) & Qt::AlignRight;
     const double begin =

@@ -3,10 +3,12 @@
 
 #include "feedwindow.h"
 
+#include "windows/contrast.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDateTime>
 #include <QLabel>
@@ -28,6 +30,7 @@ QLabel *createSimulatedLabel(QWidget *parent)
     label->setAutoFillBackground(true);
     label->setBackgroundRole(QPalette::Highlight);
     label->setForegroundRole(QPalette::HighlightedText);
+    label->setPalette(withReadableHighlights(QApplication::palette()));
     label->setContentsMargins(8, 2, 8, 2);
     label->setToolTip(FeedWindow::tr("These trades never happened: they are computed."));
     return label;

@@ -150,6 +150,11 @@ void ShortTextDelegate::drawCustomText(QPainter *painter, const QStyleOptionView
     Vantix::ItemDelegate::drawCustomText(painter, opt, text);
 }
 
+QRect ShortTextDelegate::textRect(const QStyleOptionViewItem &opt, const QModelIndex &index) const
+{
+    return Vantix::ItemDelegate::textRect(opt, index).adjusted(columnGap, 0, -columnGap, 0);
+}
+
 void ShortTextDelegate::setMarked(const TextMatcher &matcher, const QList<int> &columns)
 {
     m_marked = matcher;

@@ -25,6 +25,10 @@ public:
     //! Cells that are wider, in logical pixels, are painted without a picture of them.
     static constexpr int widestPicture = 4096;
 
+    //! Logical pixels that separate a text from those of the columns beside it, besides the
+    //! style's margin.
+    static constexpr int columnGap = 3;
+
     //! A delegate without grid lines; \a view is its parent.
     explicit ShortTextDelegate(QAbstractItemView *view);
 
@@ -33,6 +37,8 @@ public:
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
+    QRect textRect(const QStyleOptionViewItem &opt, const QModelIndex &index) const override;
+
     //! Colours matches of \a matcher in the logical \a columns. The view has to be painted
     //! anew then.
     void setMarked(const TextMatcher &matcher, const QList<int> &columns);
