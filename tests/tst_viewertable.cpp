@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "alignments.h"
+#include "basics/alignments.h"
 #include "windows/contrast.h"
 #include "windows/framestatistics.h"
 #include "windows/shorttextdelegate.h"

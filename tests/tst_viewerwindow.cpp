@@ -3,7 +3,7 @@
 
 #include "feed/feedwindow.h"
 #include "files/textfilemodel.h"
-#include "recentfiles.h"
+#include "basics/recentfiles.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"

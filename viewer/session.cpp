@@ -3,8 +3,8 @@
 
 #include "session.h"
 
+#include "basics/recentfiles.h"
 #include "feed/feedwindow.h"
-#include "recentfiles.h"
 #include "windows/filewindow.h"
 
 #include <QApplication>

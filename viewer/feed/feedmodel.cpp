@@ -3,7 +3,7 @@
 
 #include "feedmodel.h"
 
-#include "alignments.h"
+#include "basics/alignments.h"
 
 #include <QColor>
 #include <QDateTime>

@@ -3,7 +3,7 @@
 
 #include "textfilemodel.h"
 
-#include "alignments.h"
+#include "basics/alignments.h"
 #include "controlpictures.h"
 #include "loglevel.h"
 

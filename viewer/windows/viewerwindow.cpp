@@ -3,10 +3,10 @@
 
 #include "viewerwindow.h"
 
+#include "basics/recentfiles.h"
 #include "common.h"
 #include "filterbar.h"
 #include "framestatistics.h"
-#include "recentfiles.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
 #include "viewertable.h"

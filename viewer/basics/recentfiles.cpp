@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "recentfiles.h"
+#include "basics/recentfiles.h"
 
 #include <QFileInfo>
 #include <QSettings>
