@@ -53,6 +53,7 @@ constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
 ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     : m_pages(new QStackedWidget(this))
     , m_table(new ViewerTable(statistics, m_pages))
+    , m_follower(new RowFollower(m_table))
     , m_find(new TableFilter(m_table))
     , m_filterBar(new FilterBar(m_pages))
     , m_message(new QLabel(m_pages))
@@ -76,23 +77,17 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     createMenus();
     createFindPanel();
 
-    m_pinTimer.setSingleShot(true);
     m_growTimer.setSingleShot(true);
     m_growTimer.setInterval(s_growDelay);
-    connect(&m_pinTimer, &QTimer::timeout, this, &ViewerWindow::keepToEdge);
     connect(&m_growTimer, &QTimer::timeout, m_table, &ViewerTable::growColumns);
-    const QScrollBar *bar = m_table->verticalScrollBar();
-    connect(bar, &QScrollBar::valueChanged, this, &ViewerWindow::barMoved);
-    connect(bar, &QScrollBar::rangeChanged, this, [this] {
-        if (isFollowing())
-            m_pinTimer.start(0);
-    });
+    connect(m_table->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            &ViewerWindow::growColumnsSoon);
+    connect(m_follower, &RowFollower::followingChanged, m_followAction, &QAction::setChecked);
+    connect(m_follower, &RowFollower::rowsChanged, this, &ViewerWindow::rowsChanged);
     setAcceptDrops(true);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_table, &QWidget::customContextMenuRequested, this, &ViewerWindow::showContextMenu);
     connect(m_table, &ViewerTable::typed, this, &ViewerWindow::openFindWith);
-    connect(m_table, &ViewerTable::rowPressed, this, [this] { setFollowing(false); });
-    connect(m_table, &ViewerTable::rowReached, this, &ViewerWindow::rowReached);
     const QSize usual(fontMetrics().horizontalAdvance(u'x') * 150, fontMetrics().height() * 40);
     resize(usual.boundedTo(screen()->availableSize() * s_partOfScreen));
 }
@@ -229,7 +224,7 @@ void ViewerWindow::updateFilterBar()
 void ViewerWindow::keepFoundRow()
 {
     const QModelIndex found = m_table->currentIndex();
-    if (isFollowing() && isNewest(found))
+    if (isFollowing() && m_follower->isNewest(found))
         return;
     setFollowing(false);
     showAmongOthers(found);
@@ -241,12 +236,6 @@ void ViewerWindow::markMatches()
     const bool isSought = m_findPanel->isVisible();
     m_table->setMarked(isSought ? m_find->matcherFor(m_findPanel->field()->text()) : TextMatcher(),
                        m_find->columns());
-}
-
-//! By a key: the newest row is where the user follows it again.
-void ViewerWindow::rowReached()
-{
-    setFollowing(isNewest(m_table->currentIndex()) && isAtEdge());
 }
 
 void ViewerWindow::findPanelShown(bool isShown)
@@ -356,8 +345,8 @@ void ViewerWindow::modelAboutToBeShown()
 {
     const QModelIndex current = m_table->currentIndex();
     if (current.isValid() || !m_find->isFiltered())
-        m_hasChosenRow = current.isValid() && !(isFollowing() && isNewest(current));
-    beginChange();
+        m_hasChosenRow = current.isValid() && !(isFollowing() && m_follower->isNewest(current));
+    m_follower->beginChange();
 }
 
 //! The row that was chosen stays in sight when a filter goes, rather than the newest.
@@ -366,42 +355,16 @@ void ViewerWindow::modelShown(QAbstractItemModel *model)
     if (!model)
         return;
     const bool isUnfiltered = model == m_find->source();
-    if (isUnfiltered && m_hasChosenRow && isFollowing() && !isAtEdge())
+    if (isUnfiltered && m_hasChosenRow && isFollowing() && !m_follower->isAtEdge())
         setFollowing(false);
-    followModel(model);
-    endChange();
-    keepToEdge();
-    fitNewColumns();
+    m_follower->follow(model);
     updateFilterBar();
     filterChanged();
 }
 
-//! The view was connected before: what the model announces has reached it when these
-//! slots run at the end of a change.
-void ViewerWindow::followModel(QAbstractItemModel *model)
+void ViewerWindow::rowsChanged()
 {
-    connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &ViewerWindow::beginChange,
-            Qt::UniqueConnection);
-    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &ViewerWindow::beginChange,
-            Qt::UniqueConnection);
-    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::endChange,
-            Qt::UniqueConnection);
-    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::endChange,
-            Qt::UniqueConnection);
-    connect(model, &QAbstractItemModel::rowsInserted, this, &ViewerWindow::fitNewColumns,
-            Qt::UniqueConnection);
-    connect(model, &QAbstractItemModel::modelReset, this, &ViewerWindow::fitNewColumns,
-            Qt::UniqueConnection);
-    connect(model, &QAbstractItemModel::rowsRemoved, &m_filterTimer, qOverload<>(&QTimer::start),
-            Qt::UniqueConnection);
-}
-
-void ViewerWindow::endChange()
-{
-    keepHeldRows();
-    m_modelChanges = false;
-    if (isFollowing())
-        m_pinTimer.start(0);
+    fitNewColumns();
     if (m_find->isFiltered() && !m_filterTimer.isActive())
         m_filterTimer.start();
 }
@@ -415,6 +378,11 @@ void ViewerWindow::fitNewColumns()
         m_columnsFitted = columns;
         m_table->fitColumns();
     }
+    growColumnsSoon();
+}
+
+void ViewerWindow::growColumnsSoon()
+{
     if (!m_growTimer.isActive())
         m_growTimer.start();
 }
@@ -440,67 +408,17 @@ void ViewerWindow::showMessage(const QString &text)
 
 void ViewerWindow::setEdge(Edge edge)
 {
-    m_edge = edge;
-    setFollowing(isFollowing());
+    m_follower->setEdge(edge);
 }
 
 bool ViewerWindow::isFollowing() const
 {
-    return m_followAction->isChecked();
+    return m_follower->isFollowing();
 }
 
 void ViewerWindow::setFollowing(bool on)
 {
-    m_followAction->setChecked(on);
-    // Decides where the view keeps a table that is shorter than the window.
-    const bool keepTop = on == (m_edge == Edge::Top);
-    m_table->header()->setSortIndicator(-1, keepTop ? Qt::AscendingOrder : Qt::DescendingOrder);
-    if (on)
-        keepToEdge();
-}
-
-bool ViewerWindow::isAtEdge() const
-{
-    const QScrollBar *bar = m_table->verticalScrollBar();
-    return bar->value() == (m_edge == Edge::Top ? bar->minimum() : bar->maximum());
-}
-
-bool ViewerWindow::isNewest(const QModelIndex &index) const
-{
-    return index.isValid() && index.row() == (m_edge == Edge::Top ? 0 : rows() - 1);
-}
-
-void ViewerWindow::keepToEdge()
-{
-    QScrollBar *bar = m_table->verticalScrollBar();
-    if (isFollowing())
-        bar->setValue(m_edge == Edge::Top ? bar->minimum() : bar->maximum());
-}
-
-//! A view at its edge stays there by itself. If that is not wanted, what is seen now is seen
-//! after the change as well.
-void ViewerWindow::beginChange()
-{
-    m_modelChanges = true;
-    const bool isHeld = !isFollowing() && isAtEdge() && rows() > 0;
-    m_held = isHeld ? m_table->model()->index(qMax(m_table->firstSeenRow(), 0), 0) : QModelIndex();
-}
-
-void ViewerWindow::keepHeldRows()
-{
-    if (!m_held.isValid() || m_held.model() != m_table->model())
-        return;
-    m_table->verticalScrollBar()->setValue(m_held.row());
-    m_held = QModelIndex();
-}
-
-void ViewerWindow::barMoved()
-{
-    if (!m_growTimer.isActive())
-        m_growTimer.start();
-    const bool isMovedByUser = !m_modelChanges && !m_table->isFitting();
-    if (isMovedByUser && isFollowing() != isAtEdge())
-        setFollowing(isAtEdge());
+    m_follower->setFollowing(on);
 }
 
 QString ViewerWindow::selectedText(RowFormat format, bool *isCut) const

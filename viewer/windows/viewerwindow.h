@@ -4,10 +4,10 @@
 #ifndef VIEWERWINDOW_H
 #define VIEWERWINDOW_H
 
+#include "rowfollower.h"
 #include "rowtexts.h"
 
 #include <QMainWindow>
-#include <QPersistentModelIndex>
 #include <QTimer>
 
 class FilterBar;
@@ -24,21 +24,13 @@ class ViewerTable;
 
 /*!
  * \brief A window with one table that keeps to its first or last row as rows arrive.
- *
- * Following begins switched on, ends when the user scrolls away from the edge, clicks on
- * a row or goes to another than the newest by a key, and begins again when he comes back
- * to the edge; the action shows and sets it.
  */
 class ViewerWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    //! The side of the table on which rows arrive.
-    enum class Edge {
-        Top,
-        End
-    };
+    using Edge = RowFollower::Edge;
 
     //! An empty window whose frames go to \a statistics, which must outlive it.
     explicit ViewerWindow(FrameStatistics *statistics);
@@ -126,21 +118,15 @@ private:
     void chooseFile();
     void fillRecentMenu(QMenu *menu);
     void showAbout();
-    void followModel(QAbstractItemModel *model);
     void modelAboutToBeShown();
     void modelShown(QAbstractItemModel *model);
-    void barMoved();
-    void keepToEdge();
-    bool isAtEdge() const;
-    bool isNewest(const QModelIndex &index) const;
-    void keepHeldRows();
-    void rowReached();
-    void beginChange();
-    void endChange();
+    void rowsChanged();
     void fitNewColumns();
+    void growColumnsSoon();
 
     QStackedWidget *m_pages;           //!< table or message
     ViewerTable *m_table;              //!< on page 0, below m_filterBar
+    RowFollower *m_follower;           //!< keeps the table to its edge
     TableFilter *m_find;               //!< searches and filters the table
     FilterBar *m_filterBar;            //!< above the table, while rows are filtered
     FindPanel *m_findPanel = nullptr;  //!< at the bottom, hidden at first
@@ -156,12 +142,8 @@ private:
     QAction *m_filterAction = nullptr; //!< checked while rows are filtered
     QAction *m_goToAction = nullptr;   //!< Ctrl+G
     QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
-    Edge m_edge = Edge::End;           //!< followed
-    bool m_modelChanges = false;       //!< the view moves the bar, not the user
-    QPersistentModelIndex m_held;      //!< the first row seen before a change
     bool m_hasChosenRow = false;       //!< before rows were filtered, or of those shown since
     int m_columnsFitted = 0;           //!< columns when widths were last taken; 0 for never
-    QTimer m_pinTimer {this};          //!< goes to the edge when the view is done
     double m_filtering = 1;            //!< part of the rows looked at for a filter
     QTimer m_filterTimer {this};       //!< gathers changes of what m_filterBar says
     QTimer m_growTimer {this};         //!< widens columns when scrolling pauses
