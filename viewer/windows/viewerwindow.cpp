@@ -4,6 +4,7 @@
 #include "viewerwindow.h"
 
 #include "common.h"
+#include "detailpane.h"
 #include "filterbar.h"
 #include "framestatistics.h"
 #include "search/findpanel.h"
@@ -70,6 +71,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     createFindActions();
     createMenus();
     createFindPanel();
+    createRowPane();
 
     m_pinTimer.setSingleShot(true);
     m_growTimer.setSingleShot(true);
@@ -165,6 +167,15 @@ void ViewerWindow::createFindPanel()
     connect(m_findPanel, &QToolBar::visibilityChanged, this, &ViewerWindow::findPanelShown);
     connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::modelAboutToBeShown);
     connect(m_find, &TableFilter::modelShown, this, &ViewerWindow::modelShown);
+}
+
+void ViewerWindow::createRowPane()
+{
+    m_rowPane = new DetailPane(m_table, this);
+    addDockWidget(Qt::BottomDockWidgetArea, m_rowPane);
+    connect(m_find, &TableFilter::modelShown, m_rowPane, &DetailPane::followTable);
+    m_viewMenu->addSeparator();
+    m_viewMenu->addAction(m_rowPane->toggleViewAction());
 }
 
 void ViewerWindow::openFind()

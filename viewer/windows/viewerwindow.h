@@ -10,6 +10,7 @@
 #include <QPersistentModelIndex>
 #include <QTimer>
 
+class DetailPane;
 class FilterBar;
 class FindPanel;
 class FrameStatistics;
@@ -44,6 +45,7 @@ public:
     explicit ViewerWindow(FrameStatistics *statistics);
 
     ViewerTable *table() const { return m_table; }
+    DetailPane *rowPane() const { return m_rowPane; }
     //! Rows of the table; 0 without a model. Those that a filter hides do not count.
     int rows() const;
     bool isFollowing() const;
@@ -111,6 +113,7 @@ private:
     void createFindActions();
     void createMenus();
     void createFindPanel();
+    void createRowPane();
     void findAgain(bool forward);
     void keepFoundRow();
     void copyRows(RowFormat format);
@@ -142,6 +145,7 @@ private:
     FilterBar *m_filterBar;            //!< above the table, while rows are filtered
     FindPanel *m_findPanel = nullptr;  //!< at the bottom, hidden at first
     QLabel *m_message;                 //!< page 1
+    DetailPane *m_rowPane = nullptr;   //!< at the bottom, hidden at first
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action
