@@ -9,6 +9,7 @@
 #include "framestatistics.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
+#include "selectionsums.h"
 #include "viewertable.h"
 
 #include <QAction>
@@ -72,6 +73,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     createMenus();
     createFindPanel();
     createRowPane();
+    createSums();
 
     m_pinTimer.setSingleShot(true);
     m_growTimer.setSingleShot(true);
@@ -176,6 +178,24 @@ void ViewerWindow::createRowPane()
     connect(m_find, &TableFilter::modelShown, m_rowPane, &DetailPane::followTable);
     m_viewMenu->addSeparator();
     m_viewMenu->addAction(m_rowPane->toggleViewAction());
+}
+
+void ViewerWindow::createSums()
+{
+    m_sums = new SelectionSums(m_table, this);
+    auto *label = new QLabel(this);
+    label->setObjectName(QStringLiteral("sumsLabel"));
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setMinimumWidth(1); // long sums make no wide window
+    label->hide();
+    statusBar()->addPermanentWidget(label);
+    connect(m_sums, &SelectionSums::textChanged, label, [label](const QString &text) {
+        label->setText(text);
+        label->setToolTip(text);
+        label->setVisible(!text.isEmpty());
+    });
+    connect(m_find, &TableFilter::modelShown, m_sums, &SelectionSums::followTable);
 }
 
 void ViewerWindow::openFind()

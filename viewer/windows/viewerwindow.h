@@ -20,6 +20,7 @@ class QLabel;
 class QMenu;
 class QStackedWidget;
 class QToolBar;
+class SelectionSums;
 class TableFilter;
 class ViewerTable;
 
@@ -46,6 +47,7 @@ public:
 
     ViewerTable *table() const { return m_table; }
     DetailPane *rowPane() const { return m_rowPane; }
+    SelectionSums *sums() const { return m_sums; }
     //! Rows of the table; 0 without a model. Those that a filter hides do not count.
     int rows() const;
     bool isFollowing() const;
@@ -114,6 +116,7 @@ private:
     void createMenus();
     void createFindPanel();
     void createRowPane();
+    void createSums();
     void findAgain(bool forward);
     void keepFoundRow();
     void copyRows(RowFormat format);
@@ -146,6 +149,7 @@ private:
     FindPanel *m_findPanel = nullptr;  //!< at the bottom, hidden at first
     QLabel *m_message;                 //!< page 1
     DetailPane *m_rowPane = nullptr;   //!< at the bottom, hidden at first
+    SelectionSums *m_sums = nullptr;   //!< what the status bar tells of selected rows
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action
