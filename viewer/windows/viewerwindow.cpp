@@ -7,6 +7,7 @@
 #include "detailpane.h"
 #include "filterbar.h"
 #include "framestatistics.h"
+#include "rowexportdialog.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
 #include "selectionsums.h"
@@ -288,6 +289,10 @@ void ViewerWindow::createMenus()
     m_fileMenu = menuBar()->addMenu(tr("&File"));
     QAction *open = m_fileMenu->addAction(tr("&Open…"), this, &ViewerWindow::chooseFile);
     open->setShortcut(QKeySequence::Open);
+    m_fileMenu
+        ->addAction(tr("Save &Rows As…"), this,
+                    [this] { RowExportDialog::saveRowsAs(m_table, this); })
+        ->setShortcut(QKeySequence::SaveAs);
     QAction *close = m_fileMenu->addAction(tr("&Close"), this, &QWidget::close);
     close->setShortcut(QKeySequence::Close);
     QAction *quit = m_fileMenu->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);
