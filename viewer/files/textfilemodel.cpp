@@ -194,6 +194,14 @@ QString TextFileModel::readLine(qint64 line) const
     return m_format.lineText(whole, false) + QChar(0x2026);
 }
 
+QByteArray TextFileModel::rowBytes(int row, qint64 most) const
+{
+    if (row < 0 || row >= rowCount() || most <= 0)
+        return {};
+    const LineSpan span = m_index.line(lineOfRow(row));
+    return m_file->readAt(span.offset, qint64(qMin(span.length, quint64(most))));
+}
+
 //! Bytes of the file, valid until the next call. Who asks for what is near to the bytes
 //! read last goes through the lines one by one, up or down: then a block is read.
 QByteArrayView TextFileModel::bytesAt(quint64 offset, quint64 size) const

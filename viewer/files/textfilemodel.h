@@ -120,6 +120,10 @@ public:
     //! nothing if the bytes of a line do not tell.
     std::optional<BytePattern> patternFor(const QString &text, const QList<int> &columns) const;
 
+    //! The bytes of \a row as they are in the file, the end of its line included; only the first
+    //! \a most of them. Empty outside of the rows.
+    QByteArray rowBytes(int row, qint64 most) const;
+
     //! Where look() has come to.
     struct Sighting
     {

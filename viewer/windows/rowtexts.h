@@ -26,14 +26,14 @@ public:
     //! The names of the columns.
     QString header() const;
     QString row(int row) const;
+    //! \a fields of the columns as a row of the format.
+    QString joined(const QStringList &fields) const;
 
     //! The rows of \a selection in the model's order, each once, at most \a most of them,
     //! with \a isCut set if there were more. With a header if the format has one.
     QString rows(const QItemSelection &selection, int most, bool *isCut = nullptr) const;
 
 private:
-    QString joined(const QStringList &fields) const;
-
     const QAbstractItemModel *m_model;
     QList<int> m_columns;
     RowFormat m_format;

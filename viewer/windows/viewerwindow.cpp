@@ -5,10 +5,13 @@
 
 #include "basics/recentfiles.h"
 #include "common.h"
+#include "detailpane.h"
 #include "filterbar.h"
 #include "framestatistics.h"
+#include "rowexportdialog.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
+#include "selectionsums.h"
 #include "viewertable.h"
 
 #include <QAction>
@@ -76,6 +79,8 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     createFindActions();
     createMenus();
     createFindPanel();
+    createRowPane();
+    createSums();
 
     m_growTimer.setSingleShot(true);
     m_growTimer.setInterval(s_growDelay);
@@ -168,6 +173,33 @@ void ViewerWindow::createFindPanel()
     connect(m_find, &TableFilter::modelShown, this, &ViewerWindow::modelShown);
 }
 
+void ViewerWindow::createRowPane()
+{
+    m_rowPane = new DetailPane(m_table, this);
+    addDockWidget(Qt::BottomDockWidgetArea, m_rowPane);
+    connect(m_find, &TableFilter::modelShown, m_rowPane, &DetailPane::followTable);
+    m_viewMenu->addSeparator();
+    m_viewMenu->addAction(m_rowPane->toggleViewAction());
+}
+
+void ViewerWindow::createSums()
+{
+    m_sums = new SelectionSums(m_table, this);
+    auto *label = new QLabel(this);
+    label->setObjectName(QStringLiteral("sumsLabel"));
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setMinimumWidth(1); // long sums make no wide window
+    label->hide();
+    statusBar()->addPermanentWidget(label);
+    connect(m_sums, &SelectionSums::textChanged, label, [label](const QString &text) {
+        label->setText(text);
+        label->setToolTip(text);
+        label->setVisible(!text.isEmpty());
+    });
+    connect(m_find, &TableFilter::modelShown, m_sums, &SelectionSums::followTable);
+}
+
 void ViewerWindow::openFind()
 {
     m_findPanel->openFind();
@@ -254,6 +286,10 @@ void ViewerWindow::createMenus()
     open->setShortcut(QKeySequence::Open);
     QMenu *recent = m_fileMenu->addMenu(tr("Open &Recent"));
     connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecentMenu(recent); });
+    m_fileMenu
+        ->addAction(tr("Save &Rows As…"), this,
+                    [this] { RowExportDialog::saveRowsAs(m_table, this); })
+        ->setShortcut(QKeySequence::SaveAs);
     QAction *close = m_fileMenu->addAction(tr("&Close"), this, &QWidget::close);
     close->setShortcut(QKeySequence::Close);
     QAction *quit = m_fileMenu->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);

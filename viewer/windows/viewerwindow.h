@@ -10,6 +10,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+class DetailPane;
 class FilterBar;
 class FindPanel;
 class FrameStatistics;
@@ -19,6 +20,7 @@ class QLabel;
 class QMenu;
 class QStackedWidget;
 class QToolBar;
+class SelectionSums;
 class TableFilter;
 class ViewerTable;
 
@@ -36,6 +38,8 @@ public:
     explicit ViewerWindow(FrameStatistics *statistics);
 
     ViewerTable *table() const { return m_table; }
+    DetailPane *rowPane() const { return m_rowPane; }
+    SelectionSums *sums() const { return m_sums; }
     //! Rows of the table; 0 without a model. Those that a filter hides do not count.
     int rows() const;
     bool isFollowing() const;
@@ -105,6 +109,8 @@ private:
     void createFindActions();
     void createMenus();
     void createFindPanel();
+    void createRowPane();
+    void createSums();
     void findAgain(bool forward);
     void keepFoundRow();
     void copyRows(RowFormat format);
@@ -131,6 +137,8 @@ private:
     FilterBar *m_filterBar;            //!< above the table, while rows are filtered
     FindPanel *m_findPanel = nullptr;  //!< at the bottom, hidden at first
     QLabel *m_message;                 //!< page 1
+    DetailPane *m_rowPane = nullptr;   //!< at the bottom, hidden at first
+    SelectionSums *m_sums = nullptr;   //!< what the status bar tells of selected rows
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "wholerow.h"
+
+#include "textfilemodel.h"
+
+#include <QAbstractProxyModel>
+
+namespace {
+
+QModelIndex inSource(QModelIndex index)
+{
+    while (const auto *proxy = qobject_cast<const QAbstractProxyModel *>(index.model()))
+        index = proxy->mapToSource(index);
+    return index;
+}
+
+WholeRow rowOfFile(const TextFileModel &model, int row, qint64 mostBytes)
+{
+    WholeRow whole;
+    whole.bytes = model.rowBytes(row, mostBytes + 1); // one more tells whether there are more
+    whole.isCut = whole.bytes.size() > mostBytes;
+    whole.bytes.truncate(qsizetype(mostBytes));
+    const TextFormat &format = model.format();
+    const QString text = whole.isCut
+        ? format.lineText(format.encoding.withoutPartialCharacter(whole.bytes), false)
+        : format.lineText(whole.bytes, true);
+    whole.isLine = !format.isDelimited();
+    if (whole.isLine)
+        whole.fields << model.index(row, 0).data().toString() << text;
+    else
+        whole.fields = splitFields(text, format.delimiter, format.names.size());
+    while (whole.fields.size() < model.columnCount())
+        whole.fields << QString();
+    return whole;
+}
+
+} // namespace
+
+WholeRow wholeRow(const QModelIndex &index, qint64 mostBytes)
+{
+    const QModelIndex source = inSource(index);
+    if (const auto *file = qobject_cast<const TextFileModel *>(source.model()))
+        return rowOfFile(*file, source.row(), mostBytes);
+    WholeRow whole;
+    const int columns = source.isValid() ? source.model()->columnCount() : 0;
+    for (int column = 0; column < columns; ++column)
+        whole.fields << source.siblingAtColumn(column).data().toString();
+    return whole;
+}

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ROWDETAILS_H
+#define ROWDETAILS_H
+
+#include <QByteArray>
+#include <QModelIndex>
+#include <QString>
+
+//! A row for somebody who reads it whole.
+struct RowDetails
+{
+    QString text;        //!< line feeds between its lines
+    bool isDump = false; //!< hexadecimal; its lines are not to be wrapped
+
+    static constexpr qint64 mostBytes = 1 << 20;   //!< read of a row
+    static constexpr qsizetype mostDumped = 65536; //!< bytes in hexadecimal
+    static constexpr qsizetype mostText = 1 << 20; //!< characters, or a few more
+};
+
+//! The row of \a index: the text alone if it is its only one, else names and values of all
+//! columns. What is JSON is indented, and what is no text, as NUL or many control characters
+//! in it tell, is dumped. An ellipsis stands for what is left out.
+RowDetails rowDetails(const QModelIndex &index);
+
+//! Lines of an offset, 16 bytes in hexadecimal, and those of them that are ASCII.
+QString hexDump(QByteArrayView bytes);
+
+#endif // ROWDETAILS_H
