@@ -575,7 +575,8 @@ void tst_ViewerModel::survivesDeletion()
 
 void tst_ViewerModel::showsEmptyTextForLinesCutOff()
 {
-    write("a\nb\n");
+    // Too far from the first line to be read with it, whoever looks at that.
+    write(QByteArray(200'000, 'a') + "\nb\n");
     TestedModel model(m_path);
     QTRY_COMPARE(model.rowCount(), 2);
     // Nothing is processed between cut and look: the model cannot know yet.
