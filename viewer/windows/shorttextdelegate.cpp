@@ -164,13 +164,14 @@ void ShortTextDelegate::setMarked(const TextMatcher &matcher, const QList<int> &
 //! A picture with marks is another than one without.
 QString ShortTextDelegate::cacheKey(const QStyleOptionViewItem &option, double dpr) const
 {
-    const QString key = Vantix::ItemDelegate::cacheKey(option, dpr);
+    QString key = Vantix::ItemDelegate::cacheKey(option, dpr);
     if (!m_markedColumns.contains(option.index.column()))
         return key;
     const TextRules &rules = m_marked.rules();
     const int kind =
         int(rules.matchesCase) + 2 * int(rules.wholeWords) + 4 * int(rules.isExpression);
-    return key + QLatin1Char('m') + QString::number(kind) + m_marked.text();
+    key += QLatin1Char('m') + QString::number(kind) + m_marked.text();
+    return key;
 }
 
 //! Where \a text, which stands in \a room, is as wide as \a width.
