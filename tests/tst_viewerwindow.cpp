@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "basics/recentfiles.h"
 #include "feed/feedwindow.h"
 #include "files/textfilemodel.h"
-#include "basics/recentfiles.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
