@@ -40,6 +40,9 @@ need_packages() {
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-l10n-tools qt6-qpa-plugins
   fonts-dejavu-core libarchive-dev)
 
+# Files that begin with precompiled headers are kept too.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
+
 # configure PRESET [OPTION...]: configures a preset, through ccache where there is one.
 configure() {
   local preset=$1

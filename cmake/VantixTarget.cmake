@@ -31,3 +31,24 @@ function(vantix_configure_target target)
     target_link_options(${target} PRIVATE --coverage)
   endif()
 endfunction()
+
+# vantix_precompile_headers(TARGET HEADER...) reads Qt's headers once for all files of TARGET,
+# which is two fifths of the time that many of them take to compile. Only for programs: each
+# file of the library compiles with nothing but what it includes itself.
+function(vantix_precompile_headers target)
+  target_precompile_headers(${target} PRIVATE ${ARGN})
+  vantix_let_ccache_precompile(${target})
+endfunction()
+
+# vantix_reuse_headers(TARGET OTHER) takes what was precompiled for OTHER, whose flags are the same.
+function(vantix_reuse_headers target other)
+  target_precompile_headers(${target} REUSE_FROM ${other})
+  vantix_let_ccache_precompile(${target})
+endfunction()
+
+# What ccache wants to be told before it keeps files that begin with precompiled headers.
+function(vantix_let_ccache_precompile target)
+  target_compile_options(${target} PRIVATE
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
+    "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
+endfunction()
