@@ -54,6 +54,8 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     , m_model(std::make_unique<TextFileModel>(path, request))
 {
     setWindowTitle(title(path));
+    if (path != QLatin1String("-"))
+        setWindowFilePath(QFileInfo(path).absoluteFilePath());
     createStopAction();
     createStatusBar();
     table()->useFixedFont();
