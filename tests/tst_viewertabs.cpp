@@ -137,8 +137,9 @@ void tst_ViewerTabs::tellsEqualNamesApart()
     const TabWindow *window = m_windows->windowOf(first);
     QCOMPARE(tabTexts(window), QStringList({"a.log"}));
     FileWindow *second = open("y/a.log");
-    QCOMPARE(tabTexts(window),
-             QStringList({QDir::toNativeSeparators("x/a.log"), QDir::toNativeSeparators("y/a.log")}));
+    QCOMPARE(
+        tabTexts(window),
+        QStringList({QDir::toNativeSeparators("x/a.log"), QDir::toNativeSeparators("y/a.log")}));
     QVERIFY(window->tabs()->tabToolTip(0).contains(m_directory->filePath("x").section('/', -2)));
     first->close();
     QCOMPARE(tabTexts(window), QStringList({"a.log"}));
@@ -205,10 +206,15 @@ void tst_ViewerTabs::closesTabs()
     QCOMPARE(closed.size(), 1);
     QCOMPARE(window->pages(), QList<ViewerWindow *> {second});
     QVERIFY(window->isVisible());
+    QCOMPARE(windowClosed.size(), 0);
+    QList<ViewerWindow *> last;
+    connect(m_windows.get(), &TabWindows::aboutToClose, this,
+            [&last](const TabWindow *closing) { last = closing->pages(); });
     second->close();
+    QCOMPARE(windowClosed.size(), 1);
+    QCOMPARE(last, QList<ViewerWindow *> {second});
     QVERIFY(!window->isVisible());
     QVERIFY(m_windows->windows().isEmpty());
-    QCOMPARE(windowClosed.size(), 0);
 }
 
 void tst_ViewerTabs::closesAllTabsWithTheWindow()

@@ -19,6 +19,7 @@ const QString s_noHeader = QStringLiteral("no-header");
 const QString s_noFollow = QStringLiteral("no-follow");
 const QString s_delimiter = QStringLiteral("delimiter");
 const QString s_encoding = QStringLiteral("encoding");
+const QString s_feed = QStringLiteral("feed");
 const QString s_rate = QStringLiteral("rate");
 const QString s_newRows = QStringLiteral("new-rows");
 const QString s_seconds = QStringLiteral("seconds");
@@ -35,8 +36,8 @@ QString tr(const char *text)
 void describe(QCommandLineParser *parser)
 {
     parser->setApplicationDescription(
-        tr("Opens text files of any size, each in a window of its own, and follows them as they\n"
-           "grow. Without a file it shows a simulated market feed."));
+        tr("Opens text files of any size, each behind a tab, and follows them as they grow.\n"
+           "Without a file it opens what was open last time."));
     parser->addPositionalArgument(tr("file"), tr("Text file, pipe, or - for standard input."),
                                   tr("[file...]"));
     parser->addOptions({
@@ -51,6 +52,7 @@ void describe(QCommandLineParser *parser)
          tr("The text is in the encoding <name>: utf-8, utf-16le, utf-16be, utf-32le, utf-32be, "
             "latin-1, cp1252 or another one of a byte per character. Recognised by default."),
          tr("name")},
+        {s_feed, tr("Show a simulated market feed if no file is named.")},
         {s_rate, tr("New rows per second of the feed, 0 to 50000."), tr("rows"),
          QStringLiteral("1000")},
         {s_newRows, tr("New rows of the feed appear at the top or at the end."), tr("top|end"),
@@ -108,6 +110,7 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
         return tr("--new-rows wants top or end.");
     if (newRows == QLatin1String("end"))
         options->newRows = FeedModel::NewRows::AtEnd;
+    options->hasFeed = parser.isSet(s_feed) || parser.isSet(s_rate) || parser.isSet(s_newRows);
     const QString problem = readNumbers(parser, options);
     if (!options->screenshot.isEmpty() && !options->seconds)
         options->seconds = 1;

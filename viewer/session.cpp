@@ -3,26 +3,28 @@
 
 #include "session.h"
 
+#include "basics/endsignals.h"
 #include "basics/recentfiles.h"
 #include "feed/feedwindow.h"
 #include "windows/filewindow.h"
+#include "windows/tabwindow.h"
+#include "windows/welcomewindow.h"
 
 #include <QApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPixmap>
-#include <QSettings>
 #include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
 #include <cstdio>
 #include <sys/resource.h>
+#include <utility>
 
 namespace {
 
-const QString s_geometry = QStringLiteral("windowGeometry"); // in the settings
-constexpr int s_waitTime = 10;                               // ms between looks for a first frame
+constexpr int s_waitTime = 10; // ms between looks for a first frame
 constexpr int s_mostWaits = 200;
 
 qint64 peakResidentBytes()
@@ -47,12 +49,12 @@ Session::~Session() = default;
 
 int Session::run()
 {
-    if (m_options.files.isEmpty())
-        add(std::make_unique<FeedWindow>(m_options.rate, m_options.newRows, &m_statistics));
-    for (const QString &path : m_options.files) {
-        open(path);
-        m_asked.insert(m_windows.back().get());
-    }
+    EndSignals endSignals;
+    connect(&endSignals, &EndSignals::received, this, &Session::quit);
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &Session::save);
+    connect(&m_tabs, &TabWindows::created, this, &Session::windowCreated);
+    connect(&m_tabs, &TabWindows::aboutToClose, this, &Session::save);
+    begin();
     if (m_options.seconds) {
         QTimer::singleShot(qRound(*m_options.seconds * 1000), this, [this] {
             m_timeIsOver = true;
@@ -69,37 +71,130 @@ int Session::run()
     return isSaved && !m_hasFailed ? 0 : 1;
 }
 
+void Session::begin()
+{
+    const QList<SavedWindow> saved = isWatched() ? SavedSession::load() : QList<SavedWindow>();
+    if (!saved.isEmpty())
+        m_geometry = saved.first().geometry;
+    for (const QString &path : m_options.files)
+        m_asked.insert(open(path));
+    if (!m_windows.empty()) {
+        m_tabs.windows().first()->setCurrent(m_windows.front().get());
+        return;
+    }
+    if (m_options.hasFeed || !isWatched())
+        openFeed();
+    else
+        restore(saved);
+    if (m_windows.empty())
+        add(std::make_unique<WelcomeWindow>(&m_statistics), nullptr);
+}
+
+void Session::restore(const QList<SavedWindow> &windows)
+{
+    QList<ViewerWindow *> inFront;
+    for (const SavedWindow &saved : windows) {
+        m_geometry = saved.geometry;
+        QList<ViewerWindow *> pages;
+        for (const PageState &state : saved.pages) {
+            pages.append(open(state.path, pages.value(0)));
+            if (pages.size() == 1)
+                m_tabs.detach(pages.first());
+            pages.last()->restore(state);
+        }
+        if (!pages.isEmpty())
+            inFront.append(pages.at(saved.current));
+    }
+    for (ViewerWindow *page : inFront)
+        m_tabs.windowOf(page)->setCurrent(page);
+}
+
+void Session::windowCreated(TabWindow *window)
+{
+    window->restoreGeometry(std::exchange(m_geometry, {}));
+}
+
 //! A run that ends by itself has no user, and leaves his settings alone.
 bool Session::isWatched() const
 {
     return !m_options.seconds;
 }
 
-void Session::open(const QString &path)
+//! What windows are open, and what they show. The simulated feed is not kept.
+void Session::save() const
+{
+    if (!isWatched() || m_isEnding)
+        return;
+    QList<SavedWindow> saved;
+    const QList<TabWindow *> windows = m_tabs.windows();
+    for (const TabWindow *window : windows) {
+        SavedWindow kept {window->saveGeometry(), {}, 0};
+        const QList<ViewerWindow *> pages = window->pages();
+        for (const ViewerWindow *page : pages) {
+            if (page == window->current())
+                kept.current = int(kept.pages.size());
+            if (!page->windowFilePath().isEmpty())
+                kept.pages.append(page->state());
+        }
+        saved.append(kept);
+    }
+    SavedSession::save(saved);
+}
+
+//! Closes all windows, which are open again next time.
+void Session::quit()
+{
+    save();
+    m_isEnding = true;
+    QApplication::closeAllWindows();
+    m_isEnding = false;
+}
+
+ViewerWindow *Session::open(const QString &path, const ViewerWindow *beside)
 {
     const QUrl url(path);
     const QString file = url.isLocalFile() ? url.toLocalFile() : path;
     if (isWatched())
         RecentFiles::add(file);
-    add(std::make_unique<FileWindow>(file, m_options.format, &m_statistics));
+    return add(std::make_unique<FileWindow>(file, m_options.format, &m_statistics), beside);
 }
 
-void Session::add(std::unique_ptr<ViewerWindow> window)
+ViewerWindow *Session::openFeed(const ViewerWindow *beside)
+{
+    return add(std::make_unique<FeedWindow>(m_options.rate, m_options.newRows, &m_statistics),
+               beside);
+}
+
+void Session::openFrom(ViewerWindow *page, const QString &path)
+{
+    open(path, page);
+    leave(page);
+}
+
+//! What was opened takes the place of the page of welcome.
+void Session::leave(ViewerWindow *page)
+{
+    if (qobject_cast<WelcomeWindow *>(page))
+        page->close();
+}
+
+ViewerWindow *Session::add(std::unique_ptr<ViewerWindow> window, const ViewerWindow *beside)
 {
     ViewerWindow *added = window.get();
-    connect(added, &ViewerWindow::openRequested, this, &Session::open);
-    connect(added, &ViewerWindow::settled, this, &Session::endWhenSettled);
-    connect(added, &ViewerWindow::closed, this, [this, added] {
-        if (isWatched())
-            QSettings().setValue(s_geometry, added->saveGeometry());
-        forget(added);
+    connect(added, &ViewerWindow::openRequested, this,
+            [this, added](const QString &path) { openFrom(added, path); });
+    connect(added, &ViewerWindow::feedRequested, this, [this, added] {
+        openFeed(added);
+        leave(added);
     });
-    if (isWatched() && m_windows.empty())
-        added->restoreGeometry(QSettings().value(s_geometry).toByteArray());
+    connect(added, &ViewerWindow::quitRequested, this, &Session::quit);
+    connect(added, &ViewerWindow::settled, this, &Session::endWhenSettled);
+    connect(added, &ViewerWindow::closed, this, [this, added] { forget(added); });
     if (!m_options.follow)
         added->setFollowing(false);
     m_windows.push_back(std::move(window));
-    added->show();
+    m_tabs.add(added, beside);
+    return added;
 }
 
 //! Lets go of a closed window, unless it is the last: the run's end asks it.
@@ -142,7 +237,7 @@ void Session::endWhenSettled()
 
 bool Session::saveScreenshot() const
 {
-    if (m_windows.front()->grab().save(m_options.screenshot, "PNG"))
+    if (m_windows.front()->window()->grab().save(m_options.screenshot, "PNG"))
         return true;
     std::fprintf(stderr, "vantix-viewer: %s cannot be written.\n",
                  qUtf8Printable(m_options.screenshot));

@@ -6,7 +6,9 @@
 
 #include "feed/feedmodel.h"
 #include "files/delimiter.h"
+#include "savedsession.h"
 #include "windows/framestatistics.h"
+#include "windows/tabwindows.h"
 
 #include <QObject>
 #include <QSet>
@@ -21,7 +23,8 @@ class ViewerWindow;
 //! What the command line asks for.
 struct SessionOptions
 {
-    QStringList files;    //!< to open; none for the simulated feed
+    QStringList files;    //!< to open
+    bool hasFeed = false; //!< show the simulated feed if there are no files
     FormatRequest format; //!< of the files
     bool follow = true;   //!< follow from the start
     int rate = 1000;      //!< of the feed, rows per second
@@ -31,7 +34,8 @@ struct SessionOptions
     bool stats = false; //!< print figures at the end
 };
 
-//! One run of the program: a window for each file, or one for the feed.
+//! One run of the program: a page for each file, or one for the feed, or what was open last
+//! time, or a page of welcome.
 class Session : public QObject
 {
     Q_OBJECT
@@ -46,8 +50,16 @@ public:
 
 private:
     bool isWatched() const;
-    void open(const QString &path);
-    void add(std::unique_ptr<ViewerWindow> window);
+    void begin();
+    void restore(const QList<SavedWindow> &windows);
+    void windowCreated(TabWindow *window);
+    void save() const;
+    void quit();
+    ViewerWindow *open(const QString &path, const ViewerWindow *beside = nullptr);
+    ViewerWindow *openFeed(const ViewerWindow *beside = nullptr);
+    void openFrom(ViewerWindow *page, const QString &path);
+    ViewerWindow *add(std::unique_ptr<ViewerWindow> window, const ViewerWindow *beside);
+    void leave(ViewerWindow *page);
     void forget(const ViewerWindow *window);
     void noteFailure(const ViewerWindow &window);
     void endWhenSettled();
@@ -56,7 +68,10 @@ private:
 
     const SessionOptions m_options;                       //!< as given
     FrameStatistics m_statistics;                         //!< frames of all windows
-    std::vector<std::unique_ptr<ViewerWindow>> m_windows; //!< the open ones
+    TabWindows m_tabs;                                    //!< around the pages
+    std::vector<std::unique_ptr<ViewerWindow>> m_windows; //!< the pages
+    QByteArray m_geometry;                                //!< of the first window
+    bool m_isEnding = false;                              //!< all is saved
     bool m_timeIsOver = false;          //!< the run ends as soon as all windows are settled
     int m_waits = 0;                    //!< looks for a first frame after that
     QSet<const ViewerWindow *> m_asked; //!< windows of the files of the command line

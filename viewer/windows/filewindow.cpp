@@ -4,6 +4,7 @@
 #include "filewindow.h"
 
 #include "files/textfilemodel.h"
+#include "formatmenu.h"
 #include "viewertable.h"
 
 #include <QAction>
@@ -18,10 +19,13 @@
 #include <QToolButton>
 
 #include <cstdio>
+#include <initializer_list>
 
 namespace {
 
 constexpr int s_progressSteps = 1000;
+constexpr int s_waitTime = 500;     // ms between looks for a missing file
+constexpr int s_messageTime = 8000; // ms that the status bar tells what happened
 
 using Activity = TextFileModel::Activity;
 
@@ -51,23 +55,70 @@ QString displayPath(const QString &path)
 FileWindow::FileWindow(const QString &path, const FormatRequest &request,
                        FrameStatistics *statistics)
     : ViewerWindow(statistics)
-    , m_model(std::make_unique<TextFileModel>(path, request))
+    , m_path(path)
 {
     setWindowTitle(title(path));
     if (path != QLatin1String("-"))
         setWindowFilePath(QFileInfo(path).absoluteFilePath());
     createStopAction();
     createStatusBar();
+    createFormatMenu();
     table()->useFixedFont();
-    setModel(m_model.get(), Edge::End);
-    connect(m_model.get(), &TextFileModel::statusChanged, this, &FileWindow::updateStatus);
+    m_waitTimer.setInterval(s_waitTime);
+    connect(&m_waitTimer, &QTimer::timeout, this, &FileWindow::waitForFile);
     connect(followAction(), &QAction::toggled, this, &FileWindow::updateStatus);
-    m_model->start();
+    open(request);
 }
 
 FileWindow::~FileWindow()
 {
     removeModel();
+}
+
+void FileWindow::open(const FormatRequest &request)
+{
+    m_request = request;
+    const std::unique_ptr<TextFileModel> former = std::move(m_model);
+    m_model = std::make_unique<TextFileModel>(m_path, request);
+    setModel(m_model.get(), Edge::End);
+    connect(m_model.get(), &TextFileModel::statusChanged, this, &FileWindow::updateStatus);
+    connect(m_model.get(), &QAbstractItemModel::modelReset, this, &FileWindow::tellRestart);
+    m_model->start();
+}
+
+bool FileWindow::canReopen() const
+{
+    return m_path != QLatin1String("-");
+}
+
+void FileWindow::reopen(const FormatRequest &request)
+{
+    if (!canReopen())
+        return;
+    m_waitTimer.stop();
+    const PageState before = state();
+    m_failed = false;
+    showTable();
+    open(request);
+    restore(before);
+}
+
+//! The format is also chosen in the status bar, where it is told.
+void FileWindow::createFormatMenu()
+{
+    m_formatMenu = new FormatMenu(this);
+    m_formatMenu->setEnabled(canReopen());
+    connect(m_formatMenu, &QMenu::aboutToShow, this, [this] { m_formatMenu->show(m_request); });
+    connect(m_formatMenu, &FormatMenu::chosen, this, &FileWindow::reopen);
+    m_formatButton->setMenu(m_formatMenu);
+    m_formatButton->setEnabled(canReopen());
+    viewMenu()->addSeparator();
+    viewMenu()->addMenu(m_formatMenu);
+    auto *reload = new QAction(tr("Re&load"), this);
+    reload->setShortcut(Qt::Key_F5);
+    reload->setEnabled(canReopen());
+    connect(reload, &QAction::triggered, this, [this] { reopen(m_request); });
+    viewMenu()->insertAction(viewMenu()->actions().at(1), reload);
 }
 
 void FileWindow::createStopAction()
@@ -84,7 +135,10 @@ void FileWindow::createStatusBar()
 {
     m_rowsLabel = new QLabel(this);
     m_sizeLabel = new QLabel(this);
-    m_encodingLabel = new QLabel(this);
+    m_formatButton = new QToolButton(this);
+    m_formatButton->setAutoRaise(true);
+    m_formatButton->setPopupMode(QToolButton::InstantPopup);
+    m_formatButton->setToolTip(tr("Encoding and columns"));
     m_activityLabel = new QLabel(tr("Opening…"), this);
     m_progress = new QProgressBar(this);
     m_progress->setRange(0, s_progressSteps);
@@ -97,8 +151,9 @@ void FileWindow::createStatusBar()
     statusBar()->addWidget(m_activityLabel, 1);
     statusBar()->addWidget(m_progress);
     statusBar()->addWidget(m_stopButton);
-    for (QLabel *label : {m_rowsLabel, m_sizeLabel, m_encodingLabel})
-        statusBar()->addPermanentWidget(label);
+    for (QWidget *widget :
+         std::initializer_list<QWidget *> {m_rowsLabel, m_sizeLabel, m_formatButton})
+        statusBar()->addPermanentWidget(widget);
 }
 
 void FileWindow::findPanelShown(bool isShown)
@@ -131,7 +186,7 @@ void FileWindow::updateStatus()
     const QLocale locale;
     m_rowsLabel->setText(rowsText());
     m_sizeLabel->setText(locale.formattedDataSize(qint64(m_model->fileSize())));
-    m_encodingLabel->setText(m_model->encodingName());
+    m_formatButton->setText(formatText());
     m_activityLabel->setText(activityText());
     updateProgress();
     updateStop();
@@ -140,6 +195,8 @@ void FileWindow::updateStatus()
     const bool isOpening = m_model->activity() == Activity::Opening;
     const bool isFirstScreenOpen = m_model->activity() == Activity::Indexing
         && m_model->rowCount() == 0 && m_model->fileSize() > 0;
+    if (!isOpening && !hasMoreToIndex())
+        showAwaitedLine();
     if (m_settled || isOpening || isFirstScreenOpen)
         return;
     m_settled = true;
@@ -210,8 +267,56 @@ void FileWindow::reportFailure()
     const QString path = displayPath(m_model->path());
     std::fprintf(stderr, "vantix-viewer: %s: %s\n", qUtf8Printable(path),
                  qUtf8Printable(m_model->errorString()));
-    if (m_model->rowCount() == 0)
-        showMessage(tr("%1\ncannot be shown: %2").arg(path, m_model->errorString()));
+    if (m_model->rowCount() > 0)
+        return;
+    QString message = tr("%1\ncannot be shown: %2").arg(path, m_model->errorString());
+    if (isAwaited()) {
+        message += u'\n' + tr("It is shown as soon as it is there.");
+        m_waitTimer.start();
+    }
+    showMessage(message);
+}
+
+//! Others may be about to make it.
+bool FileWindow::isAwaited() const
+{
+    return canReopen() && !QFileInfo::exists(m_path);
+}
+
+void FileWindow::waitForFile()
+{
+    if (QFileInfo::exists(m_path))
+        reopen(m_request);
+}
+
+void FileWindow::tellRestart()
+{
+    switch (m_model->lastRestart()) {
+    case TextFileModel::Restart::None:
+    case TextFileModel::Restart::Opened:
+        return;
+    case TextFileModel::Restart::Truncated:
+        statusBar()->showMessage(tr("The file was shortened, and is shown from its beginning."),
+                                 s_messageTime);
+        return;
+    case TextFileModel::Restart::Rewritten:
+        statusBar()->showMessage(tr("The file was written anew."), s_messageTime);
+        return;
+    case TextFileModel::Restart::Replaced:
+        statusBar()->showMessage(tr("Another file has taken its name, and is shown now."),
+                                 s_messageTime);
+        return;
+    }
+}
+
+QString FileWindow::formatText() const
+{
+    QString text = m_model->encodingName();
+    if (m_model->format().isDelimited() && !text.isEmpty())
+        text += QLatin1String(", ") + FormatMenu::delimiterName(m_model->format().delimiter);
+    if (m_model->brokenRecords() > 0)
+        text += QLatin1String(", ") + tr("%L1 open quotes").arg(m_model->brokenRecords());
+    return text;
 }
 
 void FileWindow::closeEvent(QCloseEvent *event)

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class FormatMenu;
 class QProgressBar;
 class QToolButton;
 class TextFileModel;
@@ -29,6 +30,12 @@ public:
     bool isSettled() const override;
     bool hasFailed() const override { return m_failed; }
 
+    //! Opens the file again, in the format that \a request leaves open, at the same row and
+    //! with the same filter. The standard input cannot be read twice: nothing happens.
+    void reopen(const FormatRequest &request);
+    //! What was asked of the format.
+    const FormatRequest &request() const { return m_request; }
+
 protected:
     void filterChanged() override;
     void findPanelShown(bool isShown) override;
@@ -37,19 +44,30 @@ protected:
 private:
     void createStatusBar();
     void createStopAction();
+    void createFormatMenu();
+    void open(const FormatRequest &request);
+    bool canReopen() const;
+    void tellRestart();
     void updateStatus();
     void updateProgress();
     void updateStop();
     bool hasMoreToIndex() const;
     void reportFailure();
+    bool isAwaited() const;
+    void waitForFile();
     void toggleIndexing();
     QString activityText() const;
+    QString formatText() const;
 
+    const QString m_path;                   //!< as given
+    FormatRequest m_request;                //!< see request()
     std::unique_ptr<TextFileModel> m_model; //!< the file
+    QTimer m_waitTimer {this};              //!< looks for a file that is not there yet
+    FormatMenu *m_formatMenu = nullptr;     //!< what the text is taken for
     QAction *m_stopAction = nullptr;        //!< stops indexing, or goes on
     QLabel *m_rowsLabel = nullptr;          //!< number of rows
     QLabel *m_sizeLabel = nullptr;          //!< size of the file
-    QLabel *m_encodingLabel = nullptr;      //!< encoding and columns
+    QToolButton *m_formatButton = nullptr;  //!< encoding; opens m_formatMenu
     QLabel *m_activityLabel = nullptr;      //!< what goes on
     QProgressBar *m_progress = nullptr;     //!< indexed part, while there is more
     QToolButton *m_stopButton = nullptr;    //!< m_stopAction beside the progress

@@ -47,7 +47,8 @@ TabWindow::TabWindow()
     connect(new QShortcut(QKeySequence::PreviousChild, this), &QShortcut::activated, this,
             [step] { step(-1); });
     for (int number = 1; number <= s_numberedTabs; ++number) {
-        auto *shortcut = new QShortcut(QKeySequence(int(Qt::ALT) | (int(Qt::Key_0) + number)), this);
+        auto *shortcut =
+            new QShortcut(QKeySequence(int(Qt::ALT) | (int(Qt::Key_0) + number)), this);
         connect(shortcut, &QShortcut::activated, this,
                 [this, number] { m_tabs->setCurrentIndex(number - 1); });
     }
@@ -116,6 +117,8 @@ void TabWindow::setCurrent(ViewerWindow *page)
 
 void TabWindow::pageClosed()
 {
+    if (m_tabs->count() == 1 && !m_isClosing)
+        Q_EMIT aboutToClose();
     take(qobject_cast<ViewerWindow *>(sender()));
 }
 
@@ -169,8 +172,11 @@ void TabWindow::closeEvent(QCloseEvent *event)
     const QList<ViewerWindow *> open = pages();
     if (!open.isEmpty())
         Q_EMIT aboutToClose();
+    m_isClosing = true;
     for (ViewerWindow *page : open)
         page->close();
-    if (self)
-        QWidget::closeEvent(event);
+    if (!self)
+        return;
+    m_isClosing = false;
+    QWidget::closeEvent(event);
 }

@@ -40,7 +40,7 @@ public:
 Q_SIGNALS:
     //! \a menu is about to be shown beside the tab of \a page.
     void menuWanted(ViewerWindow *page, QMenu *menu);
-    //! The user closed the window: its pages are about to be closed.
+    //! The user closes the window, or its last page: what is there is about to go.
     void aboutToClose();
     //! The last page has gone. The window is closed.
     void emptied();
@@ -55,7 +55,8 @@ private:
     void showTabMenu(QPoint place);
     ViewerWindow *page(int index) const;
 
-    QTabWidget *m_tabs; //!< all there is
+    QTabWidget *m_tabs;       //!< all there is
+    bool m_isClosing = false; //!< the pages are being closed
 };
 
 #endif // TABWINDOW_H

@@ -20,8 +20,11 @@ void TabWindows::add(ViewerWindow *page, const ViewerWindow *beside)
     TabWindow *window = windowOf(beside);
     if (!window)
         window = m_windows.empty() ? create() : m_windows.front().get();
+    const bool isNew = window->pages().isEmpty();
     window->add(page);
     addMenu(page);
+    if (isNew)
+        Q_EMIT created(window);
     window->show();
 }
 
@@ -35,6 +38,7 @@ TabWindow *TabWindows::detach(ViewerWindow *page)
     TabWindow *const window = create();
     window->add(page);
     window->resize(size);
+    Q_EMIT created(window);
     window->show();
     return window;
 }
@@ -77,7 +81,8 @@ TabWindow *TabWindows::create()
     m_windows.push_back(std::make_unique<TabWindow>());
     TabWindow *const window = m_windows.back().get();
     connect(window, &TabWindow::menuWanted, this, &TabWindows::addMoves);
-    connect(window, &TabWindow::aboutToClose, this, [this, window] { Q_EMIT aboutToClose(window); });
+    connect(window, &TabWindow::aboutToClose, this,
+            [this, window] { Q_EMIT aboutToClose(window); });
     connect(window, &TabWindow::emptied, this, [this, window] { forget(window); });
     return window;
 }

@@ -37,7 +37,9 @@ public:
     TabWindow *windowOf(const ViewerWindow *page) const;
 
 Q_SIGNALS:
-    //! The user closed \a window: its pages are about to be closed.
+    //! \a window, which has a page, is about to be shown for the first time.
+    void created(TabWindow *window);
+    //! The user closes \a window, or its last page: what is there is about to go.
     void aboutToClose(TabWindow *window);
 
 private:

@@ -292,7 +292,7 @@ void ViewerWindow::createMenus()
         ->setShortcut(QKeySequence::SaveAs);
     QAction *close = m_fileMenu->addAction(tr("&Close"), this, &QWidget::close);
     close->setShortcut(QKeySequence::Close);
-    QAction *quit = m_fileMenu->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);
+    QAction *quit = m_fileMenu->addAction(tr("&Quit"), this, &ViewerWindow::quitRequested);
     quit->setShortcut(QKeySequence::Quit);
 
     QMenu *editMenu = menuBar()->addMenu(tr("&Edit"));
@@ -367,8 +367,11 @@ void ViewerWindow::showAbout()
 
 void ViewerWindow::setModel(QAbstractItemModel *model, Edge edge)
 {
+    const bool wasFiltered = m_findPanel->hasFilter();
     m_find->setSource(model);
     setEdge(edge);
+    if (wasFiltered)
+        m_findPanel->filter(m_findPanel->field()->text());
 }
 
 void ViewerWindow::removeModel()
@@ -401,6 +404,8 @@ void ViewerWindow::modelShown(QAbstractItemModel *model)
 void ViewerWindow::rowsChanged()
 {
     fitNewColumns();
+    if (m_awaitedLine > 0 && m_find->source()->rowCount() >= m_awaitedLine)
+        showAwaitedLine();
     if (m_find->isFiltered() && !m_filterTimer.isActive())
         m_filterTimer.start();
 }
@@ -413,6 +418,9 @@ void ViewerWindow::fitNewColumns()
     if (columns > 0 && columns != m_columnsFitted) {
         m_columnsFitted = columns;
         m_table->fitColumns();
+        if (m_restored.columnCount == columns)
+            m_table->header()->restoreState(m_restored.columns);
+        m_restored = {};
     }
     growColumnsSoon();
 }
@@ -440,6 +448,50 @@ void ViewerWindow::showMessage(const QString &text)
 {
     m_message->setText(text);
     m_pages->setCurrentWidget(m_message);
+}
+
+void ViewerWindow::showPage(QWidget *page)
+{
+    m_pages->setCurrentIndex(m_pages->addWidget(page));
+}
+
+void ViewerWindow::showTable()
+{
+    m_pages->setCurrentIndex(0);
+}
+
+PageState ViewerWindow::state() const
+{
+    PageState state;
+    state.path = windowFilePath();
+    state.isFollowing = isFollowing();
+    QModelIndex row = m_table->currentIndex();
+    if (!row.isValid())
+        row = m_table->indexAt({0, 0});
+    state.line = m_find->toSource(row).row() + 1;
+    if (m_columnsFitted > 0) {
+        state.columnCount = m_columnsFitted;
+        state.columns = m_table->header()->saveState();
+    }
+    return state;
+}
+
+void ViewerWindow::restore(const PageState &state)
+{
+    m_restored = state;
+    m_columnsFitted = 0;
+    setFollowing(state.isFollowing);
+    m_awaitedLine = state.isFollowing ? 0 : state.line;
+    if (m_find->source())
+        rowsChanged();
+}
+
+//! Somebody who has chosen a row meanwhile, or follows, stays there.
+void ViewerWindow::showAwaitedLine()
+{
+    const int line = std::exchange(m_awaitedLine, 0);
+    if (line > 0 && !isFollowing() && !m_table->currentIndex().isValid())
+        showLine(line);
 }
 
 void ViewerWindow::setEdge(Edge edge)

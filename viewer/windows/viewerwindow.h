@@ -4,6 +4,7 @@
 #ifndef VIEWERWINDOW_H
 #define VIEWERWINDOW_H
 
+#include "pagestate.h"
 #include "rowfollower.h"
 #include "rowtexts.h"
 
@@ -52,6 +53,12 @@ public:
     //! There is nothing to show: it could not be opened.
     virtual bool hasFailed() const { return false; }
 
+    //! How the page is shown. Its path is windowFilePath().
+    PageState state() const;
+    //! Shows it as it was: at the row with the line that was current, as soon as there is one,
+    //! and with columns as wide as they were, if there are as many. The path is left alone.
+    void restore(const PageState &state);
+
     //! Selected rows as text, in the order of the table and of the columns on screen. At
     //! most 100,000 rows, with \a isCut set if there were more.
     QString selectedText(RowFormat format = RowFormat::Tabs, bool *isCut = nullptr) const;
@@ -59,6 +66,10 @@ public:
 Q_SIGNALS:
     //! The user wants another window for \a path.
     void openRequested(const QString &path);
+    //! The user wants to see the simulated market.
+    void feedRequested();
+    //! The user wants to end the program.
+    void quitRequested();
     //! The window was closed by the user.
     void closed();
     //! isSettled() became true.
@@ -74,6 +85,8 @@ public Q_SLOTS:
     void openFind();
     //! The same, with \a text in place of what was there, as if it was typed there.
     void openFindWith(const QString &text);
+    //! Asks for files to open.
+    void chooseFile();
 
 protected:
     //! Shows \a model, which stays the caller's, following \a edge.
@@ -83,6 +96,12 @@ protected:
     void setEdge(Edge edge);
     //! Shows \a text in place of the table.
     void showMessage(const QString &text);
+    //! Shows \a page, which becomes a child, in place of the table.
+    void showPage(QWidget *page);
+    //! Shows the table again after showMessage().
+    void showTable();
+    //! No rows will come soon: restore() waits for its line no longer.
+    void showAwaitedLine();
     //! How many rows there are, and how many of them are shown if there is a filter.
     QString rowsText() const;
     //! The table shows a model for the first time, or rows were filtered, or are all
@@ -121,7 +140,6 @@ private:
     void markMatches();
     void toggleFilter();
     void updateFilterBar();
-    void chooseFile();
     void fillRecentMenu(QMenu *menu);
     void showAbout();
     void modelAboutToBeShown();
@@ -151,6 +169,8 @@ private:
     QAction *m_goToAction = nullptr;   //!< Ctrl+G
     QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
     bool m_hasChosenRow = false;       //!< before rows were filtered, or of those shown since
+    int m_awaitedLine = 0;             //!< to be shown when it is there; 0 for none
+    PageState m_restored;              //!< columns that are to be as they were
     int m_columnsFitted = 0;           //!< columns when widths were last taken; 0 for never
     double m_filtering = 1;            //!< part of the rows looked at for a filter
     QTimer m_filterTimer {this};       //!< gathers changes of what m_filterBar says

@@ -1,0 +1,353 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "feed/feedwindow.h"
+#include "savedsession.h"
+#include "session.h"
+#include "windows/filewindow.h"
+#include "windows/tabwindow.h"
+#include "windows/viewertable.h"
+#include "windows/welcomewindow.h"
+
+#include <QAction>
+#include <QCommandLinkButton>
+#include <QFile>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+#include <csignal>
+#include <functional>
+
+//! The whole program but for its main(), in a run after the other with the same settings.
+class tst_ViewerSession : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void welcomesWhoOpensNothing();
+    void opensFromThePageOfWelcome();
+    void showsTheFeedOnDemand();
+    void opensFilesBehindTabs();
+    void opensBesideThePageThatAsks();
+    void goesOnWhereItEnded_data();
+    void goesOnWhereItEnded();
+    void keepsWindows();
+    void keepsColumns();
+    void waitsForFilesThatHaveGone();
+    void leavesSettingsAloneWhenTimed();
+    void doesNotKeepTheFeed();
+
+private:
+    QString write(const QString &name, const QByteArray &text) const;
+    void run(const SessionOptions &options, const std::function<void()> &steps);
+    void run(const QStringList &files, const std::function<void()> &steps);
+
+    std::unique_ptr<QTemporaryDir> m_directory; //!< files and settings of a test
+    int m_status = -1;                          //!< of the last run
+};
+
+namespace {
+
+QList<TabWindow *> tabWindows()
+{
+    QList<TabWindow *> windows;
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        auto *window = qobject_cast<TabWindow *>(widget);
+        if (window && window->isVisible())
+            windows.append(window);
+    }
+    std::sort(windows.begin(), windows.end(), [](TabWindow *a, TabWindow *b) {
+        return a->pages().first()->windowTitle() < b->pages().first()->windowTitle();
+    });
+    return windows;
+}
+
+template<typename Page> Page *onlyPage()
+{
+    const QList<TabWindow *> windows = tabWindows();
+    if (windows.size() != 1 || windows.first()->pages().size() != 1)
+        return nullptr;
+    return qobject_cast<Page *>(windows.first()->pages().first());
+}
+
+QByteArray numberedLines(int count)
+{
+    QByteArray text;
+    for (int line = 1; line <= count; ++line)
+        text += "line " + QByteArray::number(line) + '\n';
+    return text;
+}
+
+QAction *quitAction(const ViewerWindow *page)
+{
+    return page->menuBar()->actions().first()->menu()->actions().last();
+}
+
+} // namespace
+
+void tst_ViewerSession::initTestCase()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("session"));
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+}
+
+void tst_ViewerSession::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                       m_directory->filePath("settings"));
+}
+
+QString tst_ViewerSession::write(const QString &name, const QByteArray &text) const
+{
+    QFile file(m_directory->filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        return {};
+    return file.fileName();
+}
+
+//! One run of the program; the user does \a steps and closes what is left.
+void tst_ViewerSession::run(const SessionOptions &options, const std::function<void()> &steps)
+{
+    Session session(options);
+    QTimer::singleShot(0, &session, [&] {
+        steps();
+        QTimer::singleShot(0, &session, &QApplication::closeAllWindows);
+    });
+    m_status = session.run();
+}
+
+void tst_ViewerSession::run(const QStringList &files, const std::function<void()> &steps)
+{
+    SessionOptions options;
+    options.files = files;
+    run(options, steps);
+}
+
+void tst_ViewerSession::welcomesWhoOpensNothing()
+{
+    run(QStringList(), [] {
+        const auto *page = onlyPage<WelcomeWindow>();
+        QVERIFY(page);
+        QVERIFY(page->isVisible());
+        QVERIFY(!page->table()->isVisible());
+    });
+    QCOMPARE(m_status, 0);
+}
+
+void tst_ViewerSession::opensFromThePageOfWelcome()
+{
+    const QString path = write("a & b.log", numberedLines(3));
+    run({path}, [] { QVERIFY(onlyPage<FileWindow>()); });
+    SavedSession::save({});
+    run(QStringList(), [path] {
+        const auto *page = onlyPage<WelcomeWindow>();
+        QVERIFY(page);
+        const auto buttons = page->findChildren<QCommandLinkButton *>();
+        QCOMPARE(buttons.size(), 3);
+        QCOMPARE(buttons.last()->text(), QStringLiteral("a && b.log"));
+        buttons.last()->click();
+        const auto *opened = onlyPage<FileWindow>();
+        QVERIFY(opened);
+        QCOMPARE(opened->windowFilePath(), path);
+        QTRY_COMPARE(opened->rows(), 3);
+    });
+    QCOMPARE(m_status, 0);
+    SavedSession::save({});
+    run(QStringList(), [] {
+        const auto *page = onlyPage<WelcomeWindow>();
+        QVERIFY(page);
+        page->findChildren<QCommandLinkButton *>().at(1)->click();
+        QVERIFY(onlyPage<FeedWindow>());
+    });
+}
+
+void tst_ViewerSession::showsTheFeedOnDemand()
+{
+    SessionOptions options;
+    options.hasFeed = true;
+    run(options, [] { QVERIFY(onlyPage<FeedWindow>()); });
+    options = SessionOptions();
+    options.seconds = 0;
+    run(options, [] { QVERIFY(onlyPage<FeedWindow>()); });
+}
+
+void tst_ViewerSession::opensFilesBehindTabs()
+{
+    const QString a = write("a.log", numberedLines(3));
+    const QString b = write("b.log", numberedLines(4));
+    run({a, b}, [=] {
+        const QList<TabWindow *> windows = tabWindows();
+        QCOMPARE(windows.size(), 1);
+        const QList<ViewerWindow *> pages = windows.first()->pages();
+        QCOMPARE(pages.size(), 2);
+        QCOMPARE(pages[0]->windowFilePath(), a);
+        QCOMPARE(pages[1]->windowFilePath(), b);
+        QCOMPARE(windows.first()->current(), pages[0]);
+    });
+}
+
+void tst_ViewerSession::opensBesideThePageThatAsks()
+{
+    const QString a = write("a.log", numberedLines(3));
+    const QString b = write("b.log", numberedLines(4));
+    run({a}, [=] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        Q_EMIT page->openRequested(b);
+        const QList<TabWindow *> windows = tabWindows();
+        QCOMPARE(windows.size(), 1);
+        QCOMPARE(windows.first()->pages().size(), 2);
+        QCOMPARE(windows.first()->current()->windowFilePath(), b);
+    });
+}
+
+void tst_ViewerSession::goesOnWhereItEnded_data()
+{
+    QTest::addColumn<QString>("end");
+    for (const char *end : {"window closed", "page closed", "quit", "SIGTERM", "SIGINT"})
+        QTest::newRow(end) << QString::fromLatin1(end);
+}
+
+void tst_ViewerSession::goesOnWhereItEnded()
+{
+    QFETCH(QString, end);
+    const QString a = write("a.log", numberedLines(5000));
+    run({a}, [end] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->rows(), 5000);
+        page->showLine(2345);
+        if (end == QLatin1String("window closed"))
+            page->window()->close();
+        else if (end == QLatin1String("page closed"))
+            page->close();
+        else if (end == QLatin1String("quit"))
+            quitAction(page)->trigger();
+        else
+            std::raise(end == QLatin1String("SIGTERM") ? SIGTERM : SIGINT);
+        QTRY_VERIFY(tabWindows().isEmpty());
+    });
+    QCOMPARE(m_status, 0);
+    run(QStringList(), [a] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QCOMPARE(page->windowFilePath(), a);
+        QTRY_COMPARE(page->rows(), 5000);
+        QTRY_COMPARE(page->table()->currentIndex().row(), 2344);
+        QVERIFY(!page->isFollowing());
+        QVERIFY(page->table()->viewport()->rect().contains(
+            page->table()->visualRect(page->table()->currentIndex()).center()));
+        page->setFollowing(true);
+    });
+    run(QStringList(), [] { QVERIFY(onlyPage<FileWindow>()->isFollowing()); });
+}
+
+void tst_ViewerSession::keepsWindows()
+{
+    const QString a = write("a.log", numberedLines(3));
+    const QString b = write("b.log", numberedLines(4));
+    const QString c = write("c.log", numberedLines(5));
+    QSize size;
+    run({b, a, c}, [&] {
+        TabWindow *window = tabWindows().first();
+        ViewerWindow *page = window->pages().first();
+        QMenu *menu = page->menuBar()->actions().at(3)->menu();
+        Q_EMIT menu->aboutToShow();
+        menu->actions().first()->trigger();
+        QCOMPARE(tabWindows().size(), 2);
+        TabWindow *own = tabWindows().last();
+        QCOMPARE(own->pages(), QList<ViewerWindow *> {page});
+        window->setCurrent(window->pages().first());
+        own->resize(own->size() - QSize(60, 40));
+        size = own->size();
+        quitAction(page)->trigger();
+    });
+    run(QStringList(), [&] {
+        const QList<TabWindow *> windows = tabWindows();
+        QCOMPARE(windows.size(), 2);
+        QCOMPARE(windows[0]->pages().size(), 2);
+        QCOMPARE(windows[0]->pages().at(0)->windowFilePath(), a);
+        QCOMPARE(windows[0]->pages().at(1)->windowFilePath(), c);
+        QCOMPARE(windows[0]->current()->windowFilePath(), a);
+        QCOMPARE(windows[1]->pages().size(), 1);
+        QCOMPARE(windows[1]->current()->windowFilePath(), b);
+        QCOMPARE(windows[1]->size(), size);
+        QVERIFY(windows[0]->size() != size);
+        // Whoever closes one window goes on with the other.
+        windows[0]->close();
+    });
+    run(QStringList(), [&] {
+        const auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QCOMPARE(page->windowFilePath(), b);
+    });
+}
+
+void tst_ViewerSession::keepsColumns()
+{
+    const QString path = write("a.csv", "name,count\nx,1\ny,2\n");
+    run({path}, [] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->rows(), 2);
+        page->table()->header()->resizeSection(0, 321);
+        page->table()->header()->moveSection(0, 1);
+    });
+    run(QStringList(), [] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->rows(), 2);
+        QTRY_COMPARE(page->table()->header()->visualIndex(0), 1);
+        QCOMPARE(page->table()->header()->sectionSize(0), 321);
+    });
+}
+
+void tst_ViewerSession::waitsForFilesThatHaveGone()
+{
+    const QString path = write("a.log", numberedLines(3));
+    run({path}, [] { QVERIFY(onlyPage<FileWindow>()); });
+    QVERIFY(QFile::remove(path));
+    run(QStringList(), [&] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_VERIFY(page->hasFailed());
+        write("a.log", numberedLines(7));
+        QTRY_COMPARE(page->rows(), 7);
+        QVERIFY(!page->hasFailed());
+        QVERIFY(page->table()->isVisible());
+    });
+    QCOMPARE(m_status, 0);
+}
+
+void tst_ViewerSession::leavesSettingsAloneWhenTimed()
+{
+    SessionOptions options;
+    options.files = QStringList {write("a.log", numberedLines(3))};
+    options.seconds = 0;
+    run(options, [] {});
+    QVERIFY(SavedSession::load().isEmpty());
+    QVERIFY(QSettings().allKeys().isEmpty());
+}
+
+void tst_ViewerSession::doesNotKeepTheFeed()
+{
+    SessionOptions options;
+    options.hasFeed = true;
+    run(options, [] { QVERIFY(onlyPage<FeedWindow>()); });
+    run(QStringList(), [] { QVERIFY(onlyPage<WelcomeWindow>()); });
+}
+
+QTEST_MAIN(tst_ViewerSession)
+
+#include "tst_viewersession.moc"

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "savedsession.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSettings>
+
+namespace {
+
+const QString s_key = QStringLiteral("session");
+const QString s_geometry = QStringLiteral("geometry");
+const QString s_pages = QStringLiteral("pages");
+const QString s_current = QStringLiteral("current");
+const QString s_path = QStringLiteral("path");
+const QString s_isFollowing = QStringLiteral("following");
+const QString s_line = QStringLiteral("line");
+const QString s_columnCount = QStringLiteral("columnCount");
+const QString s_columns = QStringLiteral("columns");
+
+QString toText(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.toBase64());
+}
+
+QByteArray fromText(const QJsonValue &value)
+{
+    return QByteArray::fromBase64(value.toString().toLatin1());
+}
+
+QJsonObject toJson(const PageState &page)
+{
+    return {
+        {s_path, page.path},
+        {s_isFollowing, page.isFollowing},
+        {s_line, page.line},
+        {s_columnCount, page.columnCount},
+        {s_columns, toText(page.columns)},
+    };
+}
+
+PageState pageFrom(const QJsonObject &json)
+{
+    PageState page;
+    page.path = json[s_path].toString();
+    page.isFollowing = json[s_isFollowing].toBool(true);
+    page.line = qMax(0, json[s_line].toInt());
+    page.columnCount = qMax(0, json[s_columnCount].toInt());
+    page.columns = fromText(json[s_columns]);
+    return page;
+}
+
+QJsonObject toJson(const SavedWindow &window)
+{
+    QJsonArray pages;
+    for (const PageState &page : window.pages)
+        pages.append(toJson(page));
+    return {
+        {s_geometry, toText(window.geometry)},
+        {s_pages, pages},
+        {s_current, window.current},
+    };
+}
+
+SavedWindow windowFrom(const QJsonObject &json)
+{
+    SavedWindow window;
+    window.geometry = fromText(json[s_geometry]);
+    const QJsonArray pages = json[s_pages].toArray();
+    for (const QJsonValue page : pages) {
+        const PageState state = pageFrom(page.toObject());
+        if (!state.path.isEmpty())
+            window.pages.append(state);
+    }
+    const int last = qMax(0, int(window.pages.size()) - 1);
+    window.current = qBound(0, json[s_current].toInt(), last);
+    return window;
+}
+
+} // namespace
+
+QList<SavedWindow> SavedSession::load()
+{
+    const QByteArray text = QSettings().value(s_key).toString().toUtf8();
+    const QJsonArray json = QJsonDocument::fromJson(text).array();
+    QList<SavedWindow> windows;
+    for (const QJsonValue window : json)
+        windows.append(windowFrom(window.toObject()));
+    return windows;
+}
+
+void SavedSession::save(const QList<SavedWindow> &windows)
+{
+    QJsonArray json;
+    for (const SavedWindow &window : windows)
+        json.append(toJson(window));
+    const QByteArray text = QJsonDocument(json).toJson(QJsonDocument::Compact);
+    QSettings().setValue(s_key, QString::fromUtf8(text));
+}
