@@ -195,7 +195,7 @@ void FileWindow::updateStatus()
     const bool isOpening = m_model->activity() == Activity::Opening;
     const bool isFirstScreenOpen = m_model->activity() == Activity::Indexing
         && m_model->rowCount() == 0 && m_model->fileSize() > 0;
-    if (!isOpening && !hasMoreToIndex())
+    if (!isOpening && m_model->activity() != Activity::Indexing)
         showAwaitedLine();
     if (m_settled || isOpening || isFirstScreenOpen)
         return;

@@ -102,8 +102,8 @@ void ViewerWindow::createActions()
     m_followAction = new QAction(tr("&Follow"), this);
     m_followAction->setCheckable(true);
     m_followAction->setChecked(true);
-    m_followAction->setShortcut(Qt::Key_F5);
-    m_followAction->setToolTip(tr("Keep to the newest rows (F5)"));
+    m_followAction->setShortcut(Qt::Key_F6);
+    m_followAction->setToolTip(tr("Keep to the newest rows (F6)"));
     connect(m_followAction, &QAction::triggered, this, &ViewerWindow::setFollowing);
 
     m_copyAction = new QAction(tr("&Copy"), this);
@@ -489,6 +489,8 @@ void ViewerWindow::restore(const PageState &state)
 //! Somebody who has chosen a row meanwhile, or follows, stays there.
 void ViewerWindow::showAwaitedLine()
 {
+    if (rows() == 0) // a filter takes its rows a moment later
+        return;
     const int line = std::exchange(m_awaitedLine, 0);
     if (line > 0 && !isFollowing() && !m_table->currentIndex().isValid())
         showLine(line);

@@ -1,0 +1,312 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+// Opening a file again: on demand, in another format, when it appears.
+
+#include "files/textfilemodel.h"
+#include "search/findpanel.h"
+#include "windows/filewindow.h"
+#include "windows/formatmenu.h"
+#include "windows/framestatistics.h"
+#include "windows/viewertable.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QDir>
+#include <QFile>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace {
+
+QByteArray numberedLines(int first, int last)
+{
+    QByteArray text;
+    for (int line = first; line <= last; ++line)
+        text += "line " + QByteArray::number(line) + '\n';
+    return text;
+}
+
+QAction *actionNamed(const QMenu *menu, const QString &text)
+{
+    const QList<QAction *> actions = menu->actions();
+    for (QAction *action : actions) {
+        if (QString(action->text()).remove(u'&') == text)
+            return action;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class tst_ViewerReopen : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void waitsForAFile();
+    void waitsForAFileInAFolderToCome();
+    void doesNotWaitForWhatCannotBeRead();
+    void readsAnew();
+    void keepsRowAndFilter();
+    void keepsToTheEnd();
+    void leavesStandardInputAlone();
+    void choosesEncoding();
+    void choosesColumns();
+    void choosesFirstLine();
+    void keepsWhatTheMenuCannotSay();
+    void tellsFormat();
+    void tellsWhatHappened_data();
+    void tellsWhatHappened();
+
+private:
+    void write(const QByteArray &text) const;
+    std::unique_ptr<FileWindow> open(const QByteArray &text, const FormatRequest &request = {});
+    void choose(FileWindow *window, const QString &part, const QString &choice) const;
+    QString cell(const FileWindow *window, int row, int column) const;
+
+    FrameStatistics m_statistics;
+    std::unique_ptr<QTemporaryDir> m_directory; //!< one per test
+    QString m_path;                             //!< of the file under test
+};
+
+void tst_ViewerReopen::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_path = m_directory->filePath("file.txt");
+}
+
+void tst_ViewerReopen::write(const QByteArray &text) const
+{
+    QFile file(m_path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(text), text.size());
+}
+
+std::unique_ptr<FileWindow> tst_ViewerReopen::open(const QByteArray &text,
+                                                   const FormatRequest &request)
+{
+    write(text);
+    auto window = std::make_unique<FileWindow>(m_path, request, &m_statistics);
+    window->show();
+    return window;
+}
+
+//! Chooses from the menu that the status bar opens.
+void tst_ViewerReopen::choose(FileWindow *window, const QString &part, const QString &choice) const
+{
+    auto *menu = window->findChild<FormatMenu *>();
+    Q_EMIT menu->aboutToShow();
+    QAction *const section = actionNamed(menu, part);
+    QVERIFY2(section, qPrintable(part));
+    QAction *const chosen = actionNamed(section->menu(), choice);
+    QVERIFY2(chosen, qPrintable(choice));
+    chosen->trigger();
+    Q_EMIT menu->aboutToShow();
+    QVERIFY(chosen->isChecked());
+}
+
+QString tst_ViewerReopen::cell(const FileWindow *window, int row, int column) const
+{
+    return window->table()->model()->index(row, column).data().toString();
+}
+
+void tst_ViewerReopen::waitsForAFile()
+{
+    FileWindow window(m_path, {}, &m_statistics);
+    window.show();
+    QTRY_VERIFY(window.hasFailed());
+    QVERIFY(!window.table()->isVisible());
+    QVERIFY(window.isSettled());
+    write(numberedLines(1, 3));
+    QTRY_COMPARE(window.rows(), 3);
+    QVERIFY(!window.hasFailed());
+    QVERIFY(window.table()->isVisible());
+    QVERIFY(window.isFollowing());
+    write(numberedLines(1, 4));
+    QTRY_COMPARE(window.rows(), 4);
+}
+
+void tst_ViewerReopen::waitsForAFileInAFolderToCome()
+{
+    m_path = m_directory->filePath("folder/file.txt");
+    FileWindow window(m_path, {}, &m_statistics);
+    window.show();
+    QTRY_VERIFY(window.hasFailed());
+    QVERIFY(QDir().mkpath(m_directory->filePath("folder")));
+    write("a\n");
+    QTRY_COMPARE(window.rows(), 1);
+}
+
+void tst_ViewerReopen::doesNotWaitForWhatCannotBeRead()
+{
+    FileWindow window(m_directory->path(), {}, &m_statistics);
+    window.show();
+    QTRY_VERIFY(window.hasFailed());
+    const QString awaited = FileWindow::tr("It is shown as soon as it is there.");
+    const auto tells = [&](const QWidget &page) {
+        const auto labels = page.findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [&](const QLabel *label) { return label->text().contains(awaited); });
+    };
+    QVERIFY(!tells(window));
+    FileWindow other(m_path, {}, &m_statistics);
+    QTRY_VERIFY(tells(other));
+}
+
+void tst_ViewerReopen::readsAnew()
+{
+    const auto window = open(numberedLines(1, 20));
+    QTRY_COMPARE(window->rows(), 20);
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    const TextFileModel *former = window->model();
+    QTest::keyClick(window->table(), Qt::Key_F5);
+    QVERIFY(window->model() != former);
+    QTRY_COMPARE(window->rows(), 20);
+    QVERIFY(window->isFollowing());
+}
+
+void tst_ViewerReopen::keepsRowAndFilter()
+{
+    const auto window = open(numberedLines(1, 2000));
+    QTRY_COMPARE(window->rows(), 2000);
+    auto *panel = window->findChild<FindPanel *>();
+    window->openFindWith("9");
+    panel->filter(panel->field()->text());
+    QTRY_VERIFY(window->rows() < 2000);
+    const int shown = window->rows();
+    window->showLine(1234); // not shown itself
+    const QString current = cell(window.get(), window->table()->currentIndex().row(), 1);
+    QCOMPARE(current, QStringLiteral("line 1239"));
+    window->reopen(window->request());
+    QTRY_COMPARE(window->rows(), shown);
+    QTRY_VERIFY(window->table()->currentIndex().isValid());
+    QCOMPARE(cell(window.get(), window->table()->currentIndex().row(), 1), current);
+    QVERIFY(!window->isFollowing());
+}
+
+void tst_ViewerReopen::keepsToTheEnd()
+{
+    const auto window = open(numberedLines(1, 2000));
+    QTRY_COMPARE(window->rows(), 2000);
+    window->reopen(window->request());
+    QTRY_COMPARE(window->rows(), 2000);
+    QVERIFY(window->isFollowing());
+    const ViewerTable *table = window->table();
+    QTRY_VERIFY(table->viewport()->rect().contains(
+        table->visualRect(table->model()->index(1999, 1)).center()));
+}
+
+void tst_ViewerReopen::leavesStandardInputAlone()
+{
+    FileWindow window("-", {}, &m_statistics);
+    const TextFileModel *model = window.model();
+    window.reopen({});
+    QCOMPARE(window.model(), model);
+    QVERIFY(!window.findChild<FormatMenu *>()->isEnabled());
+}
+
+void tst_ViewerReopen::choosesEncoding()
+{
+    const auto window = open("gr\xfc\xdf\n");
+    QTRY_COMPARE(window->rows(), 1);
+    QCOMPARE(cell(window.get(), 0, 1), QString::fromUtf8("grüß"));
+    choose(window.get(), "Encoding", "UTF-8");
+    QTRY_COMPARE(window->rows(), 1);
+    QCOMPARE(cell(window.get(), 0, 1), QString::fromUtf8("gr\uFFFD\uFFFD"));
+    choose(window.get(), "Encoding", "Recognised");
+    QTRY_COMPARE(window->rows(), 1);
+    QCOMPARE(cell(window.get(), 0, 1), QString::fromUtf8("grüß"));
+    QVERIFY(!window->request().encoding);
+}
+
+void tst_ViewerReopen::choosesColumns()
+{
+    const auto window = open("1,2;3\n4,5;6\n");
+    QTRY_COMPARE(window->rows(), 2);
+    choose(window.get(), "Columns", "comma");
+    QTRY_COMPARE(window->rows(), 2);
+    QCOMPARE(cell(window.get(), 1, 1), QStringLiteral("5;6"));
+    choose(window.get(), "Columns", "semicolon");
+    QTRY_COMPARE(window->rows(), 2);
+    QCOMPARE(cell(window.get(), 1, 0), QStringLiteral("4,5"));
+    choose(window.get(), "Columns", "no columns");
+    QTRY_COMPARE(window->rows(), 2);
+    QCOMPARE(cell(window.get(), 1, 1), QStringLiteral("4,5;6"));
+}
+
+void tst_ViewerReopen::choosesFirstLine()
+{
+    const auto window = open("a,b\nc,d\ne,f\n");
+    QTRY_COMPARE(window->rows(), 2);
+    choose(window.get(), "First Line", "Is a Row");
+    QTRY_COMPARE(window->rows(), 3);
+    choose(window.get(), "First Line", "Names the Columns");
+    QTRY_COMPARE(window->rows(), 2);
+}
+
+void tst_ViewerReopen::keepsWhatTheMenuCannotSay()
+{
+    FormatRequest request;
+    request.delimiter = u'x';
+    request.encoding = Encoding::named("ISO-8859-15");
+    if (!request.encoding)
+        request.encoding = Encoding::named("latin-1");
+    const auto window = open("1x2\n3x4\n", request);
+    QTRY_COMPARE(window->rows(), 2);
+    choose(window.get(), "First Line", "Names the Columns");
+    QTRY_COMPARE(window->rows(), 1);
+    QCOMPARE(window->request().delimiter, request.delimiter);
+    QVERIFY(window->request().encoding == request.encoding);
+    QCOMPARE(cell(window.get(), 0, 1), QStringLiteral("4"));
+}
+
+void tst_ViewerReopen::tellsFormat()
+{
+    const auto window = open("a;b\nc;d\n");
+    QTRY_COMPARE(window->rows(), 1);
+    const auto *menu = window->findChild<FormatMenu *>();
+    const auto buttons = window->statusBar()->findChildren<QToolButton *>();
+    const auto it = std::find_if(buttons.begin(), buttons.end(),
+                                 [menu](const QToolButton *b) { return b->menu() == menu; });
+    QVERIFY(it != buttons.end());
+    QTRY_COMPARE((*it)->text(), QStringLiteral("ASCII, semicolon"));
+}
+
+void tst_ViewerReopen::tellsWhatHappened_data()
+{
+    QTest::addColumn<QString>("event");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("shortened") << "shortened"
+                               << "The file was shortened, and is shown from its beginning.";
+    QTest::newRow("replaced") << "replaced"
+                              << "Another file has taken its name, and is shown now.";
+}
+
+void tst_ViewerReopen::tellsWhatHappened()
+{
+    QFETCH(QString, event);
+    QFETCH(QString, message);
+    const auto window = open(numberedLines(1, 20));
+    QTRY_COMPARE(window->rows(), 20);
+    QVERIFY(window->statusBar()->currentMessage().isEmpty());
+    if (event == QLatin1String("replaced"))
+        QVERIFY(QFile::rename(m_path, m_path + ".1"));
+    write("x\ny\n");
+    QTRY_COMPARE(window->rows(), 2);
+    QCOMPARE(window->statusBar()->currentMessage(), message);
+}
+
+QTEST_MAIN(tst_ViewerReopen)
+
+#include "tst_viewerreopen.moc"
