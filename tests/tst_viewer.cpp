@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
@@ -50,6 +51,7 @@ class tst_Viewer : public QObject
 private Q_SLOTS:
     void init();
     void explainsItself();
+    void manualTellsAllOptions();
     void tellsVersion();
     void refusesWrongArguments_data();
     void refusesWrongArguments();
@@ -101,6 +103,21 @@ void tst_Viewer::explainsItself()
     for (const char *option : {"--delimiter", "--encoding", "--no-header", "--screenshot",
                                "--seconds", "--stats", "--help", "--version"})
         QVERIFY2(help.output.contains(option), option);
+}
+
+void tst_Viewer::manualTellsAllOptions()
+{
+    QFile manual(QStringLiteral(VIEWER_MANUAL));
+    QVERIFY(manual.open(QIODevice::ReadOnly));
+    const QByteArray text = manual.readAll().replace("\\-", "-");
+    const QString help = QString::fromUtf8(run({"--help"}).output);
+    int options = 0;
+    for (auto found = QRegularExpression("--[a-z-]+").globalMatch(help); found.hasNext();) {
+        const QByteArray option = found.next().captured().toLatin1();
+        QVERIFY2(text.contains(option), option);
+        ++options;
+    }
+    QVERIFY(options >= 14);
 }
 
 void tst_Viewer::tellsVersion()

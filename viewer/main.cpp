@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "basics/icons.h"
 #include "session.h"
 
 #include <QApplication>
@@ -197,6 +198,8 @@ int main(int argc, char **argv)
     doWithoutDisplay(argc, argv);
     s_formerHandler = qInstallMessageHandler(explainMissingDisplay);
     const QApplication application(argc, argv);
+    QApplication::setWindowIcon(Icons::program());
+    QGuiApplication::setDesktopFileName(QStringLiteral("vantix-viewer"));
     qInstallMessageHandler(s_formerHandler);
     QPixmapCache::setCacheLimit(32 * 1024); // KiB: a big screen of cells at a ratio of 2
     return runProgram(application);

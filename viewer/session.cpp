@@ -4,6 +4,7 @@
 #include "session.h"
 
 #include "basics/endsignals.h"
+#include "basics/memory.h"
 #include "basics/recentfiles.h"
 #include "feed/feedwindow.h"
 #include "windows/filewindow.h"
@@ -19,24 +20,12 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <sys/resource.h>
 #include <utility>
 
 namespace {
 
 constexpr int s_waitTime = 10; // ms between looks for a first frame
 constexpr int s_mostWaits = 200;
-
-qint64 peakResidentBytes()
-{
-    rusage usage {};
-    ::getrusage(RUSAGE_SELF, &usage);
-#ifdef Q_OS_DARWIN
-    return usage.ru_maxrss;
-#else
-    return qint64(usage.ru_maxrss) * 1024;
-#endif
-}
 
 } // namespace
 

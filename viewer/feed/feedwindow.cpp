@@ -3,8 +3,8 @@
 
 #include "feedwindow.h"
 
+#include "basics/icons.h"
 #include "windows/contrast.h"
-#include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 
 #include <QAction>
@@ -40,7 +40,6 @@ QLabel *createSimulatedLabel(QWidget *parent)
 
 FeedWindow::FeedWindow(int rate, FeedModel::NewRows newRows, FrameStatistics *statistics)
     : ViewerWindow(statistics)
-    , m_statistics(statistics)
     , m_model(QDateTime::currentMSecsSinceEpoch())
 {
     setWindowTitle(tr("Simulated market feed"));
@@ -78,6 +77,8 @@ void FeedWindow::createToolBar(int rate)
     m_newRowsBox->addItem(tr("New rows at the end"), int(FeedModel::NewRows::AtEnd));
     m_newRowsBox->setCurrentIndex(m_newRowsBox->findData(int(m_model.newRows())));
     m_pauseAction = new QAction(tr("&Pause"), this);
+    m_pauseAction->setIcon(
+        Icons::action(QStringLiteral("media-playback-pause"), QStringLiteral("pause")));
     m_pauseAction->setCheckable(true);
     m_pauseAction->setShortcut(Qt::Key_Pause);
     viewMenu()->addAction(m_pauseAction);
@@ -126,14 +127,10 @@ void FeedWindow::showRates()
 {
     const double seconds = double(m_sinceRates.nsecsElapsed()) / 1e9;
     m_sinceRates.start();
-    const qint64 frames = m_statistics->frames() - m_framesShown;
     const int rows = m_model.rowCount() - m_rowsShown;
-    m_framesShown += frames;
     m_rowsShown += rows;
     if (seconds > 0.1)
-        m_ratesLabel->setText(tr("%L1 frames/s, %L2 rows/s")
-                                  .arg(qRound(double(frames) / seconds))
-                                  .arg(qRound(rows / seconds)));
+        m_ratesLabel->setText(tr("%L1 rows/s").arg(qRound(rows / seconds)));
     filterChanged();
 }
 

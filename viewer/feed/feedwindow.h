@@ -36,13 +36,11 @@ private:
     void applyRate();
     void applyNewRows();
 
-    FrameStatistics *m_statistics;     //!< frames of the program, not owned
     FeedModel m_model;                 //!< the feed
     QTimer m_tickTimer {this};         //!< lets trades happen
     QTimer m_rateTimer {this};         //!< shows what happened, once a second
     QElapsedTimer m_sinceTick;         //!< since the trades last happened
     QElapsedTimer m_sinceRates;        //!< since rates were last shown
-    qint64 m_framesShown = 0;          //!< frames when rates were last shown
     int m_rowsShown = 0;               //!< rows when rates were last shown
     QComboBox *m_rateBox = nullptr;    //!< rows per second
     QComboBox *m_newRowsBox = nullptr; //!< side of the table

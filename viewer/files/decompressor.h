@@ -23,6 +23,9 @@ public:
     //! Null with a sentence for the user in \a error if that fails, or if this build cannot.
     static std::unique_ptr<Decompressor> open(int descriptor, QString *error);
 
+    //! The library that this build decompresses with, and its version; empty without one.
+    static QString libraryName();
+
     virtual ~Decompressor() = default;
 
     //! Reads the next \a size bytes of text, or as many as there are. 0 at the end, −1 with

@@ -127,3 +127,8 @@ std::unique_ptr<Decompressor> Decompressor::open(int descriptor, QString *error)
         return nullptr;
     return opened;
 }
+
+QString Decompressor::libraryName()
+{
+    return QString::fromLatin1(::archive_version_string());
+}

@@ -13,3 +13,8 @@ std::unique_ptr<Decompressor> Decompressor::open(int, QString *error)
         "Decompressor", "It is compressed, and this program was built without libarchive.");
     return nullptr;
 }
+
+QString Decompressor::libraryName()
+{
+    return {};
+}

@@ -3,6 +3,7 @@
 
 #include "filewindow.h"
 
+#include "basics/icons.h"
 #include "files/textfilemodel.h"
 #include "formatmenu.h"
 #include "viewertable.h"
@@ -124,6 +125,7 @@ void FileWindow::createFormatMenu()
 void FileWindow::createStopAction()
 {
     m_stopAction = new QAction(tr("&Stop Indexing"), this);
+    m_stopAction->setIcon(Icons::action(QStringLiteral("process-stop"), QStringLiteral("stop")));
     m_stopAction->setEnabled(false);
     addTableAction(m_stopAction);
     connect(m_stopAction, &QAction::triggered, this, &FileWindow::toggleIndexing);

@@ -3,6 +3,8 @@
 
 #include "viewerwindow.h"
 
+#include "aboutdialog.h"
+#include "basics/icons.h"
 #include "basics/recentfiles.h"
 #include "common.h"
 #include "detailpane.h"
@@ -12,6 +14,7 @@
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
 #include "selectionsums.h"
+#include "statisticsdialog.h"
 #include "viewertable.h"
 
 #include <QAction>
@@ -29,7 +32,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
 #include <QScrollBar>
@@ -54,7 +56,8 @@ constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
 } // namespace
 
 ViewerWindow::ViewerWindow(FrameStatistics *statistics)
-    : m_pages(new QStackedWidget(this))
+    : m_statistics(statistics)
+    , m_pages(new QStackedWidget(this))
     , m_table(new ViewerTable(statistics, m_pages))
     , m_follower(new RowFollower(m_table))
     , m_find(new TableFilter(m_table))
@@ -100,6 +103,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
 void ViewerWindow::createActions()
 {
     m_followAction = new QAction(tr("&Follow"), this);
+    m_followAction->setIcon(Icons::action(QStringLiteral("go-bottom"), QStringLiteral("follow")));
     m_followAction->setCheckable(true);
     m_followAction->setChecked(true);
     m_followAction->setShortcut(Qt::Key_F6);
@@ -114,6 +118,8 @@ void ViewerWindow::createActions()
 void ViewerWindow::createFindActions()
 {
     m_findAction = new QAction(tr("&Find…"), this);
+    m_findAction->setIconText(tr("Find"));
+    m_findAction->setIcon(Icons::action(QStringLiteral("edit-find"), QStringLiteral("find")));
     m_findAction->setShortcuts(QKeySequence::Find);
     connect(m_findAction, &QAction::triggered, this, &ViewerWindow::openFind);
 
@@ -126,6 +132,7 @@ void ViewerWindow::createFindActions()
     addTableAction(m_prevAction);
     m_filterAction = new QAction(tr("Fi&lter Rows"), this);
     m_filterAction->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
+    m_filterAction->setIcon(Icons::action(QStringLiteral("view-filter"), QStringLiteral("filter")));
     m_filterAction->setCheckable(true);
     m_goToAction = new QAction(tr("&Go to Line…"), this);
     m_goToAction->setShortcut(Qt::CTRL | Qt::Key_G);
@@ -284,6 +291,8 @@ void ViewerWindow::createMenus()
     m_fileMenu = menuBar()->addMenu(tr("&File"));
     QAction *open = m_fileMenu->addAction(tr("&Open…"), this, &ViewerWindow::chooseFile);
     open->setShortcut(QKeySequence::Open);
+    open->setIconText(tr("Open"));
+    open->setIcon(Icons::action(QStringLiteral("document-open"), QStringLiteral("open")));
     QMenu *recent = m_fileMenu->addMenu(tr("Open &Recent"));
     connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecentMenu(recent); });
     m_fileMenu
@@ -313,11 +322,15 @@ void ViewerWindow::createMenus()
         ->setShortcut(Qt::CTRL | Qt::Key_0);
 
     QMenu *helpMenu = menuBar()->addMenu(tr("&Help"));
-    helpMenu->addAction(tr("&About"), this, &ViewerWindow::showAbout);
+    helpMenu->addAction(tr("&Statistics"), this, &ViewerWindow::showStatistics);
+    helpMenu->addAction(Icons::program(), tr("&About"), this, [this] { AboutDialog(this).exec(); });
 
     m_toolBar = addToolBar(tr("Main Tool Bar"));
     m_toolBar->setMovable(false);
-    m_toolBar->addAction(m_followAction);
+    m_toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_toolBar->addAction(open);
+    m_toolBar->addSeparator();
+    m_toolBar->addActions({m_followAction, m_findAction, m_filterAction});
 }
 
 void ViewerWindow::chooseFile()
@@ -357,12 +370,13 @@ void ViewerWindow::dropEvent(QDropEvent *event)
     }
 }
 
-void ViewerWindow::showAbout()
+void ViewerWindow::showStatistics()
 {
-    QMessageBox::about(
-        this, tr("About %1").arg(QApplication::applicationName()),
-        tr("%1 %2 opens and follows text of any size.")
-            .arg(QApplication::applicationName(), QApplication::applicationVersion()));
+    auto *dialog = findChild<StatisticsDialog *>();
+    if (!dialog)
+        dialog = new StatisticsDialog(m_table, m_statistics, this);
+    dialog->show();
+    dialog->raise();
 }
 
 void ViewerWindow::setModel(QAbstractItemModel *model, Edge edge)

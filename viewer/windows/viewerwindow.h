@@ -141,13 +141,14 @@ private:
     void toggleFilter();
     void updateFilterBar();
     void fillRecentMenu(QMenu *menu);
-    void showAbout();
+    void showStatistics();
     void modelAboutToBeShown();
     void modelShown(QAbstractItemModel *model);
     void rowsChanged();
     void fitNewColumns();
     void growColumnsSoon();
 
+    FrameStatistics *m_statistics;     //!< of the table, not owned
     QStackedWidget *m_pages;           //!< table or message
     ViewerTable *m_table;              //!< on page 0, below m_filterBar
     RowFollower *m_follower;           //!< keeps the table to its edge
