@@ -95,7 +95,18 @@ void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
         option->text = option->text.mid(m_piece.from, m_piece.count);
     else if (option->rect.width() <= widestPicture)
         option->text.truncate(shownCharacters(option->rect));
+    const Qt::Alignment chosen = alignment(index.column());
+    if (chosen != Qt::Alignment())
+        option->displayAlignment = chosen | Qt::AlignAbsolute | Qt::AlignVCenter;
     applyColors(option);
+}
+
+void ShortTextDelegate::setAlignment(int column, Qt::Alignment alignment)
+{
+    if (alignment == Qt::Alignment())
+        m_alignments.remove(column);
+    else
+        m_alignments.insert(column, alignment);
 }
 
 //! Colours of a model are made readable, but for what is selected, which has its own.

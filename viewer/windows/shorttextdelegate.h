@@ -43,6 +43,11 @@ public:
     //! anew then.
     void setMarked(const TextMatcher &matcher, const QList<int> &columns);
 
+    //! Where texts of the logical \a column stand, without an \a alignment as their model wants.
+    //! The view has to be painted anew then.
+    void setAlignment(int column, Qt::Alignment alignment);
+    Qt::Alignment alignment(int column) const { return m_alignments.value(column); }
+
     void drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
                         const QVariant &value) const override;
     QString cacheKey(const QStyleOptionViewItem &option, double dpr) const override;
@@ -71,6 +76,7 @@ private:
     mutable Piece m_piece;                   //!< of the cell that is painted
     TextMatcher m_marked;                    //!< whose matches are coloured
     QList<int> m_markedColumns;              //!< in these
+    QHash<int, Qt::Alignment> m_alignments;  //!< by column: other than the model's
 };
 
 #endif // SHORTTEXTDELEGATE_H

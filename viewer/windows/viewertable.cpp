@@ -53,8 +53,14 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
 void ViewerTable::setMarked(const TextMatcher &matcher, const QList<int> &columns)
 {
     m_delegate->setMarked(matcher, columns);
+    repaintCells();
+}
+
+//! Also those that the buffer holds.
+void ViewerTable::repaintCells()
+{
     const bool isBuffered = isPaintBufferEnabled();
-    setPaintBufferEnabled(false); // what it holds has the former marks
+    setPaintBufferEnabled(false);
     setPaintBufferEnabled(isBuffered);
     viewport()->update();
 }
@@ -206,6 +212,25 @@ void ViewerTable::fitColumns()
     for (int column = 0; column < header()->count(); ++column)
         m_given.insert(column, header()->sectionSize(column));
     growColumns();
+}
+
+void ViewerTable::fitColumn(int column)
+{
+    m_widest.remove(column);
+    m_given.insert(column, header()->sectionSize(column));
+    growColumn(column, 0, s_widestColumn);
+    growColumns();
+}
+
+void ViewerTable::setColumnAlignment(int column, Qt::Alignment alignment)
+{
+    m_delegate->setAlignment(column, alignment);
+    repaintCells();
+}
+
+Qt::Alignment ViewerTable::columnAlignment(int column) const
+{
+    return m_delegate->alignment(column);
 }
 
 //! Width of the column's longest text on screen, margins included.

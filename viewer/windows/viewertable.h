@@ -39,6 +39,13 @@ public:
     //! Takes widths anew: forgets which ones the user chose, and calls growColumns().
     void fitColumns();
 
+    //! Takes the width of \a column anew, also if the user chose it.
+    void fitColumn(int column);
+
+    //! Where texts of \a column stand: as the model wants if there is no \a alignment.
+    void setColumnAlignment(int column, Qt::Alignment alignment);
+    Qt::Alignment columnAlignment(int column) const;
+
     //! Widens the columns on screen to what header and rows on screen need, within
     //! reason, and the last one to the viewport's edge. Widths that the user chose
     //! stay.
@@ -76,6 +83,7 @@ protected:
     void updateGeometries() override;
 
 private:
+    void repaintCells();
     void zoom(int points);
     void updateHighlight();
     void selectFarEnd(const QKeyEvent &event, const QModelIndex &before);

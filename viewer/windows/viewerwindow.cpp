@@ -6,6 +6,7 @@
 #include "aboutdialog.h"
 #include "basics/icons.h"
 #include "basics/recentfiles.h"
+#include "columnmenu.h"
 #include "common.h"
 #include "detailpane.h"
 #include "filterbar.h"
@@ -320,6 +321,8 @@ void ViewerWindow::createMenus()
         ->setShortcut(QKeySequence::ZoomOut);
     m_viewMenu->addAction(tr("&Usual Text Size"), m_table, &ViewerTable::resetZoom)
         ->setShortcut(Qt::CTRL | Qt::Key_0);
+
+    m_viewMenu->addMenu(new ColumnMenu(m_table, this));
 
     QMenu *helpMenu = menuBar()->addMenu(tr("&Help"));
     helpMenu->addAction(tr("&Statistics"), this, &ViewerWindow::showStatistics);

@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#include "windows/columnmenu.h"
+#include "windows/framestatistics.h"
+#include "windows/viewertable.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QStandardItemModel>
+#include <QTest>
+
+class tst_ViewerColumns : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void hidesAndShows();
+    void oneColumnStays();
+    void opensOverTheHeader();
+    void fitsAColumn();
+    void alignsTexts_data();
+    void alignsTexts();
+    void bearsNoModel();
+
+private:
+    QAction *action(const QString &text) const;
+    int inkCentre(const QModelIndex &index) const;
+
+    FrameStatistics m_statistics;
+    std::unique_ptr<QStandardItemModel> m_model;
+    std::unique_ptr<ViewerTable> m_table;
+    std::unique_ptr<ColumnMenu> m_menu;
+};
+
+void tst_ViewerColumns::init()
+{
+    m_model = std::make_unique<QStandardItemModel>(5, 3);
+    m_model->setHorizontalHeaderLabels({"name", "a & b", "last"});
+    for (int row = 0; row < 5; ++row) {
+        for (int column = 0; column < 3; ++column)
+            m_model->setItem(row, column, new QStandardItem("ii"));
+    }
+    m_table = std::make_unique<ViewerTable>(&m_statistics);
+    m_table->resize(700, 200);
+    m_table->setModel(m_model.get());
+    m_table->show();
+    m_table->fitColumns();
+    m_menu = std::make_unique<ColumnMenu>(m_table.get(), nullptr);
+}
+
+void tst_ViewerColumns::cleanup()
+{
+    m_menu.reset();
+    m_table.reset();
+}
+
+//! One of the menu as it is when it is opened now, or over the header before.
+QAction *tst_ViewerColumns::action(const QString &text) const
+{
+    if (!m_menu->isVisible())
+        Q_EMIT m_menu->aboutToShow();
+    QList<QAction *> actions = m_menu->actions();
+    for (qsizetype at = 0; at < actions.size(); ++at) {
+        if (QString(actions[at]->text()).replace("&&", "\1").remove(u'&').replace("\1", "&")
+            == text)
+            return actions[at];
+        if (actions[at]->menu())
+            actions += actions[at]->menu()->actions();
+    }
+    return nullptr;
+}
+
+//! Where the text of a cell stands, in pixels from the cell's left edge.
+int tst_ViewerColumns::inkCentre(const QModelIndex &index) const
+{
+    const QImage image = m_table->viewport()->grab(m_table->visualRect(index)).toImage();
+    const QRgb paper = image.pixel(0, 0);
+    int left = image.width();
+    int right = -1;
+    for (int y = 0; y < image.height() - 1; ++y) {
+        for (int x = 0; x < image.width() - 2; ++x) {
+            if (image.pixel(x, y) == paper)
+                continue;
+            left = qMin(left, x);
+            right = qMax(right, x);
+        }
+    }
+    return int((left + right) / 2 / image.devicePixelRatio());
+}
+
+void tst_ViewerColumns::hidesAndShows()
+{
+    const QHeaderView *header = m_table->header();
+    m_table->setCurrentIndex(m_model->index(0, 1));
+    QVERIFY(action("Hide “a & b”"));
+    action("Hide “a & b”")->trigger();
+    QVERIFY(header->isSectionHidden(1));
+    QVERIFY(!action("a & b")->isChecked());
+    QVERIFY(action("name")->isChecked());
+    action("a & b")->trigger();
+    QVERIFY(!header->isSectionHidden(1));
+    action("last")->trigger();
+    QVERIFY(header->isSectionHidden(2));
+}
+
+void tst_ViewerColumns::oneColumnStays()
+{
+    action("name")->trigger();
+    action("a & b")->trigger();
+    QVERIFY(!action("last")->isEnabled());
+    QVERIFY(action("name")->isEnabled());
+    m_table->setCurrentIndex(m_model->index(0, 2));
+    QVERIFY(!action("Hide “last”")->isEnabled());
+}
+
+void tst_ViewerColumns::opensOverTheHeader()
+{
+    QHeaderView *header = m_table->header();
+    m_table->setCurrentIndex(m_model->index(0, 1));
+    Q_EMIT header->customContextMenuRequested({header->sectionViewportPosition(2) + 3, 3});
+    QVERIFY(m_menu->isVisible());
+    QVERIFY(action("Hide “last”"));
+    QVERIFY(!action("Hide “a & b”"));
+    m_menu->close();
+    QVERIFY(action("Hide “a & b”"));
+}
+
+void tst_ViewerColumns::fitsAColumn()
+{
+    QHeaderView *header = m_table->header();
+    const int usual = header->sectionSize(1);
+    const int other = header->sectionSize(0) + 50;
+    header->resizeSection(1, usual + 100);
+    header->resizeSection(0, other);
+    m_table->setCurrentIndex(m_model->index(0, 1));
+    action("Fit “a & b”")->trigger();
+    QCOMPARE(header->sectionSize(1), usual);
+    QCOMPARE(header->sectionSize(0), other);
+    action("Fit All Columns")->trigger();
+    QCOMPARE(header->sectionSize(0), other - 50);
+}
+
+void tst_ViewerColumns::alignsTexts_data()
+{
+    QTest::addColumn<QString>("choice");
+    QTest::addColumn<int>("third"); // of the cell
+    QTest::addColumn<bool>("isBuffered");
+    for (const bool isBuffered : {false, true}) {
+        const char *how = isBuffered ? "buffered" : "painted";
+        QTest::addRow("left, %s", how) << "Left" << 0 << isBuffered;
+        QTest::addRow("centre, %s", how) << "Centre" << 1 << isBuffered;
+        QTest::addRow("right, %s", how) << "Right" << 2 << isBuffered;
+    }
+}
+
+void tst_ViewerColumns::alignsTexts()
+{
+    QFETCH(QString, choice);
+    QFETCH(int, third);
+    QFETCH(bool, isBuffered);
+    m_table->setPaintBufferEnabled(isBuffered);
+    m_table->header()->resizeSection(1, 300);
+    const QModelIndex cell = m_model->index(1, 1);
+    const QModelIndex other = m_model->index(1, 0);
+    m_table->setCurrentIndex(m_model->index(3, 1));
+    const int before = inkCentre(cell);
+    const int otherBefore = inkCentre(other);
+    QVERIFY(action("As the File Wants")->isChecked());
+    action(choice)->trigger();
+    QVERIFY(action(choice)->isChecked());
+    QCOMPARE(inkCentre(cell) / 100, third);
+    QCOMPARE(inkCentre(other), otherBefore);
+    action("As the File Wants")->trigger();
+    QCOMPARE(inkCentre(cell), before);
+}
+
+void tst_ViewerColumns::bearsNoModel()
+{
+    m_table->setModel(nullptr);
+    QVERIFY(action("There are no columns"));
+    QCOMPARE(m_menu->actions().size(), 1);
+}
+
+QTEST_MAIN(tst_ViewerColumns)
+
+#include "tst_viewercolumns.moc"
