@@ -273,21 +273,22 @@ void FileWindow::reportFailure()
         return;
     QString message = tr("%1\ncannot be shown: %2").arg(path, m_model->errorString());
     if (isAwaited()) {
-        message += u'\n' + tr("It is shown as soon as it is there.");
+        message += u'\n' + tr("It is shown as soon as it can be.");
         m_waitTimer.start();
     }
     showMessage(message);
 }
 
-//! Others may be about to make it.
+//! Others may be about to make it, or to let it be read.
 bool FileWindow::isAwaited() const
 {
-    return canReopen() && !QFileInfo::exists(m_path);
+    const QFileInfo file(m_path);
+    return canReopen() && (!file.exists() || file.isDir() || !file.isReadable());
 }
 
 void FileWindow::waitForFile()
 {
-    if (QFileInfo::exists(m_path))
+    if (!isAwaited())
         reopen(m_request);
 }
 

@@ -62,7 +62,7 @@ private:
     const QString m_path;                   //!< as given
     FormatRequest m_request;                //!< see request()
     std::unique_ptr<TextFileModel> m_model; //!< the file
-    QTimer m_waitTimer {this};              //!< looks for a file that is not there yet
+    QTimer m_waitTimer {this};              //!< looks for a file that cannot be read yet
     FormatMenu *m_formatMenu = nullptr;     //!< what the text is taken for
     QAction *m_stopAction = nullptr;        //!< stops indexing, or goes on
     QLabel *m_rowsLabel = nullptr;          //!< number of rows
