@@ -97,6 +97,7 @@ void FileWindow::reopen(const FormatRequest &request)
     if (!canReopen())
         return;
     m_waitTimer.stop();
+    m_isRetried = false;
     const PageState before = state();
     m_failed = false;
     showTable();
@@ -267,16 +268,18 @@ void FileWindow::reportFailure()
 {
     m_failed = true;
     const QString path = displayPath(m_model->path());
-    std::fprintf(stderr, "vantix-viewer: %s: %s\n", qUtf8Printable(path),
-                 qUtf8Printable(m_model->errorString()));
+    if (!m_isRetried)
+        std::fprintf(stderr, "vantix-viewer: %s: %s\n", qUtf8Printable(path),
+                     qUtf8Printable(m_model->errorString()));
     if (m_model->rowCount() > 0)
         return;
     QString message = tr("%1\ncannot be shown: %2").arg(path, m_model->errorString());
-    if (isAwaited()) {
+    if (isAwaited())
         message += u'\n' + tr("It is shown as soon as it can be.");
-        m_waitTimer.start();
-    }
     showMessage(message);
+    // Once more in any case: it may have come in between.
+    if (canReopen() && (isAwaited() || !m_isRetried))
+        m_waitTimer.start();
 }
 
 //! Others may be about to make it, or to let it be read.
@@ -288,8 +291,10 @@ bool FileWindow::isAwaited() const
 
 void FileWindow::waitForFile()
 {
-    if (!isAwaited())
-        reopen(m_request);
+    if (isAwaited())
+        return;
+    reopen(m_request);
+    m_isRetried = true;
 }
 
 void FileWindow::tellRestart()

@@ -73,6 +73,7 @@ private:
     QToolButton *m_stopButton = nullptr;    //!< m_stopAction beside the progress
     bool m_isFindShown = false;             //!< the panel has Esc
     bool m_settled = false;                 //!< settled() was emitted
+    bool m_isRetried = false;               //!< m_waitTimer has opened it, and could
     bool m_failed = false;                  //!< the file could not be opened
 };
 

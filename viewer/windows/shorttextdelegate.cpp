@@ -109,6 +109,25 @@ void ShortTextDelegate::setAlignment(int column, Qt::Alignment alignment)
         m_alignments.insert(column, alignment);
 }
 
+void ShortTextDelegate::setColorRules(const ColorRules &rules)
+{
+    m_rules = rules;
+    forgetRows();
+}
+
+//! A row is asked about for each of its cells, one after the other.
+std::optional<QColor> ShortTextDelegate::ruledColor(const QModelIndex &index) const
+{
+    if (m_rules.isEmpty())
+        return {};
+    const QModelIndex row = index.siblingAtColumn(0);
+    if (m_ruledRow != row) {
+        m_ruledColor = m_rules.colorOf(row);
+        m_ruledRow = row;
+    }
+    return m_ruledColor;
+}
+
 //! Colours of a model are made readable, but for what is selected, which has its own.
 void ShortTextDelegate::applyColors(QStyleOptionViewItem *option) const
 {
@@ -116,7 +135,8 @@ void ShortTextDelegate::applyColors(QStyleOptionViewItem *option) const
         return;
     const QPalette &palette = option->widget->palette();
     const QPalette::ColorGroup group = option->palette.currentColorGroup();
-    const QColor text = option->palette.color(group, QPalette::Text);
+    const QColor text =
+        ruledColor(option->index).value_or(option->palette.color(group, QPalette::Text));
     if (text == palette.color(group, QPalette::Text))
         return;
     const bool hasBackground = option->backgroundBrush.style() == Qt::SolidPattern;

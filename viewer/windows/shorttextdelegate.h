@@ -5,10 +5,12 @@
 #define SHORTTEXTDELEGATE_H
 
 #include "itemdelegate.h"
+#include "search/colorrules.h"
 #include "search/textmatcher.h"
 
 #include <QHash>
 #include <QPalette>
+#include <QPersistentModelIndex>
 
 /*!
  * \brief Lays out no more of a text than can be seen: lines may be very long.
@@ -43,6 +45,12 @@ public:
     //! anew then.
     void setMarked(const TextMatcher &matcher, const QList<int> &columns);
 
+    //! Colours rows by \a rules, in place of what their model wants. The view has to be painted
+    //! anew then.
+    void setColorRules(const ColorRules &rules);
+    //! Rows may have changed since their colours were found.
+    void forgetRows() { m_ruledRow = QPersistentModelIndex(); }
+
     //! Where texts of the logical \a column stand, without an \a alignment as their model wants.
     //! The view has to be painted anew then.
     void setAlignment(int column, Qt::Alignment alignment);
@@ -64,6 +72,7 @@ private:
     };
 
     void applyColors(QStyleOptionViewItem *option) const;
+    std::optional<QColor> ruledColor(const QModelIndex &index) const;
     QPalette colored(const QPalette &palette, const QColor &text) const;
     static QRect placeOf(double width, const QRect &room, const QPainter &painter,
                          Qt::Alignment alignment);
@@ -71,12 +80,15 @@ private:
     void drawMarks(QPainter *painter, const QStyleOptionViewItem &opt, const QString &text,
                    qsizetype shift) const;
 
-    mutable QHash<QRgb, QPalette> m_colored; //!< of the palette below, by colour of text
-    mutable qint64 m_coloredOf = 0;          //!< its cache key
-    mutable Piece m_piece;                   //!< of the cell that is painted
-    TextMatcher m_marked;                    //!< whose matches are coloured
-    QList<int> m_markedColumns;              //!< in these
-    QHash<int, Qt::Alignment> m_alignments;  //!< by column: other than the model's
+    mutable QHash<QRgb, QPalette> m_colored;    //!< of the palette below, by colour of text
+    mutable qint64 m_coloredOf = 0;             //!< its cache key
+    mutable Piece m_piece;                      //!< of the cell that is painted
+    TextMatcher m_marked;                       //!< whose matches are coloured
+    QList<int> m_markedColumns;                 //!< in these
+    QHash<int, Qt::Alignment> m_alignments;     //!< by column: other than the model's
+    ColorRules m_rules;                         //!< the user's
+    mutable QPersistentModelIndex m_ruledRow;   //!< the row that was looked at last
+    mutable std::optional<QColor> m_ruledColor; //!< its colour, if a rule fits
 };
 
 #endif // SHORTTEXTDELEGATE_H

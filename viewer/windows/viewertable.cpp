@@ -56,6 +56,12 @@ void ViewerTable::setMarked(const TextMatcher &matcher, const QList<int> &column
     repaintCells();
 }
 
+void ViewerTable::setColorRules(const ColorRules &rules)
+{
+    m_delegate->setColorRules(rules);
+    repaintCells();
+}
+
 //! Also those that the buffer holds.
 void ViewerTable::repaintCells()
 {
@@ -173,6 +179,7 @@ void ViewerTable::paintEvent(QPaintEvent *event)
 {
     QElapsedTimer timer;
     timer.start();
+    m_delegate->forgetRows();
     QTableFastView::paintEvent(event);
     m_statistics->add(timer.nsecsElapsed());
     m_hasPaintedRows = m_hasPaintedRows || (model() && model()->rowCount() > 0);

@@ -9,6 +9,7 @@
 #include <QHash>
 
 class FrameStatistics;
+class ColorRules;
 class ShortTextDelegate;
 class TextMatcher;
 
@@ -27,6 +28,9 @@ public:
 
     //! Colours matches of \a matcher in the logical \a columns.
     void setMarked(const TextMatcher &matcher, const QList<int> &columns);
+
+    //! Colours rows by \a rules.
+    void setColorRules(const ColorRules &rules);
 
     //! Shows texts in the system's font of one width.
     void useFixedFont();

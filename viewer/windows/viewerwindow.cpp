@@ -6,6 +6,7 @@
 #include "aboutdialog.h"
 #include "basics/icons.h"
 #include "basics/recentfiles.h"
+#include "colorrulesdialog.h"
 #include "columnmenu.h"
 #include "common.h"
 #include "detailpane.h"
@@ -86,6 +87,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     createRowPane();
     createSums();
 
+    m_table->setColorRules(ColorRules(ColorRules::load()));
     m_growTimer.setSingleShot(true);
     m_growTimer.setInterval(s_growDelay);
     connect(&m_growTimer, &QTimer::timeout, m_table, &ViewerTable::growColumns);
@@ -323,6 +325,7 @@ void ViewerWindow::createMenus()
         ->setShortcut(Qt::CTRL | Qt::Key_0);
 
     m_viewMenu->addMenu(new ColumnMenu(m_table, this));
+    m_viewMenu->addAction(tr("Colou&rs of Rows…"), this, &ViewerWindow::editColorRules);
 
     QMenu *helpMenu = menuBar()->addMenu(tr("&Help"));
     helpMenu->addAction(tr("&Statistics"), this, &ViewerWindow::showStatistics);
@@ -370,6 +373,20 @@ void ViewerWindow::dropEvent(QDropEvent *event)
     for (const QUrl &url : urls) {
         if (url.isLocalFile())
             Q_EMIT openRequested(url.toLocalFile());
+    }
+}
+
+//! They hold for all windows.
+void ViewerWindow::editColorRules()
+{
+    ColorRulesDialog dialog(ColorRules::load(), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    ColorRules::save(dialog.rules());
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        if (auto *table = qobject_cast<ViewerTable *>(widget))
+            table->setColorRules(ColorRules(dialog.rules()));
     }
 }
 

@@ -141,6 +141,7 @@ private:
     void toggleFilter();
     void updateFilterBar();
     void fillRecentMenu(QMenu *menu);
+    void editColorRules();
     void showStatistics();
     void modelAboutToBeShown();
     void modelShown(QAbstractItemModel *model);
