@@ -4,6 +4,7 @@
 #include "filewindow.h"
 
 #include "basics/icons.h"
+#include "files/newestfile.h"
 #include "files/textfilemodel.h"
 #include "formatmenu.h"
 #include "viewertable.h"
@@ -26,6 +27,7 @@ namespace {
 
 constexpr int s_progressSteps = 1000;
 constexpr int s_waitTime = 500;     // ms between looks for a missing file
+constexpr int s_patternTime = 1000; // ms between looks for a newer file
 constexpr int s_messageTime = 8000; // ms that the status bar tells what happened
 
 using Activity = TextFileModel::Activity;
@@ -56,11 +58,18 @@ QString displayPath(const QString &path)
 FileWindow::FileWindow(const QString &path, const FormatRequest &request,
                        FrameStatistics *statistics)
     : ViewerWindow(statistics)
+    , m_pattern(isFilePattern(path) ? path : QString())
     , m_path(path)
 {
-    setWindowTitle(title(path));
-    if (path != QLatin1String("-"))
+    if (!m_pattern.isEmpty()) {
+        if (const QString newest = newestFile(m_pattern); !newest.isEmpty())
+            m_path = newest;
+        m_patternTimer.start(s_patternTime);
+        connect(&m_patternTimer, &QTimer::timeout, this, &FileWindow::takeNewestFile);
+    }
+    if (canReopen())
         setWindowFilePath(QFileInfo(path).absoluteFilePath());
+    showPath();
     createStopAction();
     createStatusBar();
     createFormatMenu();
@@ -121,6 +130,27 @@ void FileWindow::createFormatMenu()
     reload->setEnabled(canReopen());
     connect(reload, &QAction::triggered, this, [this] { reopen(m_request); });
     viewMenu()->insertAction(viewMenu()->actions().at(1), reload);
+}
+
+void FileWindow::showPath()
+{
+    const QString name = title(m_path);
+    setWindowTitle(m_pattern.isEmpty() || m_pattern == m_path
+                       ? name
+                       : tr("%1 — newest of %2").arg(name, QFileInfo(m_pattern).fileName()));
+}
+
+//! Whoever has chosen a row of the former file stays with that file.
+void FileWindow::takeNewestFile()
+{
+    const QString newest = newestFile(m_pattern);
+    if (newest.isEmpty() || newest == m_path || !isFollowing())
+        return;
+    m_path = newest;
+    showPath();
+    reopen(m_request);
+    statusBar()->showMessage(tr("%1 is newer, and is shown now.").arg(displayName(newest)),
+                             s_messageTime);
 }
 
 void FileWindow::createStopAction()

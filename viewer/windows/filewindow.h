@@ -22,7 +22,8 @@ class FileWindow : public ViewerWindow
 
 public:
     //! Begins to open \a path, "-" for the standard input, in the format that
-    //! \a request leaves open. If that fails, the window and stderr tell why.
+    //! \a request leaves open. If that fails, the window and stderr tell why. Of a pattern, as
+    //! "*.log", it shows the file that was written last, and goes on to a newer one.
     FileWindow(const QString &path, const FormatRequest &request, FrameStatistics *statistics);
     ~FileWindow() override;
 
@@ -55,11 +56,15 @@ private:
     void reportFailure();
     bool isAwaited() const;
     void waitForFile();
+    void takeNewestFile();
+    void showPath();
     void toggleIndexing();
     QString activityText() const;
     QString formatText() const;
 
-    const QString m_path;                   //!< as given
+    const QString m_pattern;                //!< of files, of which the newest is shown; or empty
+    QString m_path;                         //!< of the file, as given
+    QTimer m_patternTimer {this};           //!< looks for a newer file
     FormatRequest m_request;                //!< see request()
     std::unique_ptr<TextFileModel> m_model; //!< the file
     QTimer m_waitTimer {this};              //!< looks for a file that cannot be read yet

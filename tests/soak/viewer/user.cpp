@@ -365,11 +365,15 @@ QString User::compare(const FileWindow &page, const QByteArray &content) const
             .arg(content.size());
     if (content.size() > s_compared)
         return {};
-    qsizetype at = 0;
+    QList<QByteArray> rows;
+    qsizetype size = 0;
     for (int row = 0; row < model.rowCount(); ++row) {
-        const QByteArray bytes = model.rowBytes(row, content.size());
-        if (row == 0 && model.format().hasHeader)
-            at = content.indexOf(bytes); // wherever the header ends
+        rows.append(model.rowBytes(row, content.size()));
+        size += rows.last().size();
+    }
+    qsizetype at = model.format().hasHeader ? content.size() - size : 0;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        const QByteArray &bytes = rows[row];
         if (at < 0 || bytes.isEmpty() || content.mid(at, bytes.size()) != bytes)
             return QStringLiteral("row %1 is not in the file at %2").arg(row).arg(at);
         at += bytes.size();
