@@ -110,9 +110,9 @@ void tst_LogFormat::splits_data()
          {"12345678901234567890.10", "-0e5", ""});
     json("escapes", R"({"a": "x\n\t\"\\\/\u20ac\ud83d\ude42", "b": ""})",
          {QString::fromUtf8("x\n\t\"\\/€🙂"), "", ""});
-    json("others", R"({"c": 1, "a": 2, "d": "e"})", {"2", "", "c=1 d=e"});
-    json("twice", R"({"a": 1, "a": 2})", {"1", "", "a=2"});
-    json("empty first", R"({"a": "", "a": 2})", {"", "", "a=2"});
+    json("others", R"({"c": 1, "a": 2, "d": "e"})", {"2", "", R"("c": 1, "d": "e")"});
+    json("twice", R"({"a": 1, "a": 2})", {"1", "", R"("a": 2)"});
+    json("empty first", R"({"a": "", "a": 2})", {"", "", R"("a": 2)"});
     json("no JSON", "at main.cpp:3", {"", "", "at main.cpp:3"});
     json("cut off", R"({"a": 1, "b": "x)", {"", "", R"({"a": 1, "b": "x)"});
     json("behind it", R"({"a": 1} x)", {"", "", R"({"a": 1} x)"});
@@ -122,7 +122,8 @@ void tst_LogFormat::splits_data()
     };
     logfmt("logfmt", "a=1 b=x", {"1", "x", ""});
     logfmt("logfmt in quotes", R"(b="x \"y\" = z" a=)", {"", "x \"y\" = z", ""});
-    logfmt("logfmt, words", "start a=1 of 3 c=4", {"1", "", "c=4 start of 3"});
+    logfmt("logfmt, words", "start a=1 of 3 c=4", {"1", "", "start, of 3, c=4"});
+    logfmt("logfmt, words only", "panic: \"a\"  in  main", {"", "", "panic: \"a\"  in  main"});
     logfmt("logfmt, quote without end", R"(a=1 b="x)", {"", "", R"(a=1 b="x)"});
     logfmt("logfmt, a URL", "a=http://x/?q=1&r=2", {"http://x/?q=1&r=2", "", ""});
     const QStringList accessNames = LogFormat::ofKind(Kind::AccessLog, {}).names;
@@ -135,8 +136,10 @@ void tst_LogFormat::splits_data()
     QTest::newRow("combined log")
         << Kind::AccessLog << accessNames
         << R"_(h - - [t] "\"x\"" 200 5 "http://r/" "Agent (1; \"2\")" 0.003 up)_"
-        << QStringList {"h", "-", "-",         "t",               R"(\"x\")",
-                        "200", "5", "http://r/", R"_(Agent (1; \"2\"))_", "0.003 up"};
+        << QStringList {"h",       "-",         "-",
+                        "t",       R"(\"x\")",  "200",
+                        "5",       "http://r/", R"_(Agent (1; \"2\"))_",
+                        "0.003 up"};
     QTest::newRow("no access") << Kind::AccessLog << accessNames << "hello"
                                << QStringList {"", "", "", "", "", "", "", "", "", "hello"};
     const QStringList syslogNames = LogFormat::ofKind(Kind::Syslog, {}).names;

@@ -137,6 +137,8 @@ void tst_Viewer::refusesWrongArguments_data()
     QTest::newRow("negative seconds") << QStringList {"--seconds=-1"};
     QTest::newRow("seconds in words") << QStringList {"--seconds", "two"};
     QTest::newRow("rate too high") << QStringList {"--rate", "50001"};
+    QTest::newRow("unknown format") << QStringList {"--format", "nonsense"};
+    QTest::newRow("format and delimiter") << QStringList {"--format", "json", "--delimiter", "tab"};
     QTest::newRow("header and none") << QStringList {"--header", "--no-header"};
     QTest::newRow("new rows elsewhere") << QStringList {"--new-rows", "left"};
 }

@@ -322,12 +322,13 @@ void tst_ViewerIndex::detectsFormat_data()
     QTest::newRow("two odd lines of eleven")
         << (QStringList {"a,b", "1,2,3", "1"} + QStringList(8, "1,2")) << "" << false << none;
     const QString object = R"({"id": 1, "name": "x"})";
-    QTest::newRow("JSON lines") << QStringList {object, object} << "" << false << none;
-    QTest::newRow("one JSON line") << QStringList {object} << "" << false << none;
+    const QStringList members {"id", "name", "More"};
+    QTest::newRow("JSON lines") << QStringList {object, object} << "" << false << members;
+    QTest::newRow("one JSON line") << QStringList {object} << "" << false << members;
     QTest::newRow("JSON lines, the last one cut off")
-        << QStringList {object, object.left(12)} << "" << false << none;
+        << QStringList {object, object.left(12)} << "" << false << members;
     QTest::newRow("JSON lines but one of ten")
-        << (QStringList(9, object) + QStringList {"a, b"}) << "" << false << none;
+        << (QStringList(9, object) + QStringList {"a, b"}) << "" << false << members;
     QTest::newRow("JSON lines but two of ten")
         << (QStringList(8, object) + QStringList {"a, b", "c, d"}) << "," << true
         << QStringList {R"({"id": 1)", R"("name": "x"})"};
@@ -357,6 +358,15 @@ void tst_ViewerIndex::obeysRequest()
     QCOMPARE(detectFormat(lines, {{}, false}).names, (QStringList {"1", "2"}));
     QVERIFY(detectFormat(always({"1,2", "3,4"}), {{}, true}).hasHeader);
     QVERIFY(!detectFormat(always({}), {QChar(u','), true}).hasHeader);
+    const FirstLines objects = always({R"({"a": 1, "b": 2})"});
+    QVERIFY(detectFormat(objects).log.kind == LogFormat::Kind::JsonLines);
+    QCOMPARE(detectFormat(objects, {QChar(u','), {}}).log, LogFormat());
+    QVERIFY(!detectFormat(objects, {QChar(), {}}).hasColumns());
+    FormatRequest request;
+    request.log = LogFormat::Kind::Syslog;
+    QCOMPARE(detectFormat(objects, request).names.last(), QStringLiteral("Message"));
+    request.log = LogFormat::Kind::None;
+    QVERIFY(!detectFormat(lines, request).hasColumns());
 }
 
 void tst_ViewerIndex::knowsDelimiterNames()

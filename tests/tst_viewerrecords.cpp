@@ -295,7 +295,7 @@ void tst_ViewerRecords::detectsColumns_data()
     QTest::newRow("prose in quotes")
         << QByteArray("\"Yes,\" he said.\n\"No\nway.\"\n") << "" << QStringList();
     QTest::newRow("JSON") << QByteArray("{\"a\":\"x\",\"b\":1}\n").repeated(3) << ""
-                          << QStringList();
+                          << QStringList {"a", "b", "More"};
 }
 
 void tst_ViewerRecords::detectsColumns()

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void leavesStandardInputAlone();
     void choosesEncoding();
     void choosesColumns();
+    void choosesLogs();
     void choosesFirstLine();
     void keepsWhatTheMenuCannotSay();
     void tellsFormat();
@@ -238,6 +239,26 @@ void tst_ViewerReopen::choosesColumns()
     choose(window.get(), "Columns", "no columns");
     QTRY_COMPARE(window->rows(), 2);
     QCOMPARE(cell(window.get(), 1, 1), QStringLiteral("4,5;6"));
+}
+
+void tst_ViewerReopen::choosesLogs()
+{
+    const auto window = open("{\"a\": 1, \"b\": \"x\"}\n{\"b\": 2}\n");
+    QTRY_COMPARE(window->rows(), 2);
+    QCOMPARE(window->table()->model()->columnCount(), 3);
+    QCOMPARE(cell(window.get(), 0, 0), QStringLiteral("1"));
+    QCOMPARE(cell(window.get(), 1, 1), QStringLiteral("2"));
+    choose(window.get(), "Columns", "logfmt");
+    QTRY_COMPARE(window->rows(), 2);
+    QCOMPARE(window->table()->model()->columnCount(), 1);
+    choose(window.get(), "Columns", "no columns");
+    QTRY_COMPARE(window->rows(), 2);
+    QCOMPARE(cell(window.get(), 1, 1), QStringLiteral("{\"b\": 2}"));
+    choose(window.get(), "Columns", "JSON lines");
+    QTRY_COMPARE(window->rows(), 2);
+    QCOMPARE(cell(window.get(), 0, 1), QStringLiteral("x"));
+    choose(window.get(), "Columns", "comma");
+    QTRY_COMPARE(window->model()->format().delimiter, QChar(u','));
 }
 
 void tst_ViewerReopen::choosesFirstLine()

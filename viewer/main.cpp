@@ -17,6 +17,7 @@ namespace {
 
 const QString s_header = QStringLiteral("header");
 const QString s_noHeader = QStringLiteral("no-header");
+const QString s_format = QStringLiteral("format");
 const QString s_noFollow = QStringLiteral("no-follow");
 const QString s_delimiter = QStringLiteral("delimiter");
 const QString s_encoding = QStringLiteral("encoding");
@@ -46,6 +47,10 @@ void describe(QCommandLineParser *parser)
          tr("Columns are separated by <separator>: tab, comma, semicolon, pipe, space, one "
             "character, or none for no columns. Recognised by default."),
          tr("separator")},
+        {s_format,
+         tr("Lines are those of <format>: text, json, logfmt, access or syslog. Recognised by "
+            "default."),
+         tr("format")},
         {s_header, tr("The first line names the columns. Recognised by default.")},
         {s_noHeader, tr("The first line is a row like any other.")},
         {s_noFollow, tr("Begin at the first row, and do not follow.")},
@@ -94,6 +99,13 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
         return tr("--header and --no-header exclude each other.");
     if (parser.isSet(s_header) || parser.isSet(s_noHeader))
         options->format.hasHeader = !parser.isSet(s_noHeader);
+    if (parser.isSet(s_format)) {
+        options->format.log = LogFormat::kindNamed(parser.value(s_format));
+        if (!options->format.log)
+            return tr("--format wants text, json, logfmt, access or syslog.");
+        if (parser.isSet(s_delimiter))
+            return tr("--format and --delimiter exclude each other.");
+    }
     if (parser.isSet(s_delimiter)) {
         options->format.delimiter = delimiterFromName(parser.value(s_delimiter));
         if (!options->format.delimiter)

@@ -4,7 +4,6 @@
 #include "delimiter.h"
 
 #include <QHash>
-#include <QJsonDocument>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -64,52 +63,42 @@ qsizetype commonFieldCount(const QStringList &lines, QChar delimiter)
     return 0;
 }
 
-bool isJsonObject(const QString &line)
-{
-    const QString text = line.trimmed();
-    return text.startsWith(u'{') && QJsonDocument::fromJson(text.toUtf8()).isObject();
-}
-
-// The commas between the members of objects make no columns. The last line may be cut off.
-bool areJsonObjects(const QStringList &lines)
-{
-    if (lines.isEmpty() || !isJsonObject(lines.front()))
-        return false;
-    qsizetype objects = 0;
-    qsizetype total = 0;
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QString text = lines.at(i).trimmed();
-        const bool isObject = isJsonObject(text);
-        const bool isCut = i == lines.size() - 1 && !isObject && text.startsWith(u'{');
-        objects += isObject ? 1 : 0;
-        total += isCut || text.isEmpty() ? 0 : 1;
-    }
-    return objects * 10 >= total * 9;
-}
-
 constexpr char16_t s_delimiters[] {u'\t', u'|', u';', u','};
 
 struct Columns
 {
     QChar delimiter;
     QStringList lines; //!< the first ones
+    LogFormat log;     //!< if there is no delimiter
 };
 
 Columns detectColumns(const FirstLines &lines)
 {
     const QStringList plain = lines({});
-    if (areJsonObjects(plain))
-        return {};
+    // The commas between the members of objects make no columns.
+    if (const LogFormat log = LogFormat::of(plain); log.kind != LogFormat::Kind::None)
+        return {{}, plain, log};
     for (const QChar candidate : s_delimiters) {
         const QStringList records = lines(candidate);
         if (commonFieldCount(records, candidate) > 0)
-            return {candidate, records};
+            return {candidate, records, {}};
     }
     for (const QChar candidate : s_delimiters) {
         if (commonFieldCount(plain, candidate) > 0)
-            return {candidate, plain};
+            return {candidate, plain, {}};
     }
     return {};
+}
+
+//! What is asked for counts before what is recognised.
+Columns columnsFor(const FirstLines &lines, const FormatRequest &request)
+{
+    if (request.delimiter)
+        return {*request.delimiter, lines(*request.delimiter), {}};
+    if (!request.log)
+        return detectColumns(lines);
+    const QStringList plain = lines({});
+    return {{}, plain, LogFormat::ofKind(*request.log, plain)};
 }
 
 bool looksLikeHeader(const QStringList &fields)
@@ -131,6 +120,11 @@ QString TextFormat::lineText(QByteArrayView bytes, bool isTerminated) const
     if (lineEnd == '\n' && text.endsWith(u'\r'))
         text.chop(1);
     return text;
+}
+
+QStringList TextFormat::fieldsOf(const QString &line) const
+{
+    return isDelimited() ? splitFields(line, delimiter, names.size()) : log.split(line);
 }
 
 QStringList splitFields(const QString &line, QChar delimiter, qsizetype maximumFields)
@@ -169,10 +163,10 @@ bool isNumber(const QString &field)
 TextFormat detectFormat(const FirstLines &lines, const FormatRequest &request)
 {
     TextFormat format;
-    const Columns found = request.delimiter
-        ? Columns {*request.delimiter, lines(*request.delimiter)}
-        : detectColumns(lines);
+    const Columns found = columnsFor(lines, request);
     format.delimiter = found.delimiter;
+    format.log = found.log;
+    format.names = found.log.names;
     if (!format.isDelimited())
         return format;
     qsizetype columns = 1;

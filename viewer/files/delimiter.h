@@ -5,6 +5,7 @@
 #define DELIMITER_H
 
 #include "encoding.h"
+#include "logformat.h"
 
 #include <QString>
 #include <QStringList>
@@ -17,11 +18,16 @@ struct TextFormat
 {
     Encoding encoding;      //!< of the bytes
     char lineEnd = '\n';    //!< '\n', before which a '\r' may stand, or '\r'
-    QChar delimiter;        //!< between fields; null for text without columns
+    QChar delimiter;        //!< between fields; null for text without separated columns
+    LogFormat log;          //!< of lines that name their columns, or have them in places
     bool hasHeader = false; //!< the first line names the columns
-    QStringList names;      //!< of the columns, if there is a delimiter; never empty then
+    QStringList names;      //!< of the columns, if there are any; never empty then
 
     bool isDelimited() const { return !delimiter.isNull(); }
+    //! Delimited, or a log whose lines have columns.
+    bool hasColumns() const { return !names.isEmpty(); }
+    //! The columns of \a line; without any, the line.
+    QStringList fieldsOf(const QString &line) const;
     //! The text of a line's \a bytes, without its end if \a isTerminated.
     QString lineText(QByteArrayView bytes, bool isTerminated) const;
 
@@ -34,6 +40,8 @@ struct FormatRequest
     std::optional<QChar> delimiter;        //!< null character: no columns
     std::optional<bool> hasHeader;         //!< true: the first line is the header
     std::optional<Encoding> encoding = {}; //!< of the text
+    std::optional<LogFormat::Kind> log =
+        {}; //!< of the lines; a delimiter that is given counts first
 };
 
 /*!
@@ -59,7 +67,7 @@ using FirstLines = std::function<QStringList(QChar delimiter)>;
  * Tab, pipe, semicolon and comma are tried in this order; the first that occurs
  * equally often in at least nine of ten records, two records at least, is taken. If
  * there is none, lines as they stand count: quotes may be wrong. Empty lines do not
- * count. There are no columns if the first line and nine of ten are JSON objects. The
+ * count. Before that, logs are looked for (see LogFormat), whose lines may have all of them. The
  * first record is the header unless it has an empty field or one that is a number.
  * There are as many columns as the longest of the records has.
  */

@@ -7,23 +7,24 @@
 #include <QHash>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <optional>
-#include <utility>
 
 namespace {
 
 constexpr qsizetype s_mostNames = 256;
 
 using Kind = LogFormat::Kind;
-using Member = std::pair<QString, QString>; // name and value
 
-//! What a line consists of. Values of JSON that are no strings are as they stand: numbers keep
-//! all their digits.
-struct Members
+//! Values of JSON that are no strings are as they stand: numbers keep all their digits.
+struct Member
 {
-    QList<Member> named;
-    QString rest; //!< that has no name
+    QString name; //!< may be missing in logfmt
+    QString value;
+    QString text; //!< both, as they stand in the line
 };
+
+using Members = QList<Member>;
 
 class Reader
 {
@@ -33,9 +34,11 @@ public:
     {
     }
 
+    qsizetype place() const { return m_at; }
+    //! What stands from \a begin on up to here.
+    QString since(qsizetype begin) const { return m_line.mid(begin, m_at - begin); }
     bool isAtEnd() const { return m_at >= m_line.size(); }
     QChar next() const { return isAtEnd() ? QChar() : m_line[m_at]; }
-    void skip() { ++m_at; }
 
     void skipSpaces()
     {
@@ -65,7 +68,7 @@ public:
     {
         if (!take(u'"'))
             return {};
-        QString text;
+        QString text = QStringLiteral(""); // none would be null
         while (!isAtEnd() && next() != u'"') {
             if (take(u'\\'))
                 text += takeEscape();
@@ -144,6 +147,7 @@ std::optional<Members> jsonMembers(const QString &line)
         if (!isFirst && !reader.take(u','))
             return {};
         reader.skipSpaces();
+        const qsizetype begin = reader.place();
         const std::optional<QString> name = reader.takeString();
         reader.skipSpaces();
         if (!name || !reader.take(u':'))
@@ -152,7 +156,7 @@ std::optional<Members> jsonMembers(const QString &line)
         const std::optional<QString> value = reader.takeValue();
         if (!value)
             return {};
-        members.named.append({*name, *value});
+        members.append({*name, *value, reader.since(begin).trimmed()});
         reader.skipSpaces();
     }
     reader.skipSpaces();
@@ -164,29 +168,35 @@ bool isName(const QString &name)
     return !name.isEmpty() && (name[0].isLetter() || name[0] == u'_' || name[0] == u'@');
 }
 
-//! Words without a name are the rest.
+//! Words without a name that follow each other stay as they stand.
 std::optional<Members> logfmtMembers(const QString &line)
 {
     Reader reader(line);
     Members members;
+    qsizetype unnamed = -1; // where they begin
     while (true) {
         reader.skipSpaces();
         if (reader.isAtEnd())
-            break;
+            return members;
+        const qsizetype begin = reader.place();
         const QString word = reader.takeUntil(QStringLiteral("= \t\""));
         if (!isName(word) || !reader.take(u'=')) {
-            const QString text = word + reader.takeUntil(QStringLiteral(" \t"));
-            members.rest += (members.rest.isEmpty() ? QString() : QStringLiteral(" ")) + text;
+            reader.takeUntil(QStringLiteral(" \t"));
+            if (unnamed >= 0)
+                members.removeLast();
+            else
+                unnamed = begin;
+            members.append({QString(), QString(), reader.since(unnamed)});
             continue;
         }
+        unnamed = -1;
         const std::optional<QString> value = reader.next() == u'"'
             ? reader.takeString()
             : std::optional(reader.takeUntil(QStringLiteral(" \t")));
         if (!value)
             return {};
-        members.named.append({word, *value});
+        members.append({word, *value, reader.since(begin)});
     }
-    return members;
 }
 
 std::optional<Members> membersOf(Kind kind, const QString &line)
@@ -234,10 +244,11 @@ QStringList namesIn(Kind kind, const QStringList &lines)
 {
     QStringList names;
     for (const QString &line : lines) {
-        const QList<Member> named = membersOf(kind, line).value_or(Members()).named;
-        for (const auto &[name, value] : named) {
-            if (!names.contains(name) && names.size() < s_mostNames)
-                names.append(name);
+        const Members members = membersOf(kind, line).value_or(Members());
+        for (const Member &member : members) {
+            const bool isNew = !member.name.isNull() && !names.contains(member.name);
+            if (isNew && names.size() < s_mostNames)
+                names.append(member.name);
         }
     }
     names.append(QCoreApplication::translate("LogFormat", "More"));
@@ -254,7 +265,9 @@ bool hasForm(Kind kind, const QString &line)
         return jsonMembers(line).has_value();
     case Kind::Logfmt: {
         const std::optional<Members> members = logfmtMembers(line);
-        return members && members->named.size() >= 2 && members->rest.isEmpty();
+        return members && members->size() >= 2
+            && std::none_of(members->begin(), members->end(),
+                            [](const Member &member) { return member.name.isNull(); });
     }
     case Kind::AccessLog:
         return accessLine().match(line).hasMatch();
@@ -306,9 +319,30 @@ LogFormat LogFormat::ofKind(Kind kind, const QStringList &lines)
     return {};
 }
 
+char LogFormat::escape() const
+{
+    return isNamed(kind) ? '\\' : '\0';
+}
+
+bool LogFormat::joins(const QString &text) const
+{
+    return isNamed(kind) && text.contains(u',');
+}
+
 bool LogFormat::fits(const QString &line) const
 {
     return hasForm(kind, line);
+}
+
+std::optional<LogFormat::Kind> LogFormat::kindNamed(const QString &name)
+{
+    static const QHash<QString, Kind> kinds {
+        {QStringLiteral("text"), Kind::None},     {QStringLiteral("json"), Kind::JsonLines},
+        {QStringLiteral("logfmt"), Kind::Logfmt}, {QStringLiteral("access"), Kind::AccessLog},
+        {QStringLiteral("syslog"), Kind::Syslog},
+    };
+    const auto it = kinds.constFind(name.toLower());
+    return it == kinds.cend() ? std::nullopt : std::optional(*it);
 }
 
 QStringList LogFormat::split(const QString &line) const
@@ -331,15 +365,13 @@ QStringList LogFormat::split(const QString &line) const
         return fields;
     }
     QStringList more;
-    for (const auto &[name, value] : members->named) {
-        const qsizetype at = names.indexOf(name);
+    for (const Member &member : *members) {
+        const qsizetype at = member.name.isNull() ? -1 : names.indexOf(member.name);
         if (at >= 0 && at < fields.size() - 1 && fields[at].isNull())
-            fields[at] = value.isNull() ? QStringLiteral("") : value;
+            fields[at] = member.value.isNull() ? QStringLiteral("") : member.value;
         else
-            more.append(name + u'=' + value);
+            more.append(member.text);
     }
-    if (!members->rest.isEmpty())
-        more.append(members->rest);
-    fields.last() = more.join(u' ');
+    fields.last() = more.join(QLatin1String(", "));
     return fields;
 }

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 /*!
  * \brief The columns of logs whose lines name their parts, or have them in fixed places.
  *
@@ -33,10 +35,18 @@ struct LogFormat
     //! The format \a kind, with names from \a lines.
     static LogFormat ofKind(Kind kind, const QStringList &lines);
 
+    //! The kind that a command line calls \a name: text, json, logfmt, access or syslog, in any
+    //! case. Nothing for other words.
+    static std::optional<Kind> kindNamed(const QString &name);
+
     //! The fields of \a line, as many as there are names.
     QStringList split(const QString &line) const;
     //! Whether \a line has the form.
     bool fits(const QString &line) const;
+    //! The character without which fields stand in their line as they are; 0 if they always do.
+    char escape() const;
+    //! Whether a field can have \a text though it is nowhere in the line, which has no escape().
+    bool joins(const QString &text) const;
 
     friend bool operator==(const LogFormat &, const LogFormat &) = default;
 };

@@ -89,7 +89,7 @@ int TextFileModel::columnCount(const QModelIndex &parent) const
 {
     if (parent.isValid())
         return 0;
-    return m_format.isDelimited() ? int(m_format.names.size()) : 2;
+    return m_format.hasColumns() ? int(m_format.names.size()) : 2;
 }
 
 bool TextFileModel::isFull() const
@@ -266,6 +266,9 @@ std::optional<BytePattern> TextFileModel::patternFor(const QString &text,
     // Fields are parts of their line, unless there are quotes.
     if (m_format.isDelimited())
         return BytePattern::of(text, '"');
+    if (m_format.hasColumns())
+        return m_format.log.joins(text) ? std::nullopt
+                                        : BytePattern::of(text, m_format.log.escape());
     // Numbers of lines are not in the file.
     const bool isNumber =
         std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
@@ -313,16 +316,14 @@ const QStringList &TextFileModel::fields(int row) const
     if (const QStringList *cached = m_cache.find(row))
         return *cached;
     const QString line = readLine(lineOfRow(row));
-    QStringList fields = m_format.isDelimited()
-        ? splitFields(line, m_format.delimiter, m_format.names.size())
-        : QStringList {line};
+    QStringList fields = m_format.fieldsOf(line);
     std::transform(fields.begin(), fields.end(), fields.begin(), withPictures);
     return m_cache.insert(row, std::move(fields));
 }
 
 QString TextFileModel::text(const QModelIndex &index) const
 {
-    if (m_format.isDelimited())
+    if (m_format.hasColumns())
         return fields(index.row()).value(index.column());
     if (index.column() == 0)
         return QString::number(qint64(index.row()) + 1);
@@ -331,7 +332,7 @@ QString TextFileModel::text(const QModelIndex &index) const
 
 bool TextFileModel::isNumeric(const QModelIndex &index) const
 {
-    if (!m_format.isDelimited())
+    if (!m_format.hasColumns())
         return index.column() == 0;
     return isNumber(fields(index.row()).value(index.column()));
 }
@@ -346,7 +347,7 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
         return levelColor(levelOf(fields(index.row()).join(u' ')));
     if (role == Qt::TextAlignmentRole && isNumeric(index))
         return QVariant::fromValue(numberAlignment);
-    if (role == Qt::TextAlignmentRole && !m_format.isDelimited())
+    if (role == Qt::TextAlignmentRole && !m_format.hasColumns())
         return QVariant::fromValue(lineAlignment);
     return {};
 }
@@ -355,14 +356,14 @@ QVariant TextFileModel::headerData(int section, Qt::Orientation orientation, int
 {
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
         return {};
-    const bool isLineNumber = !m_format.isDelimited() && section == 0;
+    const bool isLineNumber = !m_format.hasColumns() && section == 0;
     if (role == Qt::TextAlignmentRole)
-        return int(isLineNumber                 ? numberAlignment
-                       : m_format.isDelimited() ? Qt::AlignLeft | Qt::AlignVCenter
-                                                : lineAlignment);
+        return int(isLineNumber                ? numberAlignment
+                       : m_format.hasColumns() ? Qt::AlignLeft | Qt::AlignVCenter
+                                               : lineAlignment);
     if (role != Qt::DisplayRole)
         return {};
-    if (m_format.isDelimited())
+    if (m_format.hasColumns())
         return m_format.names.at(section);
     return isLineNumber ? tr("Line") : tr("Text");
 }

@@ -94,7 +94,7 @@ public:
                         int role = Qt::DisplayRole) const override;
 
     //! Whether \a column has numbers of lines, which are not in the file.
-    bool isLineNumber(int column) const { return !m_format.isDelimited() && column == 0; }
+    bool isLineNumber(int column) const { return !m_format.hasColumns() && column == 0; }
 
     QString path() const { return m_path; }
     const TextFormat &format() const { return m_format; }

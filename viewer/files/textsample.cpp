@@ -55,6 +55,7 @@ TextFormat TextSample::format(const FormatRequest &request) const
         },
         request);
     format.delimiter = columns.delimiter;
+    format.log = columns.log;
     format.hasHeader = columns.hasHeader;
     format.names = columns.names;
     return format;

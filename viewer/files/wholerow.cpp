@@ -26,11 +26,13 @@ WholeRow rowOfFile(const TextFileModel &model, int row, qint64 mostBytes)
     const QString text = whole.isCut
         ? format.lineText(format.encoding.withoutPartialCharacter(whole.bytes), false)
         : format.lineText(whole.bytes, true);
-    whole.isLine = !format.isDelimited();
+    whole.isLine = !format.hasColumns();
+    if (format.log.kind == LogFormat::Kind::JsonLines)
+        whole.object = text;
     if (whole.isLine)
         whole.fields << model.index(row, 0).data().toString() << text;
     else
-        whole.fields = splitFields(text, format.delimiter, format.names.size());
+        whole.fields = format.fieldsOf(text);
     while (whole.fields.size() < model.columnCount())
         whole.fields << QString();
     return whole;

@@ -12,6 +12,7 @@
 struct WholeRow
 {
     QStringList fields;  //!< by column of the model
+    QString object;      //!< the line that they are from, if it is JSON
     QByteArray bytes;    //!< in the file; empty if there is none
     bool isCut = false;  //!< there is more
     bool isLine = false; //!< the fields are the number of a line and its text

@@ -352,6 +352,8 @@ QString FileWindow::formatText() const
     QString text = m_model->encodingName();
     if (m_model->format().isDelimited() && !text.isEmpty())
         text += QLatin1String(", ") + FormatMenu::delimiterName(m_model->format().delimiter);
+    else if (m_model->format().hasColumns() && !text.isEmpty())
+        text += QLatin1String(", ") + FormatMenu::logName(m_model->format().log.kind);
     if (m_model->brokenRecords() > 0)
         text += QLatin1String(", ") + tr("%L1 open quotes").arg(m_model->brokenRecords());
     return text;

@@ -7,6 +7,12 @@
 #include <QActionGroup>
 #include <QVariant>
 
+namespace {
+
+using Kind = LogFormat::Kind;
+
+} // namespace
+
 FormatMenu::FormatMenu(QWidget *parent)
     : QMenu(tr("F&ormat"), parent)
     , m_encodings(addGroup(tr("&Encoding")))
@@ -18,6 +24,8 @@ FormatMenu::FormatMenu(QWidget *parent)
         addChoice(m_encodings, QLatin1String(name), QString::fromLatin1(name));
     for (const QChar delimiter : {u',', u';', u'\t', u'|', u' ', u'\0'})
         addChoice(m_delimiters, delimiterName(delimiter), delimiter);
+    for (const Kind kind : {Kind::JsonLines, Kind::Logfmt, Kind::AccessLog, Kind::Syslog})
+        addChoice(m_delimiters, logName(kind), int(kind));
     addChoice(m_headers, tr("Names the Columns"), true);
     addChoice(m_headers, tr("Is a Row"), false);
 }
@@ -60,6 +68,23 @@ QString FormatMenu::delimiterName(QChar delimiter)
     }
 }
 
+QString FormatMenu::logName(LogFormat::Kind kind)
+{
+    switch (kind) {
+    case Kind::None:
+        break;
+    case Kind::JsonLines:
+        return tr("JSON lines");
+    case Kind::Logfmt:
+        return tr("logfmt");
+    case Kind::AccessLog:
+        return tr("access log");
+    case Kind::Syslog:
+        return tr("syslog");
+    }
+    return tr("no columns");
+}
+
 void FormatMenu::show(const FormatRequest &request)
 {
     m_request = request;
@@ -68,7 +93,9 @@ void FormatMenu::show(const FormatRequest &request)
         const QString name = action->data().toString();
         action->setChecked(request.encoding == Encoding::named(name));
     }
-    const QVariant delimiter = request.delimiter ? QVariant(*request.delimiter) : QVariant();
+    const QVariant delimiter = request.delimiter ? QVariant(*request.delimiter)
+        : request.log                            ? QVariant(int(*request.log))
+                                                 : QVariant();
     const QList<QAction *> delimiters = m_delimiters->actions();
     for (QAction *action : delimiters)
         action->setChecked(action->data() == delimiter);
@@ -89,9 +116,12 @@ void FormatMenu::choose()
     // What cannot be chosen here, as another encoding, stays as it was asked for.
     if (m_encodings->checkedAction())
         m_request.encoding = Encoding::named(encoding.toString());
-    if (m_delimiters->checkedAction())
+    if (m_delimiters->checkedAction()) {
+        const bool isLog = delimiter.typeId() == QMetaType::Int;
+        m_request.log = isLog ? std::optional(Kind(delimiter.toInt())) : std::nullopt;
         m_request.delimiter =
-            delimiter.isValid() ? std::optional(delimiter.toChar()) : std::nullopt;
+            delimiter.isValid() && !isLog ? std::optional(delimiter.toChar()) : std::nullopt;
+    }
     m_request.hasHeader = header.isValid() ? std::optional(header.toBool()) : std::nullopt;
     Q_EMIT chosen(m_request);
 }

@@ -23,6 +23,8 @@ public:
     void show(const FormatRequest &request);
     //! What a text with columns that are separated by \a delimiter is called.
     static QString delimiterName(QChar delimiter);
+    //! What a log is called.
+    static QString logName(LogFormat::Kind kind);
 
 Q_SIGNALS:
     //! The user asks for \a request.
@@ -35,7 +37,7 @@ private:
 
     FormatRequest m_request;    //!< what is checked
     QActionGroup *m_encodings;  //!< names of encodings; none for the recognised one
-    QActionGroup *m_delimiters; //!< QChar; none for the recognised one
+    QActionGroup *m_delimiters; //!< QChar, or int of a LogFormat::Kind; none if recognised
     QActionGroup *m_headers;    //!< bool; none for what is recognised
 };
 

@@ -94,6 +94,8 @@ RowDetails rowDetails(const QModelIndex &index)
     RowDetails details;
     if (row.isLine)
         row.fields.removeFirst(); // its number
+    else if (!row.object.isEmpty())
+        row.fields = QStringList {row.object}; // shown as a whole, indented
     bool isCut = row.isCut;
     if (!row.bytes.isEmpty() && !isText(row.fields)) {
         details.isDump = true;
