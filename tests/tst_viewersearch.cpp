@@ -65,6 +65,49 @@ QByteArray randomLine(QRandomGenerator &random, int words)
     return line;
 }
 
+//! Anything that may be in a file, and what is like an ASCII letter without being one.
+QByteArray strangeLine(QRandomGenerator &random)
+{
+    static const QList<QByteArray> pieces {"ask",
+                                           "ASK",
+                                           "k",
+                                           "S",
+                                           "a",
+                                           "id=17 ",
+                                           "id=",
+                                           "_",
+                                           "\xe2\x84\xaa",
+                                           "\xc5\xbf",
+                                           "é",
+                                           "\xc3",
+                                           "\xe2\x84",
+                                           "\xff",
+                                           " ",
+                                           "\t",
+                                           "\x7f",
+                                           "\x01",
+                                           "\r",
+                                           "\xe2\x80\xa8",
+                                           "日本",
+                                           "7",
+                                           "-",
+                                           ".",
+                                           "\xef\xbb\xbf",
+                                           "\xf0\x9f\x98\x80",
+                                           "\xed\xa0\x80",
+                                           "İ",
+                                           "error",
+                                           "Fail",
+                                           "ed",
+                                           "b"};
+    QByteArray line;
+    if (random.bounded(100) == 0)
+        line = QByteArray(random.bounded(16370, 16390), 'x'); // about what is read of a line
+    for (int n = random.bounded(9); n > 0; --n)
+        line += pieces.at(random.bounded(int(pieces.size())));
+    return line + QByteArrayList {"\n", "\n", "\r\n"}.at(random.bounded(3));
+}
+
 QStringList linesWith(const QAbstractItemModel &model, const QString &text)
 {
     QStringList lines;
@@ -112,6 +155,11 @@ private Q_SLOTS:
     void filtersWhatTheRowsShow();
     void filterKeepsUpWithTheFile();
     void filterFollowsTheColumns();
+    void bytesTellWhatTheTextTells_data();
+    void bytesTellWhatTheTextTells();
+    void readsWholeLines();
+    void endsOfLines_data();
+    void endsOfLines();
     void blocksMeet_data();
     void blocksMeet();
     void veryLongLines();
@@ -385,6 +433,146 @@ void tst_ViewerSearch::filterFollowsTheColumns()
     QTRY_COMPARE(file.model.columnCount(), 2);
     QTRY_COMPARE(file.model.rowCount(), 4);
     QCOMPARE(shown.rowCount(), 1);
+}
+
+void tst_ViewerSearch::bytesTellWhatTheTextTells_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("encoding");
+
+    for (const char *encoding : {"utf-8", "latin1", "cp1252"}) {
+        for (const char *text : {"k",
+                                 "ask",
+                                 "S",
+                                 "a",
+                                 "7",
+                                 "id=1",
+                                 " ",
+                                 "_",
+                                 "x",
+                                 "é",
+                                 "\u212a",
+                                 "\u017f",
+                                 "\t",
+                                 "\r",
+                                 "error|fail(ed)?",
+                                 "id=[0-9]+7 ",
+                                 "^$",
+                                 "^a",
+                                 "k$",
+                                 "\\bask\\b",
+                                 "[^a-z]k",
+                                 "\\s",
+                                 "(?i)ASK",
+                                 ".",
+                                 "x{20}",
+                                 "a\\x{2401}",
+                                 "\\W7",
+                                 "\u2400|\u2401",
+                                 "\ufffd",
+                                 "("}) {
+            QTest::addRow("%s, %s", encoding, text)
+                << QString::fromUtf8(text) << QString::fromLatin1(encoding);
+        }
+    }
+}
+
+void tst_ViewerSearch::bytesTellWhatTheTextTells()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, encoding);
+    QRandomGenerator random(31);
+    QByteArray lines;
+    for (int i = 0; i < 1000; ++i)
+        lines += strangeLine(random);
+    lines += "ask me\r";
+    ShownFile file(lines, {u'\0', {}, Encoding::named(encoding)});
+    for (int rules = 0; rules < 8; ++rules) {
+        const TextMatcher matcher(text,
+                                  {.matchesCase = (rules & 1) != 0,
+                                   .wholeWords = (rules & 2) != 0,
+                                   .isExpression = (rules & 4) != 0});
+        LineFilter shown({1}, matcher);
+        QVERIFY(shown.takeOver(&file.model));
+        int found = 0;
+        for (int row = 0; row < file.model.rowCount(); ++row) {
+            const QModelIndex cell = file.model.index(row, 1);
+            if (matcher.isIn(cell.data().toString()))
+                QCOMPARE(shown.mapToSource(shown.index(found++, 1)), cell);
+        }
+        QCOMPARE(shown.rowCount(), found);
+    }
+}
+
+void tst_ViewerSearch::readsWholeLines()
+{
+    const QByteArray longest(TextFileModel::maximumLineBytes - 1, 'x');
+    const QByteArray text = "one\r\n\n" + longest + '\n' + longest + "x\nlast but one\ntail";
+    const ShownFile file(text);
+    TextFileModel::RawLines lines;
+    const auto read = [&](int row, int end) {
+        file.model.readLines(row, end, &lines);
+        QByteArrayList bytes;
+        for (qsizetype i = 0, begin = 0; i < qsizetype(lines.ends.size()); ++i) {
+            const qsizetype lineEnd = lines.ends[size_t(i)];
+            bytes << lines.bytes.sliced(begin, lineEnd - begin).toByteArray();
+            begin = lineEnd;
+        }
+        return bytes;
+    };
+    const QByteArrayList first {"one\r\n", "\n", longest + '\n'};
+    QCOMPARE(read(0, 6), first);
+    QCOMPARE(read(0, 2), first.first(2));
+    QCOMPARE(read(1, 6), first.sliced(1));
+    QCOMPARE(read(3, 6), QByteArrayList()); // too long
+    QCOMPARE(read(4, 6), QByteArrayList {"last but one\n"});
+    QCOMPARE(read(5, 6), QByteArrayList()); // has no end
+    QCOMPARE(read(2, 2), QByteArrayList());
+    QCOMPARE(read(6, 9), QByteArrayList());
+}
+
+void tst_ViewerSearch::endsOfLines_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("end");
+    QTest::addColumn<int>("most");
+    QTest::addColumn<int>("longest");
+    QTest::addColumn<int>("count");
+
+    QTest::newRow("all") << 0 << 200 << 100'000 << 1000 << 200;
+    QTest::newRow("more than all") << 0 << 300 << 100'000 << 1000 << 200;
+    QTest::newRow("behind a checkpoint") << 65 << 200 << 100'000 << 1000 << 135;
+    QTest::newRow("some") << 100 << 110 << 100'000 << 1000 << 10;
+    QTest::newRow("as many as fit") << 0 << 200 << 10 << 1000 << 4; // 1 + 2 + 3 + 4
+    QTest::newRow("one less") << 0 << 200 << 9 << 1000 << 3;
+    QTest::newRow("up to a long one") << 0 << 200 << 100'000 << 150 << 150;
+    QTest::newRow("a long one") << 150 << 200 << 100'000 << 150 << 0;
+    QTest::newRow("none") << 10 << 10 << 100'000 << 1000 << 0;
+    QTest::newRow("behind the last") << 200 << 201 << 100'000 << 1000 << 0;
+}
+
+void tst_ViewerSearch::endsOfLines()
+{
+    QFETCH(int, first);
+    QFETCH(int, end);
+    QFETCH(int, most);
+    QFETCH(int, longest);
+    QFETCH(int, count);
+    QByteArray text;
+    for (int i = 0; i < 200; ++i)
+        text += QByteArray(i, 'x') + '\n';
+    text += "tail";
+    LineScanner scanner(std::numeric_limits<qint64>::max());
+    scanner.scan(text.constData(), size_t(text.size()));
+    LineIndex index;
+    index.append(scanner.takeBatch());
+    std::vector<qsizetype> ends {7};
+    index.readEnds(first, end, quint64(most), quint64(longest), &ends);
+    QCOMPARE(int(ends.size()), count);
+    for (int i = 0; i < count; ++i) {
+        const LineSpan line = index.line(first + i);
+        QCOMPARE(quint64(ends[size_t(i)]), line.offset + line.length - index.line(first).offset);
+    }
 }
 
 void tst_ViewerSearch::blocksMeet_data()

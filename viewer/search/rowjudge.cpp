@@ -3,8 +3,6 @@
 
 #include "rowjudge.h"
 
-#include "files/textfilemodel.h"
-
 #include <algorithm>
 #include <numeric>
 #include <utility>
@@ -39,17 +37,34 @@ void RowJudge::setSource(const QAbstractItemModel *source)
     }
     m_lines = qobject_cast<const TextFileModel *>(source);
     m_pattern = m_lines ? m_lines->patternFor(m_matcher.needle(), m_columns) : std::nullopt;
+    m_byBytes.reset();
+    // Numbers of lines are not in the file; with the pattern they do not matter.
+    const bool isByBytes = m_pattern || m_columns == QList<int> {1};
+    if (m_lines && !m_lines->format().isDelimited() && isByBytes)
+        m_byBytes.emplace(m_matcher, m_lines->lineEnd());
 }
 
 int RowJudge::judge(int first, int end, std::vector<int> *found) const
 {
+    if (!m_byBytes)
+        return judgeRows(first, end, found);
+    m_lines->readLines(first, end, &m_raw);
+    if (m_raw.ends.empty())
+        return judgeRows(first, qMin(end, first + 1), found);
+    judgeLines(first, found);
+    return first + int(m_raw.ends.size());
+}
+
+//! By their text, but for those where the pattern is not.
+int RowJudge::judgeRows(int first, int end, std::vector<int> *found) const
+{
     // How long others take over their data nobody knows.
-    const int last = std::min(end, first + (m_lines ? s_linesAtOnce : 1));
+    const int last = qMin(end, first + (m_lines ? s_linesAtOnce : 1));
     int row = first;
     while (row < last) {
         if (m_pattern) {
             const TextFileModel::Sighting sighting = m_lines->look(*m_pattern, row, true);
-            row = std::min(sighting.row, end);
+            row = qMin(sighting.row, end);
             if (!sighting.mayShow || row == end)
                 return row;
         }
@@ -58,6 +73,40 @@ int RowJudge::judge(int first, int end, std::vector<int> *found) const
         ++row;
     }
     return row;
+}
+
+//! Those that were read, from \a first on, by their bytes.
+void RowJudge::judgeLines(int first, std::vector<int> *found) const
+{
+    const std::vector<qsizetype> &ends = m_raw.ends;
+    const QByteArrayView bytes = m_raw.bytes.first(ends.back());
+    std::size_t line = 0;
+    qsizetype begin = 0;
+    while (line < ends.size()) {
+        qsizetype place = begin;
+        if (m_pattern) {
+            const qsizetype further = m_pattern->first(bytes.sliced(begin));
+            if (further < 0)
+                return;
+            place += further;
+        }
+        for (; ends[line] <= place; ++line)
+            begin = ends[line];
+        const int row = first + int(line);
+        if (isMatch(row, begin, ends[line], place - begin))
+            found->push_back(row);
+        begin = ends[line++];
+    }
+}
+
+//! Whether \a row, which has the bytes from \a begin to \a end, has a match; there is none
+//! before \a place of them.
+bool RowJudge::isMatch(int row, qsizetype begin, qsizetype end, qsizetype place) const
+{
+    const QByteArrayView line = m_raw.bytes.sliced(begin, end - begin);
+    const LineMatcher::Verdict verdict = m_byBytes->judge(line, place);
+    return verdict == LineMatcher::Verdict::Unclear ? isMatch(row)
+                                                    : verdict == LineMatcher::Verdict::Match;
 }
 
 bool RowJudge::isMatch(int row) const

@@ -5,13 +5,14 @@
 #define ROWJUDGE_H
 
 #include "files/bytepattern.h"
+#include "files/textfilemodel.h"
+#include "linematcher.h"
 #include "textmatcher.h"
 
 #include <optional>
 #include <vector>
 
 class QAbstractItemModel;
-class TextFileModel;
 
 //! Whether \a column of \a model, which may be null, has text to look for rather than
 //! numbers of lines.
@@ -20,7 +21,7 @@ bool isTextColumn(const QAbstractItemModel *model, int column);
 /*!
  * \brief Tells which rows of a model have a text in their columns.
  *
- * Lines of a file are not even read as text if their bytes tell that they have it not.
+ * Lines of a file are not even read as text if their bytes tell what they have.
  */
 class RowJudge
 {
@@ -41,6 +42,9 @@ public:
 
 private:
     bool isMatch(int row) const;
+    int judgeRows(int first, int end, std::vector<int> *found) const;
+    void judgeLines(int first, std::vector<int> *found) const;
+    bool isMatch(int row, qsizetype begin, qsizetype end, qsizetype place) const;
 
     QList<int> m_columns;                         //!< looked at
     int m_columnCount = 0;                        //!< when they were chosen; 0 before
@@ -48,6 +52,8 @@ private:
     const QAbstractItemModel *m_source = nullptr; //!< asked; not owned
     const TextFileModel *m_lines = nullptr;       //!< the source, if it can be looked through
     std::optional<BytePattern> m_pattern;         //!< in bytes of m_lines; nothing if it cannot
+    std::optional<LineMatcher> m_byBytes;         //!< judges m_lines; nothing if it cannot
+    mutable TextFileModel::RawLines m_raw;        //!< judged at present
 };
 
 #endif // ROWJUDGE_H

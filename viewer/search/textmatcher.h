@@ -47,6 +47,9 @@ public:
     //! Whether \a text has what is looked for.
     bool isIn(const QString &text) const;
 
+    //! The same, quicker, for a \a text that is known to be ASCII.
+    bool isInAscii(const QString &text) const;
+
     //! All matches in \a text from left to right, none within another, none that is empty.
     QList<Match> matchesIn(const QString &text) const;
 
@@ -67,6 +70,7 @@ private:
     TextRules m_rules;
     QStringMatcher m_plain;          //!< of a text as it is
     QRegularExpression m_expression; //!< of an expression
+    bool m_isValid = false;          //!< it is one
 };
 
 #endif // TEXTMATCHER_H
