@@ -268,6 +268,7 @@ private Q_SLOTS:
     void doesWhatQtDoes_data();
     void doesWhatQtDoes();
     void tellsOfHeaders();
+    void resetTellsOfNothingElse();
     void doesNotSort();
     void bearsTheEndOfItsSource();
     void followsNothingAfterGivingUp();
@@ -330,6 +331,19 @@ void tst_LineFilter::tellsOfHeaders()
     QCOMPARE(spy.size(), 2);
     QCOMPARE(spy.at(0).mid(1), (QVariantList {1, 1}));
     QCOMPARE(spy.at(1).mid(1), (QVariantList {1, 1}));
+}
+
+void tst_LineFilter::resetTellsOfNothingElse()
+{
+    RowModel model;
+    LineFilter filter({0}, matcherOf(QStringLiteral("a")));
+    QVERIFY(filter.takeOver(&model));
+    const QSignalSpy inserted(&filter, &QAbstractItemModel::rowsInserted);
+    const QSignalSpy reset(&filter, &QAbstractItemModel::modelReset);
+    model.reset({"a", "b", "a"});
+    QCOMPARE(filter.rowCount(), 2);
+    QCOMPARE(inserted.size(), 0);
+    QCOMPARE(reset.size(), 1);
 }
 
 void tst_LineFilter::doesNotSort()

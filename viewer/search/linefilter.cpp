@@ -150,9 +150,7 @@ void LineFilter::judgeOnTime()
 //! Judges \a rows, if they are many later on.
 void LineFilter::require(Range rows)
 {
-    const bool isMany = rows.end - rows.first > rowsAtOnce;
-    const bool meetsDue = !m_due.isEmpty() && rows.first <= m_due.end && rows.end >= m_due.first;
-    if (isMany || meetsDue) {
+    if (rows.end - rows.first > rowsAtOnce) {
         // What is between them, too: one range is enough.
         m_due = m_due.isEmpty() ? rows
                                 : Range {qMin(m_due.first, rows.first), qMax(m_due.end, rows.end)};

@@ -36,12 +36,30 @@ void RowJudge::setSource(const QAbstractItemModel *source)
         m_columns.removeIf([source](int column) { return !isTextColumn(source, column); });
     }
     m_lines = qobject_cast<const TextFileModel *>(source);
-    m_pattern = m_lines ? m_lines->patternFor(m_matcher.needle(), m_columns) : std::nullopt;
+    choosePatterns();
     m_byBytes.reset();
-    // Numbers of lines are not in the file; with the pattern they do not matter.
-    const bool isByBytes = m_pattern || m_columns == QList<int> {1};
+    // Numbers of lines are not in the file; with patterns they do not matter.
+    const bool isByBytes = m_places || m_columns == QList<int> {1};
     if (m_lines && !m_lines->format().isDelimited() && isByBytes)
         m_byBytes.emplace(m_matcher, m_lines->lineEnd());
+}
+
+void RowJudge::choosePatterns()
+{
+    m_pattern.reset();
+    m_places.reset();
+    const QStringList needles = m_lines ? m_matcher.needles() : QStringList();
+    std::vector<BytePattern> patterns;
+    for (const QString &needle : needles) {
+        const std::optional<BytePattern> pattern = m_lines->patternFor(needle, m_columns);
+        if (!pattern)
+            return;
+        patterns.push_back(*pattern);
+    }
+    if (patterns.size() == 1)
+        m_pattern = patterns.front();
+    if (!patterns.empty())
+        m_places.emplace(std::move(patterns));
 }
 
 int RowJudge::judge(int first, int end, std::vector<int> *found) const
@@ -80,16 +98,16 @@ void RowJudge::judgeLines(int first, std::vector<int> *found) const
 {
     const std::vector<qsizetype> &ends = m_raw.ends;
     const QByteArrayView bytes = m_raw.bytes.first(ends.back());
+    if (m_places)
+        m_places->start(bytes);
     std::size_t line = 0;
     qsizetype begin = 0;
     while (line < ends.size()) {
         qsizetype place = begin;
-        if (m_pattern) {
-            const qsizetype further = m_pattern->first(bytes.sliced(begin));
-            if (further < 0)
-                return;
-            place += further;
-        }
+        if (m_places)
+            place = m_places->next(begin);
+        if (place < 0)
+            return;
         for (; ends[line] <= place; ++line)
             begin = ends[line];
         const int row = first + int(line);

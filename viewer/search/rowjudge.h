@@ -7,6 +7,7 @@
 #include "files/bytepattern.h"
 #include "files/textfilemodel.h"
 #include "linematcher.h"
+#include "placescanner.h"
 #include "textmatcher.h"
 
 #include <optional>
@@ -41,6 +42,7 @@ public:
     int judge(int first, int end, std::vector<int> *found) const;
 
 private:
+    void choosePatterns();
     bool isMatch(int row) const;
     int judgeRows(int first, int end, std::vector<int> *found) const;
     void judgeLines(int first, std::vector<int> *found) const;
@@ -52,6 +54,7 @@ private:
     const QAbstractItemModel *m_source = nullptr; //!< asked; not owned
     const TextFileModel *m_lines = nullptr;       //!< the source, if it can be looked through
     std::optional<BytePattern> m_pattern;         //!< in bytes of m_lines; nothing if it cannot
+    mutable std::optional<PlaceScanner> m_places; //!< in the same; of any of several patterns
     std::optional<LineMatcher> m_byBytes;         //!< judges m_lines; nothing if it cannot
     mutable TextFileModel::RawLines m_raw;        //!< judged at present
 };

@@ -3,6 +3,8 @@
 
 #include "textmatcher.h"
 
+#include "expressionliterals.h"
+
 #include <QCoreApplication>
 
 namespace {
@@ -90,6 +92,13 @@ qsizetype TextMatcher::next(const QString &text, qsizetype from) const
             return at;
     }
     return -1;
+}
+
+QStringList TextMatcher::needles() const
+{
+    if (m_rules.isExpression)
+        return literalsOf(m_text);
+    return m_text.isEmpty() ? QStringList() : QStringList {m_text};
 }
 
 QString TextMatcher::problem() const

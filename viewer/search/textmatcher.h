@@ -7,6 +7,7 @@
 #include <QList>
 #include <QRegularExpression>
 #include <QString>
+#include <QStringList>
 #include <QStringMatcher>
 
 //! How a text is looked for, by search and filter alike.
@@ -59,9 +60,9 @@ public:
     //! What is wrong with the expression, with the place where; empty if nothing is.
     QString problem() const;
 
-    //! A text that is in every text that has a match, in whatever case; empty if none is
-    //! known.
-    QString needle() const { return m_rules.isExpression ? QString() : m_text; }
+    //! Texts, at least one of which is in every text that has a match, in whatever case; none
+    //! if they are not known.
+    QStringList needles() const;
 
 private:
     qsizetype next(const QString &text, qsizetype from) const;
