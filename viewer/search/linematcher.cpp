@@ -52,10 +52,15 @@ LineMatcher::LineMatcher(const TextMatcher &matcher, char lineEnd)
     , m_lineEnd(lineEnd)
 {
     const QString text = matcher.text();
+    if (matcher.rules().isExpression) {
+        if (!matcher.rules().wholeWords && !text.isEmpty())
+            m_simple = AsciiExpression::of(text, matcher.rules().matchesCase);
+        return;
+    }
     const bool isVisible = std::all_of(text.begin(), text.end(), [](QChar c) {
         return c.unicode() >= 0x20 && c.unicode() < 0x7f;
     });
-    if (matcher.rules().isExpression || !isVisible)
+    if (!isVisible)
         return;
     m_needle = matcher.rules().matchesCase ? text.toLatin1() : text.toLatin1().toLower();
     // The Kelvin sign and the long s.
@@ -72,6 +77,8 @@ LineMatcher::Verdict LineMatcher::judgeText(QByteArrayView line) const
 {
     if (!isVisibleAscii(line))
         return Verdict::Unclear;
+    if (m_simple)
+        return m_simple->isIn(line) ? Verdict::Match : Verdict::NoMatch;
     m_text.resize(line.size());
     std::copy(line.begin(), line.end(), reinterpret_cast<char16_t *>(m_text.data()));
     return m_matcher.isInAscii(m_text) ? Verdict::Match : Verdict::NoMatch;

@@ -4,10 +4,13 @@
 #ifndef LINEMATCHER_H
 #define LINEMATCHER_H
 
+#include "asciiexpression.h"
 #include "textmatcher.h"
 
 #include <QByteArray>
 #include <QString>
+
+#include <optional>
 
 /*!
  * \brief Tells from the bytes of a line whether its text has a match.
@@ -42,7 +45,8 @@ private:
     QByteArray m_needle;         //!< its text, in lower case unless case matters; empty if it
                                  //!< is no plain one
     bool m_hasDoubles = false;   //!< other characters are letters of it in another case
-    mutable QString m_text;      //!< of a line, kept for its memory
+    std::optional<AsciiExpression> m_simple; //!< the expression, if it is a simple one
+    mutable QString m_text;                  //!< of a line, kept for its memory
 };
 
 #endif // LINEMATCHER_H
