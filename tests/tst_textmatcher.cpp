@@ -28,7 +28,7 @@ private Q_SLOTS:
     void matchesIn();
     void explainsExpressions_data();
     void explainsExpressions();
-    void knowsANeedle();
+    void knowsNeedles();
 };
 
 void tst_TextMatcher::isIn_data()
@@ -172,10 +172,16 @@ void tst_TextMatcher::explainsExpressions()
     QCOMPARE(problem.left(beginning.size()), beginning);
 }
 
-void tst_TextMatcher::knowsANeedle()
+void tst_TextMatcher::knowsNeedles()
 {
-    QCOMPARE(TextMatcher(QStringLiteral("ab"), byWord).needle(), "ab");
-    QCOMPARE(TextMatcher(QStringLiteral("ab"), expression).needle(), QString());
+    const auto needles = [](const QString &text, const TextRules &rules) {
+        return TextMatcher(text, rules).needles();
+    };
+    QCOMPARE(needles(QStringLiteral("a|b"), byWord), QStringList {QStringLiteral("a|b")});
+    QCOMPARE(needles(QStringLiteral("a|b"), expression), (QStringList {"a", "b"}));
+    QCOMPARE(needles(QStringLiteral("ab+c"), wordExpression), QStringList {QStringLiteral("ab")});
+    QCOMPARE(needles(QStringLiteral("."), expression), QStringList());
+    QCOMPARE(needles(QString(), byWord), QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_TextMatcher)

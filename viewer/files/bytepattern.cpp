@@ -12,6 +12,9 @@ namespace {
 constexpr char s_kelvinSign[] = "\xe2\x84\xaa";
 constexpr char s_longS[] = "\xc5\xbf";
 
+constexpr int s_caseBit = 'a' ^ 'A';
+constexpr qsizetype s_span = 32; // places looked at in one go
+
 char toLower(char c)
 {
     return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
@@ -52,10 +55,8 @@ qsizetype indexOf(QByteArrayView bytes, const QByteArray &character, qsizetype f
 BytePattern::BytePattern(const QByteArray &lower)
     : m_lower(lower)
 {
-    m_forward.fill(size());
     m_backward.fill(size());
     for (qsizetype i = 0; i < size(); ++i) {
-        setSkip(&m_forward, m_lower.at(i), size() - 1 - i);
         setSkip(&m_backward, m_lower.at(size() - 1 - i), size() - 1 - i);
     }
     if (m_lower.contains('k'))
@@ -83,20 +84,49 @@ bool BytePattern::isAt(const char *place) const
                       [](char wanted, char c) { return wanted == toLower(c); });
 }
 
-// Each step looks at the byte where the pattern would end: that byte tells how far away
-// the next place is at least.
+// Where the pattern may begin, from the first of s_span places on: both of its edges are there
+// in some case, or what differs from them in the same bit. The compiler looks at all of the
+// places at once.
+qsizetype BytePattern::firstEdges(const char *places) const
+{
+    std::array<quint8, s_span> isEdge;
+    const char *const ends = places + size() - 1;
+    const int front = m_lower.front() | s_caseBit;
+    const int back = m_lower.back() | s_caseBit;
+    for (std::size_t i = 0; i < s_span; ++i) {
+        isEdge[i] = quint8(quint8((places[i] | s_caseBit) == front)
+                           & quint8((ends[i] | s_caseBit) == back));
+    }
+    std::array<quint64, s_span / sizeof(quint64)> words;
+    std::memcpy(words.data(), isEdge.data(), s_span);
+    if (std::all_of(words.begin(), words.end(), [](quint64 word) { return word == 0; }))
+        return s_span;
+    return std::find(isEdge.begin(), isEdge.end(), 1) - isEdge.begin();
+}
+
+qsizetype BytePattern::firstExact(QByteArrayView bytes) const
+{
+    const qsizetype end = bytes.size() - size() + 1;
+    qsizetype place = 0;
+    while (place + s_span <= end) {
+        const qsizetype step = firstEdges(bytes.data() + place);
+        place += step;
+        if (step == s_span)
+            continue;
+        if (isAt(bytes.data() + place))
+            return place;
+        ++place;
+    }
+    for (; place < end; ++place) {
+        if (isAt(bytes.data() + place))
+            return place;
+    }
+    return -1;
+}
+
 qsizetype BytePattern::first(QByteArrayView bytes) const
 {
-    qsizetype found = -1;
-    const qsizetype last = size() - 1;
-    for (qsizetype i = last; i < bytes.size();) {
-        const qsizetype skip = m_forward[quint8(bytes[i])];
-        if (skip == 0 && isAt(bytes.data() + i - last)) {
-            found = i - last;
-            break;
-        }
-        i += qMax<qsizetype>(skip, 1);
-    }
+    qsizetype found = firstExact(bytes);
     for (const QByteArray &alternate : m_alternates) {
         const QByteArrayView before = bytes.first(found < 0 ? bytes.size() : found);
         const qsizetype place = indexOf(before, alternate, 0);
@@ -105,6 +135,8 @@ qsizetype BytePattern::first(QByteArrayView bytes) const
     return found;
 }
 
+// Each step looks at the byte where the pattern would begin: that byte tells how far away
+// the next place is at least.
 qsizetype BytePattern::last(QByteArrayView bytes) const
 {
     qsizetype found = -1;

@@ -36,9 +36,10 @@ private:
 
     explicit BytePattern(const QByteArray &lower);
     bool isAt(const char *place) const;
+    qsizetype firstEdges(const char *places) const;
+    qsizetype firstExact(QByteArrayView bytes) const;
 
     QByteArray m_lower;             //!< in lower case
-    Skips m_forward;                //!< by the byte below the last one of the pattern
     Skips m_backward;               //!< by the byte below the first one
     QList<QByteArray> m_alternates; //!< what is a place as well
 };

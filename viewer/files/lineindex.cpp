@@ -3,6 +3,7 @@
 
 #include "lineindex.h"
 
+#include <algorithm>
 #include <utility>
 
 LineScanner::LineScanner(qint64 maximumLines, const LineSyntax &syntax)
@@ -115,6 +116,34 @@ LineSpan LineIndex::line(qint64 line) const
         span.length = unpack(&position);
     }
     return span;
+}
+
+//! Where the packed length of a terminated line is.
+std::size_t LineIndex::positionOf(qint64 line) const
+{
+    const auto checkpoint = static_cast<std::size_t>(line / checkpointInterval);
+    auto position = static_cast<std::size_t>(m_checkpoints[checkpoint].lengthsBefore);
+    for (qint64 skip = line % checkpointInterval; skip > 0; --skip)
+        unpack(&position);
+    return position;
+}
+
+void LineIndex::readEnds(qint64 first, qint64 end, quint64 mostBytes, quint64 longestLine,
+                         std::vector<qsizetype> *ends) const
+{
+    ends->clear();
+    end = std::min(end, m_lines);
+    if (first < 0 || first >= end)
+        return;
+    std::size_t position = positionOf(first);
+    quint64 bytes = 0;
+    for (qint64 line = first; line < end; ++line) {
+        const quint64 length = unpack(&position);
+        bytes += length;
+        if (length > longestLine || bytes > mostBytes)
+            return;
+        ends->push_back(static_cast<qsizetype>(bytes));
+    }
 }
 
 qint64 LineIndex::lineAt(quint64 offset) const

@@ -132,6 +132,12 @@ public:
     //! The line \a line, counted from 0. An empty span outside of the text.
     LineSpan line(qint64 line) const;
 
+    //! Where the terminated lines from \a first to the one before \a end have their ends, in
+    //! bytes from the start of \a first: of as many as fit into \a mostBytes, up to the first
+    //! one that is longer than \a longestLine. Replaces what is in \a ends.
+    void readEnds(qint64 first, qint64 end, quint64 mostBytes, quint64 longestLine,
+                  std::vector<qsizetype> *ends) const;
+
     //! The line that has the byte \a offset; count() behind the text.
     qint64 lineAt(quint64 offset) const;
 
@@ -140,6 +146,7 @@ public:
 
 private:
     quint64 unpack(std::size_t *position) const;
+    std::size_t positionOf(qint64 line) const;
 
     ChunkedArray<quint8> m_lengths;             //!< packed lengths
     ChunkedArray<LineCheckpoint> m_checkpoints; //!< of lines 0, 64, 128, …

@@ -15,6 +15,7 @@ namespace {
 
 constexpr quint64 s_blockBytes = 65536;    // read at once where lines are asked for in turn
 constexpr quint64 s_searchBytes = 4 << 20; // the same where they are looked through
+constexpr quint64 s_lineBytes = 1 << 20;   // of lines that are looked at one by one
 
 // Only those stand out that somebody has to look at, or need not.
 QVariant levelColor(LogLevel level)
@@ -275,6 +276,20 @@ std::optional<BytePattern> TextFileModel::patternFor(const QString &text,
     if (!columns.contains(1) || (isNumber && columns.contains(0)))
         return {};
     return BytePattern::of(text);
+}
+
+void TextFileModel::readLines(int row, int end, RawLines *lines) const
+{
+    lines->bytes = {};
+    lines->ends.clear();
+    if (row >= qMin(end, rowCount()) || m_format.hasColumns()
+        || !m_format.encoding.isAsciiSearchable()) {
+        return;
+    }
+    const qint64 line = lineOfRow(row);
+    lines->bytes = bytesFrom(m_index.line(line).offset);
+    const auto size = qMin(quint64(lines->bytes.size()), s_lineBytes);
+    m_index.readEnds(line, lineOfRow(end), size, quint64(maximumLineBytes), &lines->ends);
 }
 
 TextFileModel::Sighting TextFileModel::look(const BytePattern &pattern, int row, bool down) const

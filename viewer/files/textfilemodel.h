@@ -124,6 +124,19 @@ public:
     //! \a most of them. Empty outside of the rows.
     QByteArray rowBytes(int row, qint64 most) const;
 
+    //! Lines one below the other, as they are in the file.
+    struct RawLines
+    {
+        QByteArrayView bytes;        //!< from the start of the first one on
+        std::vector<qsizetype> ends; //!< where each of them ends in these, behind its lineEnd()
+    };
+    //! Reads the lines from \a row on, as many as some milliseconds allow and none from \a end on.
+    //! Up to the first one that has no end or is shown cut off; none at all of text in columns, or
+    //! whose ASCII characters are not its ASCII bytes. Valid until other rows are read.
+    void readLines(int row, int end, RawLines *lines) const;
+    //! The byte at the end of each line; of CR and LF the latter.
+    char lineEnd() const { return m_format.lineEnd; }
+
     //! Where look() has come to.
     struct Sighting
     {

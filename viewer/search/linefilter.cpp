@@ -3,165 +3,396 @@
 
 #include "linefilter.h"
 
-#include "files/textfilemodel.h"
 #include "find/eventpump_p.h"
 
 #include <QPointer>
 
 #include <algorithm>
-#include <numeric>
-
-bool isTextColumn(const QAbstractItemModel *model, int column)
-{
-    const auto *lines = qobject_cast<const TextFileModel *>(model);
-    return !lines || !lines->isLineNumber(column);
-}
+#include <utility>
 
 LineFilter::LineFilter(const QList<int> &columns, const TextMatcher &matcher)
-    : m_columns(columns)
-    , m_matcher(matcher)
+    : m_judge(columns, matcher)
 {
+    m_dueTimer.setSingleShot(true);
+    connect(&m_dueTimer, &QTimer::timeout, this, &LineFilter::judgeOnTime);
 }
 
 bool LineFilter::takeOver(QAbstractItemModel *source)
 {
     const QPointer<QAbstractItemModel> alive(source);
     QObject whileJudging;
-    const auto follow = [&](auto signal, auto slot) {
-        connect(source, signal, &whileJudging, slot);
-    };
-    follow(&QAbstractItemModel::rowsInserted,
-           [this](const QModelIndex &, int first, int last) { rowsCame(first, last); });
-    follow(&QAbstractItemModel::rowsRemoved,
-           [this](const QModelIndex &, int first, int last) { rowsWent(first, last); });
-    follow(&QAbstractItemModel::dataChanged,
-           [this](const QModelIndex &first) { rowsChanged(first.row()); });
-    follow(&QAbstractItemModel::modelReset, [=, this] { beginAnew(source); });
-    follow(&QAbstractItemModel::layoutChanged, [=, this] { beginAnew(source); });
-    follow(&QAbstractItemModel::rowsMoved, [=, this] { beginAnew(source); });
-    follow(&QObject::destroyed, [this] { cancel(); });
-    beginAnew(source);
-    if (!judgeRows(source) || !alive)
+    connect(source, &QObject::destroyed, &whileJudging, [this] { cancel(); });
+    m_followed = source;
+    followRows();
+    followLayout();
+    followColumns();
+    m_judge.setSource(source);
+    m_due = {0, source->rowCount()};
+    if (!judgeAll()) {
+        forgetRows();
+        if (alive)
+            disconnect(source, nullptr, this, nullptr);
         return false;
-    followSource(source);
+    }
+    beginResetModel();
     setSourceModel(source);
-    rowCount(); // asks for the verdicts
-    m_verdicts = {};
+    // After the base class, for which it is no source model any more.
+    connect(source, &QObject::destroyed, this, [this] {
+        beginResetModel();
+        forgetRows();
+        endResetModel();
+    });
+    endResetModel();
     return true;
 }
 
-//! The proxy is connected after this: what it asks for then is up to date.
-void LineFilter::followSource(const QAbstractItemModel *source)
+void LineFilter::followRows()
 {
-    const auto forget = [this] { m_skipped = {}; };
-    connect(source, &QAbstractItemModel::rowsInserted, this, forget);
-    connect(source, &QAbstractItemModel::rowsRemoved, this, forget);
-    connect(source, &QAbstractItemModel::dataChanged, this, forget);
-    connect(source, &QAbstractItemModel::modelReset, this, [=, this] { chooseWay(source); });
+    const auto follow = [this](auto signal, void (LineFilter::*slot)(int, int)) {
+        connect(m_followed, signal, this,
+                [this, slot](const QModelIndex &parent, int first, int last) {
+                    if (!parent.isValid())
+                        (this->*slot)(first, last);
+                });
+    };
+    follow(&QAbstractItemModel::rowsInserted, &LineFilter::rowsCame);
+    follow(&QAbstractItemModel::rowsAboutToBeRemoved, &LineFilter::rowsAboutToGo);
+    follow(&QAbstractItemModel::rowsRemoved, &LineFilter::rowsWent);
+    connect(m_followed, &QAbstractItemModel::dataChanged, this, &LineFilter::rowsChanged);
 }
 
-bool LineFilter::judgeRows(const QAbstractItemModel *source)
+void LineFilter::followLayout()
+{
+    const auto follow = [this](auto signal, auto slot) { connect(m_followed, signal, this, slot); };
+    follow(&QAbstractItemModel::modelAboutToBeReset, [this] {
+        if (isShown())
+            beginResetModel();
+    });
+    follow(&QAbstractItemModel::modelReset, [this] {
+        beginAnew(rowsAtOnce);
+        if (isShown())
+            endResetModel();
+    });
+    follow(&QAbstractItemModel::layoutAboutToBeChanged, [this] { layoutAboutToChange(); });
+    follow(&QAbstractItemModel::layoutChanged, [this] {
+        // Whatever is selected has to be found again now.
+        beginAnew(m_followed->rowCount());
+        layoutHasChanged();
+    });
+    follow(&QAbstractItemModel::rowsAboutToBeMoved, [this] { layoutAboutToChange(); });
+    follow(&QAbstractItemModel::rowsMoved,
+           [this](const QModelIndex &, int first, int last, const QModelIndex &, int to) {
+               rowsMoved(first, last, to);
+               layoutHasChanged();
+           });
+}
+
+void LineFilter::followColumns()
+{
+    const auto follow = [this](auto signal, auto slot) { connect(m_followed, signal, this, slot); };
+    follow(&QAbstractItemModel::columnsAboutToBeInserted,
+           [this](const QModelIndex &, int first, int last) {
+               if (isShown())
+                   beginInsertColumns({}, first, last);
+           });
+    follow(&QAbstractItemModel::columnsInserted,
+           [this] { columnsChanged(&LineFilter::endInsertColumns); });
+    follow(&QAbstractItemModel::columnsAboutToBeRemoved,
+           [this](const QModelIndex &, int first, int last) {
+               if (isShown())
+                   beginRemoveColumns({}, first, last);
+           });
+    follow(&QAbstractItemModel::columnsRemoved,
+           [this] { columnsChanged(&LineFilter::endRemoveColumns); });
+    follow(&QAbstractItemModel::columnsAboutToBeMoved,
+           [this](const QModelIndex &, int first, int last, const QModelIndex &, int to) {
+               if (isShown())
+                   beginMoveColumns({}, first, last, {}, to);
+           });
+    follow(&QAbstractItemModel::columnsMoved,
+           [this] { columnsChanged(&LineFilter::endMoveColumns); });
+    follow(&QAbstractItemModel::headerDataChanged,
+           [this](Qt::Orientation orientation, int first, int last) {
+               headerChanged(orientation, first, last);
+           });
+}
+
+bool LineFilter::judgeAll()
 {
     EventPump events;
-    while (m_next < m_verdicts.size()) {
-        if (!skipRows()) {
-            m_verdicts[m_next] = judge(source, int(m_next));
-            ++m_next;
-        }
+    while (!m_isCancelled && !m_due.isEmpty()) {
+        judgeDue();
         if (!events.isDue())
             continue;
-        Q_EMIT progressed(double(m_next) / double(m_verdicts.size()));
+        Q_EMIT progressed(double(m_due.first) / qMax(m_followed->rowCount(), 1));
         events.pump();
-        if (m_isCancelled)
-            return false;
     }
     return !m_isCancelled;
 }
 
-//! Hides lines in whose bytes the text is not. Returns false if the next row has to be
-//! judged.
-bool LineFilter::skipRows()
+//! Judges some of the rows that are due.
+void LineFilter::judgeDue()
 {
-    if (!m_pattern)
-        return false;
-    const TextFileModel::Sighting sighting = m_lines->look(*m_pattern, int(m_next), true);
-    const size_t next = qMin(size_t(sighting.row), m_verdicts.size());
-    std::fill(m_verdicts.begin() + qptrdiff(m_next), m_verdicts.begin() + qptrdiff(next),
-              Verdict::Hidden);
-    m_next = next;
-    return !sighting.mayShow;
+    m_found.clear();
+    const int next = m_judge.judge(m_due.first, m_due.end, &m_found);
+    show({std::exchange(m_due.first, next), next}, m_found);
 }
 
-LineFilter::Verdict LineFilter::judge(const QAbstractItemModel *source, int row) const
+void LineFilter::judgeOnTime()
 {
-    const bool isShown = std::any_of(m_columns.begin(), m_columns.end(), [&](int column) {
-        return m_matcher.isIn(source->index(row, column).data().toString());
-    });
-    return isShown ? Verdict::Shown : Verdict::Hidden;
+    const EventPump events;
+    while (isShown() && !m_due.isEmpty() && !events.isDue())
+        judgeDue();
+    if (isShown() && !m_due.isEmpty())
+        m_dueTimer.start();
 }
 
-void LineFilter::beginAnew(const QAbstractItemModel *source)
+//! Judges \a rows, if they are many later on.
+void LineFilter::require(Range rows)
 {
-    m_verdicts.assign(size_t(source->rowCount()), Verdict::Unknown);
-    m_next = 0;
-    chooseWay(source);
-}
-
-//! Whether rows are looked at by their bytes first, and in which columns: other columns
-//! than there were before are all looked at.
-void LineFilter::chooseWay(const QAbstractItemModel *source)
-{
-    const int columns = source->columnCount();
-    const int before = columns > 0 ? std::exchange(m_columnCount, columns) : columns;
-    if (before > 0 && before != columns) {
-        m_columns.resize(columns);
-        std::iota(m_columns.begin(), m_columns.end(), 0);
-        m_columns.removeIf([source](int column) { return !isTextColumn(source, column); });
+    if (rows.end - rows.first > rowsAtOnce) {
+        // What is between them, too: one range is enough.
+        m_due = m_due.isEmpty() ? rows
+                                : Range {qMin(m_due.first, rows.first), qMax(m_due.end, rows.end)};
+        if (isShown())
+            m_dueTimer.start();
+        return;
     }
-    m_skipped = {};
-    m_lines = qobject_cast<const TextFileModel *>(source);
-    m_pattern = m_lines ? m_lines->patternFor(m_matcher.needle(), m_columns) : std::nullopt;
+    std::vector<int> found;
+    for (int row = rows.first; row < rows.end;)
+        row = m_judge.judge(row, rows.end, &found);
+    show(rows, found);
 }
 
-//! Those among the judged rows stay unknown until the source is taken over.
+//! Hides \a rows but for those that were \a found, which are shown.
+void LineFilter::show(Range rows, const std::vector<int> &found)
+{
+    hideOthers(rows, found);
+    for (auto next = found.begin(); next != found.end();) {
+        const int place = m_shown.placeOf(*next);
+        const bool isLast = place == m_shown.size();
+        if (!isLast && m_shown.at(place) == *next) {
+            ++next;
+            continue;
+        }
+        const auto end =
+            isLast ? found.end() : std::lower_bound(next, found.end(), m_shown.at(place));
+        insertShown(place, {next, end});
+        next = end;
+    }
+}
+
+void LineFilter::hideOthers(Range rows, const std::vector<int> &found)
+{
+    const auto isFound = [&](int place) {
+        return std::binary_search(found.begin(), found.end(), m_shown.at(place));
+    };
+    const int first = m_shown.placeOf(rows.first);
+    for (int end = m_shown.placeOf(rows.end); end > first; --end) {
+        int place = end;
+        while (place > first && !isFound(place - 1))
+            --place;
+        if (place == end)
+            continue;
+        removeShown(place, end - place);
+        end = place + 1;
+    }
+}
+
+void LineFilter::insertShown(int place, std::span<const int> rows)
+{
+    if (tells())
+        beginInsertRows({}, place, place + int(rows.size()) - 1);
+    m_shown.insert(place, rows);
+    if (tells())
+        endInsertRows();
+}
+
+void LineFilter::removeShown(int place, int count)
+{
+    if (tells())
+        beginRemoveRows({}, place, place + count - 1);
+    m_shown.remove(place, count);
+    if (tells())
+        endRemoveRows();
+}
+
+void LineFilter::forgetRows()
+{
+    m_shown.clear();
+    m_due = {};
+}
+
+//! Judges the first rows at once, \a rowsNow of them, without telling of them: that they are
+//! others is told anyway.
+void LineFilter::beginAnew(int rowsNow)
+{
+    m_judge.setSource(m_followed);
+    forgetRows();
+    m_due = {0, m_followed->rowCount()};
+    if (!isShown())
+        return;
+    m_isQuiet = true;
+    while (!m_due.isEmpty() && m_due.first < rowsNow)
+        judgeDue();
+    m_isQuiet = false;
+    if (!m_due.isEmpty())
+        m_dueTimer.start();
+}
+
 void LineFilter::rowsCame(int first, int last)
 {
-    const size_t count = size_t(last - first) + 1;
-    m_verdicts.insert(m_verdicts.begin() + first, count, Verdict::Unknown);
-    if (size_t(first) < m_next)
-        m_next += count;
+    const int count = last - first + 1;
+    m_shown.shift(first, count);
+    if (!m_due.isEmpty() && first < m_due.end) {
+        m_due.end += count;
+        m_due.first += first < m_due.first ? count : 0;
+    }
+    require({first, last + 1});
+}
+
+void LineFilter::rowsAboutToGo(int first, int last)
+{
+    const int place = m_shown.placeOf(first);
+    const int count = m_shown.placeOf(last + 1) - place;
+    if (count > 0)
+        removeShown(place, count);
 }
 
 void LineFilter::rowsWent(int first, int last)
 {
-    m_verdicts.erase(m_verdicts.begin() + first, m_verdicts.begin() + last + 1);
-    const size_t judged = std::clamp(m_next, size_t(first), size_t(last) + 1) - size_t(first);
-    m_next -= judged;
+    const int count = last - first + 1;
+    m_shown.shift(last + 1, -count);
+    const auto without = [&](int row) { return row > last ? row - count : qMin(row, first); };
+    m_due = {without(m_due.first), without(m_due.end)};
 }
 
-//! Judges those from \a first on again: files change at their end or everywhere.
-void LineFilter::rowsChanged(int first)
+//! As QAbstractItemModel::beginMoveRows() has it.
+void LineFilter::rowsMoved(int first, int last, int to)
 {
-    m_next = qMin(m_next, size_t(first));
+    const int count = last - first + 1;
+    const int place = m_shown.placeOf(first);
+    const int begin = to > last ? to - count : to;
+    std::vector<int> moved;
+    for (int end = m_shown.placeOf(last + 1); place + int(moved.size()) < end;)
+        moved.push_back(m_shown.at(place + int(moved.size())) - first + begin);
+    m_shown.remove(place, int(moved.size()));
+    m_shown.shift(last + 1, -count);
+    m_shown.shift(begin, count);
+    m_shown.insert(m_shown.placeOf(begin), moved);
+    const Range touched {qMin(first, begin), qMax(last, begin + count - 1) + 1};
+    if (!m_due.isEmpty() && touched.first < m_due.end && m_due.first < touched.end)
+        m_due = {qMin(m_due.first, touched.first), qMax(m_due.end, touched.end)};
 }
 
-//! Whether the bytes of a line, or of those around it, leave it open what it shows.
-bool LineFilter::mayShow(int row) const
+void LineFilter::rowsChanged(const QModelIndex &first, const QModelIndex &last,
+                             const QList<int> &roles)
 {
-    if (!m_pattern)
-        return true;
-    if (row < m_skipped.first || row >= m_skipped.second)
-        m_skipped = {row, m_lines->look(*m_pattern, row, true).row};
-    return row >= m_skipped.second;
+    if (!first.isValid() || !last.isValid() || first.parent().isValid())
+        return;
+    const Range rows {first.row(), last.row() + 1};
+    require(rows);
+    const int begin = m_shown.placeOf(rows.first);
+    const int end = m_shown.placeOf(rows.end);
+    if (isShown() && begin < end)
+        Q_EMIT dataChanged(index(begin, first.column()), index(end - 1, last.column()), roles);
 }
 
-bool LineFilter::filterAcceptsRow(int source_row, const QModelIndex &source_parent) const
+void LineFilter::columnsChanged(void (LineFilter::*end)())
 {
-    const auto row = size_t(source_row);
-    const Verdict known = row < m_verdicts.size() ? m_verdicts[row] : Verdict::Unknown;
-    if (known != Verdict::Unknown)
-        return known == Verdict::Shown;
-    // A file may bring millions of lines at once.
-    return !source_parent.isValid() && mayShow(source_row)
-        && judge(sourceModel(), source_row) == Verdict::Shown;
+    if (isShown())
+        (this->*end)();
+    m_judge.setSource(m_followed);
+    require({0, m_followed->rowCount()});
+}
+
+void LineFilter::headerChanged(Qt::Orientation orientation, int first, int last)
+{
+    if (!isShown())
+        return;
+    if (orientation == Qt::Horizontal) {
+        Q_EMIT headerDataChanged(orientation, first, last);
+        return;
+    }
+    const int begin = m_shown.placeOf(first);
+    const int end = m_shown.placeOf(last + 1);
+    if (begin < end)
+        Q_EMIT headerDataChanged(orientation, begin, end - 1);
+}
+
+void LineFilter::layoutAboutToChange()
+{
+    if (!isShown())
+        return;
+    Q_EMIT layoutAboutToBeChanged();
+    m_layoutProxies = persistentIndexList();
+    for (const QModelIndex &proxy : std::as_const(m_layoutProxies))
+        m_layoutSources.append(mapToSource(proxy));
+}
+
+void LineFilter::layoutHasChanged()
+{
+    if (!isShown())
+        return;
+    QModelIndexList now;
+    for (const QPersistentModelIndex &behind : std::as_const(m_layoutSources))
+        now.append(mapFromSource(behind));
+    changePersistentIndexList(m_layoutProxies, now);
+    m_layoutProxies.clear();
+    m_layoutSources.clear();
+    Q_EMIT layoutChanged();
+}
+
+QModelIndex LineFilter::index(int row, int column, const QModelIndex &parent) const
+{
+    return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
+}
+
+QModelIndex LineFilter::parent(const QModelIndex & /*child*/) const
+{
+    return {};
+}
+
+int LineFilter::rowCount(const QModelIndex &parent) const
+{
+    return isShown() && !parent.isValid() ? m_shown.size() : 0;
+}
+
+int LineFilter::columnCount(const QModelIndex &parent) const
+{
+    return isShown() && !parent.isValid() ? sourceModel()->columnCount() : 0;
+}
+
+bool LineFilter::hasChildren(const QModelIndex &parent) const
+{
+    return rowCount(parent) > 0 && columnCount(parent) > 0;
+}
+
+QVariant LineFilter::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    const bool isColumn = orientation == Qt::Horizontal;
+    if (section < 0 || section >= (isColumn ? columnCount() : rowCount()))
+        return {};
+    const int behind = isColumn ? section : m_shown.at(section);
+    return sourceModel()->headerData(behind, orientation, role);
+}
+
+QModelIndex LineFilter::mapToSource(const QModelIndex &proxyIndex) const
+{
+    if (!proxyIndex.isValid() || !isShown() || proxyIndex.row() >= m_shown.size())
+        return {};
+    return sourceModel()->index(m_shown.at(proxyIndex.row()), proxyIndex.column());
+}
+
+QModelIndex LineFilter::mapFromSource(const QModelIndex &sourceIndex) const
+{
+    if (!sourceIndex.isValid() || !isShown() || sourceIndex.parent().isValid())
+        return {};
+    const int place = m_shown.placeOf(sourceIndex.row());
+    const bool isThere = place < m_shown.size() && m_shown.at(place) == sourceIndex.row();
+    return isThere ? createIndex(place, sourceIndex.column()) : QModelIndex();
+}
+
+void LineFilter::sort(int /*column*/, Qt::SortOrder /*order*/)
+{
 }

@@ -4,80 +4,105 @@
 #ifndef LINEFILTER_H
 #define LINEFILTER_H
 
-#include "files/bytepattern.h"
-#include "sortfilterproxymodel.h"
-#include "textmatcher.h"
+#include "rowjudge.h"
+#include "rownumbers.h"
 
-#include <optional>
-#include <utility>
-#include <vector>
-
-class TextFileModel;
-
-//! Whether \a column of \a model, which may be null, has text to look for rather than
-//! numbers of lines.
-bool isTextColumn(const QAbstractItemModel *model, int column);
+#include <QAbstractProxyModel>
+#include <QPersistentModelIndex>
+#include <QTimer>
 
 /*!
  * \brief A filter that looks at its rows before it takes them over, letting events
  * through.
  *
- * A proxy judges all rows of its source at once, which takes seconds for a few million
- * lines. Here that is done piece by piece beforehand, while rows come and go. Lines of a file are
- * not even read as text if their bytes tell that they have it not. What was found is forgotten
- * afterwards.
+ * Of its rows, those of a flat model in their order, it keeps the numbers only. Where millions
+ * of rows come or change at once, it goes through them while events run; those that came are
+ * hidden until then, those that changed remain what they were. It does not sort.
  */
-class LineFilter : public SortFilterProxyModel
+class LineFilter : public QAbstractProxyModel
 {
     Q_OBJECT
 
 public:
+    //! Rows judged at once when they come or change; more of them are judged piece by piece.
+    static constexpr int rowsAtOnce = 32768;
+
     //! Shows rows with a match of \a matcher in one of \a columns, of no model yet. They
     //! count until the model has more or fewer columns, then all do that have text.
     LineFilter(const QList<int> &columns, const TextMatcher &matcher);
 
-    const TextMatcher &matcher() const { return m_matcher; }
+    const TextMatcher &matcher() const { return m_judge.matcher(); }
 
     //! Judges the rows of \a source and makes it the source model. Returns false
-    //! without doing that if cancel() was called or \a source was destroyed.
+    //! without doing that if cancel() was called or \a source was destroyed. Called once,
+    //! instead of setSourceModel().
     bool takeOver(QAbstractItemModel *source);
     //! Makes takeOver(), from whose events this is called, give up.
     void cancel() { m_isCancelled = true; }
+    //! Bytes that the numbers of the rows occupy.
+    std::size_t memory() const { return m_shown.memory(); }
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    bool hasChildren(const QModelIndex &parent = {}) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+    QModelIndex mapToSource(const QModelIndex &proxyIndex) const override;
+    QModelIndex mapFromSource(const QModelIndex &sourceIndex) const override;
+    //! Does nothing.
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
 Q_SIGNALS:
     //! takeOver() has looked at \a part, from 0 to 1, of the rows.
     void progressed(double part);
 
-protected:
-    bool filterAcceptsRow(int source_row, const QModelIndex &source_parent) const override;
-
 private:
-    enum class Verdict : quint8 {
-        Unknown,
-        Shown,
-        Hidden
+    //! Rows of the source from first to the one before end.
+    struct Range
+    {
+        int first = 0;
+        int end = 0;
+
+        bool isEmpty() const { return first >= end; }
     };
 
-    bool judgeRows(const QAbstractItemModel *source);
-    bool skipRows();
-    Verdict judge(const QAbstractItemModel *source, int row) const;
-    void beginAnew(const QAbstractItemModel *source);
+    bool isShown() const { return sourceModel() != nullptr; }
+    bool tells() const { return isShown() && !m_isQuiet; }
+    void followRows();
+    void followLayout();
+    void followColumns();
+    bool judgeAll();
+    void judgeDue();
+    void judgeOnTime();
+    void require(Range rows);
+    void forgetRows();
+    void beginAnew(int rowsNow);
+    void show(Range rows, const std::vector<int> &found);
+    void hideOthers(Range rows, const std::vector<int> &found);
+    void insertShown(int place, std::span<const int> rows);
+    void removeShown(int place, int count);
     void rowsCame(int first, int last);
+    void rowsAboutToGo(int first, int last);
     void rowsWent(int first, int last);
-    void rowsChanged(int first);
-    void followSource(const QAbstractItemModel *source);
-    void chooseWay(const QAbstractItemModel *source);
-    bool mayShow(int row) const;
+    void rowsMoved(int first, int last, int to);
+    void rowsChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles);
+    void columnsChanged(void (LineFilter::*end)());
+    void headerChanged(Qt::Orientation orientation, int first, int last);
+    void layoutAboutToChange();
+    void layoutHasChanged();
 
-    QList<int> m_columns;                   //!< looked at
-    int m_columnCount = 0;                  //!< of the source when they were chosen; 0 before
-    const TextMatcher m_matcher;            //!< looked for
-    std::vector<Verdict> m_verdicts;        //!< by source row, until the source is taken over
-    size_t m_next = 0;                      //!< the row to be judged next
-    const TextFileModel *m_lines = nullptr; //!< the source, if it can be looked through
-    std::optional<BytePattern> m_pattern;   //!< in bytes of m_lines; nothing if it cannot
-    mutable std::pair<int, int> m_skipped;  //!< rows, the last excluded, without the pattern
-    bool m_isCancelled = false;             //!< see cancel()
+    QAbstractItemModel *m_followed = nullptr; //!< the source, before it is the source model, too
+    RowJudge m_judge;                         //!< of its rows
+    RowNumbers m_shown;                       //!< rows of the source
+    Range m_due;                              //!< to be judged, some of them perhaps again
+    QTimer m_dueTimer;                        //!< for them, once the source is taken over
+    std::vector<int> m_found;                 //!< kept for its memory
+    bool m_isQuiet = false;                   //!< rows come and go without signals
+    bool m_isCancelled = false;               //!< see cancel()
+    QModelIndexList m_layoutProxies;          //!< persistent ones while the layout changes
+    QList<QPersistentModelIndex> m_layoutSources; //!< what is behind them
 };
 
 #endif // LINEFILTER_H

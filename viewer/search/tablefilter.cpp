@@ -149,8 +149,9 @@ void TableFilter::dofilter(const QString &text)
 std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
 {
     const auto *lines = qobject_cast<const TextFileModel *>(m_table->model());
+    const QStringList needles = matcherFor(text).needles();
     const auto pattern =
-        lines ? lines->patternFor(matcherFor(text).needle(), columns()) : std::nullopt;
+        lines && needles.size() == 1 ? lines->patternFor(needles.first(), columns()) : std::nullopt;
     if (!pattern || lines->rowCount() == 0)
         return {};
     cancel();

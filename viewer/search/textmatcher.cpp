@@ -3,6 +3,8 @@
 
 #include "textmatcher.h"
 
+#include "expressionliterals.h"
+
 #include <QCoreApplication>
 
 namespace {
@@ -30,10 +32,12 @@ TextMatcher::TextMatcher(const QString &text, const TextRules &rules)
     : m_text(text)
     , m_rules(rules)
 {
-    if (rules.isExpression)
+    if (rules.isExpression) {
         m_expression = expressionOf(text, rules);
-    else
+        m_isValid = m_expression.isValid();
+    } else {
         m_plain = QStringMatcher(text, rules.matchesCase ? Qt::CaseSensitive : Qt::CaseInsensitive);
+    }
 }
 
 bool TextMatcher::isIn(const QString &text) const
@@ -41,8 +45,20 @@ bool TextMatcher::isIn(const QString &text) const
     if (m_text.isEmpty())
         return false;
     if (m_rules.isExpression)
-        return m_expression.isValid() && m_expression.match(text).hasMatch();
+        return m_isValid && m_expression.match(text).hasMatch();
     return next(text, 0) >= 0;
+}
+
+bool TextMatcher::isInAscii(const QString &text) const
+{
+    if (!m_rules.isExpression)
+        return isIn(text);
+    // That it has whole characters only need not be looked at.
+    return m_isValid && !m_text.isEmpty()
+        && m_expression
+               .match(text, 0, QRegularExpression::NormalMatch,
+                      QRegularExpression::DontCheckSubjectStringMatchOption)
+               .hasMatch();
 }
 
 QList<TextMatcher::Match> TextMatcher::matchesIn(const QString &text) const
@@ -55,7 +71,7 @@ QList<TextMatcher::Match> TextMatcher::matchesIn(const QString &text) const
             matches.append({at, m_text.size()});
         return matches;
     }
-    if (!m_expression.isValid())
+    if (!m_isValid)
         return matches;
     for (auto found = m_expression.globalMatch(text); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
@@ -76,6 +92,13 @@ qsizetype TextMatcher::next(const QString &text, qsizetype from) const
             return at;
     }
     return -1;
+}
+
+QStringList TextMatcher::needles() const
+{
+    if (m_rules.isExpression)
+        return literalsOf(m_text);
+    return m_text.isEmpty() ? QStringList() : QStringList {m_text};
 }
 
 QString TextMatcher::problem() const

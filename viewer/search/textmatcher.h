@@ -7,6 +7,7 @@
 #include <QList>
 #include <QRegularExpression>
 #include <QString>
+#include <QStringList>
 #include <QStringMatcher>
 
 //! How a text is looked for, by search and filter alike.
@@ -47,6 +48,9 @@ public:
     //! Whether \a text has what is looked for.
     bool isIn(const QString &text) const;
 
+    //! The same, quicker, for a \a text that is known to be ASCII.
+    bool isInAscii(const QString &text) const;
+
     //! All matches in \a text from left to right, none within another, none that is empty.
     QList<Match> matchesIn(const QString &text) const;
 
@@ -56,9 +60,9 @@ public:
     //! What is wrong with the expression, with the place where; empty if nothing is.
     QString problem() const;
 
-    //! A text that is in every text that has a match, in whatever case; empty if none is
-    //! known.
-    QString needle() const { return m_rules.isExpression ? QString() : m_text; }
+    //! Texts, at least one of which is in every text that has a match, in whatever case; none
+    //! if they are not known.
+    QStringList needles() const;
 
 private:
     qsizetype next(const QString &text, qsizetype from) const;
@@ -67,6 +71,7 @@ private:
     TextRules m_rules;
     QStringMatcher m_plain;          //!< of a text as it is
     QRegularExpression m_expression; //!< of an expression
+    bool m_isValid = false;          //!< it is one
 };
 
 #endif // TEXTMATCHER_H

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef ROWJUDGE_H
+#define ROWJUDGE_H
+
+#include "files/bytepattern.h"
+#include "files/textfilemodel.h"
+#include "linematcher.h"
+#include "placescanner.h"
+#include "textmatcher.h"
+
+#include <optional>
+#include <vector>
+
+class QAbstractItemModel;
+
+//! Whether \a column of \a model, which may be null, has text to look for rather than
+//! numbers of lines.
+bool isTextColumn(const QAbstractItemModel *model, int column);
+
+/*!
+ * \brief Tells which rows of a model have a text in their columns.
+ *
+ * Lines of a file are not even read as text if their bytes tell what they have.
+ */
+class RowJudge
+{
+public:
+    //! Looks for a match of \a matcher in one of \a columns, of no model yet.
+    RowJudge(const QList<int> &columns, const TextMatcher &matcher);
+
+    const TextMatcher &matcher() const { return m_matcher; }
+
+    //! Looks at \a source from now on; again after its columns or its format have changed. The
+    //! columns count until there are more or fewer, then all do that have text.
+    void setSource(const QAbstractItemModel *source);
+
+    //! Adds those of the rows from \a first to the one before \a end that have a match to
+    //! \a found, in ascending order. Gives up after some milliseconds; returns the row to go on
+    //! from, \a end at last.
+    int judge(int first, int end, std::vector<int> *found) const;
+
+private:
+    void choosePatterns();
+    bool isMatch(int row) const;
+    int judgeRows(int first, int end, std::vector<int> *found) const;
+    void judgeLines(int first, std::vector<int> *found) const;
+    bool isMatch(int row, qsizetype begin, qsizetype end, qsizetype place) const;
+
+    QList<int> m_columns;                         //!< looked at
+    int m_columnCount = 0;                        //!< when they were chosen; 0 before
+    TextMatcher m_matcher;                        //!< looked for
+    const QAbstractItemModel *m_source = nullptr; //!< asked; not owned
+    const TextFileModel *m_lines = nullptr;       //!< the source, if it can be looked through
+    std::optional<BytePattern> m_pattern;         //!< in bytes of m_lines; nothing if it cannot
+    mutable std::optional<PlaceScanner> m_places; //!< in the same; of any of several patterns
+    std::optional<LineMatcher> m_byBytes;         //!< judges m_lines; nothing if it cannot
+    mutable TextFileModel::RawLines m_raw;        //!< judged at present
+};
+
+#endif // ROWJUDGE_H
