@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "windows/contrast.h"
+#include "basics/contrast.h"
 
 #include <QTest>
 

@@ -3,7 +3,7 @@
 
 #include "feedwindow.h"
 
-#include "windows/contrast.h"
+#include "basics/contrast.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 

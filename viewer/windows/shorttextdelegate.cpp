@@ -3,7 +3,7 @@
 
 #include "shorttextdelegate.h"
 
-#include "contrast.h"
+#include "basics/contrast.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

@@ -8,6 +8,7 @@
 #include "detailpane.h"
 #include "filterbar.h"
 #include "framestatistics.h"
+#include "overview/marksmenu.h"
 #include "rowexportdialog.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
@@ -47,6 +48,7 @@ namespace {
 
 constexpr int s_mostCopiedRows = 100000;
 constexpr int s_context = 3;           // rows around a found one
+constexpr int s_noteTime = 5000;       // ms
 constexpr int s_growDelay = 150;       // ms
 constexpr int s_filterDelay = 100;     // ms
 constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
@@ -81,6 +83,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     createFindPanel();
     createRowPane();
     createSums();
+    createMarks();
 
     m_growTimer.setSingleShot(true);
     m_growTimer.setInterval(s_growDelay);
@@ -198,6 +201,20 @@ void ViewerWindow::createSums()
         label->setVisible(!text.isEmpty());
     });
     connect(m_find, &TableFilter::modelShown, m_sums, &SelectionSums::followTable);
+}
+
+void ViewerWindow::createMarks()
+{
+    m_marks = new MarksMenu(m_find, m_table, this);
+    menuBar()->insertMenu(menuBar()->actions().constLast(), m_marks);
+    connect(m_marks->marks(), &MarkedRows::changed, this, [this] {
+        const auto isMarked = [this](int row) { return m_marks->isMarked(row); };
+        m_table->setRowMarks(m_marks->marks()->isEmpty() ? nullptr
+                                                         : std::function<bool(int)>(isMarked));
+    });
+    connect(m_marks, &MarksMenu::rowChosen, this, [this](int row) { showLine(row + 1); });
+    connect(m_marks, &MarksMenu::said, this,
+            [this](const QString &text) { statusBar()->showMessage(text, s_noteTime); });
 }
 
 void ViewerWindow::openFind()
@@ -476,7 +493,7 @@ void ViewerWindow::copyRows(RowFormat format)
     QGuiApplication::clipboard()->setText(selectedText(format, &isCut));
     if (isCut)
         statusBar()->showMessage(tr("Only the first %L1 rows were copied.").arg(s_mostCopiedRows),
-                                 5000);
+                                 s_noteTime);
 }
 
 void ViewerWindow::goToLine()
@@ -532,7 +549,7 @@ void ViewerWindow::showContextMenu(QPoint place)
         only->setEnabled(!text.isEmpty() && m_find->columns().contains(cell.column()));
     }
     menu.addSeparator();
-    menu.addActions({m_findAction, m_filterAction, m_goToAction});
+    menu.addActions({m_findAction, m_filterAction, m_goToAction, m_marks->markAction()});
     menu.exec(m_table->viewport()->mapToGlobal(place));
 }
 

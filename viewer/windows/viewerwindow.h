@@ -14,6 +14,7 @@ class DetailPane;
 class FilterBar;
 class FindPanel;
 class FrameStatistics;
+class MarksMenu;
 class QAbstractItemModel;
 class QAction;
 class QLabel;
@@ -111,6 +112,7 @@ private:
     void createFindPanel();
     void createRowPane();
     void createSums();
+    void createMarks();
     void findAgain(bool forward);
     void keepFoundRow();
     void copyRows(RowFormat format);
@@ -139,6 +141,7 @@ private:
     QLabel *m_message;                 //!< page 1
     DetailPane *m_rowPane = nullptr;   //!< at the bottom, hidden at first
     SelectionSums *m_sums = nullptr;   //!< what the status bar tells of selected rows
+    MarksMenu *m_marks = nullptr;      //!< rows to find again
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action

@@ -58,6 +58,11 @@ QColor readable(const QColor &text, const QColor &background)
     return movedTo(isLighter ? Qt::white : Qt::black, text, background);
 }
 
+QColor rowMarkColor(const QColor &background)
+{
+    return readable(QColor(0x90, 0x30, 0xd0), background);
+}
+
 QPalette withReadableHighlights(QPalette palette)
 {
     for (const QPalette::ColorGroup group :

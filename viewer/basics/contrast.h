@@ -19,6 +19,9 @@ double contrast(const QColor &a, const QColor &b);
 //! \a background. Its hue stays as far as that allows.
 QColor readable(const QColor &text, const QColor &background);
 
+//! The colour that marks rows on \a background, which is not that of matches nor of levels.
+QColor rowMarkColor(const QColor &background);
+
 //! \a palette with highlights on which highlighted texts are readable: the highlight
 //! becomes darker or lighter, whichever is away from its text.
 QPalette withReadableHighlights(QPalette palette);
