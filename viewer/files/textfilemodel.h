@@ -124,6 +124,12 @@ public:
     //! \a most of them. Empty outside of the rows.
     QByteArray rowBytes(int row, qint64 most) const;
 
+    //! The same without a copy, for who goes down through many rows: valid until anything else
+    //! is asked for.
+    QByteArrayView rowView(int row, qint64 most) const;
+    //! Whether ASCII characters are the same bytes in the file, and no others have these.
+    bool hasAsciiBytes() const { return m_format.encoding.isAsciiSearchable(); }
+
     //! Where look() has come to.
     struct Sighting
     {

@@ -57,6 +57,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     createStopAction();
     createStatusBar();
     table()->useFixedFont();
+    createOverview();
     setModel(m_model.get(), Edge::End);
     connect(m_model.get(), &TextFileModel::statusChanged, this, &FileWindow::updateStatus);
     connect(followAction(), &QAction::toggled, this, &FileWindow::updateStatus);

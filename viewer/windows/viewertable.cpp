@@ -26,7 +26,7 @@ namespace {
 constexpr int s_widestColumn = 400;        // logical pixels, for a start
 constexpr int s_widestLastColumn = 500000; // logical pixels: the longest text of a row
 constexpr qsizetype s_measuredText = 1000; // characters
-constexpr int s_markWidth = 5;             // logical pixels
+constexpr int s_markWidth = 4;             // logical pixels
 constexpr double s_smallestText = 4;       // points
 constexpr double s_largestText = 72;
 

@@ -9,6 +9,8 @@
 #include "filterbar.h"
 #include "framestatistics.h"
 #include "overview/marksmenu.h"
+#include "overview/overview.h"
+#include "overview/overviewstrip.h"
 #include "rowexportdialog.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
@@ -22,6 +24,7 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QItemSelectionModel>
@@ -62,6 +65,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     , m_find(new TableFilter(m_table))
     , m_filterBar(new FilterBar(m_pages))
     , m_message(new QLabel(m_pages))
+    , m_tableRow(new QHBoxLayout)
 {
     m_message->setAlignment(Qt::AlignCenter);
     m_message->setWordWrap(true);
@@ -73,7 +77,8 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_filterBar);
-    layout->addWidget(m_table);
+    layout->addLayout(m_tableRow);
+    m_tableRow->addWidget(m_table);
     m_pages->addWidget(page);
     m_pages->addWidget(m_message);
     setCentralWidget(m_pages);
@@ -217,6 +222,14 @@ void ViewerWindow::createMarks()
             [this](const QString &text) { statusBar()->showMessage(text, s_noteTime); });
 }
 
+void ViewerWindow::createOverview()
+{
+    m_overview = new Overview(m_find, m_table, m_marks->marks(), this);
+    m_tableRow->addWidget(m_overview->strip());
+    statusBar()->addPermanentWidget(m_overview->label());
+    m_viewMenu->addAction(m_overview->action());
+}
+
 void ViewerWindow::openFind()
 {
     m_findPanel->openFind();
@@ -283,8 +296,11 @@ void ViewerWindow::keepFoundRow()
 void ViewerWindow::markMatches()
 {
     const bool isSought = m_findPanel->isVisible();
-    m_table->setMarked(isSought ? m_find->matcherFor(m_findPanel->field()->text()) : TextMatcher(),
-                       m_find->columns());
+    const TextMatcher sought =
+        isSought ? m_find->matcherFor(m_findPanel->field()->text()) : TextMatcher();
+    m_table->setMarked(sought, m_find->columns());
+    if (m_overview)
+        m_overview->survey()->setSought(sought, m_find->columns());
 }
 
 void ViewerWindow::findPanelShown(bool isShown)

@@ -15,8 +15,10 @@ class FilterBar;
 class FindPanel;
 class FrameStatistics;
 class MarksMenu;
+class Overview;
 class QAbstractItemModel;
 class QAction;
+class QHBoxLayout;
 class QLabel;
 class QMenu;
 class QStackedWidget;
@@ -79,6 +81,9 @@ public Q_SLOTS:
 protected:
     //! Shows \a model, which stays the caller's, following \a edge.
     void setModel(QAbstractItemModel *model, Edge edge);
+    //! Pictures all rows beside the table, before it has a model: one whose rows come at its
+    //! end.
+    void createOverview();
     //! Shows nothing: the model is about to go.
     void removeModel();
     void setEdge(Edge edge);
@@ -141,6 +146,8 @@ private:
     QLabel *m_message;                 //!< page 1
     DetailPane *m_rowPane = nullptr;   //!< at the bottom, hidden at first
     SelectionSums *m_sums = nullptr;   //!< what the status bar tells of selected rows
+    QHBoxLayout *m_tableRow;           //!< m_table and what is beside it
+    Overview *m_overview = nullptr;    //!< see createOverview()
     MarksMenu *m_marks = nullptr;      //!< rows to find again
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
