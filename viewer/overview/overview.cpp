@@ -3,6 +3,7 @@
 
 #include "overview.h"
 
+#include "gototime.h"
 #include "overviewstrip.h"
 
 #include <QAction>
@@ -19,6 +20,7 @@ Overview::Overview(TableFilter *find, QTableFastView *table, const MarkedRows *m
                    QWidget *parent)
     : QObject(parent)
     , m_survey(new RowSurvey(find, table, this))
+    , m_goToTime(new GoToTime(find, table, parent))
     , m_strip(new OverviewStrip(find, table, m_survey, marks, parent))
     , m_label(new QLabel(parent))
     , m_action(new QAction(tr("&Overview Strip"), this))

@@ -6,6 +6,7 @@
 
 #include "rowsurvey.h"
 
+class GoToTime;
 class MarkedRows;
 class OverviewStrip;
 class QAction;
@@ -25,6 +26,7 @@ public:
     OverviewStrip *strip() const { return m_strip; }
     //! Tells how many rows there are with what is looked for; hidden while that is nothing.
     QLabel *label() const { return m_label; }
+    GoToTime *goToTime() const { return m_goToTime; }
     //! Shows or hides the strip, which is kept in the settings.
     QAction *action() const { return m_action; }
 
@@ -32,6 +34,7 @@ private:
     void updateLabel();
 
     RowSurvey *m_survey;
+    GoToTime *m_goToTime;
     OverviewStrip *m_strip;
     QLabel *m_label;
     QAction *m_action;

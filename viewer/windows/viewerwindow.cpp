@@ -8,6 +8,7 @@
 #include "detailpane.h"
 #include "filterbar.h"
 #include "framestatistics.h"
+#include "overview/gototime.h"
 #include "overview/marksmenu.h"
 #include "overview/overview.h"
 #include "overview/overviewstrip.h"
@@ -217,9 +218,8 @@ void ViewerWindow::createMarks()
         m_table->setRowMarks(m_marks->marks()->isEmpty() ? nullptr
                                                          : std::function<bool(int)>(isMarked));
     });
-    connect(m_marks, &MarksMenu::rowChosen, this, [this](int row) { showLine(row + 1); });
-    connect(m_marks, &MarksMenu::said, this,
-            [this](const QString &text) { statusBar()->showMessage(text, s_noteTime); });
+    connect(m_marks, &MarksMenu::rowChosen, this, &ViewerWindow::showRow);
+    connect(m_marks, &MarksMenu::said, this, &ViewerWindow::say);
 }
 
 void ViewerWindow::createOverview()
@@ -228,6 +228,19 @@ void ViewerWindow::createOverview()
     m_tableRow->addWidget(m_overview->strip());
     statusBar()->addPermanentWidget(m_overview->label());
     m_viewMenu->addAction(m_overview->action());
+    m_editMenu->addAction(m_overview->goToTime()->action());
+    connect(m_overview->goToTime(), &GoToTime::rowChosen, this, &ViewerWindow::showRow);
+    connect(m_overview->goToTime(), &GoToTime::said, this, &ViewerWindow::say);
+}
+
+void ViewerWindow::showRow(int row)
+{
+    showLine(row + 1);
+}
+
+void ViewerWindow::say(const QString &text)
+{
+    statusBar()->showMessage(text, s_noteTime);
 }
 
 void ViewerWindow::openFind()
@@ -328,12 +341,12 @@ void ViewerWindow::createMenus()
     QAction *quit = m_fileMenu->addAction(tr("&Quit"), qApp, &QApplication::closeAllWindows);
     quit->setShortcut(QKeySequence::Quit);
 
-    QMenu *editMenu = menuBar()->addMenu(tr("&Edit"));
-    editMenu->addAction(m_copyAction);
-    editMenu->addSeparator();
-    editMenu->addActions({m_findAction, m_nextAction, m_prevAction, m_filterAction});
-    editMenu->addSeparator();
-    editMenu->addAction(m_goToAction);
+    m_editMenu = menuBar()->addMenu(tr("&Edit"));
+    m_editMenu->addAction(m_copyAction);
+    m_editMenu->addSeparator();
+    m_editMenu->addActions({m_findAction, m_nextAction, m_prevAction, m_filterAction});
+    m_editMenu->addSeparator();
+    m_editMenu->addAction(m_goToAction);
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     m_viewMenu->addAction(m_followAction);

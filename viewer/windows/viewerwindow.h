@@ -122,6 +122,8 @@ private:
     void keepFoundRow();
     void copyRows(RowFormat format);
     void goToLine();
+    void showRow(int row);
+    void say(const QString &text);
     void showAmongOthers(const QModelIndex &index);
     void showContextMenu(QPoint place);
     void filterBy(const QString &text);
@@ -150,6 +152,7 @@ private:
     Overview *m_overview = nullptr;    //!< see createOverview()
     MarksMenu *m_marks = nullptr;      //!< rows to find again
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
+    QMenu *m_editMenu = nullptr;       //!< what goes elsewhere is at its end
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action
     QAction *m_followAction = nullptr; //!< checked while following
