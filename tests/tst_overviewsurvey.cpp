@@ -62,6 +62,8 @@ private Q_SLOTS:
     void judgesALineThatGrowsAgain();
     void beginsAnew_data();
     void beginsAnew();
+    void tellsTimes();
+    void tellsTimesOfALineThatGrows();
     void beginsWithWhatIsSeen();
     void letsEventsThrough();
     void looksForNothing();
@@ -131,7 +133,7 @@ void tst_OverviewSurvey::surveysAnyModel()
     QStringListModel model(texts(50));
     m_find->setSource(&model);
     QVERIFY(m_survey->isComplete());
-    m_survey->setLevelsWanted(true);
+    m_survey->setLevelsWanted(this, true);
     seek("hit");
     QVERIFY(!m_survey->isComplete());
     QVERIFY(m_survey->isSeeking());
@@ -158,7 +160,7 @@ void tst_OverviewSurvey::surveysAFile()
 {
     QFETCH(int, count);
     open(lines(0, count));
-    m_survey->setLevelsWanted(true);
+    m_survey->setLevelsWanted(this, true);
     seek("HIT");
     QTRY_VERIFY(m_survey->isComplete());
     const auto multiples = [=](int of) { return (count + of - 1) / of; };
@@ -199,7 +201,7 @@ void tst_OverviewSurvey::surveysOtherEncodings()
         QSKIP("The text is little-endian.");
     QFETCH(QByteArray, text);
     open(text);
-    m_survey->setLevelsWanted(true);
+    m_survey->setLevelsWanted(this, true);
     seek("hit");
     QTRY_VERIFY(m_survey->isComplete());
     QCOMPARE(m_survey->rows(), 3);
@@ -241,7 +243,7 @@ void tst_OverviewSurvey::looksByTheRules()
 void tst_OverviewSurvey::surveysWhatAFilterShows()
 {
     open(lines(0, 1000));
-    m_survey->setLevelsWanted(true);
+    m_survey->setLevelsWanted(this, true);
     seek("hit");
     m_find->dofilter("ERROR");
     QCOMPARE(m_find->shownRows(), 143);
@@ -259,7 +261,7 @@ void tst_OverviewSurvey::surveysWhatAFilterShows()
 void tst_OverviewSurvey::addsRowsAtTheEnd()
 {
     open(lines(0, 100));
-    m_survey->setLevelsWanted(true);
+    m_survey->setLevelsWanted(this, true);
     seek("hit");
     QTRY_VERIFY(m_survey->isComplete());
     write(lines(100, 250));
@@ -273,7 +275,7 @@ void tst_OverviewSurvey::addsRowsAtTheEnd()
 void tst_OverviewSurvey::judgesALineThatGrowsAgain()
 {
     open("one\nERR");
-    m_survey->setLevelsWanted(true);
+    m_survey->setLevelsWanted(this, true);
     seek("hit");
     QTRY_VERIFY(m_survey->isComplete());
     QCOMPARE(m_survey->errors().total(), 1);
@@ -324,6 +326,58 @@ void tst_OverviewSurvey::beginsAnew()
     m_find->setSource(nullptr);
 }
 
+//! A row each second; every third has no time of its own.
+void tst_OverviewSurvey::tellsTimes()
+{
+    QByteArray text("before all\n");
+    const QTime midnight(0, 0);
+    for (int i = 0; i < 300; ++i) {
+        text += i % 3 == 2
+            ? QByteArray("  more")
+            : "2026-11-22 " + midnight.addSecs(i).toString("HH:mm:ss").toLatin1() + ' ' + line(i);
+        text += '\n';
+    }
+    open(text);
+    QVERIFY(m_survey->times().isEmpty());
+    m_table->resize(300, 300);
+    m_table->show();
+    m_table->verticalScrollBar()->setValue(100); // where rows without a time are first
+    m_survey->setTimesWanted(true);
+    QTRY_VERIFY(m_survey->isComplete());
+    QVERIFY(m_survey->haveTimesDates());
+    TimeBins bins = m_survey->times();
+    QCOMPARE(bins.width(), 500);
+    bins.shrinkTo(60);
+    QCOMPARE(bins.width(), 5000);
+    QCOMPARE(bins.count(), 60);
+    QCOMPARE(bins.at(0).rows(), 6); // one has the time of the row above
+    int rows = 0;
+    int errors = 0;
+    for (int i = 0; i < bins.count(); ++i) {
+        rows += bins.at(i).rows();
+        errors += bins.at(i).errors;
+    }
+    QCOMPARE(rows, 300);
+    QCOMPARE(errors, 29); // every seventh that has a text
+    m_survey->setTimesWanted(false);
+    QVERIFY(m_survey->times().isEmpty());
+}
+
+void tst_OverviewSurvey::tellsTimesOfALineThatGrows()
+{
+    open("10:00:00 a\n10:00:01 ERR");
+    m_survey->setTimesWanted(true);
+    QTRY_VERIFY(m_survey->isComplete());
+    QVERIFY(!m_survey->haveTimesDates());
+    QCOMPARE(m_survey->times().at(m_survey->times().count() - 1).errors, 1);
+    write("S b\n10:00:01 ERROR");
+    QTRY_COMPARE(m_survey->rows(), 3);
+    QTRY_VERIFY(m_survey->isComplete());
+    const TimeBins::Counts last = m_survey->times().at(m_survey->times().count() - 1);
+    QCOMPARE(last.errors, 1);
+    QCOMPARE(last.others, 1);
+}
+
 void tst_OverviewSurvey::beginsWithWhatIsSeen()
 {
     QStringListModel model(texts(400000));
@@ -369,10 +423,10 @@ void tst_OverviewSurvey::looksForNothing()
     QVERIFY(!m_survey->isSeeking());
     QVERIFY(m_survey->isComplete());
     QCOMPARE(m_survey->hits().total(), 0);
-    m_survey->setLevelsWanted(true);
+    m_survey->setLevelsWanted(this, true);
     QTRY_VERIFY(m_survey->isComplete());
     QCOMPARE(m_survey->errors().total(), 3);
-    m_survey->setLevelsWanted(false);
+    m_survey->setLevelsWanted(this, false);
     QCOMPARE(m_survey->errors().total(), 0);
     m_find->setSource(nullptr);
 }

@@ -65,8 +65,13 @@ void GoToTime::goTo(const QString &text)
         Q_EMIT said(tr("“%1” is no time.").arg(text));
         return;
     }
+    goTo(*time);
+}
+
+void GoToTime::goTo(const TimeStamp &time)
+{
     Q_EMIT said(tr("Looking for that time…"));
-    m_search.find(m_find->source(), *time, m_find->toSource(m_table->currentIndex()).row());
+    m_search.find(m_find->source(), time, m_find->toSource(m_table->currentIndex()).row());
 }
 
 void GoToTime::showFound(int row)

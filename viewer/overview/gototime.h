@@ -25,6 +25,8 @@ public:
     QAction *action() const { return m_action; }
     //! Finds the first row at the time that \a text says, or after it.
     void goTo(const QString &text);
+    //! The same for a \a time.
+    void goTo(const TimeStamp &time);
     //! The time of the current row, or the row above that has one, as goTo() takes it; empty
     //! without one.
     QString present() const;

@@ -218,11 +218,11 @@ void OverviewStrip::showRowsAt(int y)
 void OverviewStrip::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    m_survey->setLevelsWanted(true);
+    m_survey->setLevelsWanted(this, true);
 }
 
 void OverviewStrip::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
-    m_survey->setLevelsWanted(!isHidden());
+    m_survey->setLevelsWanted(this, !isHidden());
 }

@@ -65,28 +65,43 @@ void RowSurvey::setSought(const TextMatcher &matcher, const QList<int> &columns)
     begin(&m_hits);
 }
 
-void RowSurvey::setLevelsWanted(bool on)
+void RowSurvey::setLevelsWanted(const QObject *user, bool on)
 {
-    if (m_levels.isWanted == on)
+    if (on)
+        m_levelUsers.insert(user);
+    else
+        m_levelUsers.remove(user);
+    if (m_levels.isWanted == !m_levelUsers.isEmpty())
         return;
-    m_levels.isWanted = on;
+    m_levels.isWanted = !m_levelUsers.isEmpty();
     m_errorRows.clear();
     m_warningRows.clear();
     begin(&m_levels);
+}
+
+void RowSurvey::setTimesWanted(bool on)
+{
+    if (m_times.isWanted == on)
+        return;
+    m_times.isWanted = on;
+    m_bins.clear();
+    begin(&m_times);
 }
 
 void RowSurvey::beginAnew()
 {
     for (RowCells *cells : {&m_hitRows, &m_errorRows, &m_warningRows})
         cells->clear();
-    begin(&m_hits);
-    begin(&m_levels);
+    m_bins.clear();
+    for (Pass *pass : {&m_hits, &m_levels, &m_times})
+        begin(pass);
 }
 
 void RowSurvey::begin(Pass *pass)
 {
     const TextFileModel *file = lines();
     m_pattern = file ? file->patternFor(m_sought.needle(), m_columns) : std::nullopt;
+    m_clock.reset();
     pass->lastRow = -1;
     pass->left.clear();
     if (pass->isWanted)
@@ -110,7 +125,7 @@ void RowSurvey::rowsCame(const QModelIndex &parent, int first, int last)
         beginAnew();
         return;
     }
-    for (Pass *pass : {&m_hits, &m_levels}) {
+    for (Pass *pass : {&m_hits, &m_levels, &m_times}) {
         if (pass->isWanted)
             pass->left.append(first, last + 1);
     }
@@ -124,8 +139,8 @@ void RowSurvey::rowsChanged(const QModelIndex &first, const QModelIndex &last)
         beginAnew();
         return;
     }
-    countAgain(&m_hits, first.row());
-    countAgain(&m_levels, first.row());
+    for (Pass *pass : {&m_hits, &m_levels, &m_times})
+        countAgain(pass, first.row());
     goOn();
 }
 
@@ -137,8 +152,8 @@ void RowSurvey::countAgain(Pass *pass, int row)
         beginAnew();
         return;
     }
-    if (RowCells *cells = std::exchange(pass->counted, nullptr))
-        cells->add(row, -1);
+    if (const auto takeBack = std::exchange(pass->takeBack, nullptr))
+        takeBack();
     pass->left.append(row, row + 1);
 }
 
@@ -146,10 +161,14 @@ void RowSurvey::count(Pass *pass, int row, RowCells *cells)
 {
     if (cells)
         cells->add(row);
-    if (row != rows() - 1)
-        return;
+    if (row == rows() - 1)
+        noteLast(pass, row, cells ? [=] { cells->add(row, -1); } : std::function<void()>());
+}
+
+void RowSurvey::noteLast(Pass *pass, int row, const std::function<void()> &takeBack)
+{
     pass->lastRow = row;
-    pass->counted = cells;
+    pass->takeBack = takeBack;
 }
 
 //! What somebody looks for comes first.
@@ -167,8 +186,10 @@ void RowSurvey::work()
         for (int i = 0; i < s_rowsAtOnce && !isComplete(); ++i) {
             if (!m_hits.left.isEmpty())
                 seek();
+            else if (!m_levels.left.isEmpty())
+                judgeLevel();
             else
-                judgeLevels();
+                tellTime();
         }
     }
     goOn();
@@ -219,7 +240,7 @@ bool RowSurvey::isHit(int row) const
     });
 }
 
-void RowSurvey::judgeLevels()
+void RowSurvey::judgeLevel()
 {
     const int row = m_levels.left.next();
     RowCells *cells = nullptr;
@@ -237,6 +258,28 @@ void RowSurvey::judgeLevels()
     }
     count(&m_levels, row, cells);
     m_levels.left.goOn(row + 1);
+}
+
+void RowSurvey::tellTime()
+{
+    const int row = m_times.left.next();
+    m_times.left.goOn(row + 1);
+    if (!m_find->source())
+        return;
+    if (!m_clock)
+        m_clock.emplace(*m_find->source());
+    const auto time = m_clock->timeOf(sourceRow(row));
+    if (m_bins.isEmpty() && time)
+        m_haveDates = time->hasDate;
+    const bool isCounted = time && time->hasDate == m_haveDates;
+    const LogLevel level = isCounted ? levelOfRow(row) : LogLevel::None;
+    if (isCounted)
+        m_bins.add(time->clock, level);
+    if (row != rows() - 1)
+        return;
+    noteLast(&m_times, row,
+             isCounted ? [=, this, clock = time->clock] { m_bins.add(clock, level, -1); }
+                       : std::function<void()>());
 }
 
 LogLevel RowSurvey::levelOfRow(int row) const

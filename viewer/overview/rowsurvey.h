@@ -7,14 +7,18 @@
 #include "files/bytepattern.h"
 #include "files/loglevel.h"
 #include "rowcells.h"
+#include "rowclock.h"
 #include "rowranges.h"
 #include "search/textmatcher.h"
+#include "timebins.h"
 
 #include <QAbstractItemModel>
 #include <QElapsedTimer>
 #include <QPointer>
+#include <QSet>
 #include <QTimer>
 
+#include <functional>
 #include <optional>
 
 class QTableFastView;
@@ -23,7 +27,7 @@ class TextFileModel;
 
 /*!
  * \brief Looks through all rows of a table, as it is filtered, between events: which ones have
- * what is looked for, and which ones are errors and warnings.
+ * what is looked for, which ones are errors and warnings, and when they were written.
  *
  * It begins with what is seen. New rows at the end are added; whatever else happens to the rows
  * lets it begin anew, so that a table whose rows come on top should not be surveyed.
@@ -38,13 +42,15 @@ public:
     static constexpr int slice = 10;
 
     //! Surveys \a table, which \a find filters, once anything is looked for or
-    //! setLevelsWanted() is called. Both must outlive it.
+    //! setLevelsWanted() or setTimesWanted() is called. Both must outlive it.
     RowSurvey(TableFilter *find, QTableFastView *table, QObject *parent);
 
     //! Looks for \a matcher in the logical \a columns, if it finds anything at all.
     void setSought(const TextMatcher &matcher, const QList<int> &columns);
-    //! Sets whether it looks for errors and warnings; off at first.
-    void setLevelsWanted(bool on);
+    //! Sets whether \a user wants it to look for errors and warnings. It does while anybody does.
+    void setLevelsWanted(const QObject *user, bool on);
+    //! Sets whether it looks for times; off at first.
+    void setTimesWanted(bool on);
     bool areLevelsWanted() const { return m_levels.isWanted; }
 
     //! Rows of the table.
@@ -55,10 +61,18 @@ public:
     const RowCells &hits() const { return m_hitRows; }
     const RowCells &errors() const { return m_errorRows; }
     const RowCells &warnings() const { return m_warningRows; }
+    //! Rows by what their clocks showed; those without a time belong to the row above.
+    const TimeBins &times() const { return m_bins; }
+    //! Whether times() are days and times; else they are times of a day.
+    bool haveTimesDates() const { return m_haveDates; }
+    bool areTimesComplete() const { return m_times.left.isEmpty(); }
     //! Whether all rows have been looked at for what is looked for.
     bool areHitsComplete() const { return m_hits.left.isEmpty(); }
     //! Whether all rows have been looked at for whatever is wanted.
-    bool isComplete() const { return m_hits.left.isEmpty() && m_levels.left.isEmpty(); }
+    bool isComplete() const
+    {
+        return m_hits.left.isEmpty() && m_levels.left.isEmpty() && m_times.left.isEmpty();
+    }
 
 Q_SIGNALS:
     //! There are more or other results, or rows; at most ten times a second.
@@ -68,9 +82,9 @@ private:
     struct Pass
     {
         bool isWanted = false;
-        RowRanges left;              //!< rows
-        int lastRow = -1;            //!< the row that was the last one when it was counted
-        RowCells *counted = nullptr; //!< where; null if it was not
+        RowRanges left;                 //!< rows
+        int lastRow = -1;               //!< the row that was the last one when it was counted
+        std::function<void()> takeBack; //!< counts that row no more; null if it was not counted
     };
 
     void followModel(QAbstractItemModel *model);
@@ -82,8 +96,10 @@ private:
     void goOn();
     void work();
     void seek();
-    void judgeLevels();
+    void judgeLevel();
+    void tellTime();
     void count(Pass *pass, int row, RowCells *cells);
+    void noteLast(Pass *pass, int row, const std::function<void()> &takeBack);
     bool isHit(int row) const;
     LogLevel levelOfRow(int row) const;
     int sourceRow(int row) const;
@@ -97,11 +113,16 @@ private:
     std::optional<BytePattern> m_pattern; //!< in the file's bytes, if they tell
     Pass m_hits;
     Pass m_levels;
+    Pass m_times;
+    QSet<const QObject *> m_levelUsers; //!< see setLevelsWanted()
     RowCells m_hitRows;
     RowCells m_errorRows;
     RowCells m_warningRows;
-    QTimer m_timer {this};     //!< for the next slice
-    QTimer m_tellTimer {this}; //!< gathers changes
+    TimeBins m_bins;                 //!< see times()
+    bool m_haveDates = false;        //!< see haveTimesDates()
+    std::optional<RowClock> m_clock; //!< of the rows behind the filter, while times are told
+    QTimer m_timer {this};           //!< for the next slice
+    QTimer m_tellTimer {this};       //!< gathers changes
 };
 
 #endif // ROWSURVEY_H

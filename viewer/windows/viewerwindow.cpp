@@ -9,6 +9,7 @@
 #include "filterbar.h"
 #include "framestatistics.h"
 #include "overview/gototime.h"
+#include "overview/histogram.h"
 #include "overview/marksmenu.h"
 #include "overview/overview.h"
 #include "overview/overviewstrip.h"
@@ -226,10 +227,12 @@ void ViewerWindow::createOverview()
 {
     m_overview = new Overview(m_find, m_table, m_marks->marks(), this);
     m_tableRow->addWidget(m_overview->strip());
+    auto *column = qobject_cast<QVBoxLayout *>(m_table->parentWidget()->layout());
+    column->insertWidget(column->indexOf(m_tableRow), m_overview->histogram());
     statusBar()->addPermanentWidget(m_overview->label());
-    m_viewMenu->addAction(m_overview->action());
+    m_viewMenu->addActions({m_overview->stripAction(), m_overview->histogramAction()});
     m_editMenu->addAction(m_overview->goToTime()->action());
-    connect(m_overview->goToTime(), &GoToTime::rowChosen, this, &ViewerWindow::showRow);
+    connect(m_overview, &Overview::rowChosen, this, &ViewerWindow::showRow);
     connect(m_overview->goToTime(), &GoToTime::said, this, &ViewerWindow::say);
 }
 
