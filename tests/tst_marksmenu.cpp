@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStatusBar>
@@ -52,6 +53,8 @@ private Q_SLOTS:
     void listsRowsThatGo();
     void paintsMarks_data();
     void paintsMarks();
+    void movesMarksOnScreen_data();
+    void movesMarksOnScreen();
 
 private:
     void write(const QByteArray &text, QIODevice::OpenMode mode);
@@ -302,6 +305,51 @@ void tst_MarksMenu::paintsMarks()
         const QRgb pixel = picture.pixel(int(x * scale), int(y * scale)) | 0xff000000;
         QCOMPARE(pixel == color, row == 2);
     }
+}
+
+void tst_MarksMenu::movesMarksOnScreen_data()
+{
+    QTest::addColumn<QString>("move");
+    QTest::newRow("rows come on top") << "insert";
+    QTest::newRow("to the right") << "right";
+    QTest::newRow("down") << "down";
+}
+
+//! What was painted before, and is moved, looks as if it was painted now.
+void tst_MarksMenu::movesMarksOnScreen()
+{
+    QFETCH(QString, move);
+    FeedWindow window(0, FeedModel::NewRows::AtTop, &m_statistics);
+    if (window.devicePixelRatioF() != 1)
+        QSKIP("Pictures of the screen are those of unscaled windows.");
+    window.resize(400, 500);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    ViewerTable *table = window.table();
+    for (const int row : {3, 4, 8})
+        window.findChild<MarksMenu *>()->marks()->toggle(row);
+    QTRY_VERIFY(table->horizontalScrollBar()->maximum() > 50);
+    QTest::qWait(0);
+    if (move == "insert") {
+        window.model()->setRate(1000);
+        window.model()->advance(2'000'000);
+    } else if (move == "right") {
+        table->horizontalScrollBar()->setValue(30);
+    } else {
+        window.setFollowing(false);
+        table->verticalScrollBar()->setValue(2);
+    }
+    QCoreApplication::processEvents();
+    QTest::qWait(0);
+    const QRect edge(table->viewport()->mapTo(&window, QPoint()),
+                     QSize(60, table->viewport()->height()));
+    const QImage seen = window.screen()->grabWindow(window.winId()).toImage();
+    const QImage fresh = window.grab().toImage();
+    QCOMPARE(seen.size(), fresh.size());
+    const double scale = fresh.devicePixelRatio();
+    const QRect part(edge.topLeft() * scale, edge.size() * scale);
+    QCOMPARE(seen.copy(part).convertToFormat(QImage::Format_RGB32),
+             fresh.copy(part).convertToFormat(QImage::Format_RGB32));
 }
 
 QTEST_MAIN(tst_MarksMenu)

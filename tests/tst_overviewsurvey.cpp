@@ -153,7 +153,7 @@ void tst_OverviewSurvey::surveysAFile_data()
     QTest::newRow("none") << 0;
     QTest::newRow("one") << 1;
     QTest::newRow("some") << 1000;
-    QTest::newRow("several blocks") << 400000;
+    QTest::newRow("several blocks") << 280000;
 }
 
 void tst_OverviewSurvey::surveysAFile()
@@ -162,7 +162,7 @@ void tst_OverviewSurvey::surveysAFile()
     open(lines(0, count));
     m_survey->setLevelsWanted(this, true);
     seek("HIT");
-    QTRY_VERIFY(m_survey->isComplete());
+    QTRY_VERIFY_WITH_TIMEOUT(m_survey->isComplete(), 60000);
     const auto multiples = [=](int of) { return (count + of - 1) / of; };
     QCOMPARE(m_survey->rows(), count);
     QCOMPARE(m_survey->hits().total(), multiples(10));
@@ -393,7 +393,7 @@ void tst_OverviewSurvey::beginsWithWhatIsSeen()
         QCoreApplication::processEvents();
     }
     QVERIFY(slices > 0);
-    QTRY_VERIFY(m_survey->isComplete());
+    QTRY_VERIFY_WITH_TIMEOUT(m_survey->isComplete(), 60000);
     QCOMPARE(m_survey->hits().total(), 40000);
     m_find->setSource(nullptr);
 }

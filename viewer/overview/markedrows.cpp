@@ -5,8 +5,6 @@
 
 #include "rowtext.h"
 
-#include <QAbstractItemModel>
-
 #include <algorithm>
 #include <utility>
 
@@ -87,7 +85,7 @@ void MarkedRows::rowsCame(const QModelIndex &parent, int first, int last)
         mark->row += last - first + 1;
     takeBack();
     if (moves)
-        Q_EMIT changed();
+        Q_EMIT moved();
 }
 
 void MarkedRows::rowsWent(const QModelIndex &parent, int first, int last)
@@ -95,10 +93,14 @@ void MarkedRows::rowsWent(const QModelIndex &parent, int first, int last)
     const auto from = place(m_marks, first);
     if (parent.isValid() || from == m_marks.cend())
         return;
+    const size_t before = m_marks.size();
     auto mark = m_marks.erase(from, place(m_marks, last + 1));
     for (; mark != m_marks.end(); ++mark)
         mark->row -= last - first + 1;
-    Q_EMIT changed();
+    if (m_marks.size() < before)
+        Q_EMIT changed();
+    else
+        Q_EMIT moved();
 }
 
 //! The last line of a file may have been marked before it was complete.

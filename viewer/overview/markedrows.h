@@ -4,15 +4,12 @@
 #ifndef MARKEDROWS_H
 #define MARKEDROWS_H
 
+#include <QAbstractItemModel>
 #include <QList>
-#include <QObject>
 #include <QPointer>
 #include <QString>
 
 #include <vector>
-
-class QAbstractItemModel;
-class QModelIndex;
 
 /*!
  * \brief Rows of a model that somebody wants to find again.
@@ -43,8 +40,10 @@ public:
     bool isMarked(int row) const;
 
 Q_SIGNALS:
-    //! rows() are others.
+    //! Rows have been marked, or are not any more.
     void changed();
+    //! Marked rows have moved, as rows that come and go above move all below.
+    void moved();
 
 private:
     struct Mark

@@ -76,6 +76,7 @@ OverviewStrip::OverviewStrip(TableFilter *find, QTableFastView *table, RowSurvey
     const auto updated = qOverload<>(&QWidget::update);
     connect(survey, &RowSurvey::changed, this, updated);
     connect(marks, &MarkedRows::changed, this, updated);
+    connect(marks, &MarkedRows::moved, this, updated);
     connect(table->verticalScrollBar(), &QScrollBar::rangeChanged, this, updated);
 }
 

@@ -5,7 +5,6 @@
 
 #include "rowtimes.h"
 
-#include <QAbstractItemModel>
 #include <QElapsedTimer>
 
 #include <utility>

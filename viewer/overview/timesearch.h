@@ -6,11 +6,10 @@
 
 #include "files/timestamp.h"
 
-#include <QObject>
+#include <QAbstractItemModel>
 #include <QPointer>
 #include <QTimer>
 
-class QAbstractItemModel;
 class RowTimes;
 
 /*!
