@@ -37,6 +37,7 @@ Histogram::Histogram(RowSurvey *survey, QWidget *parent)
     , m_survey(survey)
 {
     setObjectName(QStringLiteral("histogram"));
+    setAccessibleName(tr("Histogram"));
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     setAttribute(Qt::WA_OpaquePaintEvent);
     connect(survey, &RowSurvey::changed, this, &Histogram::updateColumns);

@@ -71,6 +71,8 @@ OverviewStrip::OverviewStrip(TableFilter *find, QTableFastView *table, RowSurvey
     , m_survey(survey)
     , m_marks(marks)
 {
+    setObjectName(QStringLiteral("overviewStrip"));
+    setAccessibleName(tr("Overview strip"));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
     setAttribute(Qt::WA_OpaquePaintEvent);
     const auto updated = qOverload<>(&QWidget::update);

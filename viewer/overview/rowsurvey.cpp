@@ -183,7 +183,9 @@ void RowSurvey::work()
     QElapsedTimer since;
     since.start();
     while (!isComplete() && since.elapsed() < slice) {
-        for (int i = 0; i < s_rowsAtOnce && !isComplete(); ++i) {
+        // Seeking may go through a block of the file at once.
+        const int atOnce = m_hits.left.isEmpty() ? s_rowsAtOnce : 1;
+        for (int i = 0; i < atOnce && !isComplete(); ++i) {
             if (!m_hits.left.isEmpty())
                 seek();
             else if (!m_levels.left.isEmpty())

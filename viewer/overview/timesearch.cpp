@@ -12,7 +12,8 @@
 namespace {
 
 constexpr int s_samples = 100;
-constexpr int s_mostWithout = 2000; // rows without a time that follow each other
+constexpr int s_mostWithout = 500; // rows without a time that follow each other
+constexpr int s_reach = 2000;      // rows that are looked at for the first time of all
 constexpr int s_rowsAtOnce = 16;
 constexpr qint64 s_day = 86400000; // ms
 
@@ -70,9 +71,9 @@ void TimeSearch::find(QAbstractItemModel *model, const TimeStamp &time, int row)
 bool TimeSearch::prepare(const RowTimes &times, int row)
 {
     const int rows = m_model->rowCount();
-    int first = times.rowWithTimeAbove(row, s_mostWithout);
+    int first = times.rowWithTimeAbove(row, s_reach);
     if (first < 0)
-        first = times.rowWithTime(0, rows, s_mostWithout);
+        first = times.rowWithTime(0, rows, s_reach);
     const auto near = first < rows ? times.at(first) : std::nullopt;
     if (!near)
         return false;
