@@ -4,7 +4,7 @@
 #include "files/textfilemodel.h"
 #include "search/colorrules.h"
 #include "windows/colorrulesdialog.h"
-#include "windows/contrast.h"
+#include "basics/contrast.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "windows/contrast.h"
+#include "basics/contrast.h"
 
 #include <QTest>
 
@@ -14,6 +14,7 @@ private Q_SLOTS:
     void ratio();
     void becomesReadable_data();
     void becomesReadable();
+    void becomesVisible();
     void highlightsBecomeReadable();
 };
 
@@ -61,6 +62,18 @@ void tst_Contrast::becomesReadable()
     QVERIFY(contrast(shown, background) >= readableContrast);
     if (contrast(text, background) >= readableContrast)
         QCOMPARE(shown, text);
+}
+
+void tst_Contrast::becomesVisible()
+{
+    const QColor yellow(0xff, 0xdd, 0x66);
+    const QColor shown = readable(yellow, Qt::white, visibleContrast);
+    QVERIFY(contrast(shown, Qt::white) >= visibleContrast);
+    QVERIFY(contrast(shown, Qt::white) < readableContrast); // no darker than it has to be
+    for (const QColor &text : {QColor(Qt::black), QColor(Qt::white)}) {
+        QVERIFY(contrast(matchColor(text), text) >= readableContrast);
+        QVERIFY(contrast(rowMarkColor(text), text) >= readableContrast);
+    }
 }
 
 void tst_Contrast::highlightsBecomeReadable()

@@ -43,6 +43,8 @@ void tst_LogLevel::levelOfALine()
 {
     QFETCH(QString, line);
     QTEST(levelOf(line), "level");
+    QTEST(levelOfAscii(line.toLatin1()), "level");
+    QTEST(levelOfAscii(line.toLatin1().left(levelBytes)), "level");
 }
 
 QTEST_GUILESS_MAIN(tst_LogLevel)

@@ -4,6 +4,7 @@
 // Opening a file again: on demand, in another format, when it appears.
 
 #include "files/textfilemodel.h"
+#include "overview/marksmenu.h"
 #include "search/findpanel.h"
 #include "windows/filewindow.h"
 #include "windows/formatmenu.h"
@@ -57,6 +58,7 @@ private Q_SLOTS:
     void waitsForAFileInPlaceOfAFolder();
     void readsAnew();
     void keepsRowAndFilter();
+    void keepsMarks();
     void keepsToTheEnd();
     void leavesStandardInputAlone();
     void choosesEncoding();
@@ -189,6 +191,25 @@ void tst_ViewerReopen::keepsRowAndFilter()
     QTRY_VERIFY(window->table()->currentIndex().isValid());
     QCOMPARE(cell(window.get(), window->table()->currentIndex().row(), 1), current);
     QVERIFY(!window->isFollowing());
+}
+
+void tst_ViewerReopen::keepsMarks()
+{
+    const auto window = open(numberedLines(1, 2000));
+    QTRY_COMPARE(window->rows(), 2000);
+    const MarkedRows *marks = window->findChild<MarksMenu *>()->marks();
+    window->showLine(7);
+    window->findChild<MarksMenu *>()->markAction()->trigger();
+    window->showLine(1500);
+    window->findChild<MarksMenu *>()->markAction()->trigger();
+    QCOMPARE(marks->rows(), QList<int>({6, 1499}));
+    window->reopen(window->request());
+    QTRY_COMPARE(window->rows(), 2000);
+    QTRY_COMPARE(marks->rows(), QList<int>({6, 1499}));
+    write(numberedLines(1, 100) + numberedLines(1, 1900)); // other lines from the 101st on
+    window->reopen(window->request());
+    QTRY_COMPARE(window->rows(), 2000);
+    QTRY_COMPARE(marks->rows(), QList<int> {6});
 }
 
 void tst_ViewerReopen::keepsToTheEnd()

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "basics/alignments.h"
-#include "windows/contrast.h"
+#include "basics/contrast.h"
 #include "windows/framestatistics.h"
 #include "windows/shorttextdelegate.h"
 #include "windows/viewertable.h"

@@ -3,8 +3,8 @@
 
 #include "feedwindow.h"
 
+#include "basics/contrast.h"
 #include "basics/icons.h"
-#include "windows/contrast.h"
 #include "windows/viewertable.h"
 
 #include <QAction>

@@ -3,6 +3,7 @@
 
 #include "loglevel.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -41,14 +42,39 @@ LogLevel levelOfWord(QStringView word)
     return LogLevel::None;
 }
 
-} // namespace
+char lower(char c)
+{
+    return char(c | 0x20);
+}
 
-LogLevel levelOf(QStringView line)
+bool isLetter(QChar c)
+{
+    return c.isLetter();
+}
+
+bool isLetter(char c)
+{
+    return lower(c) >= 'a' && lower(c) <= 'z';
+}
+
+// Of ASCII letters.
+LogLevel levelOfWord(QByteArrayView word)
+{
+    const auto isSame = [](char a, QChar b) { return lower(a) == b.toLatin1(); };
+    for (const auto &[name, level] : s_names) {
+        if (name.size() == word.size() && isSame(word.front(), name.front())
+            && std::equal(word.begin(), word.end(), name.begin(), isSame))
+            return level;
+    }
+    return LogLevel::None;
+}
+
+template<typename Text> LogLevel levelOfText(Text line)
 {
     const qsizetype end = qMin(line.size(), s_lookedAt);
     for (qsizetype begin = 0; begin < end; ++begin) {
         qsizetype i = begin;
-        while (i < line.size() && line[i].isLetter())
+        while (i < line.size() && isLetter(line[i]))
             ++i;
         if (i > begin && i - begin <= s_longestName) {
             const LogLevel level = levelOfWord(line.sliced(begin, i - begin));
@@ -58,4 +84,35 @@ LogLevel levelOf(QStringView line)
         begin = i;
     }
     return LogLevel::None;
+}
+
+static_assert(levelBytes > s_lookedAt + s_longestName);
+
+} // namespace
+
+LogLevel levelOf(QStringView line)
+{
+    return levelOfText(line);
+}
+
+LogLevel levelOfAscii(QByteArrayView line)
+{
+    return levelOfText(line);
+}
+
+// Only those stand out that somebody has to look at, or need not.
+QColor levelColor(LogLevel level)
+{
+    switch (level) {
+    case LogLevel::Error:
+        return {0xd0, 0x20, 0x20};
+    case LogLevel::Warning:
+        return {0xb0, 0x70, 0x00};
+    case LogLevel::Debug:
+        return {0x80, 0x80, 0x80};
+    case LogLevel::Info:
+    case LogLevel::None:
+        break;
+    }
+    return {};
 }

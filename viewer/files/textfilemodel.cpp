@@ -7,8 +7,6 @@
 #include "controlpictures.h"
 #include "loglevel.h"
 
-#include <QColor>
-
 #include <algorithm>
 
 namespace {
@@ -17,21 +15,10 @@ constexpr quint64 s_blockBytes = 65536;    // read at once where lines are asked
 constexpr quint64 s_searchBytes = 4 << 20; // the same where they are looked through
 constexpr quint64 s_lineBytes = 1 << 20;   // of lines that are looked at one by one
 
-// Only those stand out that somebody has to look at, or need not.
-QVariant levelColor(LogLevel level)
+QVariant colorOf(LogLevel level)
 {
-    switch (level) {
-    case LogLevel::Error:
-        return QColor(0xd0, 0x20, 0x20);
-    case LogLevel::Warning:
-        return QColor(0xb0, 0x70, 0x00);
-    case LogLevel::Debug:
-        return QColor(0x80, 0x80, 0x80);
-    case LogLevel::Info:
-    case LogLevel::None:
-        break;
-    }
-    return {};
+    const QColor color = levelColor(level);
+    return color.isValid() ? color : QVariant();
 }
 
 } // namespace
@@ -203,6 +190,15 @@ QByteArray TextFileModel::rowBytes(int row, qint64 most) const
     return m_file->readAt(span.offset, qint64(qMin(span.length, quint64(most))));
 }
 
+QByteArrayView TextFileModel::rowView(int row, qint64 most) const
+{
+    if (row < 0 || row >= rowCount() || most <= 0)
+        return {};
+    const LineSpan span = m_index.line(lineOfRow(row));
+    const QByteArrayView bytes = bytesFrom(span.offset);
+    return bytes.first(qMin(bytes.size(), qsizetype(qMin(span.length, quint64(most)))));
+}
+
 //! Bytes of the file, valid until the next call. Who asks for what is near to the bytes
 //! read last goes through the lines one by one, up or down: then a block is read.
 QByteArrayView TextFileModel::bytesAt(quint64 offset, quint64 size) const
@@ -359,7 +355,7 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DisplayRole)
         return text(index);
     if (role == Qt::ForegroundRole)
-        return levelColor(levelOf(fields(index.row()).join(u' ')));
+        return colorOf(levelOf(fields(index.row()).join(u' ')));
     if (role == Qt::TextAlignmentRole && isNumeric(index))
         return QVariant::fromValue(numberAlignment);
     if (role == Qt::TextAlignmentRole && !m_format.hasColumns())

@@ -137,6 +137,12 @@ public:
     //! The byte at the end of each line; of CR and LF the latter.
     char lineEnd() const { return m_format.lineEnd; }
 
+    //! The same without a copy, for who goes down through many rows: valid until anything else
+    //! is asked for.
+    QByteArrayView rowView(int row, qint64 most) const;
+    //! Whether ASCII characters are the same bytes in the file, and no others have these.
+    bool hasAsciiBytes() const { return m_format.encoding.isAsciiSearchable(); }
+
     //! Where look() has come to.
     struct Sighting
     {

@@ -74,6 +74,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     createStatusBar();
     createFormatMenu();
     table()->useFixedFont();
+    createOverview();
     m_waitTimer.setInterval(s_waitTime);
     connect(&m_waitTimer, &QTimer::timeout, this, &FileWindow::waitForFile);
     connect(followAction(), &QAction::toggled, this, &FileWindow::updateStatus);
@@ -110,6 +111,7 @@ void FileWindow::reopen(const FormatRequest &request)
     const PageState before = state();
     m_failed = false;
     showTable();
+    keepMarks();
     open(request);
     restore(before);
 }

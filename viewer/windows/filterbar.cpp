@@ -3,7 +3,7 @@
 
 #include "filterbar.h"
 
-#include "contrast.h"
+#include "basics/contrast.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -3,7 +3,7 @@
 
 #include "shorttextdelegate.h"
 
-#include "contrast.h"
+#include "basics/contrast.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -24,13 +24,6 @@ constexpr int s_narrowestCharacter = 2; // logical pixels
 qsizetype shownCharacters(const QRect &rect)
 {
     return rect.isEmpty() ? s_usualText : qMax<qsizetype>(rect.width() / s_narrowestCharacter, 1);
-}
-
-// Of what is behind a match; text is the colour of texts that have none of their own.
-QColor markColor(const QColor &text)
-{
-    const bool isDarkText = text.lightness() < 128;
-    return readable(isDarkText ? QColor(0xff, 0xdd, 0x66) : QColor(0x8a, 0x5a, 0x00), text);
 }
 
 // Kept apart from the direction around it.
@@ -146,7 +139,7 @@ void ShortTextDelegate::applyColors(QStyleOptionViewItem *option) const
         : palette.color(group, isAlternate ? QPalette::AlternateBase : QPalette::Base);
     QColor shown = readable(text, behind);
     if (m_markedColumns.contains(option->index.column()) && m_marked.isIn(option->text))
-        shown = readable(shown, markColor(palette.color(group, QPalette::Text)));
+        shown = readable(shown, matchColor(palette.color(group, QPalette::Text)));
     option->palette = colored(palette, shown);
     option->palette.setCurrentColorGroup(group);
 }
@@ -235,7 +228,7 @@ void ShortTextDelegate::drawMarks(QPainter *painter, const QStyleOptionViewItem 
     const int left = placeOf(line.naturalTextWidth(), room, *painter, opt.displayAlignment).left();
     const bool isSelected = opt.state & QStyle::State_Selected;
     const QPalette &palette = opt.widget ? opt.widget->palette() : opt.palette;
-    const QColor color = markColor(palette.color(
+    const QColor color = matchColor(palette.color(
         opt.palette.currentColorGroup(), isSelected ? QPalette::HighlightedText : QPalette::Text));
     for (const TextMatcher::Match &match : matches) {
         const double from = line.cursorToX(int(match.begin + shift));

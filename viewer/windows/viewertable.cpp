@@ -3,7 +3,7 @@
 
 #include "viewertable.h"
 
-#include "contrast.h"
+#include "basics/contrast.h"
 #include "framestatistics.h"
 #include "shorttextdelegate.h"
 
@@ -12,6 +12,7 @@
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
@@ -25,6 +26,7 @@ namespace {
 constexpr int s_widestColumn = 400;        // logical pixels, for a start
 constexpr int s_widestLastColumn = 500000; // logical pixels: the longest text of a row
 constexpr qsizetype s_measuredText = 1000; // characters
+constexpr int s_markWidth = 4;             // logical pixels
 constexpr double s_smallestText = 4;       // points
 constexpr double s_largestText = 72;
 
@@ -48,6 +50,11 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     setTextElideMode(Qt::ElideRight);
     header()->setSectionsMovable(true);
     updateHighlight();
+    // What is at the edge does not move along with the columns.
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        if (m_isRowMarked)
+            viewport()->update();
+    });
 }
 
 void ViewerTable::setMarked(const TextMatcher &matcher, const QList<int> &columns)
@@ -69,6 +76,30 @@ void ViewerTable::repaintCells()
     setPaintBufferEnabled(false);
     setPaintBufferEnabled(isBuffered);
     viewport()->update();
+}
+
+void ViewerTable::setRowMarks(std::function<bool(int row)> isMarked)
+{
+    m_isRowMarked = std::move(isMarked);
+    viewport()->update();
+}
+
+//! Over the cells, which are kept as pictures without them.
+void ViewerTable::paintRowMarks()
+{
+    const int first = getFirstVisibleItem();
+    if (!m_isRowMarked || first < 0)
+        return;
+    QPainter painter(viewport());
+    const QColor color = rowMarkColor(palette().color(QPalette::Base));
+    const int left = isRightToLeft() ? viewport()->width() - s_markWidth : 0;
+    for (int row = first; row < model()->rowCount(); ++row) {
+        const int top = rowViewportPosition(row);
+        if (top >= viewport()->height())
+            break;
+        if (m_isRowMarked(row))
+            painter.fillRect(left, top, s_markWidth, rowHeight(), color);
+    }
 }
 
 void ViewerTable::useFixedFont()
@@ -181,6 +212,7 @@ void ViewerTable::paintEvent(QPaintEvent *event)
     timer.start();
     m_delegate->forgetRows();
     QTableFastView::paintEvent(event);
+    paintRowMarks();
     m_statistics->add(timer.nsecsElapsed());
     m_hasPaintedRows = m_hasPaintedRows || (model() && model()->rowCount() > 0);
 }

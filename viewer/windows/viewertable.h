@@ -8,6 +8,8 @@
 
 #include <QHash>
 
+#include <functional>
+
 class FrameStatistics;
 class ColorRules;
 class ShortTextDelegate;
@@ -31,6 +33,10 @@ public:
 
     //! Colours rows by \a rules.
     void setColorRules(const ColorRules &rules);
+
+    //! Paints a mark at the edge of each row for which \a isMarked returns true. Without it, or
+    //! when it would answer otherwise, update the viewport.
+    void setRowMarks(std::function<bool(int row)> isMarked);
 
     //! Shows texts in the system's font of one width.
     void useFixedFont();
@@ -90,19 +96,21 @@ private:
     void repaintCells();
     void zoom(int points);
     void updateHighlight();
+    void paintRowMarks();
     void selectFarEnd(const QKeyEvent &event, const QModelIndex &before);
     int measured(const QString &text) const;
     void growColumn(int column, int atLeast, int atMost);
     int textWidth(int column) const;
 
-    ShortTextDelegate *m_delegate; //!< of all cells; a child
-    FrameStatistics *m_statistics; //!< not owned
-    bool m_isFitting = false;      //!< see isFitting()
-    bool m_hasPaintedRows = false; //!< see hasPaintedRows()
-    double m_usualSize = 0;        //!< points, before it was zoomed; 0 while it is not
-    int m_wheel = 0;               //!< eighths of a degree that have not zoomed yet
-    QHash<int, int> m_widest;      //!< by column: width needed so far, logical pixels
-    QHash<int, int> m_given;       //!< by column: width that the user did not choose
+    ShortTextDelegate *m_delegate;              //!< of all cells; a child
+    FrameStatistics *m_statistics;              //!< not owned
+    bool m_isFitting = false;                   //!< see isFitting()
+    bool m_hasPaintedRows = false;              //!< see hasPaintedRows()
+    double m_usualSize = 0;                     //!< points, before it was zoomed; 0 while it is not
+    int m_wheel = 0;                            //!< eighths of a degree that have not zoomed yet
+    std::function<bool(int row)> m_isRowMarked; //!< see setRowMarks()
+    QHash<int, int> m_widest;                   //!< by column: width needed so far, logical pixels
+    QHash<int, int> m_given;                    //!< by column: width that the user did not choose
 };
 
 #endif // VIEWERTABLE_H

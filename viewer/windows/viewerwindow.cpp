@@ -12,6 +12,11 @@
 #include "detailpane.h"
 #include "filterbar.h"
 #include "framestatistics.h"
+#include "overview/gototime.h"
+#include "overview/histogram.h"
+#include "overview/marksmenu.h"
+#include "overview/overview.h"
+#include "overview/overviewstrip.h"
 #include "rowexportdialog.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
@@ -26,6 +31,7 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QItemSelectionModel>
@@ -51,6 +57,7 @@ namespace {
 
 constexpr int s_mostCopiedRows = 100000;
 constexpr int s_context = 3;           // rows around a found one
+constexpr int s_noteTime = 5000;       // ms
 constexpr int s_growDelay = 150;       // ms
 constexpr int s_filterDelay = 100;     // ms
 constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
@@ -65,6 +72,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     , m_find(new TableFilter(m_table))
     , m_filterBar(new FilterBar(m_pages))
     , m_message(new QLabel(m_pages))
+    , m_tableRow(new QHBoxLayout)
 {
     m_message->setAlignment(Qt::AlignCenter);
     m_message->setWordWrap(true);
@@ -76,7 +84,8 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_filterBar);
-    layout->addWidget(m_table);
+    layout->addLayout(m_tableRow);
+    m_tableRow->addWidget(m_table);
     m_pages->addWidget(page);
     m_pages->addWidget(m_message);
     setCentralWidget(m_pages);
@@ -86,6 +95,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     createFindPanel();
     createRowPane();
     createSums();
+    createMarks();
 
     m_table->setColorRules(ColorRules(ColorRules::load()));
     m_growTimer.setSingleShot(true);
@@ -210,6 +220,42 @@ void ViewerWindow::createSums()
     connect(m_find, &TableFilter::modelShown, m_sums, &SelectionSums::followTable);
 }
 
+void ViewerWindow::createMarks()
+{
+    m_marks = new MarksMenu(m_find, m_table, this);
+    menuBar()->insertMenu(menuBar()->actions().constLast(), m_marks);
+    connect(m_marks->marks(), &MarkedRows::changed, this, [this] {
+        const auto isMarked = [this](int row) { return m_marks->isMarked(row); };
+        m_table->setRowMarks(m_marks->marks()->isEmpty() ? nullptr
+                                                         : std::function<bool(int)>(isMarked));
+    });
+    connect(m_marks, &MarksMenu::rowChosen, this, &ViewerWindow::showRow);
+    connect(m_marks, &MarksMenu::said, this, &ViewerWindow::say);
+}
+
+void ViewerWindow::createOverview()
+{
+    m_overview = new Overview(m_find, m_table, m_marks->marks(), this);
+    m_tableRow->addWidget(m_overview->strip());
+    auto *column = qobject_cast<QVBoxLayout *>(m_table->parentWidget()->layout());
+    column->insertWidget(column->indexOf(m_tableRow), m_overview->histogram());
+    statusBar()->addPermanentWidget(m_overview->label());
+    m_viewMenu->addActions({m_overview->stripAction(), m_overview->histogramAction()});
+    m_editMenu->addAction(m_overview->goToTime()->action());
+    connect(m_overview, &Overview::rowChosen, this, &ViewerWindow::showRow);
+    connect(m_overview->goToTime(), &GoToTime::said, this, &ViewerWindow::say);
+}
+
+void ViewerWindow::showRow(int row)
+{
+    showLine(row + 1);
+}
+
+void ViewerWindow::say(const QString &text)
+{
+    statusBar()->showMessage(text, s_noteTime);
+}
+
 void ViewerWindow::openFind()
 {
     m_findPanel->openFind();
@@ -276,8 +322,11 @@ void ViewerWindow::keepFoundRow()
 void ViewerWindow::markMatches()
 {
     const bool isSought = m_findPanel->isVisible();
-    m_table->setMarked(isSought ? m_find->matcherFor(m_findPanel->field()->text()) : TextMatcher(),
-                       m_find->columns());
+    const TextMatcher sought =
+        isSought ? m_find->matcherFor(m_findPanel->field()->text()) : TextMatcher();
+    m_table->setMarked(sought, m_find->columns());
+    if (m_overview)
+        m_overview->survey()->setSought(sought, m_find->columns());
 }
 
 void ViewerWindow::findPanelShown(bool isShown)
@@ -307,12 +356,12 @@ void ViewerWindow::createMenus()
     QAction *quit = m_fileMenu->addAction(tr("&Quit"), this, &ViewerWindow::quitRequested);
     quit->setShortcut(QKeySequence::Quit);
 
-    QMenu *editMenu = menuBar()->addMenu(tr("&Edit"));
-    editMenu->addAction(m_copyAction);
-    editMenu->addSeparator();
-    editMenu->addActions({m_findAction, m_nextAction, m_prevAction, m_filterAction});
-    editMenu->addSeparator();
-    editMenu->addAction(m_goToAction);
+    m_editMenu = menuBar()->addMenu(tr("&Edit"));
+    m_editMenu->addAction(m_copyAction);
+    m_editMenu->addSeparator();
+    m_editMenu->addActions({m_findAction, m_nextAction, m_prevAction, m_filterAction});
+    m_editMenu->addSeparator();
+    m_editMenu->addAction(m_goToAction);
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     m_viewMenu->addAction(m_followAction);
@@ -397,6 +446,11 @@ void ViewerWindow::showStatistics()
         dialog = new StatisticsDialog(m_table, m_statistics, this);
     dialog->show();
     dialog->raise();
+}
+
+void ViewerWindow::keepMarks()
+{
+    m_marks->marks()->keepForNextModel();
 }
 
 void ViewerWindow::setModel(QAbstractItemModel *model, Edge edge)
@@ -564,7 +618,7 @@ void ViewerWindow::copyRows(RowFormat format)
     QGuiApplication::clipboard()->setText(selectedText(format, &isCut));
     if (isCut)
         statusBar()->showMessage(tr("Only the first %L1 rows were copied.").arg(s_mostCopiedRows),
-                                 5000);
+                                 s_noteTime);
 }
 
 void ViewerWindow::goToLine()
@@ -620,7 +674,7 @@ void ViewerWindow::showContextMenu(QPoint place)
         only->setEnabled(!text.isEmpty() && m_find->columns().contains(cell.column()));
     }
     menu.addSeparator();
-    menu.addActions({m_findAction, m_filterAction, m_goToAction});
+    menu.addActions({m_findAction, m_filterAction, m_goToAction, m_marks->markAction()});
     menu.exec(m_table->viewport()->mapToGlobal(place));
 }
 

@@ -15,8 +15,11 @@ class DetailPane;
 class FilterBar;
 class FindPanel;
 class FrameStatistics;
+class MarksMenu;
+class Overview;
 class QAbstractItemModel;
 class QAction;
+class QHBoxLayout;
 class QLabel;
 class QMenu;
 class QStackedWidget;
@@ -89,8 +92,13 @@ public Q_SLOTS:
     void chooseFile();
 
 protected:
+    //! The next model shows the same rows: marks stay.
+    void keepMarks();
     //! Shows \a model, which stays the caller's, following \a edge.
     void setModel(QAbstractItemModel *model, Edge edge);
+    //! Pictures all rows beside the table, before it has a model: one whose rows come at its
+    //! end.
+    void createOverview();
     //! Shows nothing: the model is about to go.
     void removeModel();
     void setEdge(Edge edge);
@@ -130,10 +138,13 @@ private:
     void createFindPanel();
     void createRowPane();
     void createSums();
+    void createMarks();
     void findAgain(bool forward);
     void keepFoundRow();
     void copyRows(RowFormat format);
     void goToLine();
+    void showRow(int row);
+    void say(const QString &text);
     void showAmongOthers(const QModelIndex &index);
     void showContextMenu(QPoint place);
     void filterBy(const QString &text);
@@ -159,7 +170,11 @@ private:
     QLabel *m_message;                 //!< page 1
     DetailPane *m_rowPane = nullptr;   //!< at the bottom, hidden at first
     SelectionSums *m_sums = nullptr;   //!< what the status bar tells of selected rows
+    QHBoxLayout *m_tableRow;           //!< m_table and what is beside it
+    Overview *m_overview = nullptr;    //!< see createOverview()
+    MarksMenu *m_marks = nullptr;      //!< rows to find again
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
+    QMenu *m_editMenu = nullptr;       //!< what goes elsewhere is at its end
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action
     QAction *m_followAction = nullptr; //!< checked while following

@@ -415,7 +415,10 @@ QString User::compareFilter(const FileWindow &page) const
             continue;
         const QModelIndex index = page.table()->model()->index(shown++, 0);
         if (find->toSource(index).row() != row)
-            return QStringLiteral("row %1 with “%2” is missing").arg(row).arg(matcher.text());
+            return QStringLiteral("row %1 of %2, “%3”, with “%4” is missing")
+                .arg(row)
+                .arg(model.rowCount())
+                .arg(model.index(row, model.columnCount() - 1).data().toString(), matcher.text());
     }
     if (shown == page.rows())
         return {};

@@ -29,13 +29,13 @@ QColor mixed(const QColor &color, const QColor &end, double part)
             channel(color.blue(), end.blue())};
 }
 
-//! The first colour on the way from \a color to \a end that is readable beside \a other.
-QColor movedTo(const QColor &end, const QColor &color, const QColor &other)
+//! The first colour on the way from \a color to \a end with \a least contrast to \a other.
+QColor movedTo(const QColor &end, const QColor &color, const QColor &other, double least)
 {
     constexpr int steps = 64;
     for (int step = 0; step < steps; ++step) {
         const QColor moved = mixed(color, end, double(step) / steps);
-        if (contrast(moved, other) >= readableContrast)
+        if (contrast(moved, other) >= least)
             return moved;
     }
     return end;
@@ -49,13 +49,24 @@ double contrast(const QColor &a, const QColor &b)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-QColor readable(const QColor &text, const QColor &background)
+QColor readable(const QColor &text, const QColor &background, double least)
 {
-    if (contrast(text, background) >= readableContrast)
+    if (contrast(text, background) >= least)
         return text;
     // The farther end, whichever side the colour is on: one of them is always readable.
     const bool isLighter = contrast(Qt::white, background) > contrast(Qt::black, background);
-    return movedTo(isLighter ? Qt::white : Qt::black, text, background);
+    return movedTo(isLighter ? Qt::white : Qt::black, text, background, least);
+}
+
+QColor matchColor(const QColor &text)
+{
+    const bool isDarkText = text.lightness() < 128;
+    return readable(isDarkText ? QColor(0xff, 0xdd, 0x66) : QColor(0x8a, 0x5a, 0x00), text);
+}
+
+QColor rowMarkColor(const QColor &background)
+{
+    return readable(QColor(0x90, 0x30, 0xd0), background);
 }
 
 QPalette withReadableHighlights(QPalette palette)
