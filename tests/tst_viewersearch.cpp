@@ -467,6 +467,11 @@ void tst_ViewerSearch::filterFollowsTheColumns()
     QTRY_COMPARE(file.model.columnCount(), 2);
     QTRY_COMPARE(file.model.rowCount(), 4);
     QCOMPARE(shown.rowCount(), 1);
+    // As many columns, the first of which has text instead of numbers now.
+    file.write("x;1\n2;3\n4;x\n5;6\n7;8\n");
+    QTRY_COMPARE(file.model.rowCount(), 5);
+    QCOMPARE(file.model.columnCount(), 2);
+    QCOMPARE(shown.rowCount(), 2);
 }
 
 void tst_ViewerSearch::bytesTellWhatTheTextTells_data()

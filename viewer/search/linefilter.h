@@ -28,7 +28,7 @@ public:
     static constexpr int rowsAtOnce = 32768;
 
     //! Shows rows with a match of \a matcher in one of \a columns, of no model yet. They
-    //! count until the model has more or fewer columns, then all do that have text.
+    //! count until the model has other columns, then all do that have text.
     LineFilter(const QList<int> &columns, const TextMatcher &matcher);
 
     const TextMatcher &matcher() const { return m_judge.matcher(); }

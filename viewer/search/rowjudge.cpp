@@ -11,6 +11,14 @@ namespace {
 
 constexpr int s_linesAtOnce = 256; // judged by their text in far less than 40 ms
 
+QStringList namesOf(const QAbstractItemModel &model)
+{
+    QStringList names;
+    for (int column = 0; column < model.columnCount(); ++column)
+        names.append(model.headerData(column, Qt::Horizontal).toString());
+    return names;
+}
+
 } // namespace
 
 bool isTextColumn(const QAbstractItemModel *model, int column)
@@ -29,8 +37,9 @@ void RowJudge::setSource(const QAbstractItemModel *source)
 {
     m_source = source;
     const int columns = source->columnCount();
-    const int before = columns > 0 ? std::exchange(m_columnCount, columns) : columns;
-    if (before > 0 && before != columns) {
+    const QStringList names = namesOf(*source);
+    const QStringList before = columns > 0 ? std::exchange(m_names, names) : names;
+    if (!before.isEmpty() && before != names) {
         m_columns.resize(columns);
         std::iota(m_columns.begin(), m_columns.end(), 0);
         m_columns.removeIf([source](int column) { return !isTextColumn(source, column); });

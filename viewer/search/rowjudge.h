@@ -33,7 +33,7 @@ public:
     const TextMatcher &matcher() const { return m_matcher; }
 
     //! Looks at \a source from now on; again after its columns or its format have changed. The
-    //! columns count until there are more or fewer, then all do that have text.
+    //! columns count until there are others, then all do that have text.
     void setSource(const QAbstractItemModel *source);
 
     //! Adds those of the rows from \a first to the one before \a end that have a match to
@@ -49,7 +49,7 @@ private:
     bool isMatch(int row, qsizetype begin, qsizetype end, qsizetype place) const;
 
     QList<int> m_columns;                         //!< looked at
-    int m_columnCount = 0;                        //!< when they were chosen; 0 before
+    QStringList m_names;                          //!< of all when they were chosen
     TextMatcher m_matcher;                        //!< looked for
     const QAbstractItemModel *m_source = nullptr; //!< asked; not owned
     const TextFileModel *m_lines = nullptr;       //!< the source, if it can be looked through
