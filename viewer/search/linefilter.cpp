@@ -368,6 +368,13 @@ bool LineFilter::hasChildren(const QModelIndex &parent) const
     return rowCount(parent) > 0 && columnCount(parent) > 0;
 }
 
+//! Others may hear earlier of rows that have gone from the source, and ask for them here.
+QVariant LineFilter::data(const QModelIndex &index, int role) const
+{
+    const QModelIndex source = mapToSource(index);
+    return source.isValid() ? source.data(role) : QVariant();
+}
+
 QVariant LineFilter::headerData(int section, Qt::Orientation orientation, int role) const
 {
     const bool isColumn = orientation == Qt::Horizontal;
