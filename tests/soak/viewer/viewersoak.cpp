@@ -12,10 +12,23 @@
 #include <QSettings>
 #include <QTextStream>
 
+#include <cstdlib>
+
 namespace {
 
 constexpr int s_stepsBetweenChecks = 60;
 constexpr int s_toldSteps = 80; // before a failure
+
+QtMessageHandler s_formerHandler = nullptr; // of Qt's messages
+
+//! Nobody shall ask a model for what it does not have. Ends the run there and then, so that a
+//! debugger or the address sanitizer tells who did.
+void watchMessages(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    s_formerHandler(type, context, message);
+    if (qstrcmp(context.category, "qt.core.qabstractitemmodel.checkindex") == 0)
+        std::abort();
+}
 
 } // namespace
 
@@ -38,6 +51,7 @@ int main(int argc, char **argv)
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
 
+    s_formerHandler = qInstallMessageHandler(watchMessages);
     QTextStream out(stdout);
     QElapsedTimer clock;
     clock.start();
