@@ -367,6 +367,7 @@ void tst_LineFilter::bearsTheEndOfItsSource()
     model.reset();
     QCOMPARE(filter.rowCount(), 0);
     QCOMPARE(filter.columnCount(), 0);
+    QCOMPARE(filter.memory(), size_t(0));
     QVERIFY(!filter.sourceModel());
     QVERIFY(!kept.isValid());
     QCOMPARE(witness.rows(), QStringList());
@@ -401,6 +402,12 @@ void tst_LineFilter::manyRowsComeByAndBy_data()
     QTest::newRow("reset") << Change([](RowModel &model, const QStringList &many) {
         model.reset(many);
     }) << false;
+    QTest::newRow("reset, and the last ones become the first")
+        << Change([](RowModel &model, const QStringList &many) {
+               model.reset(many);
+               model.move(int(many.size()) - 50, 50, 0);
+           })
+        << false;
     QTest::newRow("more while they are judged")
         << Change([](RowModel &model, const QStringList &many) {
                const int count = int(many.size());

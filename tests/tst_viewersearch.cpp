@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QRandomGenerator>
+#include <QStringConverter>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -159,6 +160,8 @@ private Q_SLOTS:
     void filterFollowsTheColumns();
     void bytesTellWhatTheTextTells_data();
     void bytesTellWhatTheTextTells();
+    void numbersOfLinesAreNotInTheBytes_data();
+    void numbersOfLinesAreNotInTheBytes();
     void readsWholeLines();
     void endsOfLines_data();
     void endsOfLines();
@@ -474,7 +477,7 @@ void tst_ViewerSearch::bytesTellWhatTheTextTells_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("encoding");
 
-    for (const char *encoding : {"utf-8", "latin1", "cp1252"}) {
+    for (const char *encoding : {"utf-8", "latin1", "cp1252", "utf-16le"}) {
         for (const char *text : {"k",          "ask",     "S",
                                  "a",          "7",       "id=1",
                                  " ",          "_",       "x",
@@ -502,6 +505,8 @@ void tst_ViewerSearch::bytesTellWhatTheTextTells()
     for (int i = 0; i < 1000; ++i)
         lines += strangeLine(random);
     lines += "ask me\r";
+    if (encoding == QLatin1String("utf-16le"))
+        lines = QStringEncoder(QStringEncoder::Utf16LE).encode(QString::fromUtf8(lines));
     ShownFile file(lines, {u'\0', {}, Encoding::named(encoding)});
     for (int rules = 0; rules < 8; ++rules) {
         const TextMatcher matcher(text,
@@ -518,6 +523,39 @@ void tst_ViewerSearch::bytesTellWhatTheTextTells()
         }
         QCOMPARE(shown.rowCount(), found);
     }
+}
+
+void tst_ViewerSearch::numbersOfLinesAreNotInTheBytes_data()
+{
+    QTest::addColumn<QList<int>>("columns");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isExpression");
+    QTest::addColumn<QList<int>>("rows");
+
+    const QList<int> number {0};
+    const QList<int> both {0, 1};
+    QTest::newRow("number") << number << "2" << false << QList<int> {1};
+    QTest::newRow("number, not in the text") << number << "7" << false << QList<int> {};
+    QTest::newRow("number or text") << both << "2" << false << QList<int> {1, 2};
+    QTest::newRow("text beside the number") << both << "b" << false << QList<int> {1};
+    QTest::newRow("number by an expression") << number << "^[2]$" << true << QList<int> {1};
+    QTest::newRow("either by an expression") << both << "^[2-3]" << true << QList<int> {1, 2};
+    QTest::newRow("either by a literal") << both << "2+" << true << QList<int> {1, 2};
+}
+
+void tst_ViewerSearch::numbersOfLinesAreNotInTheBytes()
+{
+    QFETCH(QList<int>, columns);
+    QFETCH(QString, text);
+    QFETCH(bool, isExpression);
+    QFETCH(QList<int>, rows);
+    ShownFile file("a7\nb\n2\n", {u'\0', {}, Encoding()});
+    LineFilter shown(columns, TextMatcher(text, {.isExpression = isExpression}));
+    QVERIFY(shown.takeOver(&file.model));
+    QList<int> behind;
+    for (int row = 0; row < shown.rowCount(); ++row)
+        behind << shown.mapToSource(shown.index(row, 0)).row();
+    QCOMPARE(behind, rows);
 }
 
 void tst_ViewerSearch::readsWholeLines()
