@@ -269,6 +269,7 @@ class tst_LineFilter : public QObject
 private Q_SLOTS:
     void doesWhatQtDoes_data();
     void doesWhatQtDoes();
+    void looksAtMoreColumns();
     void tellsOfHeaders();
     void resetTellsOfNothingElse();
     void doesNotSort();
@@ -321,6 +322,17 @@ void tst_LineFilter::doesWhatQtDoes()
             return;
     }
     QVERIFY(shown > 400);
+}
+
+void tst_LineFilter::looksAtMoreColumns()
+{
+    RowModel model;
+    model.insert(0, {"a", "b", "c"});
+    LineFilter filter({0}, matcherOf(QStringLiteral("2")));
+    QVERIFY(filter.takeOver(&model));
+    QCOMPARE(filter.rowCount(), 0);
+    model.insertColumn();
+    QCOMPARE(textsOf(filter), QStringList {QStringLiteral("b")});
 }
 
 void tst_LineFilter::tellsOfHeaders()
@@ -413,6 +425,10 @@ void tst_LineFilter::manyRowsComeByAndBy_data()
                model.move(int(many.size()) - 50, 50, 0);
            })
         << false;
+    QTest::newRow("reset, and some go") << Change([](RowModel &model, const QStringList &many) {
+        model.reset(many);
+        model.remove(10, 100);
+    }) << false;
     QTest::newRow("more while they are judged")
         << Change([](RowModel &model, const QStringList &many) {
                const int count = int(many.size());
