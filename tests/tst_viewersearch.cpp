@@ -155,6 +155,8 @@ private Q_SLOTS:
     void onlyWhatBytesTell();
     void findsWhatTheEngineFinds_data();
     void findsWhatTheEngineFinds();
+    void findsExpressionsByTheirLiterals_data();
+    void findsExpressionsByTheirLiterals();
     void filtersWhatTheRowsShow();
     void filterKeepsUpWithTheFile();
     void filterFollowsTheColumns();
@@ -401,6 +403,41 @@ void tst_ViewerSearch::findsWhatTheEngineFinds()
         }
     }
     QVERIFY(hits > 40);
+}
+
+void tst_ViewerSearch::findsExpressionsByTheirLiterals_data()
+{
+    QTest::addColumn<QString>("expression");
+    QTest::addColumn<bool>("isTaken"); // its bytes tell where to look
+
+    QTest::newRow("a literal") << "sk[^a]*y" << true;
+    QTest::newRow("at the end") << "[xy]+ba " << true;
+    QTest::newRow("in a group") << "(ba )+x?" << true;
+    QTest::newRow("several literals") << "sk7|ba " << false;
+    QTest::newRow("none") << "[ab][7x]" << false;
+}
+
+void tst_ViewerSearch::findsExpressionsByTheirLiterals()
+{
+    QFETCH(QString, expression);
+    QFETCH(bool, isTaken);
+    QRandomGenerator random(3);
+    QByteArray text;
+    for (int i = 0; i < 300; ++i)
+        text += randomLine(random, random.bounded(6)) + '\n';
+    ShownFile file(text, {u'\0', {}, Encoding()});
+    file.find.setExpressions(true);
+    int hits = 0;
+    for (int start = 0; start < 300; start += 7) {
+        for (const bool forward : {true, false}) {
+            const int row = rowByEngine(file, start, expression, forward);
+            hits += row >= 0;
+            QCOMPARE(file.find.findInFile(expression, forward).has_value(), isTaken);
+            if (isTaken)
+                QCOMPARE(rowByBytes(file, start, expression, forward), row);
+        }
+    }
+    QVERIFY(hits > 20);
 }
 
 void tst_ViewerSearch::filtersWhatTheRowsShow()
