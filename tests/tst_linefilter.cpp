@@ -39,10 +39,12 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override
     {
-        if (role != Qt::DisplayRole)
+        const bool isColumn = orientation == Qt::Horizontal;
+        if (role != Qt::DisplayRole || section < 0
+            || section >= (isColumn ? m_columns : rowCount()))
             return {};
-        return orientation == Qt::Horizontal ? QVariant(QString(QChar(u'A' + section)))
-                                             : QVariant(m_rows.at(section).second);
+        return isColumn ? QVariant(QString(QChar(u'A' + section)))
+                        : QVariant(m_rows.at(section).second);
     }
     Qt::ItemFlags flags(const QModelIndex &index) const override
     {
@@ -185,7 +187,7 @@ QStringList randomTexts(QRandomGenerator &random, int count)
 {
     QStringList texts;
     for (int i = 0; i < count; ++i)
-        texts << QStringLiteral("%1%2").arg(random.bounded(2) ? u'a' : u'b').arg(random.generate());
+        texts << (random.bounded(2) ? "a" : "b") + QString::number(random.generate());
     return texts;
 }
 
@@ -267,6 +269,7 @@ class tst_LineFilter : public QObject
 private Q_SLOTS:
     void doesWhatQtDoes_data();
     void doesWhatQtDoes();
+    void looksAtMoreColumns();
     void tellsOfHeaders();
     void resetTellsOfNothingElse();
     void doesNotSort();
@@ -299,6 +302,7 @@ void tst_LineFilter::doesWhatQtDoes()
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     const Witness witness(&filter);
     QList<std::pair<QPersistentModelIndex, QPersistentModelIndex>> kept;
+    int shown = 0;
     for (int step = 0; step < 400; ++step) {
         for (int i = 0; i < 3 && plain.rowCount() > 0; ++i) {
             const int row = random.bounded(plain.rowCount());
@@ -306,6 +310,7 @@ void tst_LineFilter::doesWhatQtDoes()
         }
         change(&model, random);
         compare(filter, plain);
+        shown += plain.rowCount();
         QCOMPARE(witness.rows(), textsOf(plain));
         for (const auto &[ours, theirs] : std::as_const(kept)) {
             QCOMPARE(ours.row(), theirs.row());
@@ -316,6 +321,18 @@ void tst_LineFilter::doesWhatQtDoes()
         if (QTest::currentTestFailed())
             return;
     }
+    QVERIFY(shown > 400);
+}
+
+void tst_LineFilter::looksAtMoreColumns()
+{
+    RowModel model;
+    model.insert(0, {"a", "b", "c"});
+    LineFilter filter({0}, matcherOf(QStringLiteral("2")));
+    QVERIFY(filter.takeOver(&model));
+    QCOMPARE(filter.rowCount(), 0);
+    model.insertColumn();
+    QCOMPARE(textsOf(filter), QStringList {QStringLiteral("b")});
 }
 
 void tst_LineFilter::tellsOfHeaders()
@@ -367,6 +384,7 @@ void tst_LineFilter::bearsTheEndOfItsSource()
     model.reset();
     QCOMPARE(filter.rowCount(), 0);
     QCOMPARE(filter.columnCount(), 0);
+    QCOMPARE(filter.memory(), size_t(0));
     QVERIFY(!filter.sourceModel());
     QVERIFY(!kept.isValid());
     QCOMPARE(witness.rows(), QStringList());
@@ -400,6 +418,16 @@ void tst_LineFilter::manyRowsComeByAndBy_data()
     }) << true;
     QTest::newRow("reset") << Change([](RowModel &model, const QStringList &many) {
         model.reset(many);
+    }) << false;
+    QTest::newRow("reset, and the last ones become the first")
+        << Change([](RowModel &model, const QStringList &many) {
+               model.reset(many);
+               model.move(int(many.size()) - 50, 50, 0);
+           })
+        << false;
+    QTest::newRow("reset, and some go") << Change([](RowModel &model, const QStringList &many) {
+        model.reset(many);
+        model.remove(10, 100);
     }) << false;
     QTest::newRow("more while they are judged")
         << Change([](RowModel &model, const QStringList &many) {
@@ -443,6 +471,7 @@ void tst_LineFilter::manyRowsComeByAndBy()
         QVERIFY(filter.rowCount() < LineFilter::rowsAtOnce);
     PlainFilter plain;
     plain.setSourceModel(&model);
+    QVERIFY(plain.rowCount() > LineFilter::rowsAtOnce);
     QTRY_COMPARE(filter.rowCount(), plain.rowCount());
     QTRY_COMPARE(textsOf(filter), textsOf(plain));
     QCOMPARE(witness.rows(), textsOf(plain));

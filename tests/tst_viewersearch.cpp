@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QRandomGenerator>
+#include <QStringConverter>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -154,11 +155,15 @@ private Q_SLOTS:
     void onlyWhatBytesTell();
     void findsWhatTheEngineFinds_data();
     void findsWhatTheEngineFinds();
+    void findsExpressionsByTheirLiterals_data();
+    void findsExpressionsByTheirLiterals();
     void filtersWhatTheRowsShow();
     void filterKeepsUpWithTheFile();
     void filterFollowsTheColumns();
     void bytesTellWhatTheTextTells_data();
     void bytesTellWhatTheTextTells();
+    void numbersOfLinesAreNotInTheBytes_data();
+    void numbersOfLinesAreNotInTheBytes();
     void readsWholeLines();
     void endsOfLines_data();
     void endsOfLines();
@@ -400,6 +405,41 @@ void tst_ViewerSearch::findsWhatTheEngineFinds()
     QVERIFY(hits > 40);
 }
 
+void tst_ViewerSearch::findsExpressionsByTheirLiterals_data()
+{
+    QTest::addColumn<QString>("expression");
+    QTest::addColumn<bool>("isTaken"); // its bytes tell where to look
+
+    QTest::newRow("a literal") << "sk[^a]*y" << true;
+    QTest::newRow("at the end") << "[xy]+ba " << true;
+    QTest::newRow("in a group") << "(ba )+x?" << true;
+    QTest::newRow("several literals") << "sk7|ba " << false;
+    QTest::newRow("none") << "[ab][7x]" << false;
+}
+
+void tst_ViewerSearch::findsExpressionsByTheirLiterals()
+{
+    QFETCH(QString, expression);
+    QFETCH(bool, isTaken);
+    QRandomGenerator random(3);
+    QByteArray text;
+    for (int i = 0; i < 300; ++i)
+        text += randomLine(random, random.bounded(6)) + '\n';
+    ShownFile file(text, {u'\0', {}, Encoding()});
+    file.find.setExpressions(true);
+    int hits = 0;
+    for (int start = 0; start < 300; start += 7) {
+        for (const bool forward : {true, false}) {
+            const int row = rowByEngine(file, start, expression, forward);
+            hits += row >= 0;
+            QCOMPARE(file.find.findInFile(expression, forward).has_value(), isTaken);
+            if (isTaken)
+                QCOMPARE(rowByBytes(file, start, expression, forward), row);
+        }
+    }
+    QVERIFY(hits > 20);
+}
+
 void tst_ViewerSearch::filtersWhatTheRowsShow()
 {
     QRandomGenerator random(11);
@@ -479,7 +519,7 @@ void tst_ViewerSearch::bytesTellWhatTheTextTells_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("encoding");
 
-    for (const char *encoding : {"utf-8", "latin1", "cp1252"}) {
+    for (const char *encoding : {"utf-8", "latin1", "cp1252", "utf-16le"}) {
         for (const char *text : {"k",          "ask",     "S",
                                  "a",          "7",       "id=1",
                                  " ",          "_",       "x",
@@ -507,6 +547,8 @@ void tst_ViewerSearch::bytesTellWhatTheTextTells()
     for (int i = 0; i < 1000; ++i)
         lines += strangeLine(random);
     lines += "ask me\r";
+    if (encoding == QLatin1String("utf-16le"))
+        lines = QStringEncoder(QStringEncoder::Utf16LE).encode(QString::fromUtf8(lines));
     ShownFile file(lines, {u'\0', {}, Encoding::named(encoding)});
     for (int rules = 0; rules < 8; ++rules) {
         const TextMatcher matcher(text,
@@ -523,6 +565,39 @@ void tst_ViewerSearch::bytesTellWhatTheTextTells()
         }
         QCOMPARE(shown.rowCount(), found);
     }
+}
+
+void tst_ViewerSearch::numbersOfLinesAreNotInTheBytes_data()
+{
+    QTest::addColumn<QList<int>>("columns");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isExpression");
+    QTest::addColumn<QList<int>>("rows");
+
+    const QList<int> number {0};
+    const QList<int> both {0, 1};
+    QTest::newRow("number") << number << "2" << false << QList<int> {1};
+    QTest::newRow("number, not in the text") << number << "7" << false << QList<int> {};
+    QTest::newRow("number or text") << both << "2" << false << QList<int> {1, 2};
+    QTest::newRow("text beside the number") << both << "b" << false << QList<int> {1};
+    QTest::newRow("number by an expression") << number << "^[2]$" << true << QList<int> {1};
+    QTest::newRow("either by an expression") << both << "^[2-3]" << true << QList<int> {1, 2};
+    QTest::newRow("either by a literal") << both << "2+" << true << QList<int> {1, 2};
+}
+
+void tst_ViewerSearch::numbersOfLinesAreNotInTheBytes()
+{
+    QFETCH(QList<int>, columns);
+    QFETCH(QString, text);
+    QFETCH(bool, isExpression);
+    QFETCH(QList<int>, rows);
+    ShownFile file("a7\nb\n2\n", {u'\0', {}, Encoding()});
+    LineFilter shown(columns, TextMatcher(text, {.isExpression = isExpression}));
+    QVERIFY(shown.takeOver(&file.model));
+    QList<int> behind;
+    for (int row = 0; row < shown.rowCount(); ++row)
+        behind << shown.mapToSource(shown.index(row, 0)).row();
+    QCOMPARE(behind, rows);
 }
 
 void tst_ViewerSearch::readsWholeLines()

@@ -12,20 +12,20 @@ constexpr int s_bits = 64;
 
 using Set = std::bitset<128>;
 
-Set rangeOf(char first, char last)
+Set rangeOf(QChar first, QChar last)
 {
     Set set;
-    for (int c = first; c <= last; ++c)
-        set.set(std::size_t(c));
+    for (char16_t c = first.unicode(); c <= last.unicode(); ++c)
+        set.set(c);
     return set;
 }
 
 //! The set that \a letter stands for behind a backslash; empty if none is known.
 Set setNamed(QChar letter)
 {
-    const Set digits = rangeOf('0', '9');
-    const Set words = digits | rangeOf('a', 'z') | rangeOf('A', 'Z') | rangeOf('_', '_');
-    const Set blanks = rangeOf('\t', '\r') | rangeOf(' ', ' ');
+    const Set digits = rangeOf(u'0', u'9');
+    const Set words = digits | rangeOf(u'a', u'z') | rangeOf(u'A', u'Z') | rangeOf(u'_', u'_');
+    const Set blanks = rangeOf(u'\t', u'\r') | rangeOf(u' ', u' ');
     switch (letter.unicode()) {
     case u'd':
         return digits;
@@ -186,7 +186,7 @@ std::optional<Set> AsciiExpressionReader::readBrackets()
             if (!isPlain(last) || QStringView(u"[]\\").contains(last) || last < c)
                 return {};
             ++m_at;
-            set |= rangeOf(char(c.unicode()), char(last.unicode()));
+            set |= rangeOf(c, last);
         } else {
             set.set(c.unicode());
         }

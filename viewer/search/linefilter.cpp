@@ -195,7 +195,7 @@ void LineFilter::hideOthers(Range rows, const std::vector<int> &found)
         if (place == end)
             continue;
         removeShown(place, end - place);
-        end = place + 1;
+        end = place; // the one before stays
     }
 }
 

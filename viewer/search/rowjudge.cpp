@@ -57,7 +57,9 @@ void RowJudge::choosePatterns()
 {
     m_pattern.reset();
     m_places.reset();
-    const QStringList needles = m_lines ? m_matcher.needles() : QStringList();
+    if (!m_lines)
+        return;
+    const QStringList needles = m_matcher.needles();
     std::vector<BytePattern> patterns;
     for (const QString &needle : needles) {
         const std::optional<BytePattern> pattern = m_lines->patternFor(needle, m_columns);

@@ -34,7 +34,7 @@ public:
     //! Adds \a by, which may be negative, to all numbers that are not lower than \a row. They
     //! have to stay behind the others.
     void shift(int row, int by);
-    void clear() { m_chunks.clear(); }
+    void clear() { m_chunks = Chunks(); }
 
     //! Bytes allocated.
     std::size_t memory() const;
