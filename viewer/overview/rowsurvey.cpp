@@ -55,7 +55,7 @@ void RowSurvey::followModel(QAbstractItemModel *model)
 void RowSurvey::setSought(const TextMatcher &matcher, const QList<int> &columns)
 {
     const bool isSame = m_sought.text() == matcher.text() && m_sought.rules() == matcher.rules()
-        && m_columns == columns;
+        && std::equal(m_columns.begin(), m_columns.end(), columns.begin(), columns.end());
     if (isSame)
         return;
     m_sought = matcher;
