@@ -76,6 +76,7 @@ private Q_SLOTS:
     void beginsAnewWhenTruncated();
     void noticesRewrittenFile();
     void noticesOverwrittenText();
+    void noticesTextWrittenWhileStopped();
     void noticesReplacement();
     void survivesDeletion();
     void showsEmptyTextForLinesCutOff();
@@ -521,6 +522,22 @@ void tst_ViewerModel::noticesRewrittenFile()
     QTRY_COMPARE(model.rowCount(), 5);
     QTRY_COMPARE(model.text(0), "1");
     QCOMPARE(model.lastRestart(), Restart::Rewritten);
+}
+
+void tst_ViewerModel::noticesTextWrittenWhileStopped()
+{
+    write("one\ntwo\n");
+    TestedModel model(m_path);
+    QTRY_COMPARE(model.activity(), TextFileModel::Activity::Following);
+    QCOMPARE(model.text(0), QStringLiteral("one"));
+    model.stopIndexing();
+    QTRY_COMPARE(model.activity(), TextFileModel::Activity::Stopped);
+    write("abc\ndef\nghi\n");
+    model.resumeIndexing();
+    QTRY_COMPARE(model.rowCount(), 3);
+    QTRY_COMPARE(model.text(0), QStringLiteral("abc"));
+    QCOMPARE(model.text(2), QStringLiteral("ghi"));
+    QCOMPARE(model.lastRestart(), TextFileModel::Restart::Rewritten);
 }
 
 void tst_ViewerModel::noticesOverwrittenText()

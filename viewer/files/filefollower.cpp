@@ -180,6 +180,8 @@ void FileFollower::resume()
         return;
     if (m_notifier)
         m_notifier->setEnabled(true);
+    else if (beganAnew())
+        return;
     continueIndexing();
 }
 
@@ -247,6 +249,8 @@ void FileFollower::indexSlice()
         return;
     }
     if (count < limit && m_activity == Activity::Indexing) {
+        if (beganAnew())
+            return;
         rememberModified();
         m_activity = Activity::Following;
     }
@@ -388,12 +392,22 @@ void FileFollower::checkContents()
     if (!isLonger && state->modified == m_modified)
         return;
     m_modified = state->modified;
-    if (!isUnchanged())
-        follow(std::exchange(m_file, nullptr), Restart::Rewritten);
-    else if (isLonger)
+    if (beganAnew())
+        return;
+    if (isLonger)
         continueIndexing();
     else
         tell([](FollowerNews &news) { news.touched = true; });
+}
+
+//! Begins anew if the file holds other text than what was indexed. Nobody looked while that was
+//! stopped, or still going on.
+bool FileFollower::beganAnew()
+{
+    if (isUnchanged())
+        return false;
+    follow(std::exchange(m_file, nullptr), Restart::Rewritten);
+    return true;
 }
 
 //! Whether the ends of the indexed part still hold the same text.

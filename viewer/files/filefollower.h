@@ -125,6 +125,7 @@ private:
     bool isCopyCompressed() const;
     void recogniseCompression();
     void endStream();
+    bool beganAnew();
     bool isUnchanged() const;
     void rememberModified();
     void fail(const QString &error);

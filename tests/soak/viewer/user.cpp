@@ -378,6 +378,13 @@ QString User::compare(const FileWindow &page, const QByteArray &content) const
             return QStringLiteral("row %1 is not in the file at %2").arg(row).arg(at);
         at += bytes.size();
         QByteArray line = bytes;
+        const char lineEnd = model.format().lineEnd;
+        const bool isWide = !model.format().encoding.isAsciiSearchable();
+        const bool isRecord = model.format().isDelimited();
+        if (!isWide && !isRecord && bytes.chopped(1).contains(lineEnd))
+            return QStringLiteral("row %1 is more than a line").arg(row);
+        if (!isWide && row + 1 < model.rowCount() && !bytes.endsWith(lineEnd))
+            return QStringLiteral("row %1 is less than a line").arg(row);
         while (line.endsWith('\n') || line.endsWith('\r'))
             line.chop(1);
         const bool isText = !model.format().isDelimited() && isPlain(line)
