@@ -56,15 +56,6 @@ Trade::Price priceOf(int symbol, quint64 number)
         + wave(seed, number, 9, 1 + floor / 200) + qint64(scatter(number) >> 32) % 3);
 }
 
-// Both are readable on the base colour that the palette has at the moment.
-QColor sideColour(bool isBuy)
-{
-    const bool isDark = QGuiApplication::palette().color(QPalette::Base).lightness() < 128;
-    if (isBuy)
-        return isDark ? QColor(0x6f, 0xd0, 0x8c) : QColor(0x0b, 0x6b, 0x2f);
-    return isDark ? QColor(0xff, 0x8f, 0x85) : QColor(0xa8, 0x1c, 0x1c);
-}
-
 bool isRightAligned(int column)
 {
     return column == FeedModel::NumberColumn || column == FeedModel::PriceColumn
@@ -157,6 +148,24 @@ Trade FeedModel::trade(qint64 number) const
     return trade;
 }
 
+int FeedModel::symbolCount()
+{
+    return int(s_symbols.size());
+}
+
+QString FeedModel::symbolName(int symbol)
+{
+    return QString::fromLatin1(s_symbols[std::size_t(symbol)]);
+}
+
+QColor FeedModel::sideColor(bool isBuy)
+{
+    const bool isDark = QGuiApplication::palette().color(QPalette::Base).lightness() < 128;
+    if (isBuy)
+        return isDark ? QColor(0x6f, 0xd0, 0x8c) : QColor(0x0b, 0x6b, 0x2f);
+    return isDark ? QColor(0xff, 0x8f, 0x85) : QColor(0xa8, 0x1c, 0x1c);
+}
+
 int FeedModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : m_count;
@@ -176,7 +185,7 @@ QString FeedModel::text(const Trade &trade, qint64 number, int column) const
         return QDateTime::fromMSecsSinceEpoch(trade.time, QTimeZone::utc())
             .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
     case SymbolColumn:
-        return QString::fromLatin1(s_symbols[std::size_t(trade.symbol)]);
+        return symbolName(trade.symbol);
     case SideColumn:
         return trade.isBuy ? tr("Buy") : tr("Sell");
     case PriceColumn:
@@ -204,7 +213,7 @@ QVariant FeedModel::data(const QModelIndex &index, int role) const
     const qint64 number = numberOfRow(index.row());
     const Trade shown = trade(number);
     if (role == Qt::ForegroundRole)
-        return sideColour(shown.isBuy);
+        return sideColor(shown.isBuy);
     return text(shown, number, column);
 }
 

@@ -83,6 +83,13 @@ public:
     //! The trade number \a number, counted from 0 for the oldest.
     Trade trade(qint64 number) const;
 
+    //! Symbols are numbered from 0.
+    static int symbolCount();
+    static QString symbolName(int symbol);
+    //! Of what was bought, or went up, and of what was sold. Readable on the base colour of the
+    //! present palette.
+    static QColor sideColor(bool isBuy);
+
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;

@@ -5,6 +5,7 @@
 
 #include "basics/contrast.h"
 #include "basics/icons.h"
+#include "marketpane.h"
 #include "windows/viewertable.h"
 
 #include <QAction>
@@ -47,6 +48,9 @@ FeedWindow::FeedWindow(int rate, FeedModel::NewRows newRows, FrameStatistics *st
     createToolBar(rate);
     createStatusBar();
     setModel(&m_model, newRows == FeedModel::NewRows::AtTop ? Edge::Top : Edge::End);
+    m_market = new MarketPane(&m_model, this);
+    addDockWidget(Qt::RightDockWidgetArea, m_market);
+    viewMenu()->addAction(m_market->toggleViewAction());
     applyRate();
     m_rowsShown = m_model.rowCount();
     connect(&m_tickTimer, &QTimer::timeout, this, &FeedWindow::tick);
@@ -62,6 +66,7 @@ FeedWindow::FeedWindow(int rate, FeedModel::NewRows newRows, FrameStatistics *st
 FeedWindow::~FeedWindow()
 {
     removeModel();
+    delete m_market; // the model goes next
 }
 
 void FeedWindow::createToolBar(int rate)
@@ -121,6 +126,7 @@ void FeedWindow::tick()
     const qint64 elapsed = m_sinceTick.nsecsElapsed();
     m_sinceTick.start();
     m_model.advance(elapsed);
+    m_market->update();
 }
 
 void FeedWindow::showRates()

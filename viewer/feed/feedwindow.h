@@ -9,6 +9,7 @@
 
 #include <QElapsedTimer>
 
+class MarketPane;
 class QComboBox;
 
 //! A window with a simulated market feed: rows arrive at a rate, and at a side of the
@@ -23,6 +24,7 @@ public:
     ~FeedWindow() override;
 
     FeedModel *model() { return &m_model; }
+    MarketPane *market() const { return m_market; }
 
 protected:
     void filterChanged() override;
@@ -42,6 +44,7 @@ private:
     QElapsedTimer m_sinceTick;         //!< since the trades last happened
     QElapsedTimer m_sinceRates;        //!< since rates were last shown
     int m_rowsShown = 0;               //!< rows when rates were last shown
+    MarketPane *m_market = nullptr;    //!< beside the trades
     QComboBox *m_rateBox = nullptr;    //!< rows per second
     QComboBox *m_newRowsBox = nullptr; //!< side of the table
     QAction *m_pauseAction = nullptr;  //!< checked while nothing happens
