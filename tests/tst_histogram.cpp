@@ -222,7 +222,7 @@ void tst_Histogram::paintsLevels()
     const auto footOf = [&](int column) {
         const QRect rect = m_histogram->columnRect(column);
         return picture.pixelColor(int((rect.left() + 1) * scale),
-                                  int((rect.bottom() + 0.5) * scale));
+                                  int((rect.bottom() - 0.5) * scale));
     };
     const int last = m_histogram->columns().count() - 1;
     QCOMPARE(footOf(last), colors.error);
