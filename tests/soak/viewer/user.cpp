@@ -27,6 +27,7 @@ namespace {
 
 constexpr int s_mostPages = 5;
 constexpr int s_patience = 30000;      // ms for a file to be read
+constexpr int s_patienceForStep = 500; // ms
 constexpr qint64 s_compared = 3000000; // bytes of a file
 const char *const s_hasHidden = "hasHidden";
 
@@ -42,6 +43,8 @@ bool isPlain(QByteArrayView line)
 User::User(quint32 seed)
     : m_random(seed)
 {
+    m_patience.setInterval(s_patienceForStep);
+    QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] { losePatience(); });
     for (int i = 0; i < 3; ++i) {
         const QString name = QStringLiteral("file%1.log").arg(i);
         m_files.push_back(std::make_unique<ChangingFile>(m_directory.filePath(name), &m_random));
@@ -293,8 +296,16 @@ QString User::reopen()
     return QStringLiteral("reopen");
 }
 
+//! Nobody waits for a search through a million rows.
+void User::losePatience()
+{
+    for (const auto &page : m_pages)
+        page->table()->findChild<TableFilter *>()->cancel();
+}
+
 QString User::step()
 {
+    m_patience.start();
     QString told;
     const int what = m_random.bounded(100);
     if (what < 30)
@@ -318,6 +329,7 @@ QString User::step()
     // Sometimes things come so fast that nothing is painted in between.
     if (m_random.bounded(3) > 0)
         QTest::qWait(m_random.bounded(30));
+    m_patience.stop();
     removeClosed();
     return told;
 }

@@ -11,6 +11,7 @@
 
 #include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -52,6 +53,7 @@ private:
     QString followOrMove();
     QString reopen();
     FormatRequest someFormat();
+    void losePatience();
     ViewerWindow *page();
     void removeClosed();
     QString compare(const FileWindow &page, const QByteArray &content) const;
@@ -60,6 +62,7 @@ private:
     QRandomGenerator m_random;
     QTemporaryDir m_directory;
     std::vector<std::unique_ptr<ChangingFile>> m_files;
+    QTimer m_patience; //!< runs during a step
     FrameStatistics m_statistics;
     TabWindows m_windows;
     std::vector<std::unique_ptr<ViewerWindow>> m_pages; //!< go before the windows
