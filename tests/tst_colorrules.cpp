@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "basics/contrast.h"
 #include "files/textfilemodel.h"
 #include "search/colorrules.h"
 #include "windows/colorrulesdialog.h"
-#include "basics/contrast.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
