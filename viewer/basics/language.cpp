@@ -37,7 +37,7 @@ QString Language::of(const QLocale &locale)
     useTranslations();
     const QStringList wanted = locale.uiLanguages();
     for (const QString &name : wanted) {
-        const QString code = QLocale::languageToCode(QLocale(name).language());
+        QString code = QLocale::languageToCode(QLocale(name).language());
         if (code == s_english || QFile::exists(s_file.arg(code)))
             return code;
     }
