@@ -1,13 +1,13 @@
 # SPDX-FileCopyrightText: The vantix authors
 # SPDX-License-Identifier: MIT
 #
-# cmake -DLUPDATE=lupdate -DSOURCE_DIR=src -DTRANSLATION_DIR=translations -DWORK_DIR=dir
+# cmake -DLUPDATE=lupdate -DSOURCE_DIR=src -DTRANSLATIONS=translations/vantix -DWORK_DIR=dir
 #   -P translations.cmake
-# fails if a text of the library lacks a translation, or a translation its text.
+# fails if a text of the sources lacks a translation, or a translation its text.
 
-file(GLOB files ${TRANSLATION_DIR}/*.ts)
+file(GLOB files ${TRANSLATIONS}_*.ts)
 if(NOT files)
-  message(FATAL_ERROR "No translations in ${TRANSLATION_DIR}")
+  message(FATAL_ERROR "No translations ${TRANSLATIONS}_*.ts")
 endif()
 file(REMOVE_RECURSE ${WORK_DIR})
 file(COPY ${files} DESTINATION ${WORK_DIR})

@@ -379,7 +379,7 @@ void tst_RowExport::asksForTheFile()
     window.table()->header()->moveSection(2, 0);
     const QList<QAction *> actions = window.findChildren<QAction *>();
     const auto save = std::find_if(actions.begin(), actions.end(), [](const QAction *action) {
-        return action->text() == "Save &Rows As…";
+        return action->text() == "Save Rows &As…";
     });
     QVERIFY(save != actions.end());
     QTimer::singleShot(0, &window, [&] {

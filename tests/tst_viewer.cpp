@@ -85,6 +85,7 @@ void tst_Viewer::init()
 {
     m_directory = std::make_unique<QTemporaryDir>();
     QVERIFY(m_directory->isValid());
+    qputenv("LANGUAGE", "en"); // what the program says is compared, wherever it runs
 }
 
 //! Writes a file and returns its path.

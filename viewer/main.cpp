@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "basics/icons.h"
+#include "basics/language.h"
 #include "session.h"
 
 #include <QApplication>
@@ -30,45 +31,49 @@ const QString s_stats = QStringLiteral("stats");
 
 QtMessageHandler s_formerHandler = nullptr; // of Qt's messages
 
-QString tr(const char *text)
+//! Terminals are told things in English, as the manual tells them.
+QString english(const char *text)
 {
-    return QCoreApplication::translate("main", text);
+    return QString::fromUtf8(text);
 }
 
 void describe(QCommandLineParser *parser)
 {
     parser->setApplicationDescription(
-        tr("Opens text files of any size, each behind a tab, and follows them as they grow.\n"
-           "Without a file it opens what was open last time."));
-    parser->addPositionalArgument(tr("file"), tr("Text file, pipe, or - for standard input."),
-                                  tr("[file...]"));
+        english("Opens text files of any size, each behind a tab, and follows them as they grow.\n"
+                "Without a file it opens what was open last time."));
+    parser->addPositionalArgument(english("file"),
+                                  english("Text file, pipe, or - for standard input."),
+                                  english("[file...]"));
     parser->addOptions({
         {s_delimiter,
-         tr("Columns are separated by <separator>: tab, comma, semicolon, pipe, space, one "
-            "character, or none for no columns. Recognised by default."),
-         tr("separator")},
+         english("Columns are separated by <separator>: tab, comma, semicolon, pipe, space, one "
+                 "character, or none for no columns. Recognised by default."),
+         english("separator")},
         {s_format,
-         tr("Lines are those of <format>: text, json, logfmt, access or syslog. Recognised by "
-            "default."),
-         tr("format")},
-        {s_header, tr("The first line names the columns. Recognised by default.")},
-        {s_noHeader, tr("The first line is a row like any other.")},
-        {s_noFollow, tr("Begin at the first row, and do not follow.")},
+         english("Lines are those of <format>: text, json, logfmt, access or syslog. Recognised by "
+                 "default."),
+         english("format")},
+        {s_header, english("The first line names the columns. Recognised by default.")},
+        {s_noHeader, english("The first line is a row like any other.")},
+        {s_noFollow, english("Begin at the first row, and do not follow.")},
         {s_encoding,
-         tr("The text is in the encoding <name>: utf-8, utf-16le, utf-16be, utf-32le, utf-32be, "
-            "latin-1, cp1252 or another one of a byte per character. Recognised by default."),
-         tr("name")},
-        {s_feed, tr("Show a simulated market feed if no file is named.")},
-        {s_rate, tr("New rows per second of the feed, 0 to 50000."), tr("rows"),
+         english(
+             "The text is in the encoding <name>: utf-8, utf-16le, utf-16be, utf-32le, utf-32be, "
+             "latin-1, cp1252 or another one of a byte per character. Recognised by default."),
+         english("name")},
+        {s_feed, english("Show a simulated market feed if no file is named.")},
+        {s_rate, english("New rows per second of the feed, 0 to 50000."), english("rows"),
          QStringLiteral("1000")},
-        {s_newRows, tr("New rows of the feed appear at the top or at the end."), tr("top|end"),
-         QStringLiteral("top")},
-        {s_seconds, tr("End after <n> seconds."), tr("n")},
+        {s_newRows, english("New rows of the feed appear at the top or at the end."),
+         english("top|end"), QStringLiteral("top")},
+        {s_seconds, english("End after <n> seconds."), english("n")},
         {s_screenshot,
-         tr("Save a picture of the first window to <png> at the end; ends after a second unless "
-            "--seconds is given."),
-         tr("png")},
-        {s_stats, tr("Print figures about the run to stdout at the end, as a JSON object.")},
+         english(
+             "Save a picture of the first window to <png> at the end; ends after a second unless "
+             "--seconds is given."),
+         english("png")},
+        {s_stats, english("Print figures about the run to stdout at the end, as a JSON object.")},
     });
     parser->addHelpOption();
     parser->addVersionOption();
@@ -80,12 +85,12 @@ QString readNumbers(const QCommandLineParser &parser, SessionOptions *options)
     bool isNumber = true;
     options->rate = parser.value(s_rate).toInt(&isNumber);
     if (!isNumber || options->rate < 0 || options->rate > FeedModel::maximumRate)
-        return tr("--rate wants a number from 0 to 50000.");
+        return english("--rate wants a number from 0 to 50000.");
     if (!parser.isSet(s_seconds))
         return {};
     options->seconds = parser.value(s_seconds).toDouble(&isNumber);
     if (!isNumber || !(*options->seconds >= 0 && *options->seconds <= 1000000))
-        return tr("--seconds wants a number from 0 to 1000000.");
+        return english("--seconds wants a number from 0 to 1000000.");
     return {};
 }
 
@@ -96,31 +101,32 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
     options->stats = parser.isSet(s_stats);
     options->screenshot = parser.value(s_screenshot);
     if (parser.isSet(s_header) && parser.isSet(s_noHeader))
-        return tr("--header and --no-header exclude each other.");
+        return english("--header and --no-header exclude each other.");
     if (parser.isSet(s_header) || parser.isSet(s_noHeader))
         options->format.hasHeader = !parser.isSet(s_noHeader);
     if (parser.isSet(s_format)) {
         options->format.log = LogFormat::kindNamed(parser.value(s_format));
         if (!options->format.log)
-            return tr("--format wants text, json, logfmt, access or syslog.");
+            return english("--format wants text, json, logfmt, access or syslog.");
         if (parser.isSet(s_delimiter))
-            return tr("--format and --delimiter exclude each other.");
+            return english("--format and --delimiter exclude each other.");
     }
     if (parser.isSet(s_delimiter)) {
         options->format.delimiter = delimiterFromName(parser.value(s_delimiter));
         if (!options->format.delimiter)
-            return tr("--delimiter wants tab, comma, semicolon, pipe, space, none or one "
-                      "character.");
+            return english("--delimiter wants tab, comma, semicolon, pipe, space, none or one "
+                           "character.");
     }
     if (parser.isSet(s_encoding)) {
         options->format.encoding = Encoding::named(parser.value(s_encoding));
         if (!options->format.encoding)
-            return tr("--encoding wants utf-8, utf-16le, utf-16be, utf-32le, utf-32be, latin-1, "
-                      "cp1252 or another encoding of a byte per character that is known here.");
+            return english(
+                "--encoding wants utf-8, utf-16le, utf-16be, utf-32le, utf-32be, latin-1, "
+                "cp1252 or another encoding of a byte per character that is known here.");
     }
     const QString newRows = parser.value(s_newRows);
     if (newRows != QLatin1String("top") && newRows != QLatin1String("end"))
-        return tr("--new-rows wants top or end.");
+        return english("--new-rows wants top or end.");
     if (newRows == QLatin1String("end"))
         options->newRows = FeedModel::NewRows::AtEnd;
     options->hasFeed = parser.isSet(s_feed) || parser.isSet(s_rate) || parser.isSet(s_newRows);
@@ -169,6 +175,7 @@ int runProgram(const QApplication &application)
         std::fprintf(stderr, "vantix-viewer: %s\n", qUtf8Printable(problem));
         return 1;
     }
+    Language::install(); // not before: what Qt says of the command line is English, too
     Session session(options);
     return session.run();
 }

@@ -221,17 +221,24 @@ const QRegularExpression &syslogLine()
     return expression;
 }
 
+//! What translators get the names of columns from.
+struct Columns
+{
+    Q_DECLARE_TR_FUNCTIONS(LogFormat)
+};
+
 QStringList accessNames()
 {
-    const auto tr = [](const char *text) { return QCoreApplication::translate("LogFormat", text); };
-    return {tr("Host"),   tr("Identity"), tr("User"),     tr("Time"),  tr("Request"),
-            tr("Status"), tr("Bytes"),    tr("Referrer"), tr("Agent"), tr("More")};
+    return {Columns::tr("Host"),  Columns::tr("Identity"), Columns::tr("User"),
+            Columns::tr("Time"),  Columns::tr("Request"),  Columns::tr("Status"),
+            Columns::tr("Bytes"), Columns::tr("Referrer"), Columns::tr("Agent"),
+            Columns::tr("More")};
 }
 
 QStringList syslogNames()
 {
-    const auto tr = [](const char *text) { return QCoreApplication::translate("LogFormat", text); };
-    return {tr("Time"), tr("Host"), tr("Program"), tr("Process"), tr("Message")};
+    return {Columns::tr("Time"), Columns::tr("Host"), Columns::tr("Program"),
+            Columns::tr("Process"), Columns::tr("Message")};
 }
 
 bool isNamed(Kind kind)
@@ -251,7 +258,7 @@ QStringList namesIn(Kind kind, const QStringList &lines)
                 names.append(member.name);
         }
     }
-    names.append(QCoreApplication::translate("LogFormat", "More"));
+    names.append(Columns::tr("More"));
     return names;
 }
 

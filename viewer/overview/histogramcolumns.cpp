@@ -5,7 +5,6 @@
 
 #include "rowsurvey.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 
@@ -24,11 +23,6 @@ constexpr std::array s_timeSteps {qint64(1),     qint64(5),     qint64(10), qint
                                   10 * s_second, 30 * s_second, s_minute,   5 * s_minute,
                                   10 * s_minute, 30 * s_minute, s_hour,     3 * s_hour,
                                   6 * s_hour,    12 * s_hour,   s_day};
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("Histogram", text);
-}
 
 //! The least round step by which \a span has no more than \a most places.
 qint64 stepFor(qint64 span, int most, bool areTimes)

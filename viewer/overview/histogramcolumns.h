@@ -6,6 +6,7 @@
 
 #include "timebins.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 
@@ -18,6 +19,8 @@ class RowSurvey;
  */
 class HistogramColumns
 {
+    Q_DECLARE_TR_FUNCTIONS(HistogramColumns)
+
 public:
     //! A place on the axis, and what is written there.
     struct Label

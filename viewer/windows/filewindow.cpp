@@ -127,7 +127,7 @@ void FileWindow::createFormatMenu()
     m_formatButton->setEnabled(canReopen());
     viewMenu()->addSeparator();
     viewMenu()->addMenu(m_formatMenu);
-    auto *reload = new QAction(tr("Re&load"), this);
+    auto *reload = new QAction(tr("R&eload"), this);
     reload->setShortcut(Qt::Key_F5);
     reload->setEnabled(canReopen());
     connect(reload, &QAction::triggered, this, [this] { reopen(m_request); });
@@ -262,7 +262,7 @@ void FileWindow::updateStop()
     const bool isEscape = hasMoreToIndex() && !m_isFindShown;
     m_stopAction->setShortcut(isEscape ? QKeySequence(Qt::Key_Escape) : QKeySequence());
     const bool isStopped = m_model->activity() == Activity::Stopped;
-    m_stopAction->setText(isStopped ? tr("&Resume Indexing") : tr("&Stop Indexing"));
+    m_stopAction->setText(isStopped ? tr("Resume &Indexing") : tr("&Stop Indexing"));
     m_stopAction->setEnabled(isStopped || m_model->activity() == Activity::Indexing);
 }
 

@@ -14,7 +14,7 @@ using Kind = LogFormat::Kind;
 } // namespace
 
 FormatMenu::FormatMenu(QWidget *parent)
-    : QMenu(tr("F&ormat"), parent)
+    : QMenu(tr("For&mat"), parent)
     , m_encodings(addGroup(tr("&Encoding")))
     , m_delimiters(addGroup(tr("&Columns")))
     , m_headers(addGroup(tr("&First Line")))

@@ -348,7 +348,7 @@ void ViewerWindow::createMenus()
     QMenu *recent = m_fileMenu->addMenu(tr("Open &Recent"));
     connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecentMenu(recent); });
     m_fileMenu
-        ->addAction(tr("Save &Rows As…"), this,
+        ->addAction(tr("Save Rows &As…"), this,
                     [this] { RowExportDialog::saveRowsAs(m_table, this); })
         ->setShortcut(QKeySequence::SaveAs);
     QAction *close = m_fileMenu->addAction(tr("&Close"), this, &QWidget::close);
@@ -374,7 +374,7 @@ void ViewerWindow::createMenus()
         ->setShortcut(Qt::CTRL | Qt::Key_0);
 
     m_viewMenu->addMenu(new ColumnMenu(m_table, this));
-    m_viewMenu->addAction(tr("Colou&rs of Rows…"), this, &ViewerWindow::editColorRules);
+    m_viewMenu->addAction(tr("Colours of Ro&ws…"), this, &ViewerWindow::editColorRules);
 
     QMenu *helpMenu = menuBar()->addMenu(tr("&Help"));
     helpMenu->addAction(tr("&Statistics"), this, &ViewerWindow::showStatistics);
