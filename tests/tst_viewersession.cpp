@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -42,6 +43,8 @@ private Q_SLOTS:
     void goesOnWhereItEnded();
     void keepsWindows();
     void keepsColumns();
+    void keepsWhatWasNotSeen();
+    void keepsThePlaceInFilesThatHaveGone();
     void waitsForFilesThatHaveGone();
     void leavesSettingsAloneWhenTimed();
     void doesNotKeepTheFeed();
@@ -311,6 +314,51 @@ void tst_ViewerSession::keepsColumns()
         QTRY_COMPARE(page->rows(), 2);
         QTRY_COMPARE(page->table()->header()->visualIndex(0), 1);
         QCOMPARE(page->table()->header()->sectionSize(0), 321);
+    });
+}
+
+//! A page that stays behind its tab has no columns to save.
+void tst_ViewerSession::keepsWhatWasNotSeen()
+{
+    const QString csv = write("a.csv", "name,count\nx,1\ny,2\n");
+    const QString log = write("b.log", numberedLines(3));
+    run({csv, log}, [] {
+        const TabWindow *window = tabWindows().first();
+        ViewerWindow *page = window->pages().first();
+        QTRY_COMPARE(page->rows(), 2);
+        page->table()->header()->resizeSection(0, 321);
+        window->tabs()->setCurrentIndex(1);
+    });
+    run(QStringList(), [] {
+        const ViewerWindow *page = tabWindows().first()->pages().first();
+        QTRY_COMPARE(page->rows(), 2);
+        QVERIFY(!page->isVisible());
+    });
+    run(QStringList(), [] {
+        const TabWindow *window = tabWindows().first();
+        ViewerWindow *page = window->pages().first();
+        window->tabs()->setCurrentIndex(0);
+        QTRY_COMPARE(page->rows(), 2);
+        QTRY_COMPARE(page->table()->header()->sectionSize(0), 321);
+    });
+}
+
+void tst_ViewerSession::keepsThePlaceInFilesThatHaveGone()
+{
+    const QString path = write("a.log", numberedLines(5000));
+    run({path}, [] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->rows(), 5000);
+        page->showLine(2345);
+    });
+    QVERIFY(QFile::remove(path));
+    run(QStringList(), [] { QTRY_VERIFY(onlyPage<FileWindow>()->hasFailed()); });
+    write("a.log", numberedLines(5000));
+    run(QStringList(), [] {
+        const auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->table()->currentIndex().row(), 2344);
     });
 }
 

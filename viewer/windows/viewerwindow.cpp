@@ -41,6 +41,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPointer>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStackedWidget>
@@ -289,11 +290,13 @@ void ViewerWindow::findAgain(bool forward)
 //! Without a text to filter by it asks for one.
 void ViewerWindow::toggleFilter()
 {
+    const QPointer<ViewerWindow> self(this);
     if (m_findPanel->field()->text().isEmpty())
         openFind();
     else
         m_findPanel->toggleFilter();
-    m_filterAction->setChecked(m_findPanel->hasFilter());
+    if (self) // it may have been closed while rows were looked at
+        m_filterAction->setChecked(m_findPanel->hasFilter());
 }
 
 void ViewerWindow::updateFilterBar()
@@ -548,20 +551,29 @@ void ViewerWindow::showTable()
     m_pages->setCurrentIndex(0);
 }
 
+//! What is still to be restored is as it was.
 PageState ViewerWindow::state() const
 {
-    PageState state;
+    PageState state = m_restored;
     state.path = windowFilePath();
     state.isFollowing = isFollowing();
-    QModelIndex row = m_table->currentIndex();
-    if (!row.isValid())
-        row = m_table->indexAt({0, 0});
-    state.line = m_find->toSource(row).row() + 1;
+    state.line = shownLine();
     if (m_columnsFitted > 0) {
         state.columnCount = m_columnsFitted;
         state.columns = m_table->header()->saveState();
     }
     return state;
+}
+
+//! The current one, or that at the top, from 1 on; 0 without rows.
+int ViewerWindow::shownLine() const
+{
+    QModelIndex row = m_table->currentIndex();
+    if (!row.isValid() && m_awaitedLine > 0)
+        return m_awaitedLine;
+    if (!row.isValid() && rows() > 0)
+        row = m_table->model()->index(m_table->rowAt(0), 0);
+    return m_find->toSource(row).row() + 1;
 }
 
 void ViewerWindow::restore(const PageState &state)

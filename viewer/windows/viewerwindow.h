@@ -159,6 +159,7 @@ private:
     void rowsChanged();
     void fitNewColumns();
     void growColumnsSoon();
+    int shownLine() const;
 
     FrameStatistics *m_statistics;     //!< of the table, not owned
     QStackedWidget *m_pages;           //!< table or message
