@@ -5,6 +5,7 @@
 
 #include "aboutdialog.h"
 #include "basics/icons.h"
+#include "basics/keys.h"
 #include "basics/recentfiles.h"
 #include "colorrulesdialog.h"
 #include "columnmenu.h"
@@ -151,6 +152,7 @@ void ViewerWindow::createFindActions()
     m_goToAction = new QAction(tr("&Go to Line…"), this);
     m_goToAction->setShortcut(Qt::CTRL | Qt::Key_G);
     connect(m_goToAction, &QAction::triggered, this, &ViewerWindow::goToLine);
+    leaveKey(m_nextAction, m_goToAction->shortcut());
     m_closeAction = new QAction(this);
     m_closeAction->setShortcut(Qt::Key_Escape);
     m_closeAction->setEnabled(false);
@@ -188,6 +190,7 @@ void ViewerWindow::createFindPanel()
     m_filterTimer.setSingleShot(true);
     m_filterTimer.setInterval(s_filterDelay);
     connect(&m_filterTimer, &QTimer::timeout, this, &ViewerWindow::updateFilterBar);
+    leaveKey(m_findPanel->nextAction(), m_goToAction->shortcut());
     connect(m_findPanel, &FindPanel::rowFound, this, &ViewerWindow::keepFoundRow);
     connect(m_findPanel, &QToolBar::visibilityChanged, this, &ViewerWindow::findPanelShown);
     connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::modelAboutToBeShown);
