@@ -43,6 +43,7 @@ private Q_SLOTS:
     void goesOnWhereItEnded();
     void keepsWindows();
     void keepsColumns();
+    void keepsTheFormat();
     void keepsWhatWasNotSeen();
     void keepsThePlaceInFilesThatHaveGone();
     void waitsForFilesThatHaveGone();
@@ -314,6 +315,34 @@ void tst_ViewerSession::keepsColumns()
         QTRY_COMPARE(page->rows(), 2);
         QTRY_COMPARE(page->table()->header()->visualIndex(0), 1);
         QCOMPARE(page->table()->header()->sectionSize(0), 321);
+    });
+}
+
+//! What was chosen by hand is chosen again, unless the command line says otherwise.
+void tst_ViewerSession::keepsTheFormat()
+{
+    const QString path = write("a.csv", "name,count\nx,1\ny,2\n");
+    FormatRequest chosen;
+    chosen.delimiter = QChar(u'\0');
+    chosen.encoding = Encoding::named("Latin-1");
+    run({path}, [chosen] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        page->reopen(chosen);
+        QTRY_COMPARE(page->rows(), 3);
+    });
+    run(QStringList(), [chosen] {
+        const auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QCOMPARE(page->request(), chosen);
+        QTRY_COMPARE(page->rows(), 3);
+    });
+    SessionOptions options;
+    options.format.hasHeader = true;
+    run(options, [&options] {
+        const auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QCOMPARE(page->request(), options.format);
     });
 }
 

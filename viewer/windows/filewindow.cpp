@@ -207,6 +207,13 @@ bool FileWindow::isSettled() const
     return m_settled;
 }
 
+PageState FileWindow::state() const
+{
+    PageState state = ViewerWindow::state();
+    state.format = m_request;
+    return state;
+}
+
 void FileWindow::toggleIndexing()
 {
     if (m_model->activity() == Activity::Stopped)

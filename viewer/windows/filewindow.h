@@ -30,6 +30,8 @@ public:
 
     TextFileModel *model() const { return m_model.get(); }
     bool isSettled() const override;
+    //! With request().
+    PageState state() const override;
     bool hasFailed() const override { return m_failed; }
 
     //! Opens the file again, in the format that \a request leaves open, at the same row and

@@ -57,9 +57,10 @@ public:
     virtual bool hasFailed() const { return false; }
 
     //! How the page is shown. Its path is windowFilePath().
-    PageState state() const;
+    virtual PageState state() const;
     //! Shows it as it was: at the row with the line that was current, as soon as there is one,
-    //! and with columns as wide as they were, if there are as many. The path is left alone.
+    //! and with columns as wide as they were, if there are as many. Path and format are left
+    //! alone.
     void restore(const PageState &state);
 
     //! Selected rows as text, in the order of the table and of the columns on screen. At
