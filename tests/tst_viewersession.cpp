@@ -3,6 +3,7 @@
 
 #include "feed/feedwindow.h"
 #include "savedsession.h"
+#include "search/findpanel.h"
 #include "session.h"
 #include "windows/filewindow.h"
 #include "windows/tabwindow.h"
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void welcomesWhoOpensNothing();
+    void welcomesThoseWithoutAMouse();
     void opensFromThePageOfWelcome();
     void showsTheFeedOnDemand();
     void opensFilesBehindTabs();
@@ -147,6 +149,29 @@ void tst_ViewerSession::welcomesWhoOpensNothing()
         QVERIFY(!page->table()->isVisible());
     });
     QCOMPARE(m_status, 0);
+}
+
+void tst_ViewerSession::welcomesThoseWithoutAMouse()
+{
+    run(QStringList(), [] {
+        const auto *page = onlyPage<WelcomeWindow>();
+        QVERIFY(page);
+        page->window()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(page->window()));
+        const auto buttons = page->findChildren<QCommandLinkButton *>();
+        QCOMPARE(QApplication::focusWidget(), buttons.at(0));
+        QTest::keyClick(buttons.at(0), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), buttons.at(1));
+        // There are no rows to look for, to save or to mark.
+        QTest::keySequence(page->window(), QKeySequence(QKeySequence::Find));
+        QVERIFY(!page->findChild<FindPanel *>()->isVisible());
+        const auto actions = page->findChildren<QAction *>();
+        for (const QAction *action : actions) {
+            if (action->text() == QString::fromUtf8("Save &Rows As…")
+                || action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_M))
+                QVERIFY(!action->isEnabled());
+        }
+    });
 }
 
 void tst_ViewerSession::opensFromThePageOfWelcome()

@@ -53,6 +53,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace {
@@ -91,6 +92,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     m_pages->addWidget(page);
     m_pages->addWidget(m_message);
     setCentralWidget(m_pages);
+    setFocusProxy(m_table);
     createActions();
     createFindActions();
     createMenus();
@@ -353,10 +355,9 @@ void ViewerWindow::createMenus()
     open->setIcon(Icons::action(QStringLiteral("document-open"), QStringLiteral("open")));
     QMenu *recent = m_fileMenu->addMenu(tr("Open &Recent"));
     connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecentMenu(recent); });
-    m_fileMenu
-        ->addAction(tr("Save &Rows As…"), this,
-                    [this] { RowExportDialog::saveRowsAs(m_table, this); })
-        ->setShortcut(QKeySequence::SaveAs);
+    m_saveAction = m_fileMenu->addAction(tr("Save &Rows As…"), this,
+                                         [this] { RowExportDialog::saveRowsAs(m_table, this); });
+    m_saveAction->setShortcut(QKeySequence::SaveAs);
     QAction *close = m_fileMenu->addAction(tr("&Close"), this, &QWidget::close);
     close->setShortcut(QKeySequence::Close);
     QAction *quit = m_fileMenu->addAction(tr("&Quit"), this, &ViewerWindow::quitRequested);
@@ -547,6 +548,17 @@ void ViewerWindow::showMessage(const QString &text)
 void ViewerWindow::showPage(QWidget *page)
 {
     m_pages->setCurrentIndex(m_pages->addWidget(page));
+}
+
+void ViewerWindow::leaveOutRows()
+{
+    m_saveAction->setEnabled(false);
+    for (QMenu *menu : std::initializer_list<QMenu *> {m_editMenu, m_viewMenu, m_marks}) {
+        menu->menuAction()->setVisible(false);
+        const QList<QAction *> actions = menu->actions();
+        for (QAction *action : actions)
+            action->setEnabled(false); // their keys, too
+    }
 }
 
 void ViewerWindow::showTable()

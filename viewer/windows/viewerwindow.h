@@ -107,6 +107,8 @@ protected:
     void showMessage(const QString &text);
     //! Shows \a page, which becomes a child, in place of the table.
     void showPage(QWidget *page);
+    //! There never are rows: what is about them cannot be chosen.
+    void leaveOutRows();
     //! Shows the table again after showMessage().
     void showTable();
     //! No rows will come soon: restore() waits for its line no longer.
@@ -179,6 +181,7 @@ private:
     QMenu *m_editMenu = nullptr;       //!< what goes elsewhere is at its end
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action
+    QAction *m_saveAction = nullptr;   //!< writes the rows to a file
     QAction *m_followAction = nullptr; //!< checked while following
     QAction *m_copyAction = nullptr;   //!< Ctrl+C
     QAction *m_findAction = nullptr;   //!< Ctrl+F
