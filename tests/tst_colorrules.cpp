@@ -9,6 +9,7 @@
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 
+#include <QColorDialog>
 #include <QFile>
 #include <QLabel>
 #include <QSettings>
@@ -16,6 +17,7 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 class tst_ColorRules : public QObject
@@ -31,6 +33,8 @@ private Q_SLOTS:
     void keepsRules();
     void dialogEdits();
     void dialogTellsProblems();
+    void dialogAsksOnceForAColor();
+    void dialogIsLeftByTab();
     void colorsRows();
     void colorsWhatChanges();
 
@@ -192,6 +196,42 @@ void tst_ColorRules::dialogTellsProblems()
     QVERIFY(problem->text().isEmpty());
     table->item(1, 0)->setText("(");
     QVERIFY(!problem->text().isEmpty());
+}
+
+void tst_ColorRules::dialogAsksOnceForAColor()
+{
+    ColorRulesDialog dialog({{"a", false, false, Qt::red}}, nullptr);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    auto *table = dialog.findChild<QTableWidget *>();
+    int asked = 0;
+    QTimer whileAsked;
+    connect(&whileAsked, &QTimer::timeout, this, [&asked] {
+        if (auto *question = qobject_cast<QColorDialog *>(QApplication::activeModalWidget())) {
+            ++asked;
+            question->setCurrentColor(Qt::green);
+            question->accept();
+        }
+    });
+    whileAsked.start(0);
+    const QPoint cell = table->visualItemRect(table->item(0, 3)).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, cell);
+    QCOMPARE(asked, 1);
+    QCOMPARE(dialog.rules().first().color, QColor(Qt::green));
+}
+
+void tst_ColorRules::dialogIsLeftByTab()
+{
+    ColorRulesDialog dialog({{"a", false, false, Qt::red}}, nullptr);
+    dialog.show();
+    dialog.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto *table = dialog.findChild<QTableWidget *>();
+    table->setFocus();
+    table->setCurrentCell(0, 0);
+    QTest::keyClick(table, Qt::Key_Tab);
+    QVERIFY(qobject_cast<QToolButton *>(QApplication::focusWidget()));
 }
 
 void tst_ColorRules::colorsRows()

@@ -124,6 +124,7 @@ void tst_LogFormat::splits_data()
     logfmt("logfmt in quotes", R"(b="x \"y\" = z" a=)", {"", "x \"y\" = z", ""});
     logfmt("logfmt, words", "start a=1 of 3 c=4", {"1", "", "start, of 3, c=4"});
     logfmt("logfmt, words only", "panic: \"a\"  in  main", {"", "", "panic: \"a\"  in  main"});
+    logfmt("logfmt, words at the end", "a=1 and  so on ", {"1", "", "and  so on"});
     logfmt("logfmt, quote without end", R"(a=1 b="x)", {"", "", R"(a=1 b="x)"});
     logfmt("logfmt, a URL", "a=http://x/?q=1&r=2", {"http://x/?q=1&r=2", "", ""});
     const QStringList accessNames = LogFormat::ofKind(Kind::AccessLog, {}).names;
@@ -149,6 +150,9 @@ void tst_LogFormat::splits_data()
     QTest::newRow("syslog without process")
         << Kind::Syslog << syslogNames << "Nov 22 11:25:45 host kernel: [ 1.0] up"
         << QStringList {"Nov 22 11:25:45", "host", "kernel", "", "[ 1.0] up"};
+    QTest::newRow("syslog with priority")
+        << Kind::Syslog << syslogNames << "<34>Nov 22 11:25:45 host su: failed"
+        << QStringList {"<34>Nov 22 11:25:45", "host", "su", "", "failed"};
     QTest::newRow("syslog, repeated")
         << Kind::Syslog << syslogNames << "last message repeated 3 times"
         << QStringList {"", "", "", "", "last message repeated 3 times"};

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/newestfile.h"
+#include "files/newestfilewatch.h"
 #include "files/textfilemodel.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
@@ -24,7 +25,10 @@ private Q_SLOTS:
     void findsTheNewest();
     void windowGoesOnToANewerFile();
     void windowWaitsForTheFirst();
+    void windowThatDoesNotFollowWaitsForTheFirst();
     void windowStaysWithTheRowsOfAReader();
+    void watchTellsEachTime();
+    void watchEndsAtOnce();
 
 private:
     //! Writes a file that was written \a secondsAgo.
@@ -110,6 +114,17 @@ void tst_NewestFile::windowWaitsForTheFirst()
     QVERIFY(!window.hasFailed());
 }
 
+void tst_NewestFile::windowThatDoesNotFollowWaitsForTheFirst()
+{
+    FileWindow window(path("*.log"), {}, &m_statistics);
+    window.setFollowing(false);
+    window.show();
+    QTRY_VERIFY(window.hasFailed());
+    write("a.log", 50, "1\n2\n");
+    QTRY_COMPARE(window.rows(), 2);
+    QVERIFY(!window.isFollowing());
+}
+
 void tst_NewestFile::windowStaysWithTheRowsOfAReader()
 {
     write("a.log", 100, "1\n2\n");
@@ -124,6 +139,28 @@ void tst_NewestFile::windowStaysWithTheRowsOfAReader()
     QVERIFY(window.windowTitle().startsWith("a.log"));
     window.setFollowing(true);
     QTRY_COMPARE(window.rows(), 3);
+}
+
+void tst_NewestFile::watchTellsEachTime()
+{
+    write("a.log", 100);
+    NewestFileWatch watch;
+    QStringList told;
+    connect(&watch, &NewestFileWatch::found, this,
+            [&told](const QString &newest) { told.append(newest); });
+    watch.start(path("*.log"));
+    QTRY_COMPARE(told, QStringList {path("a.log")});
+    write("b.log", 50);
+    QTRY_COMPARE(told.last(), path("b.log"));
+}
+
+void tst_NewestFile::watchEndsAtOnce()
+{
+    for (int i = 0; i < 10; ++i) {
+        NewestFileWatch watch;
+        watch.start(path("*.log"));
+    }
+    const NewestFileWatch unused;
 }
 
 QTEST_MAIN(tst_NewestFile)

@@ -49,8 +49,10 @@ void tst_SavedSession::givesBackWhatItGot()
     page.line = 2'000'000'000;
     page.columnCount = 3;
     page.columns = QByteArray("\0\xff,;\"", 5);
+    page.format = {QChar(u'\0'), false, Encoding::named("windows-1252"), {}};
     PageState other;
     other.path = QStringLiteral("/b");
+    other.format = {{}, {}, {}, LogFormat::Kind::Syslog};
     const QList<SavedWindow> windows {{QByteArray("\1\0\2", 3), {page, other}, 1},
                                       {QByteArray(), {}, 0}};
     SavedSession::save(windows);
@@ -72,6 +74,10 @@ void tst_SavedSession::survivesOtherTexts_data()
     QTest::newRow("strange page")
         << R"([{"pages": [{"path": 1}, [], {"path": "/a", "line": -5, "following": "x"}]}])"
         << qsizetype(1);
+    QTest::newRow("strange format")
+        << R"([{"pages": [{"path": "/a", "format": {"delimiter": 70000, "header": 1, )"
+           R"("encoding": "none", "log": 99}}, {"path": "/b", "format": "x"}]}])"
+        << qsizetype(1);
     QTest::newRow("current too high")
         << R"([{"pages": [{"path": "/a"}], "current": 9}])" << qsizetype(1);
 }
@@ -87,7 +93,7 @@ void tst_SavedSession::survivesOtherTexts()
         QVERIFY(window.current >= 0);
         QVERIFY(window.current <= qMax(0, int(window.pages.size()) - 1));
         for (const PageState &page : window.pages)
-            QVERIFY(page.line >= 0 && page.isFollowing);
+            QVERIFY(page.line >= 0 && page.isFollowing && page.format == FormatRequest());
     }
 }
 

@@ -149,6 +149,8 @@ private Q_SLOTS:
     void patternPlaces_data();
     void patternPlaces();
     void marksArePlaces();
+    void placesFarFromEachOther_data();
+    void placesFarFromEachOther();
     void patternsAtRandom();
     void placesOfSeveralPatterns();
     void onlyWhatBytesTell_data();
@@ -271,6 +273,33 @@ void tst_ViewerSearch::marksArePlaces()
     QCOMPARE(pattern->first("xabc\"y"), 1);
     QCOMPARE(pattern->last("x\"abcy"), 2);
     QCOMPARE(pattern->first("xaby"), -1);
+}
+
+void tst_ViewerSearch::placesFarFromEachOther_data()
+{
+    QTest::addColumn<int>("distance");
+    for (int around : {1024, 3 * 1024, 127 * 1024, 400 * 1024}) {
+        for (int distance = around - 6; distance <= around + 6; ++distance)
+            QTest::addRow("%d bytes", distance) << distance;
+    }
+}
+
+//! They are looked for in parts of the bytes, from either side.
+void tst_ViewerSearch::placesFarFromEachOther()
+{
+    QFETCH(int, distance);
+    const auto pattern = BytePattern::of("desk", '"');
+    for (const QByteArray text : {"desk", "\"", "\xc5\xbf", "\xe2\x84\xaa"}) {
+        const QByteArray room(distance, '.');
+        QCOMPARE(pattern->first(room + text), distance);
+        QCOMPARE(pattern->first(room + text + room + "desk"), distance);
+        QCOMPARE(pattern->first(room + text + "desk\""), distance);
+        QCOMPARE(pattern->last(text + room), 0);
+        QCOMPARE(pattern->last("desk" + room + text + room), 4 + distance);
+        QCOMPARE(pattern->last("desk\"" + text + room), 5);
+        QCOMPARE(pattern->first(room + "des"), -1);
+        QCOMPARE(pattern->last("esk" + room), -1);
+    }
 }
 
 void tst_ViewerSearch::patternsAtRandom()

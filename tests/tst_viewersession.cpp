@@ -3,6 +3,7 @@
 
 #include "feed/feedwindow.h"
 #include "savedsession.h"
+#include "search/findpanel.h"
 #include "session.h"
 #include "windows/filewindow.h"
 #include "windows/tabwindow.h"
@@ -17,6 +18,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -34,6 +36,7 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void welcomesWhoOpensNothing();
+    void welcomesThoseWithoutAMouse();
     void opensFromThePageOfWelcome();
     void showsTheFeedOnDemand();
     void opensFilesBehindTabs();
@@ -42,6 +45,9 @@ private Q_SLOTS:
     void goesOnWhereItEnded();
     void keepsWindows();
     void keepsColumns();
+    void keepsTheFormat();
+    void keepsWhatWasNotSeen();
+    void keepsThePlaceInFilesThatHaveGone();
     void waitsForFilesThatHaveGone();
     void leavesSettingsAloneWhenTimed();
     void doesNotKeepTheFeed();
@@ -143,6 +149,29 @@ void tst_ViewerSession::welcomesWhoOpensNothing()
         QVERIFY(!page->table()->isVisible());
     });
     QCOMPARE(m_status, 0);
+}
+
+void tst_ViewerSession::welcomesThoseWithoutAMouse()
+{
+    run(QStringList(), [] {
+        const auto *page = onlyPage<WelcomeWindow>();
+        QVERIFY(page);
+        page->window()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(page->window()));
+        const auto buttons = page->findChildren<QCommandLinkButton *>();
+        QCOMPARE(QApplication::focusWidget(), buttons.at(0));
+        QTest::keyClick(buttons.at(0), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), buttons.at(1));
+        // There are no rows to look for, to save or to mark.
+        QTest::keySequence(page->window(), QKeySequence(QKeySequence::Find));
+        QVERIFY(!page->findChild<FindPanel *>()->isVisible());
+        const auto actions = page->findChildren<QAction *>();
+        for (const QAction *action : actions) {
+            if (action->text() == QString::fromUtf8("Save Rows &As…")
+                || action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_M))
+                QVERIFY(!action->isEnabled());
+        }
+    });
 }
 
 void tst_ViewerSession::opensFromThePageOfWelcome()
@@ -311,6 +340,79 @@ void tst_ViewerSession::keepsColumns()
         QTRY_COMPARE(page->rows(), 2);
         QTRY_COMPARE(page->table()->header()->visualIndex(0), 1);
         QCOMPARE(page->table()->header()->sectionSize(0), 321);
+    });
+}
+
+//! What was chosen by hand is chosen again, unless the command line says otherwise.
+void tst_ViewerSession::keepsTheFormat()
+{
+    const QString path = write("a.csv", "name,count\nx,1\ny,2\n");
+    FormatRequest chosen;
+    chosen.delimiter = QChar(u'\0');
+    chosen.encoding = Encoding::named("Latin-1");
+    run({path}, [chosen] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        page->reopen(chosen);
+        QTRY_COMPARE(page->rows(), 3);
+    });
+    run(QStringList(), [chosen] {
+        const auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QCOMPARE(page->request(), chosen);
+        QTRY_COMPARE(page->rows(), 3);
+    });
+    SessionOptions options;
+    options.format.hasHeader = true;
+    run(options, [&options] {
+        const auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QCOMPARE(page->request(), options.format);
+    });
+}
+
+//! A page that stays behind its tab has no columns to save.
+void tst_ViewerSession::keepsWhatWasNotSeen()
+{
+    const QString csv = write("a.csv", "name,count\nx,1\ny,2\n");
+    const QString log = write("b.log", numberedLines(3));
+    run({csv, log}, [] {
+        const TabWindow *window = tabWindows().first();
+        ViewerWindow *page = window->pages().first();
+        QTRY_COMPARE(page->rows(), 2);
+        page->table()->header()->resizeSection(0, 321);
+        window->tabs()->setCurrentIndex(1);
+    });
+    run(QStringList(), [] {
+        const ViewerWindow *page = tabWindows().first()->pages().first();
+        QTRY_COMPARE(page->rows(), 2);
+        QVERIFY(!page->isVisible());
+    });
+    run(QStringList(), [] {
+        const TabWindow *window = tabWindows().first();
+        ViewerWindow *page = window->pages().first();
+        window->tabs()->setCurrentIndex(0);
+        QTRY_COMPARE(page->rows(), 2);
+        QTRY_COMPARE(page->table()->header()->sectionSize(0), 321);
+    });
+}
+
+void tst_ViewerSession::keepsThePlaceInFilesThatHaveGone()
+{
+    const QString path = write("a.log", numberedLines(5000));
+    run({path}, [] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->rows(), 5000);
+        page->showLine(2345);
+    });
+    QVERIFY(QFile::remove(path));
+    run(QStringList(), [] { QTRY_VERIFY(onlyPage<FileWindow>()->hasFailed()); });
+    write("a.log", numberedLines(5000));
+    run(QStringList(), [] {
+        const auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->table()->currentIndex().row(), 2344);
     });
 }
 

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "basics/keys.h"
+#include "feed/feedwindow.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/tabwindow.h"
@@ -10,13 +12,19 @@
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
+#include <QShortcut>
+#include <QSignalBlocker>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -26,6 +34,37 @@ QStringList tabTexts(const TabWindow *window)
     for (int tab = 0; tab < window->tabs()->count(); ++tab)
         texts.append(window->tabs()->tabText(tab));
     return texts;
+}
+
+//! Whether \a action hears its keys while \a focus has the focus.
+bool isHeard(const QAction *action, const QWidget *focus)
+{
+    if (!action->isEnabled() || action->shortcutContext() == Qt::WindowShortcut)
+        return action->isEnabled();
+    const QList<QObject *> users = action->associatedObjects();
+    return std::any_of(users.begin(), users.end(), [focus](QObject *user) {
+        const auto *widget = qobject_cast<QWidget *>(user);
+        return widget && (widget == focus || widget->isAncestorOf(focus));
+    });
+}
+
+//! Those that mean something in \a window where \a page has the focus.
+QStringList keysIn(const TabWindow *window, const ViewerWindow *page)
+{
+    QStringList keys;
+    const auto actions = page->findChildren<QAction *>();
+    for (const QAction *action : actions) {
+        const QList<QKeySequence> shortcuts = action->shortcuts();
+        for (const QKeySequence &key : shortcuts) {
+            if (!key.isEmpty() && isHeard(action, window->focusWidget()))
+                keys.append(key.toString());
+        }
+    }
+    const auto shortcuts = window->findChildren<QShortcut *>(QString(), Qt::FindDirectChildrenOnly);
+    for (const QShortcut *shortcut : shortcuts)
+        keys.append(shortcut->key().toString());
+    keys.sort();
+    return keys;
 }
 
 } // namespace
@@ -48,6 +87,11 @@ private Q_SLOTS:
     void movesPagesThatFollow();
     void windowMenuTellsAllPages();
     void survivesPagesThatGo();
+    void survivesAPageThatGoesWhileFiltered();
+    void noKeyIsAmbiguous_data();
+    void noKeyIsAmbiguous();
+    void leavesKeysToOthers_data();
+    void leavesKeysToOthers();
 
 private:
     QString write(const QString &name, const QByteArray &text) const;
@@ -303,6 +347,86 @@ void tst_ViewerTabs::survivesPagesThatGo()
     QVERIFY(!first->isVisible());
     QVERIFY(!first->parentWidget());
     Q_UNUSED(second)
+}
+
+void tst_ViewerTabs::survivesAPageThatGoesWhileFiltered()
+{
+    open("a.log");
+    // The long s may be one: every row is looked at, which takes a while.
+    constexpr int rows = 1 << 19;
+    FileWindow *page = open("b.log", QByteArray("\xc5\xbf\n").repeated(rows));
+    QTRY_COMPARE(page->rows(), rows);
+    auto *field = page->findChild<QLineEdit *>("findLineEdit");
+    {
+        const QSignalBlocker beforeSearching(field);
+        field->setText("sq");
+    }
+    const auto actions = page->findChildren<QAction *>();
+    const auto filter = std::find_if(actions.begin(), actions.end(), [](const QAction *action) {
+        return action->shortcut() == QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
+    });
+    QVERIFY(filter != actions.end());
+    const QPointer<FileWindow> gone(page);
+    QMetaObject::invokeMethod(
+        this, [this] { m_pages.pop_back(); }, Qt::QueuedConnection);
+    (*filter)->trigger();
+    QVERIFY(!gone);
+}
+
+void tst_ViewerTabs::noKeyIsAmbiguous_data()
+{
+    QTest::addColumn<bool>("isFeed");
+    QTest::addColumn<bool>("isFinding");
+    QTest::newRow("file") << false << false;
+    QTest::newRow("file, finding") << false << true;
+    QTest::newRow("feed") << true << false;
+    QTest::newRow("feed, finding") << true << true;
+}
+
+//! Qt tells nobody but the console when two actions want a key.
+void tst_ViewerTabs::noKeyIsAmbiguous()
+{
+    QFETCH(bool, isFeed);
+    QFETCH(bool, isFinding);
+    FileWindow *file = open("a.log");
+    FeedWindow feed(0, FeedModel::NewRows::AtTop, &m_statistics);
+    if (isFeed)
+        m_windows->add(&feed);
+    ViewerWindow *page = isFeed ? static_cast<ViewerWindow *>(&feed) : file;
+    TabWindow *window = m_windows->windowOf(page);
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    if (isFinding)
+        page->openFind();
+    const QStringList keys = keysIn(window, page);
+    QVERIFY(keys.contains(QKeySequence(Qt::CTRL | Qt::Key_G).toString()));
+    QVERIFY(keys.contains(QKeySequence(Qt::ALT | Qt::Key_1).toString()));
+    QCOMPARE(keys.contains(QStringLiteral("Esc")), isFinding);
+    QStringList once = keys;
+    once.removeDuplicates();
+    QCOMPARE(keys, once);
+}
+
+void tst_ViewerTabs::leavesKeysToOthers_data()
+{
+    QTest::addColumn<QList<QKeySequence>>("keys");
+    QTest::addColumn<QList<QKeySequence>>("left");
+    const QKeySequence usual(Qt::Key_F3);
+    const QKeySequence taken(Qt::CTRL | Qt::Key_G);
+    QTest::newRow("other keys") << QList {usual} << QList {usual};
+    QTest::newRow("first") << QList {taken, usual} << QList {usual};
+    QTest::newRow("second") << QList {usual, taken} << QList {usual};
+    QTest::newRow("the only one") << QList {taken} << QList<QKeySequence>();
+}
+
+void tst_ViewerTabs::leavesKeysToOthers()
+{
+    QFETCH(QList<QKeySequence>, keys);
+    QFETCH(QList<QKeySequence>, left);
+    QAction action;
+    action.setShortcuts(keys);
+    leaveKey(&action, QKeySequence(Qt::CTRL | Qt::Key_G));
+    QCOMPARE(action.shortcuts(), left);
 }
 
 QTEST_MAIN(tst_ViewerTabs)

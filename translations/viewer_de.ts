@@ -29,6 +29,33 @@
     </message>
 </context>
 <context>
+    <name>BookModel</name>
+    <message>
+        <source>Symbol</source>
+        <translation>Symbol</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>Letzter</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Änderung</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>Hoch</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>Tief</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Volumen</translation>
+    </message>
+</context>
+<context>
     <name>ColorRulesDialog</name>
     <message>
         <source>Colours of Rows</source>
@@ -573,6 +600,13 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>Message</source>
         <translation>Meldung</translation>
+    </message>
+</context>
+<context>
+    <name>MarketPane</name>
+    <message>
+        <source>Market</source>
+        <translation>Markt</translation>
     </message>
 </context>
 <context>

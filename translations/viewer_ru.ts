@@ -29,6 +29,33 @@
     </message>
 </context>
 <context>
+    <name>BookModel</name>
+    <message>
+        <source>Symbol</source>
+        <translation>Инструмент</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>Последняя</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Изменение</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>Максимум</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>Минимум</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Объём</translation>
+    </message>
+</context>
+<context>
     <name>ColorRulesDialog</name>
     <message>
         <source>Colours of Rows</source>
@@ -573,6 +600,13 @@ cannot be shown: %2</source>
     <message>
         <source>Message</source>
         <translation>Сообщение</translation>
+    </message>
+</context>
+<context>
+    <name>MarketPane</name>
+    <message>
+        <source>Market</source>
+        <translation>Рынок</translation>
     </message>
 </context>
 <context>

@@ -19,6 +19,11 @@ const QString s_isFollowing = QStringLiteral("following");
 const QString s_line = QStringLiteral("line");
 const QString s_columnCount = QStringLiteral("columnCount");
 const QString s_columns = QStringLiteral("columns");
+const QString s_format = QStringLiteral("format");
+const QString s_delimiter = QStringLiteral("delimiter");
+const QString s_hasHeader = QStringLiteral("header");
+const QString s_encoding = QStringLiteral("encoding");
+const QString s_log = QStringLiteral("log");
 
 QString toText(const QByteArray &bytes)
 {
@@ -30,6 +35,35 @@ QByteArray fromText(const QJsonValue &value)
     return QByteArray::fromBase64(value.toString().toLatin1());
 }
 
+QJsonObject toJson(const FormatRequest &format)
+{
+    QJsonObject json;
+    if (format.delimiter)
+        json[s_delimiter] = int(format.delimiter->unicode());
+    if (format.hasHeader)
+        json[s_hasHeader] = *format.hasHeader;
+    if (format.encoding)
+        json[s_encoding] = format.encoding->name();
+    if (format.log)
+        json[s_log] = int(*format.log);
+    return json;
+}
+
+FormatRequest formatFrom(const QJsonObject &json)
+{
+    FormatRequest format;
+    const int delimiter = json[s_delimiter].toInt(-1);
+    if (delimiter >= 0 && delimiter <= 0xffff)
+        format.delimiter = QChar(delimiter);
+    if (json[s_hasHeader].isBool())
+        format.hasHeader = json[s_hasHeader].toBool();
+    format.encoding = Encoding::named(json[s_encoding].toString());
+    const int log = json[s_log].toInt(-1);
+    if (log >= 0 && log <= int(LogFormat::Kind::Syslog))
+        format.log = LogFormat::Kind(log);
+    return format;
+}
+
 QJsonObject toJson(const PageState &page)
 {
     return {
@@ -38,6 +72,7 @@ QJsonObject toJson(const PageState &page)
         {s_line, page.line},
         {s_columnCount, page.columnCount},
         {s_columns, toText(page.columns)},
+        {s_format, toJson(page.format)},
     };
 }
 
@@ -49,6 +84,7 @@ PageState pageFrom(const QJsonObject &json)
     page.line = qMax(0, json[s_line].toInt());
     page.columnCount = qMax(0, json[s_columnCount].toInt());
     page.columns = fromText(json[s_columns]);
+    page.format = formatFrom(json[s_format].toObject());
     return page;
 }
 

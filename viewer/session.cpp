@@ -66,7 +66,7 @@ void Session::begin()
     if (!saved.isEmpty())
         m_geometry = saved.first().geometry;
     for (const QString &path : m_options.files)
-        m_asked.insert(open(path));
+        m_asked.insert(open(path, m_options.format));
     if (!m_windows.empty()) {
         m_tabs.windows().first()->setCurrent(m_windows.front().get());
         return;
@@ -81,12 +81,14 @@ void Session::begin()
 
 void Session::restore(const QList<SavedWindow> &windows)
 {
+    const FormatRequest &asked = m_options.format;
+    const bool isAnyAsked = asked != FormatRequest();
     QList<ViewerWindow *> inFront;
     for (const SavedWindow &saved : windows) {
         m_geometry = saved.geometry;
         QList<ViewerWindow *> pages;
         for (const PageState &state : saved.pages) {
-            pages.append(open(state.path, pages.value(0)));
+            pages.append(open(state.path, isAnyAsked ? asked : state.format, pages.value(0)));
             if (pages.size() == 1)
                 m_tabs.detach(pages.first());
             pages.last()->restore(state);
@@ -139,13 +141,14 @@ void Session::quit()
     m_isEnding = false;
 }
 
-ViewerWindow *Session::open(const QString &path, const ViewerWindow *beside)
+ViewerWindow *Session::open(const QString &path, const FormatRequest &format,
+                            const ViewerWindow *beside)
 {
     const QUrl url(path);
     const QString file = url.isLocalFile() ? url.toLocalFile() : path;
     if (isWatched())
         RecentFiles::add(file);
-    return add(std::make_unique<FileWindow>(file, m_options.format, &m_statistics), beside);
+    return add(std::make_unique<FileWindow>(file, format, &m_statistics), beside);
 }
 
 ViewerWindow *Session::openFeed(const ViewerWindow *beside)
@@ -156,7 +159,7 @@ ViewerWindow *Session::openFeed(const ViewerWindow *beside)
 
 void Session::openFrom(ViewerWindow *page, const QString &path)
 {
-    open(path, page);
+    open(path, m_options.format, page);
     leave(page);
 }
 
@@ -196,6 +199,7 @@ void Session::forget(const ViewerWindow *window)
     if (it == m_windows.end())
         return;
     noteFailure(*window);
+    m_asked.remove(window); // another one may come to be in its place
     it->release()->deleteLater();
     m_windows.erase(it);
 }

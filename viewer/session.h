@@ -55,7 +55,8 @@ private:
     void windowCreated(TabWindow *window);
     void save() const;
     void quit();
-    ViewerWindow *open(const QString &path, const ViewerWindow *beside = nullptr);
+    ViewerWindow *open(const QString &path, const FormatRequest &format,
+                       const ViewerWindow *beside = nullptr);
     ViewerWindow *openFeed(const ViewerWindow *beside = nullptr);
     void openFrom(ViewerWindow *page, const QString &path);
     ViewerWindow *add(std::unique_ptr<ViewerWindow> window, const ViewerWindow *beside);

@@ -14,6 +14,8 @@ constexpr char s_longS[] = "\xc5\xbf";
 
 constexpr int s_caseBit = 'a' ^ 'A';
 constexpr qsizetype s_span = 32; // places looked at in one go
+constexpr qsizetype s_window = 1024;
+constexpr qsizetype s_largestWindow = 65536;
 
 char toLower(char c)
 {
@@ -48,6 +50,13 @@ qsizetype indexOf(QByteArrayView bytes, const QByteArray &character, qsizetype f
         ++place;
     }
     return -1;
+}
+
+// Some of what is looked for may be everywhere, and the rest nowhere: one is not looked for
+// far behind the other.
+qsizetype nextWindow(qsizetype places)
+{
+    return qMin(2 * places, s_largestWindow);
 }
 
 } // namespace
@@ -126,6 +135,45 @@ qsizetype BytePattern::firstExact(QByteArrayView bytes) const
 
 qsizetype BytePattern::first(QByteArrayView bytes) const
 {
+    if (m_alternates.isEmpty())
+        return firstExact(bytes);
+    qsizetype begin = 0;
+    for (qsizetype places = s_window; begin < bytes.size(); places = nextWindow(places)) {
+        const qsizetype room = qMin(places + longest() - 1, bytes.size() - begin);
+        const qsizetype found = firstIn(bytes.sliced(begin, room));
+        if (found >= 0 && found < places)
+            return begin + found;
+        begin += places;
+    }
+    return -1;
+}
+
+qsizetype BytePattern::last(QByteArrayView bytes) const
+{
+    if (m_alternates.isEmpty())
+        return lastIn(bytes);
+    qsizetype end = bytes.size();
+    for (qsizetype places = s_window; end > 0; places = nextWindow(places)) {
+        const qsizetype begin = qMax<qsizetype>(end - places, 0);
+        const qsizetype room = qMin(end - begin + longest() - 1, bytes.size() - begin);
+        const qsizetype found = lastIn(bytes.sliced(begin, room));
+        if (found >= 0)
+            return begin + found;
+        end = begin;
+    }
+    return -1;
+}
+
+qsizetype BytePattern::longest() const
+{
+    qsizetype longest = size();
+    for (const QByteArray &alternate : m_alternates)
+        longest = qMax(longest, alternate.size());
+    return longest;
+}
+
+qsizetype BytePattern::firstIn(QByteArrayView bytes) const
+{
     qsizetype found = firstExact(bytes);
     for (const QByteArray &alternate : m_alternates) {
         const QByteArrayView before = bytes.first(found < 0 ? bytes.size() : found);
@@ -137,7 +185,7 @@ qsizetype BytePattern::first(QByteArrayView bytes) const
 
 // Each step looks at the byte where the pattern would begin: that byte tells how far away
 // the next place is at least.
-qsizetype BytePattern::last(QByteArrayView bytes) const
+qsizetype BytePattern::lastIn(QByteArrayView bytes) const
 {
     qsizetype found = -1;
     for (qsizetype i = bytes.size() - size(); i >= 0;) {

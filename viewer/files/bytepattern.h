@@ -38,6 +38,9 @@ private:
     bool isAt(const char *place) const;
     qsizetype firstEdges(const char *places) const;
     qsizetype firstExact(QByteArrayView bytes) const;
+    qsizetype firstIn(QByteArrayView bytes) const;
+    qsizetype lastIn(QByteArrayView bytes) const;
+    qsizetype longest() const;
 
     QByteArray m_lower;             //!< in lower case
     Skips m_backward;               //!< by the byte below the first one

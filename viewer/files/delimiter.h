@@ -42,6 +42,8 @@ struct FormatRequest
     std::optional<Encoding> encoding = {}; //!< of the text
     std::optional<LogFormat::Kind> log =
         {}; //!< of the lines; a delimiter that is given counts first
+
+    friend bool operator==(const FormatRequest &, const FormatRequest &) = default;
 };
 
 /*!

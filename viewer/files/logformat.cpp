@@ -174,22 +174,27 @@ std::optional<Members> logfmtMembers(const QString &line)
     Reader reader(line);
     Members members;
     qsizetype unnamed = -1; // where they begin
+    qsizetype end = 0;      // of the last of them
+    const auto endUnnamed = [&] {
+        if (unnamed >= 0)
+            members.append({QString(), QString(), line.mid(unnamed, end - unnamed)});
+        unnamed = -1;
+    };
     while (true) {
         reader.skipSpaces();
-        if (reader.isAtEnd())
-            return members;
         const qsizetype begin = reader.place();
+        if (reader.isAtEnd()) {
+            endUnnamed();
+            return members;
+        }
         const QString word = reader.takeUntil(QStringLiteral("= \t\""));
         if (!isName(word) || !reader.take(u'=')) {
             reader.takeUntil(QStringLiteral(" \t"));
-            if (unnamed >= 0)
-                members.removeLast();
-            else
-                unnamed = begin;
-            members.append({QString(), QString(), reader.since(unnamed)});
+            unnamed = unnamed < 0 ? begin : unnamed;
+            end = reader.place();
             continue;
         }
-        unnamed = -1;
+        endUnnamed();
         const std::optional<QString> value = reader.next() == u'"'
             ? reader.takeString()
             : std::optional(reader.takeUntil(QStringLiteral(" \t")));
@@ -214,10 +219,10 @@ const QRegularExpression &accessLine()
 
 const QRegularExpression &syslogLine()
 {
-    static const QRegularExpression expression(QStringLiteral(
-        "^(?:<\\d{1,3}>)?"
-        "([A-Z][a-z]{2} [ \\d]\\d \\d\\d:\\d\\d:\\d\\d|\\d{4}-\\d\\d-\\d\\dT[\\d:.,]+"
-        "(?:Z|[+-]\\d\\d:?\\d\\d)?) (\\S+) ([^\\s:\\[]+)(?:\\[(\\d+)\\])?: (.*)$"));
+    static const QRegularExpression expression(
+        QStringLiteral("^((?:<\\d{1,3}>)?(?:[A-Z][a-z]{2} [ \\d]\\d "
+                       "\\d\\d:\\d\\d:\\d\\d|\\d{4}-\\d\\d-\\d\\dT[\\d:.,]+"
+                       "(?:Z|[+-]\\d\\d:?\\d\\d)?)) (\\S+) ([^\\s:\\[]+)(?:\\[(\\d+)\\])?: (.*)$"));
     return expression;
 }
 

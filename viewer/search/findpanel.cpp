@@ -24,8 +24,7 @@ FindPanel::FindPanel(TableFilter *find, QWidget *parent)
     createSwitches();
     setTexts();
     setViewFind(find);
-    const auto *next = findChild<QToolButton *>(QStringLiteral("findNextButton"));
-    connect(next->defaultAction(), &QAction::enabledChanged, this, &FindPanel::readyChanged);
+    connect(nextAction(), &QAction::enabledChanged, this, &FindPanel::readyChanged);
     connect(m_filterAction, &QAction::toggled, this, &FindPanel::hasFilterChanged);
     connect(find, &TableFilter::modelShown, this, [this] { setHasFilter(m_find->isFiltered()); });
     connect(this, &QToolBar::visibilityChanged, this, &FindPanel::soughtChanged);
@@ -105,6 +104,11 @@ void FindPanel::changeEvent(QEvent *event)
 QLineEdit *FindPanel::field() const
 {
     return findChild<QLineEdit *>(QStringLiteral("findLineEdit"));
+}
+
+QAction *FindPanel::nextAction() const
+{
+    return findChild<QToolButton *>(QStringLiteral("findNextButton"))->defaultAction();
 }
 
 void FindPanel::fillColumnMenu()

@@ -46,6 +46,8 @@ public Q_SLOTS:
     bool findNext(const QString &text) override;
     void filter(const QString &text) override;
     void resetSearch() override;
+    //! Goes to the next match while the focus is inside.
+    QAction *nextAction() const;
     //! Filters by the text of the field, or shows all rows again.
     void toggleFilter();
     //! Looks for \a text as it is: not as an expression, nor as words.

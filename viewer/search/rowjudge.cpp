@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr int s_linesAtOnce = 256; // judged by their text in far less than 40 ms
+constexpr int s_linesAtOnce = 256;    // judged by their text in far less than 40 ms
+constexpr int s_linesByBytes = 16384; // of which some may have to be judged by their text
 
 QStringList namesOf(const QAbstractItemModel &model)
 {
@@ -77,6 +78,7 @@ int RowJudge::judge(int first, int end, std::vector<int> *found) const
 {
     if (!m_byBytes)
         return judgeRows(first, end, found);
+    end = first + qMin(end - first, s_linesByBytes);
     m_lines->readLines(first, end, &m_raw);
     if (m_raw.ends.empty())
         return judgeRows(first, qMin(end, first + 1), found);

@@ -52,6 +52,7 @@ ColorRulesDialog::ColorRulesDialog(const QList<ColorRule> &rules, QWidget *paren
         {tr("Rows with"), tr("Regular expression"), tr("Match case"), tr("Colour")});
     m_table->verticalHeader()->hide();
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setTabKeyNavigation(false); // the buttons are reached by it
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_table->horizontalHeader()->setSectionResizeMode(Text, QHeaderView::Stretch);
     m_problem->setObjectName(QStringLiteral("problemLabel"));
@@ -71,10 +72,6 @@ ColorRulesDialog::ColorRulesDialog(const QList<ColorRule> &rules, QWidget *paren
     connect(m_table, &QTableWidget::itemChanged, this, &ColorRulesDialog::update);
     connect(m_table, &QTableWidget::currentCellChanged, this, &ColorRulesDialog::update);
     connect(m_table, &QTableWidget::cellActivated, this, [this](int row, int column) {
-        if (column == Color)
-            chooseColor(row);
-    });
-    connect(m_table, &QTableWidget::cellDoubleClicked, this, [this](int row, int column) {
         if (column == Color)
             chooseColor(row);
     });

@@ -27,7 +27,6 @@ namespace {
 
 constexpr int s_progressSteps = 1000;
 constexpr int s_waitTime = 500;     // ms between looks for a missing file
-constexpr int s_patternTime = 1000; // ms between looks for a newer file
 constexpr int s_messageTime = 8000; // ms that the status bar tells what happened
 
 using Activity = TextFileModel::Activity;
@@ -64,8 +63,8 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     if (!m_pattern.isEmpty()) {
         if (const QString newest = newestFile(m_pattern); !newest.isEmpty())
             m_path = newest;
-        m_patternTimer.start(s_patternTime);
-        connect(&m_patternTimer, &QTimer::timeout, this, &FileWindow::takeNewestFile);
+        connect(&m_newest, &NewestFileWatch::found, this, &FileWindow::takeNewestFile);
+        m_newest.start(m_pattern);
     }
     if (canReopen())
         setWindowFilePath(QFileInfo(path).absoluteFilePath());
@@ -142,11 +141,11 @@ void FileWindow::showPath()
                        : tr("%1 — newest of %2").arg(name, QFileInfo(m_pattern).fileName()));
 }
 
-//! Whoever has chosen a row of the former file stays with that file.
-void FileWindow::takeNewestFile()
+//! Whoever has chosen a row of the former file, if there is one, stays with that file.
+void FileWindow::takeNewestFile(const QString &newest)
 {
-    const QString newest = newestFile(m_pattern);
-    if (newest.isEmpty() || newest == m_path || !isFollowing())
+    const bool isAnyShown = m_path != m_pattern;
+    if (newest == m_path || (isAnyShown && !isFollowing()))
         return;
     m_path = newest;
     showPath();
@@ -206,6 +205,13 @@ void FileWindow::filterChanged()
 bool FileWindow::isSettled() const
 {
     return m_settled;
+}
+
+PageState FileWindow::state() const
+{
+    PageState state = ViewerWindow::state();
+    state.format = m_request;
+    return state;
 }
 
 void FileWindow::toggleIndexing()

@@ -5,6 +5,7 @@
 #define FILEWINDOW_H
 
 #include "files/delimiter.h"
+#include "files/newestfilewatch.h"
 #include "viewerwindow.h"
 
 #include <memory>
@@ -29,6 +30,8 @@ public:
 
     TextFileModel *model() const { return m_model.get(); }
     bool isSettled() const override;
+    //! With request().
+    PageState state() const override;
     bool hasFailed() const override { return m_failed; }
 
     //! Opens the file again, in the format that \a request leaves open, at the same row and
@@ -56,7 +59,7 @@ private:
     void reportFailure();
     bool isAwaited() const;
     void waitForFile();
-    void takeNewestFile();
+    void takeNewestFile(const QString &newest);
     void showPath();
     void toggleIndexing();
     QString activityText() const;
@@ -64,7 +67,7 @@ private:
 
     const QString m_pattern;                //!< of files, of which the newest is shown; or empty
     QString m_path;                         //!< of the file, as given
-    QTimer m_patternTimer {this};           //!< looks for a newer file
+    NewestFileWatch m_newest;               //!< looks for a newer file
     FormatRequest m_request;                //!< see request()
     std::unique_ptr<TextFileModel> m_model; //!< the file
     QTimer m_waitTimer {this};              //!< looks for a file that cannot be read yet

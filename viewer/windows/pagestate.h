@@ -4,6 +4,8 @@
 #ifndef PAGESTATE_H
 #define PAGESTATE_H
 
+#include "files/delimiter.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -15,6 +17,7 @@ struct PageState
     int line = 0;            //!< that was current or at the top, from 1 on; 0 for none
     int columnCount = 0;     //!< that columns is about
     QByteArray columns;      //!< QHeaderView::saveState()
+    FormatRequest format;    //!< that was chosen
 
     friend bool operator==(const PageState &, const PageState &) = default;
 };

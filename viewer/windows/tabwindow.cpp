@@ -4,7 +4,6 @@
 #include "tabwindow.h"
 
 #include "basics/distinctnames.h"
-#include "viewertable.h"
 #include "viewerwindow.h"
 
 #include <QCloseEvent>
@@ -126,7 +125,7 @@ void TabWindow::pagesChanged()
 {
     nameTabs();
     if (ViewerWindow *page = current())
-        page->table()->setFocus();
+        page->setFocus();
 }
 
 void TabWindow::nameTabs()

@@ -5,6 +5,7 @@
 
 #include "aboutdialog.h"
 #include "basics/icons.h"
+#include "basics/keys.h"
 #include "basics/recentfiles.h"
 #include "colorrulesdialog.h"
 #include "columnmenu.h"
@@ -41,6 +42,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPointer>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStackedWidget>
@@ -51,6 +53,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace {
@@ -89,6 +92,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     m_pages->addWidget(page);
     m_pages->addWidget(m_message);
     setCentralWidget(m_pages);
+    setFocusProxy(m_table);
     createActions();
     createFindActions();
     createMenus();
@@ -150,6 +154,7 @@ void ViewerWindow::createFindActions()
     m_goToAction = new QAction(tr("&Go to Line…"), this);
     m_goToAction->setShortcut(Qt::CTRL | Qt::Key_G);
     connect(m_goToAction, &QAction::triggered, this, &ViewerWindow::goToLine);
+    leaveKey(m_nextAction, m_goToAction->shortcut());
     m_closeAction = new QAction(this);
     m_closeAction->setShortcut(Qt::Key_Escape);
     m_closeAction->setEnabled(false);
@@ -187,6 +192,7 @@ void ViewerWindow::createFindPanel()
     m_filterTimer.setSingleShot(true);
     m_filterTimer.setInterval(s_filterDelay);
     connect(&m_filterTimer, &QTimer::timeout, this, &ViewerWindow::updateFilterBar);
+    leaveKey(m_findPanel->nextAction(), m_goToAction->shortcut());
     connect(m_findPanel, &FindPanel::rowFound, this, &ViewerWindow::keepFoundRow);
     connect(m_findPanel, &QToolBar::visibilityChanged, this, &ViewerWindow::findPanelShown);
     connect(m_find, &TableFilter::modelAboutToBeShown, this, &ViewerWindow::modelAboutToBeShown);
@@ -289,11 +295,13 @@ void ViewerWindow::findAgain(bool forward)
 //! Without a text to filter by it asks for one.
 void ViewerWindow::toggleFilter()
 {
+    const QPointer<ViewerWindow> self(this);
     if (m_findPanel->field()->text().isEmpty())
         openFind();
     else
         m_findPanel->toggleFilter();
-    m_filterAction->setChecked(m_findPanel->hasFilter());
+    if (self) // it may have been closed while rows were looked at
+        m_filterAction->setChecked(m_findPanel->hasFilter());
 }
 
 void ViewerWindow::updateFilterBar()
@@ -347,10 +355,9 @@ void ViewerWindow::createMenus()
     open->setIcon(Icons::action(QStringLiteral("document-open"), QStringLiteral("open")));
     QMenu *recent = m_fileMenu->addMenu(tr("Open &Recent"));
     connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecentMenu(recent); });
-    m_fileMenu
-        ->addAction(tr("Save Rows &As…"), this,
-                    [this] { RowExportDialog::saveRowsAs(m_table, this); })
-        ->setShortcut(QKeySequence::SaveAs);
+    m_saveAction = m_fileMenu->addAction(tr("Save Rows &As…"), this,
+                                         [this] { RowExportDialog::saveRowsAs(m_table, this); });
+    m_saveAction->setShortcut(QKeySequence::SaveAs);
     QAction *close = m_fileMenu->addAction(tr("&Close"), this, &QWidget::close);
     close->setShortcut(QKeySequence::Close);
     QAction *quit = m_fileMenu->addAction(tr("&Quit"), this, &ViewerWindow::quitRequested);
@@ -543,25 +550,45 @@ void ViewerWindow::showPage(QWidget *page)
     m_pages->setCurrentIndex(m_pages->addWidget(page));
 }
 
+void ViewerWindow::leaveOutRows()
+{
+    m_saveAction->setEnabled(false);
+    for (QMenu *menu : std::initializer_list<QMenu *> {m_editMenu, m_viewMenu, m_marks}) {
+        menu->menuAction()->setVisible(false);
+        const QList<QAction *> actions = menu->actions();
+        for (QAction *action : actions)
+            action->setEnabled(false); // their keys, too
+    }
+}
+
 void ViewerWindow::showTable()
 {
     m_pages->setCurrentIndex(0);
 }
 
+//! What is still to be restored is as it was.
 PageState ViewerWindow::state() const
 {
-    PageState state;
+    PageState state = m_restored;
     state.path = windowFilePath();
     state.isFollowing = isFollowing();
-    QModelIndex row = m_table->currentIndex();
-    if (!row.isValid())
-        row = m_table->indexAt({0, 0});
-    state.line = m_find->toSource(row).row() + 1;
+    state.line = shownLine();
     if (m_columnsFitted > 0) {
         state.columnCount = m_columnsFitted;
         state.columns = m_table->header()->saveState();
     }
     return state;
+}
+
+//! The current one, or that at the top, from 1 on; 0 without rows.
+int ViewerWindow::shownLine() const
+{
+    QModelIndex row = m_table->currentIndex();
+    if (!row.isValid() && m_awaitedLine > 0)
+        return m_awaitedLine;
+    if (!row.isValid() && rows() > 0)
+        row = m_table->model()->index(m_table->rowAt(0), 0);
+    return m_find->toSource(row).row() + 1;
 }
 
 void ViewerWindow::restore(const PageState &state)

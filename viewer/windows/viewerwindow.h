@@ -57,9 +57,10 @@ public:
     virtual bool hasFailed() const { return false; }
 
     //! How the page is shown. Its path is windowFilePath().
-    PageState state() const;
+    virtual PageState state() const;
     //! Shows it as it was: at the row with the line that was current, as soon as there is one,
-    //! and with columns as wide as they were, if there are as many. The path is left alone.
+    //! and with columns as wide as they were, if there are as many. Path and format are left
+    //! alone.
     void restore(const PageState &state);
 
     //! Selected rows as text, in the order of the table and of the columns on screen. At
@@ -106,6 +107,8 @@ protected:
     void showMessage(const QString &text);
     //! Shows \a page, which becomes a child, in place of the table.
     void showPage(QWidget *page);
+    //! There never are rows: what is about them cannot be chosen.
+    void leaveOutRows();
     //! Shows the table again after showMessage().
     void showTable();
     //! No rows will come soon: restore() waits for its line no longer.
@@ -159,6 +162,7 @@ private:
     void rowsChanged();
     void fitNewColumns();
     void growColumnsSoon();
+    int shownLine() const;
 
     FrameStatistics *m_statistics;     //!< of the table, not owned
     QStackedWidget *m_pages;           //!< table or message
@@ -177,6 +181,7 @@ private:
     QMenu *m_editMenu = nullptr;       //!< what goes elsewhere is at its end
     QMenu *m_viewMenu = nullptr;       //!< Follow is its first action
     QToolBar *m_toolBar = nullptr;     //!< Follow is its first action
+    QAction *m_saveAction = nullptr;   //!< writes the rows to a file
     QAction *m_followAction = nullptr; //!< checked while following
     QAction *m_copyAction = nullptr;   //!< Ctrl+C
     QAction *m_findAction = nullptr;   //!< Ctrl+F

@@ -47,7 +47,7 @@ WelcomeWindow::WelcomeWindow(FrameStatistics *statistics)
     area->setWidget(page);
     showPage(area);
     toolBar()->hide();
-    followAction()->setEnabled(false);
+    leaveOutRows();
 }
 
 void WelcomeWindow::addTexts(QVBoxLayout *layout)
@@ -69,6 +69,7 @@ void WelcomeWindow::addButtons(QVBoxLayout *layout)
     auto *open = new QCommandLinkButton(tr("&Open Files…"), tr("Logs, tables, any text"));
     connect(open, &QAbstractButton::clicked, this, &WelcomeWindow::chooseFile);
     layout->addWidget(open);
+    setFocusProxy(open);
     auto *feed = new QCommandLinkButton(tr("Show the &Market"),
                                         tr("A simulated feed of up to 50,000 rows a second"));
     connect(feed, &QAbstractButton::clicked, this, &WelcomeWindow::feedRequested);
