@@ -235,7 +235,7 @@ void FileWindow::updateStatus()
         reportFailure();
     const bool isOpening = m_model->activity() == Activity::Opening;
     const bool isFirstScreenOpen = m_model->activity() == Activity::Indexing
-        && m_model->rowCount() == 0 && m_model->fileSize() > 0;
+        && m_model->rowCount() == 0 && (m_model->fileSize() > 0 || m_model->isCompressed());
     if (!isOpening && m_model->activity() != Activity::Indexing)
         showAwaitedLine();
     if (m_settled || isOpening || isFirstScreenOpen)
