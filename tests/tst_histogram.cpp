@@ -18,6 +18,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimeZone>
 #include <QToolTip>
 
 namespace {
@@ -26,7 +27,7 @@ namespace {
 QByteArray logLines(int count, int step)
 {
     QByteArray text;
-    const QDateTime begin(QDate(2026, 11, 22), QTime(8, 0), Qt::UTC);
+    const QDateTime begin(QDate(2026, 11, 22), QTime(8, 0), QTimeZone::utc());
     for (int i = 0; i < count; ++i) {
         text += begin.addSecs(i * step).toString("yyyy-MM-dd HH:mm:ss").toLatin1();
         text += i == 0 ? " WARN x\n" : i >= count * 9 / 10 ? " ERROR x\n" : " INFO x\n";

@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QDateTime>
 #include <QInputDialog>
+#include <QTimeZone>
 
 namespace {
 
@@ -17,7 +18,7 @@ constexpr int s_rowsAbove = 2000; // looked at for a time
 
 QString written(const TimeStamp &time)
 {
-    const QDateTime clock = QDateTime::fromMSecsSinceEpoch(time.clock, Qt::UTC);
+    const QDateTime clock = QDateTime::fromMSecsSinceEpoch(time.clock, QTimeZone::utc());
     return clock.toString(time.hasDate ? QStringLiteral("yyyy-MM-dd HH:mm:ss")
                                        : QStringLiteral("HH:mm:ss"));
 }

@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QLocale>
+#include <QTimeZone>
 
 #include <algorithm>
 #include <array>
@@ -106,7 +107,7 @@ QString HistogramColumns::text(qint64 place, qint64 step) const
 {
     if (!m_areTimes)
         return QLocale().toString(place + 1);
-    const QDateTime clock = QDateTime::fromMSecsSinceEpoch(place, Qt::UTC);
+    const QDateTime clock = QDateTime::fromMSecsSinceEpoch(place, QTimeZone::utc());
     if (step >= s_day && m_haveDates)
         return clock.toString(QStringLiteral("yyyy-MM-dd"));
     return clock.toString(step < s_second       ? QStringLiteral("HH:mm:ss.zzz")
