@@ -148,7 +148,8 @@ void tst_AsciiExpression::findsWhatQtFinds()
         if (!made)
             continue;
         ++simple;
-        const QRegularExpression expression(text, options);
+        // PCRE2 10.46 looks in the wrong place for where "c?a.{2}" may begin.
+        const QRegularExpression expression(QStringLiteral("(*NO_START_OPT)") + text, options);
         QVERIFY2(expression.isValid(), qPrintable(text));
         for (int i = 0; i < 20; ++i) {
             QByteArray subject;
