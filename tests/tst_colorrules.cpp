@@ -261,8 +261,8 @@ void tst_ColorRules::colorsRows()
 void tst_ColorRules::colorsWhatChanges()
 {
     QStandardItemModel model;
-    model.appendRow({new QStandardItem("MMMM")});
-    model.appendRow({new QStandardItem("NNNN")});
+    model.appendRow(new QStandardItem("MMMM"));
+    model.appendRow(new QStandardItem("NNNN"));
     ViewerTable table(&m_statistics);
     table.resize(600, 200);
     table.setModel(&model);
