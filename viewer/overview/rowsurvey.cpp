@@ -99,10 +99,11 @@ void RowSurvey::beginAnew()
 
 void RowSurvey::begin(Pass *pass)
 {
-    const TextFileModel *file = lines();
-    const QStringList needles = m_sought.needles();
-    m_pattern =
-        file && needles.size() == 1 ? file->patternFor(needles.first(), m_columns) : std::nullopt;
+    if (pass == &m_hits) {
+        m_judge.reset();
+        if (const QAbstractItemModel *source = m_find->source())
+            m_judge.emplace(m_columns, m_sought).setSource(source);
+    }
     m_clock.reset();
     pass->lastRow = -1;
     pass->left.clear();
@@ -185,7 +186,7 @@ void RowSurvey::work()
     QElapsedTimer since;
     since.start();
     while (!isComplete() && since.elapsed() < slice) {
-        // Seeking may go through a block of the file at once.
+        // Seeking goes through a block of the file at once.
         const int atOnce = m_hits.left.isEmpty() ? s_rowsAtOnce : 1;
         for (int i = 0; i < atOnce && !isComplete(); ++i) {
             if (!m_hits.left.isEmpty())
@@ -209,39 +210,21 @@ const TextFileModel *RowSurvey::lines() const
     return qobject_cast<const TextFileModel *>(m_find->source());
 }
 
-//! Skips rows in whose bytes the text is not; looks at the next one.
+//! Looks at some rows for what is looked for; at those of a filter one by one, as others may be
+//! between them.
 void RowSurvey::seek()
 {
     const int row = m_hits.left.next();
-    int found = row;
-    bool mayHit = true;
-    if (m_pattern && !m_find->isFiltered()) {
-        const TextFileModel::Sighting sighting = lines()->look(*m_pattern, row, true);
-        found = sighting.row;
-        mayHit = sighting.mayShow;
-    }
-    const int end = m_hits.left.end();
-    if (!mayHit || found >= end) {
-        if (found >= rows()) // what grows may have it then
-            count(&m_hits, rows() - 1, nullptr);
-        m_hits.left.goOn(qMin(found, end));
-        return;
-    }
-    count(&m_hits, found, isHit(found) ? &m_hitRows : nullptr);
-    m_hits.left.goOn(found + 1);
-}
-
-bool RowSurvey::isHit(int row) const
-{
-    if (m_pattern && m_find->isFiltered()) {
-        const QByteArrayView bytes =
-            lines()->rowView(sourceRow(row), TextFileModel::maximumLineBytes);
-        if (m_pattern->first(bytes) < 0)
-            return false;
-    }
-    return std::any_of(m_columns.begin(), m_columns.end(), [&](int column) {
-        return m_sought.isIn(m_model->index(row, column).data().toString());
-    });
+    const int first = sourceRow(row);
+    const int end = m_find->isFiltered() ? first + 1 : m_hits.left.end();
+    m_found.clear();
+    const int next = row + m_judge->judge(first, end, &m_found) - first;
+    for (const int hit : m_found)
+        count(&m_hits, row + hit - first, &m_hitRows);
+    const bool isLastHit = !m_found.empty() && row + m_found.back() - first == rows() - 1;
+    if (next == rows() && !isLastHit) // what grows may have it then
+        count(&m_hits, rows() - 1, nullptr);
+    m_hits.left.goOn(next);
 }
 
 void RowSurvey::judgeLevel()

@@ -4,12 +4,11 @@
 #ifndef ROWSURVEY_H
 #define ROWSURVEY_H
 
-#include "files/bytepattern.h"
 #include "files/loglevel.h"
 #include "rowcells.h"
 #include "rowclock.h"
 #include "rowranges.h"
-#include "search/textmatcher.h"
+#include "search/rowjudge.h"
 #include "timebins.h"
 
 #include <QAbstractItemModel>
@@ -20,6 +19,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 class QTableFastView;
 class TableFilter;
@@ -100,7 +100,6 @@ private:
     void tellTime();
     void count(Pass *pass, int row, RowCells *cells);
     void noteLast(Pass *pass, int row, const std::function<void()> &takeBack);
-    bool isHit(int row) const;
     LogLevel levelOfRow(int row) const;
     int sourceRow(int row) const;
     const TextFileModel *lines() const;
@@ -110,7 +109,8 @@ private:
     QPointer<QAbstractItemModel> m_model; //!< the table's
     TextMatcher m_sought;                 //!< see setSought()
     QList<int> m_columns;                 //!< looked at for m_sought
-    std::optional<BytePattern> m_pattern; //!< in the file's bytes, if they tell
+    std::optional<RowJudge> m_judge;      //!< of the rows behind the filter, for m_sought
+    std::vector<int> m_found;             //!< kept for its memory
     Pass m_hits;
     Pass m_levels;
     Pass m_times;
