@@ -76,21 +76,24 @@ QSize PriceChart::minimumSizeHint() const
 }
 
 //! Room for the prices at its right, and for the name above.
-QRectF PriceChart::plot() const
-{
-    const double height = fontMetrics().height();
-    const double numbers = fontMetrics().horizontalAdvance(QLocale().toString(highest(), 'f', 2));
-    return QRectF(rect()).adjusted(s_margin * height, 1.5 * height, -numbers - height,
-                                   -s_margin * height);
-}
-
-QPointF PriceChart::place(const Point &point, double price, const QRectF &plot) const
+PriceChart::Scale PriceChart::scale() const
 {
     const double low = lowest();
-    const double range = std::max(highest() - low, 0.01);
+    const double high = highest();
+    const double height = fontMetrics().height();
+    const double numbers = fontMetrics().horizontalAdvance(QLocale().toString(high, 'f', 2));
+    return {QRectF(rect()).adjusted(s_margin * height, 1.5 * height, -numbers - height,
+                                    -s_margin * height),
+            low, high};
+}
+
+QPointF PriceChart::place(const Point &point, double price, const Scale &scale) const
+{
+    const QRectF &plot = scale.plot;
+    const double range = std::max(scale.high - scale.low, 0.01);
     const double age = double(m_points.back().at - point.at) * pointTime / shownTime;
     return {plot.right() - age * plot.width(),
-            plot.bottom() - (price - low) / range * plot.height()};
+            plot.bottom() - (price - scale.low) / range * plot.height()};
 }
 
 void PriceChart::paintEvent(QPaintEvent * /*event*/)
@@ -101,16 +104,17 @@ void PriceChart::paintEvent(QPaintEvent * /*event*/)
     const double height = fontMetrics().height();
     painter.drawText(QRectF(rect()).adjusted(s_margin * height, 0.25 * height, 0, 0),
                      int(Qt::AlignLeft | Qt::AlignTop), m_name);
-    const QRectF area = plot();
-    if (m_points.empty() || area.width() <= 0 || area.height() <= 0)
+    const Scale area = scale();
+    if (m_points.empty() || area.plot.isEmpty())
         return;
     painter.setRenderHint(QPainter::Antialiasing);
     drawScale(&painter, area);
     drawPrices(&painter, area);
 }
 
-void PriceChart::drawScale(QPainter *painter, const QRectF &plot) const
+void PriceChart::drawScale(QPainter *painter, const Scale &scale) const
 {
+    const QRectF &plot = scale.plot;
     const QLocale locale;
     QColor line = palette().color(QPalette::Text);
     line.setAlphaF(0.15F);
@@ -121,25 +125,26 @@ void PriceChart::drawScale(QPainter *painter, const QRectF &plot) const
         painter->setPen(line);
         painter->drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
         painter->setPen(palette().color(QPalette::Text));
-        const double price = lowest() + part * (highest() - lowest());
+        const double price = scale.low + part * (scale.high - scale.low);
         painter->drawText(QRectF(plot.right() + height / 2, y - height, width(), 2 * height),
                           int(Qt::AlignLeft | Qt::AlignVCenter), locale.toString(price, 'f', 2));
     }
 }
 
-void PriceChart::drawPrices(QPainter *painter, const QRectF &plot) const
+void PriceChart::drawPrices(QPainter *painter, const Scale &scale) const
 {
+    const QRectF &plot = scale.plot;
     QColor color = palette().color(QPalette::Highlight);
     QPainterPath path;
-    path.moveTo(place(m_points.front(), m_points.front().last, plot));
+    path.moveTo(place(m_points.front(), m_points.front().last, scale));
     for (const Point &point : m_points) {
-        path.lineTo(place(point, point.low, plot));
-        path.lineTo(place(point, point.high, plot));
-        path.lineTo(place(point, point.last, plot));
+        path.lineTo(place(point, point.low, scale));
+        path.lineTo(place(point, point.high, scale));
+        path.lineTo(place(point, point.last, scale));
     }
     QPainterPath area = path;
     area.lineTo(plot.right(), plot.bottom());
-    area.lineTo(place(m_points.front(), lowest(), plot));
+    area.lineTo(place(m_points.front(), lowest(), scale));
     QLinearGradient gradient(plot.topLeft(), plot.bottomLeft());
     color.setAlphaF(0.35F);
     gradient.setColorAt(0, color);
@@ -150,5 +155,5 @@ void PriceChart::drawPrices(QPainter *painter, const QRectF &plot) const
     painter->setPen(QPen(color, 1.5));
     painter->drawPath(path);
     painter->setBrush(color);
-    painter->drawEllipse(place(m_points.back(), m_points.back().last, plot), 3, 3);
+    painter->drawEllipse(place(m_points.back(), m_points.back().last, scale), 3, 3);
 }

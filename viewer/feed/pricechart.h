@@ -51,10 +51,18 @@ private:
         double last; //!< price
     };
 
-    QRectF plot() const;
-    QPointF place(const Point &point, double price, const QRectF &plot) const;
-    void drawScale(QPainter *painter, const QRectF &plot) const;
-    void drawPrices(QPainter *painter, const QRectF &plot) const;
+    //! What stands where.
+    struct Scale
+    {
+        QRectF plot;
+        double low;  //!< price at its foot
+        double high; //!< price at its top
+    };
+
+    Scale scale() const;
+    QPointF place(const Point &point, double price, const Scale &scale) const;
+    void drawScale(QPainter *painter, const Scale &scale) const;
+    void drawPrices(QPainter *painter, const Scale &scale) const;
 
     QString m_name;             //!< see begin()
     std::deque<Point> m_points; //!< in order of time

@@ -4,26 +4,15 @@
 #include "histogramcolumns.h"
 
 #include "rowsurvey.h"
+#include "timesteps.h"
 
 #include <QDateTime>
 #include <QLocale>
 #include <QTimeZone>
 
 #include <algorithm>
-#include <array>
 
 namespace {
-
-constexpr qint64 s_second = 1000;
-constexpr qint64 s_minute = 60 * s_second;
-constexpr qint64 s_hour = 60 * s_minute;
-constexpr qint64 s_day = 24 * s_hour;
-
-constexpr std::array s_timeSteps {qint64(1),     qint64(5),     qint64(10), qint64(50),
-                                  qint64(100),   qint64(500),   s_second,   5 * s_second,
-                                  10 * s_second, 30 * s_second, s_minute,   5 * s_minute,
-                                  10 * s_minute, 30 * s_minute, s_hour,     3 * s_hour,
-                                  6 * s_hour,    12 * s_hour,   s_day};
 
 //! The least round step by which \a span has no more than \a most places.
 qint64 stepFor(qint64 span, int most, bool areTimes)
@@ -31,8 +20,8 @@ qint64 stepFor(qint64 span, int most, bool areTimes)
     size_t i = 0;
     qint64 step = 1;
     while (span / step >= most) {
-        if (areTimes && i + 1 < s_timeSteps.size())
-            step = s_timeSteps[++i];
+        if (areTimes && i + 1 < timeSteps.size())
+            step = timeSteps[++i];
         else
             step *= areTimes || QByteArray::number(step).startsWith('5') ? 2 : 5;
     }
@@ -108,11 +97,11 @@ QString HistogramColumns::text(qint64 place, qint64 step) const
     if (!m_areTimes)
         return QLocale().toString(place + 1);
     const QDateTime clock = QDateTime::fromMSecsSinceEpoch(place, QTimeZone::utc());
-    if (step >= s_day && m_haveDates)
+    if (step >= dayTime && m_haveDates)
         return clock.toString(QStringLiteral("yyyy-MM-dd"));
-    return clock.toString(step < s_second       ? QStringLiteral("HH:mm:ss.zzz")
-                              : step < s_minute ? QStringLiteral("HH:mm:ss")
-                                                : QStringLiteral("HH:mm"));
+    return clock.toString(step < secondTime       ? QStringLiteral("HH:mm:ss.zzz")
+                              : step < minuteTime ? QStringLiteral("HH:mm:ss")
+                                                  : QStringLiteral("HH:mm"));
 }
 
 QString HistogramColumns::description(int first, int last) const
@@ -121,14 +110,15 @@ QString HistogramColumns::description(int first, int last) const
     for (int i = first; i <= last; ++i)
         counts += at(i);
     const auto whole = [this](qint64 place) {
-        const QString day = m_haveDates && m_width < s_day ? text(place, s_day) + u' ' : QString();
+        const QString day =
+            m_haveDates && m_width < dayTime ? text(place, dayTime) + u' ' : QString();
         return day + text(place, m_width);
     };
     QString where;
     if (!m_areTimes)
         where =
             tr("Rows %1 to %2").arg(whole(begin(first)), whole(begin(first) + counts.rows() - 1));
-    else if (m_width >= s_day && first == last)
+    else if (m_width >= dayTime && first == last)
         where = whole(begin(first));
     else
         where = tr("%1 to %2").arg(whole(begin(first)), whole(begin(last + 1)));

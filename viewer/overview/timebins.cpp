@@ -3,23 +3,12 @@
 
 #include "timebins.h"
 
+#include "timesteps.h"
+
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace {
-
-constexpr qint64 s_second = 1000;
-constexpr qint64 s_minute = 60 * s_second;
-constexpr qint64 s_hour = 60 * s_minute;
-constexpr qint64 s_day = 24 * s_hour;
-
-// Each is so many times the one before.
-constexpr std::array s_widths {qint64(1),     qint64(5),     qint64(10), qint64(50),
-                               qint64(100),   qint64(500),   s_second,   5 * s_second,
-                               10 * s_second, 30 * s_second, s_minute,   5 * s_minute,
-                               10 * s_minute, 30 * s_minute, s_hour,     3 * s_hour,
-                               6 * s_hour,    12 * s_hour,   s_day};
 
 qint64 divided(qint64 number, qint64 by)
 {
@@ -65,8 +54,8 @@ void TimeBins::shrinkTo(int atMost)
 
 void TimeBins::widen()
 {
-    const auto *next = std::upper_bound(s_widths.begin(), s_widths.end(), m_width);
-    const qint64 width = next == s_widths.end() ? 2 * m_width : *next;
+    const auto *next = std::upper_bound(timeSteps.begin(), timeSteps.end(), m_width);
+    const qint64 width = next == timeSteps.end() ? 2 * m_width : *next;
     const qint64 share = width / m_width;
     const qint64 first = divided(m_first, share);
     std::vector<Counts> bins;

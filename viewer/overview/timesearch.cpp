@@ -4,6 +4,7 @@
 #include "timesearch.h"
 
 #include "rowtimes.h"
+#include "timesteps.h"
 
 #include <QElapsedTimer>
 
@@ -15,11 +16,10 @@ constexpr int s_samples = 100;
 constexpr int s_mostWithout = 500; // rows without a time that follow each other
 constexpr int s_reach = 2000;      // rows that are looked at for the first time of all
 constexpr int s_rowsAtOnce = 16;
-constexpr qint64 s_day = 86400000; // ms
 
 qint64 midnight(qint64 clock)
 {
-    const qint64 sinceMidnight = (clock % s_day + s_day) % s_day;
+    const qint64 sinceMidnight = (clock % dayTime + dayTime) % dayTime;
     return clock - sinceMidnight;
 }
 
