@@ -18,6 +18,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -69,6 +70,7 @@ private Q_SLOTS:
     void tellsFormat();
     void tellsWhatHappened_data();
     void tellsWhatHappened();
+    void tellsOnceWhatHappened();
 
 private:
     void write(const QByteArray &text) const;
@@ -342,6 +344,25 @@ void tst_ViewerReopen::tellsWhatHappened()
     write("x\ny\n");
     QTRY_COMPARE(window->rows(), 2);
     QCOMPARE(window->statusBar()->currentMessage(), message);
+}
+
+//! That the text has other columns now is no other file.
+void tst_ViewerReopen::tellsOnceWhatHappened()
+{
+    const auto window = open(numberedLines(1, 20));
+    QTRY_COMPARE(window->rows(), 20);
+    write("a,b\n");
+    QTRY_COMPARE(window->rows(), 1);
+    QVERIFY(!window->statusBar()->currentMessage().isEmpty());
+    window->statusBar()->clearMessage();
+    QSignalSpy reset(window->model(), &QAbstractItemModel::modelReset);
+    QFile file(m_path);
+    QVERIFY(file.open(QIODevice::Append));
+    QCOMPARE(file.write("1,2\n3,4\n"), 8);
+    file.close();
+    QTRY_VERIFY(window->model()->format().isDelimited());
+    QVERIFY(!reset.isEmpty());
+    QCOMPARE(window->statusBar()->currentMessage(), QString());
 }
 
 QTEST_MAIN(tst_ViewerReopen)

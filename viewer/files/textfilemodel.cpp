@@ -122,6 +122,7 @@ void TextFileModel::beginAnew(const FollowerNews &news)
     m_format = {};
     m_cache.clear();
     endResetModel();
+    Q_EMIT restarted();
 }
 
 //! The text is divided into other rows than before.

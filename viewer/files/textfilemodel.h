@@ -168,6 +168,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     //! Anything but the rows changed: activity, sizes, error, encoding.
     void statusChanged();
+    //! The rows are those of another text now: see lastRestart().
+    void restarted();
     //! For the thread; not to be used elsewhere.
     //! @{
     void stopRequested();

@@ -92,7 +92,7 @@ void FileWindow::open(const FormatRequest &request)
     m_model = std::make_unique<TextFileModel>(m_path, request);
     setModel(m_model.get(), Edge::End);
     connect(m_model.get(), &TextFileModel::statusChanged, this, &FileWindow::updateStatus);
-    connect(m_model.get(), &QAbstractItemModel::modelReset, this, &FileWindow::tellRestart);
+    connect(m_model.get(), &TextFileModel::restarted, this, &FileWindow::tellRestart);
     m_model->start();
 }
 
@@ -234,6 +234,8 @@ void FileWindow::updateStatus()
     if (m_model->activity() == Activity::Failed && !m_failed)
         reportFailure();
     const bool isOpening = m_model->activity() == Activity::Opening;
+    if (!isOpening && m_model->activity() != Activity::Failed)
+        m_isRetried = false;
     const bool isFirstScreenOpen = m_model->activity() == Activity::Indexing
         && m_model->rowCount() == 0 && (m_model->fileSize() > 0 || m_model->isCompressed());
     if (!isOpening && m_model->activity() != Activity::Indexing)
