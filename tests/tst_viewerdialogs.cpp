@@ -5,11 +5,15 @@
 #include "files/decompressor.h"
 #include "qtablefastview.h"
 #include "windows/aboutdialog.h"
+#include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/statisticsdialog.h"
 
+#include <QAction>
+#include <QDialog>
 #include <QLabel>
 #include <QLocale>
+#include <QPointer>
 #include <QStandardItemModel>
 #include <QTest>
 
@@ -23,6 +27,8 @@ private Q_SLOTS:
     void programHasItsIcon();
     void aboutTellsVersionsAndLicences();
     void statisticsTellWhatHappens();
+    void windowTakesItsDialogsAlong_data();
+    void windowTakesItsDialogsAlong();
 };
 
 namespace {
@@ -94,6 +100,34 @@ void tst_ViewerDialogs::statisticsTellWhatHappens()
     QVERIFY(!time.startsWith(u'0'));
     QVERIFY(textsOf(dialog).contains(time + QStringLiteral(" ms")));
     table.setModel(nullptr);
+}
+
+void tst_ViewerDialogs::windowTakesItsDialogsAlong_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::newRow("about") << QStringLiteral("&About");
+    QTest::newRow("colours") << QStringLiteral("Colours of Ro&ws…");
+    QTest::newRow("statistics") << QStringLiteral("&Statistics");
+}
+
+//! As at the end of a session, which may come while a dialog is open.
+void tst_ViewerDialogs::windowTakesItsDialogsAlong()
+{
+    QFETCH(QString, action);
+    FrameStatistics statistics;
+    auto window = std::make_unique<FileWindow>(QFINDTESTDATA("tst_viewerdialogs.cpp"),
+                                               FormatRequest(), &statistics);
+    window->show();
+    QPointer<QDialog> dialog;
+    const auto actions = window->findChildren<QAction *>();
+    for (QAction *each : actions) {
+        if (each->text() == action)
+            each->trigger();
+    }
+    dialog = window->findChild<QDialog *>();
+    QVERIFY(dialog && dialog->isVisible());
+    window.reset();
+    QVERIFY(!dialog);
 }
 
 QTEST_MAIN(tst_ViewerDialogs)

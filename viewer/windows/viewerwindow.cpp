@@ -65,6 +65,17 @@ constexpr int s_growDelay = 150;       // ms
 constexpr int s_filterDelay = 100;     // ms
 constexpr double s_partOfScreen = 0.9; // leaves room for a window's frame
 
+void colorAllTables(const QList<ColorRule> &rules)
+{
+    ColorRules::save(rules);
+    const ColorRules colors(rules);
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        if (auto *table = qobject_cast<ViewerTable *>(widget))
+            table->setColorRules(colors);
+    }
+}
+
 } // namespace
 
 ViewerWindow::ViewerWindow(FrameStatistics *statistics)
@@ -385,7 +396,7 @@ void ViewerWindow::createMenus()
 
     QMenu *helpMenu = menuBar()->addMenu(tr("&Help"));
     helpMenu->addAction(tr("&Statistics"), this, &ViewerWindow::showStatistics);
-    helpMenu->addAction(Icons::program(), tr("&About"), this, [this] { AboutDialog(this).exec(); });
+    helpMenu->addAction(Icons::program(), tr("&About"), this, &ViewerWindow::showAbout);
 
     m_toolBar = addToolBar(tr("Main Tool Bar"));
     m_toolBar->setMovable(false);
@@ -435,15 +446,17 @@ void ViewerWindow::dropEvent(QDropEvent *event)
 //! They hold for all windows.
 void ViewerWindow::editColorRules()
 {
-    ColorRulesDialog dialog(ColorRules::load(), this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    ColorRules::save(dialog.rules());
-    const QWidgetList widgets = QApplication::allWidgets();
-    for (QWidget *widget : widgets) {
-        if (auto *table = qobject_cast<ViewerTable *>(widget))
-            table->setColorRules(ColorRules(dialog.rules()));
-    }
+    auto *dialog = new ColorRulesDialog(ColorRules::load(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, dialog, [dialog] { colorAllTables(dialog->rules()); });
+    dialog->open();
+}
+
+void ViewerWindow::showAbout()
+{
+    auto *dialog = new AboutDialog(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }
 
 void ViewerWindow::showStatistics()

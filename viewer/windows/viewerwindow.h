@@ -156,6 +156,7 @@ private:
     void updateFilterBar();
     void fillRecentMenu(QMenu *menu);
     void editColorRules();
+    void showAbout();
     void showStatistics();
     void modelAboutToBeShown();
     void modelShown(QAbstractItemModel *model);
