@@ -3,18 +3,10 @@
 
 #include "wholerow.h"
 
+#include "basics/sourceindex.h"
 #include "textfilemodel.h"
 
-#include <QAbstractProxyModel>
-
 namespace {
-
-QModelIndex inSource(QModelIndex index)
-{
-    while (const auto *proxy = qobject_cast<const QAbstractProxyModel *>(index.model()))
-        index = proxy->mapToSource(index);
-    return index;
-}
 
 WholeRow rowOfFile(const TextFileModel &model, int row, qint64 mostBytes)
 {
@@ -42,7 +34,7 @@ WholeRow rowOfFile(const TextFileModel &model, int row, qint64 mostBytes)
 
 WholeRow wholeRow(const QModelIndex &index, qint64 mostBytes)
 {
-    const QModelIndex source = inSource(index);
+    const QModelIndex source = sourceIndex(index);
     if (const auto *file = qobject_cast<const TextFileModel *>(source.model()))
         return rowOfFile(*file, source.row(), mostBytes);
     WholeRow whole;

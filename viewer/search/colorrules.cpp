@@ -3,10 +3,10 @@
 
 #include "colorrules.h"
 
+#include "basics/sourceindex.h"
 #include "linefilter.h"
 
 #include <QAbstractItemModel>
-#include <QAbstractProxyModel>
 #include <QSettings>
 
 namespace {
@@ -16,14 +16,6 @@ const QString s_text = QStringLiteral("text");
 const QString s_isExpression = QStringLiteral("isExpression");
 const QString s_matchesCase = QStringLiteral("matchesCase");
 const QString s_color = QStringLiteral("color");
-
-//! What \a model shows rows of.
-const QAbstractItemModel *sourceOf(const QAbstractItemModel *model)
-{
-    while (const auto *proxy = qobject_cast<const QAbstractProxyModel *>(model))
-        model = proxy->sourceModel();
-    return model;
-}
 
 } // namespace
 
@@ -40,7 +32,7 @@ std::optional<QColor> ColorRules::colorOf(const QModelIndex &cell) const
 {
     if (isEmpty() || !cell.isValid())
         return {};
-    const QAbstractItemModel *source = sourceOf(cell.model());
+    const QAbstractItemModel *source = sourceIndex(cell).model();
     QStringList texts;
     for (int column = 0; column < cell.model()->columnCount(); ++column) {
         if (isTextColumn(source, column))
