@@ -341,11 +341,6 @@ bool LogFormat::joins(const QString &text) const
     return isNamed(kind) && text.contains(u',');
 }
 
-bool LogFormat::fits(const QString &line) const
-{
-    return hasForm(kind, line);
-}
-
 std::optional<LogFormat::Kind> LogFormat::kindNamed(const QString &name)
 {
     static const QHash<QString, Kind> kinds {

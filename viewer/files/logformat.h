@@ -41,8 +41,6 @@ struct LogFormat
 
     //! The fields of \a line, as many as there are names.
     QStringList split(const QString &line) const;
-    //! Whether \a line has the form.
-    bool fits(const QString &line) const;
     //! The character without which fields stand in their line as they are; 0 if they always do.
     char escape() const;
     //! Whether a field can have \a text though it is nowhere in the line, which has no escape().
