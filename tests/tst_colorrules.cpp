@@ -9,6 +9,7 @@
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 
+#include <QApplication>
 #include <QColorDialog>
 #include <QFile>
 #include <QLabel>
