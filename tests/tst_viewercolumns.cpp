@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "search/tablefilter.h"
 #include "windows/columnmenu.h"
+#include "windows/columnsort.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 
@@ -32,6 +34,7 @@ private:
     FrameStatistics m_statistics;
     std::unique_ptr<QStandardItemModel> m_model;
     std::unique_ptr<ViewerTable> m_table;
+    TableFilter *m_find = nullptr; //!< a child of the table
     std::unique_ptr<ColumnMenu> m_menu;
 };
 
@@ -45,10 +48,12 @@ void tst_ViewerColumns::init()
     }
     m_table = std::make_unique<ViewerTable>(&m_statistics);
     m_table->resize(700, 200);
-    m_table->setModel(m_model.get());
+    m_find = new TableFilter(m_table.get());
+    m_find->setSource(m_model.get());
     m_table->show();
     m_table->fitColumns();
-    m_menu = std::make_unique<ColumnMenu>(m_table.get(), nullptr);
+    m_menu =
+        std::make_unique<ColumnMenu>(m_table.get(), new ColumnSort(m_find, m_table.get()), nullptr);
 }
 
 void tst_ViewerColumns::cleanup()

@@ -32,6 +32,8 @@ public:
 
     int column() const { return m_column; }
     Qt::SortOrder order() const { return m_sortOrder; }
+    //! Whether the rows are in their order, but for some that have come or changed.
+    bool isSorted() const { return m_isSorted; }
     //! Whether there is nothing to be sorted.
     bool isSettled() const { return !m_job && !m_timer.isActive(); }
     //! Bytes that the order of the rows occupies.

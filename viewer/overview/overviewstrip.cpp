@@ -116,7 +116,7 @@ std::pair<int, int> OverviewStrip::rowsAt(int y) const
 QList<int> OverviewStrip::markedRows() const
 {
     QList<int> rows = m_marks->rows();
-    if (!m_find->isFiltered())
+    if (m_find->showsSource())
         return rows;
     QList<int> shown;
     for (const int row : std::as_const(rows)) {
@@ -124,6 +124,7 @@ QList<int> OverviewStrip::markedRows() const
         if (m_find->toSource(m_table->model()->index(near, 0)).row() == row)
             shown.append(near);
     }
+    std::sort(shown.begin(), shown.end());
     return shown;
 }
 

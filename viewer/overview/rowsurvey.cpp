@@ -202,7 +202,7 @@ void RowSurvey::work()
 
 int RowSurvey::sourceRow(int row) const
 {
-    return m_find->isFiltered() ? m_find->toSource(m_model->index(row, 0)).row() : row;
+    return m_find->showsSource() ? row : m_find->toSource(m_model->index(row, 0)).row();
 }
 
 const TextFileModel *RowSurvey::lines() const
@@ -210,13 +210,13 @@ const TextFileModel *RowSurvey::lines() const
     return qobject_cast<const TextFileModel *>(m_find->source());
 }
 
-//! Looks at some rows for what is looked for; at those of a filter one by one, as others may be
-//! between them.
+//! Looks at some rows for what is looked for; at those that are filtered or sorted one by one, as
+//! others may be between them.
 void RowSurvey::seek()
 {
     const int row = m_hits.left.next();
     const int first = sourceRow(row);
-    const int end = m_find->isFiltered() ? first + 1 : m_hits.left.end();
+    const int end = m_find->showsSource() ? m_hits.left.end() : first + 1;
     m_found.clear();
     const int next = row + m_judge->judge(first, end, &m_found) - first;
     for (const int hit : m_found)

@@ -39,6 +39,8 @@ public:
     bool takeOver(QAbstractItemModel *source);
     //! Makes takeOver(), from whose events this is called, give up.
     void cancel() { m_isCancelled = true; }
+    //! Rows that are shown of those before \a row of the source.
+    int placeOf(int row) const { return m_shown.placeOf(row); }
     //! Bytes that the numbers of the rows occupy.
     std::size_t memory() const { return m_shown.memory(); }
 

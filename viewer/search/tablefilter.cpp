@@ -7,6 +7,7 @@
 #include "files/textfilemodel.h"
 #include "find/eventpump_p.h"
 #include "linefilter.h"
+#include "order/sortedrows.h"
 #include "qtablefastview.h"
 
 #include <QHeaderView>
@@ -35,9 +36,9 @@ void TableFilter::setSource(QAbstractItemModel *model)
     m_source = model;
     m_lastCurrent = QModelIndex();
     Q_EMIT modelAboutToBeShown();
-    m_table->setModel(model);
+    QAbstractItemModel *shown = showSorted(model);
     m_filter.reset();
-    Q_EMIT modelShown(model);
+    Q_EMIT modelShown(shown);
 }
 
 void TableFilter::cancel()
@@ -55,22 +56,27 @@ int TableFilter::shownRows() const
 
 QModelIndex TableFilter::toSource(const QModelIndex &index) const
 {
-    return m_filter && index.model() == m_filter.get() ? m_filter->mapToSource(index) : index;
+    QModelIndex behind = index;
+    if (m_sorted && behind.model() == m_sorted.get())
+        behind = m_sorted->mapToSource(behind);
+    return m_filter && behind.model() == m_filter.get() ? m_filter->mapToSource(behind) : behind;
+}
+
+QModelIndex TableFilter::fromSource(const QModelIndex &index) const
+{
+    const QModelIndex filtered = m_filter ? m_filter->mapFromSource(index) : index;
+    return m_sorted ? m_sorted->mapFromSource(filtered) : filtered;
 }
 
 int TableFilter::rowNear(int row) const
 {
-    // Filtered rows keep their order.
-    int first = 0;
-    int end = shownRows();
-    while (first < end) {
-        const int middle = first + (end - first) / 2;
-        if (toSource(m_table->model()->index(middle, 0)).row() < row)
-            first = middle + 1;
-        else
-            end = middle;
-    }
-    return qMin(first, shownRows() - 1);
+    const QAbstractItemModel *unsorted = m_filter ? m_filter.get() : m_source.data();
+    if (!unsorted || shownRows() == 0)
+        return -1;
+    const int near = m_filter ? m_filter->placeOf(row) : row;
+    const int last = unsorted->rowCount() - 1;
+    const QModelIndex index = unsorted->index(qBound(0, near, last), 0);
+    return m_sorted ? qMax(0, m_sorted->mapFromSource(index).row()) : index.row();
 }
 
 TextMatcher TableFilter::shownMatcher() const
@@ -141,7 +147,7 @@ void TableFilter::dofilter(const QString &text)
         return;
     m_nextFilter = outer;
     if (isDone)
-        show(std::move(filter));
+        show(filter.release());
     if (self && !m_nextFilter)
         Q_EMIT filtering(1);
 }
@@ -240,22 +246,45 @@ bool TableFilter::acceptsRow(int row, const QString &text, bool forward)
 QModelIndex TableFilter::currentInSource() const
 {
     const QModelIndex current = m_table->currentIndex();
-    if (!m_filter)
+    if (showsSource())
         return current;
-    return current.isValid() ? m_filter->mapToSource(current) : QModelIndex(m_lastCurrent);
+    return current.isValid() ? toSource(current) : QModelIndex(m_lastCurrent);
 }
 
-void TableFilter::show(std::unique_ptr<LineFilter> filter)
+//! Makes \a model that of the table, or what sorts it.
+QAbstractItemModel *TableFilter::showSorted(QAbstractItemModel *model)
+{
+    std::unique_ptr<SortedRows> sorted;
+    if (model && m_sortColumn >= 0) {
+        sorted = std::make_unique<SortedRows>(model, m_sortColumn, m_sortOrder);
+        connect(sorted.get(), &SortedRows::progressed, this, &TableFilter::sorting);
+        model = sorted.get();
+    }
+    m_table->setModel(model);
+    std::swap(m_sorted, sorted);
+    return model;
+}
+
+void TableFilter::sortBy(int column, Qt::SortOrder order)
+{
+    m_sortColumn = column;
+    m_sortOrder = order;
+    if (m_source)
+        show(m_filter.get());
+    Q_EMIT sorting(m_sorted ? 0 : 1);
+}
+
+//! Shows the rows of \a filter, which it takes, or all.
+void TableFilter::show(LineFilter *filter)
 {
     Q_EMIT modelAboutToBeShown();
     m_lastCurrent = currentInSource();
     const QByteArray sections = m_table->header()->saveState();
-    QAbstractItemModel *model = filter ? filter.get() : m_source.data();
-    m_table->setModel(model);
-    m_filter = std::move(filter);
+    QAbstractItemModel *model = showSorted(filter ? filter : m_source.data());
+    if (filter != m_filter.get())
+        m_filter.reset(filter);
     m_table->header()->restoreState(sections);
-    const QModelIndex current =
-        m_filter ? m_filter->mapFromSource(m_lastCurrent) : QModelIndex(m_lastCurrent);
+    const QModelIndex current = fromSource(m_lastCurrent);
     if (current.isValid()) {
         m_table->selectionModel()->setCurrentIndex(
             current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);

@@ -16,6 +16,7 @@
 class BytePattern;
 class LineFilter;
 class QTableFastView;
+class SortedRows;
 class TextFileModel;
 
 /*!
@@ -43,12 +44,19 @@ public:
     //! The model behind the filter, if there is one.
     QAbstractItemModel *source() const { return m_source; }
     bool isFiltered() const { return m_filter != nullptr; }
+    //! Whether the rows of the table are those of source(), in its order.
+    bool showsSource() const { return !m_filter && !m_sorted; }
+    //! Shows rows in the order of \a column, or with −1 in that of source(), at the same current
+    //! row. They are sorted while events run.
+    void sortBy(int column, Qt::SortOrder order);
+    //! What sorts the rows of the table; null if nothing does.
+    const SortedRows *sortedRows() const { return m_sorted.get(); }
     //! Rows of the table.
     int shownRows() const;
     //! The cell of source() behind one of the table.
     QModelIndex toSource(const QModelIndex &index) const;
-    //! The first row of the table that shows \a row of source() or one behind it, else the
-    //! last row; -1 without rows.
+    //! The row of the table that shows \a row of source(), or the first shown one behind it, else
+    //! the last one; -1 without rows.
     int rowNear(int row) const;
     //! Whether rows are being looked at for a filter.
     bool isFiltering() const { return m_nextFilter != nullptr; }
@@ -96,9 +104,13 @@ Q_SIGNALS:
     //! \a part, from 0 to 1, of the rows has been looked at for a filter; 1 at its end,
     //! whatever that is.
     void filtering(double part);
+    //! \a part, from 0 to 1, of the rows has been sorted; 1 if nothing sorts them.
+    void sorting(double part);
 
 private:
-    void show(std::unique_ptr<LineFilter> filter);
+    void show(LineFilter *filter);
+    QAbstractItemModel *showSorted(QAbstractItemModel *model);
+    QModelIndex fromSource(const QModelIndex &index) const;
     QModelIndex currentInSource() const;
     bool findFromTheEnd(const QString &text);
     bool findBetween(int from, int end, const QString &text, const BytePattern &pattern);
@@ -107,12 +119,15 @@ private:
     QTableFastView *m_table;               //!< searched; the parent
     QPointer<QAbstractItemModel> m_source; //!< not owned
     std::unique_ptr<LineFilter> m_filter;  //!< shown; null without one
-    LineFilter *m_nextFilter = nullptr;    //!< looks at its rows
-    TextRules m_rules;                     //!< but for the case
-    QSet<int> m_leftOut;                   //!< columns that are not looked at
-    mutable TextMatcher m_matcher;         //!< the one asked for last
-    int m_searches = 0;                    //!< begun or ended: a change ends the one before
-    QPersistentModelIndex m_lastCurrent;   //!< of the source, kept while it is filtered out
+    std::unique_ptr<SortedRows> m_sorted;  //!< before the others; null without a column
+    int m_sortColumn = -1;                 //!< see sortBy()
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    LineFilter *m_nextFilter = nullptr;  //!< looks at its rows
+    TextRules m_rules;                   //!< but for the case
+    QSet<int> m_leftOut;                 //!< columns that are not looked at
+    mutable TextMatcher m_matcher;       //!< the one asked for last
+    int m_searches = 0;                  //!< begun or ended: a change ends the one before
+    QPersistentModelIndex m_lastCurrent; //!< of the source, kept while it is filtered out
 };
 
 #endif // TABLEFILTER_H

@@ -3,6 +3,7 @@
 
 #include "columnmenu.h"
 
+#include "columnsort.h"
 #include "viewertable.h"
 
 #include <QActionGroup>
@@ -14,9 +15,10 @@ constexpr int s_longestName = 40; // characters
 
 } // namespace
 
-ColumnMenu::ColumnMenu(ViewerTable *table, QWidget *parent)
+ColumnMenu::ColumnMenu(ViewerTable *table, ColumnSort *sort, QWidget *parent)
     : QMenu(tr("&Columns"), parent)
     , m_table(table)
+    , m_sort(sort)
 {
     QHeaderView *header = table->header();
     header->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -51,6 +53,7 @@ void ColumnMenu::fill(int column)
 void ColumnMenu::addColumn(int column)
 {
     const QString name = nameOf(column);
+    m_sort->addActions(addMenu(tr("&Sort by “%1”").arg(name)), column);
     addAction(tr("&Hide “%1”").arg(name), m_table, [this, column] {
         m_table->header()->hideSection(column);
     })->setEnabled(shownColumns() > 1);

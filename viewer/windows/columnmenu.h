@@ -6,17 +6,19 @@
 
 #include <QMenu>
 
+class ColumnSort;
 class ViewerTable;
 
-//! A menu of the columns of a table: which ones are shown, how wide, and on which side of them
-//! their texts stand. It also opens over the header, about the column there.
+//! A menu of the columns of a table: which ones are shown, how wide, on which side of them their
+//! texts stand, and which one rows are sorted by. It also opens over the header, about the column
+//! there.
 class ColumnMenu : public QMenu
 {
     Q_OBJECT
 
 public:
-    //! About \a table, which must outlive the menu.
-    ColumnMenu(ViewerTable *table, QWidget *parent);
+    //! About \a table, which \a sort sorts. Both must outlive the menu.
+    ColumnMenu(ViewerTable *table, ColumnSort *sort, QWidget *parent);
 
 private:
     void openAt(QPoint place);
@@ -28,6 +30,7 @@ private:
     QString nameOf(int column) const;
 
     ViewerTable *m_table; //!< not owned
+    ColumnSort *m_sort;   //!< not owned
     int m_column = -1;    //!< the one that the header was asked about, while it is open
 };
 

@@ -39,7 +39,8 @@ void RowFollower::setFollowing(bool on)
     const bool was = std::exchange(m_isFollowing, on);
     // Decides where the view keeps a table that is shorter than the window.
     const bool keepTop = on == (m_edge == Edge::Top);
-    m_table->header()->setSortIndicator(-1, keepTop ? Qt::AscendingOrder : Qt::DescendingOrder);
+    if (!m_table->header()->isSortIndicatorShown())
+        m_table->header()->setSortIndicator(-1, keepTop ? Qt::AscendingOrder : Qt::DescendingOrder);
     keepToEdge();
     if (was != on)
         Q_EMIT followingChanged(on);

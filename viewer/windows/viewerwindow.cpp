@@ -9,6 +9,7 @@
 #include "basics/recentfiles.h"
 #include "colorrulesdialog.h"
 #include "columnmenu.h"
+#include "columnsort.h"
 #include "common.h"
 #include "detailpane.h"
 #include "filterbar.h"
@@ -84,6 +85,7 @@ ViewerWindow::ViewerWindow(FrameStatistics *statistics)
     , m_table(new ViewerTable(statistics, m_pages))
     , m_follower(new RowFollower(m_table))
     , m_find(new TableFilter(m_table))
+    , m_sort(new ColumnSort(m_find, m_table))
     , m_filterBar(new FilterBar(m_pages))
     , m_message(new QLabel(m_pages))
     , m_tableRow(new QHBoxLayout)
@@ -235,6 +237,14 @@ void ViewerWindow::createSums()
         label->setVisible(!text.isEmpty());
     });
     connect(m_find, &TableFilter::modelShown, m_sums, &SelectionSums::followTable);
+    statusBar()->addPermanentWidget(m_sort->label());
+    connect(m_sort, &ColumnSort::sorted, this, &ViewerWindow::sortingChanged);
+}
+
+//! Where rows are sorted, the newest ones are anywhere.
+void ViewerWindow::sortingChanged(bool isSorted)
+{
+    setFollowing(isFollowing() && !isSorted);
 }
 
 void ViewerWindow::createMarks()
@@ -391,7 +401,7 @@ void ViewerWindow::createMenus()
     m_viewMenu->addAction(tr("&Usual Text Size"), m_table, &ViewerTable::resetZoom)
         ->setShortcut(Qt::CTRL | Qt::Key_0);
 
-    m_viewMenu->addMenu(new ColumnMenu(m_table, this));
+    m_viewMenu->addMenu(new ColumnMenu(m_table, m_sort, this));
     m_viewMenu->addAction(tr("Colours of Ro&ws…"), this, &ViewerWindow::editColorRules);
 
     QMenu *helpMenu = menuBar()->addMenu(tr("&Help"));
@@ -528,6 +538,7 @@ void ViewerWindow::fitNewColumns()
         m_table->fitColumns();
         if (m_restored.columnCount == columns)
             m_table->header()->restoreState(m_restored.columns);
+        m_sort->showInHeader();
         m_restored = {};
     }
     growColumnsSoon();

@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+class ColumnSort;
 class DetailPane;
 class FilterBar;
 class FindPanel;
@@ -157,6 +158,7 @@ private:
     void fillRecentMenu(QMenu *menu);
     void editColorRules();
     void showAbout();
+    void sortingChanged(bool isSorted);
     void showStatistics();
     void modelAboutToBeShown();
     void modelShown(QAbstractItemModel *model);
@@ -170,6 +172,7 @@ private:
     ViewerTable *m_table;              //!< on page 0, below m_filterBar
     RowFollower *m_follower;           //!< keeps the table to its edge
     TableFilter *m_find;               //!< searches and filters the table
+    ColumnSort *m_sort;                //!< a child of the table
     FilterBar *m_filterBar;            //!< above the table, while rows are filtered
     FindPanel *m_findPanel = nullptr;  //!< at the bottom, hidden at first
     QLabel *m_message;                 //!< page 1
