@@ -140,6 +140,37 @@
         <source>&amp;Right</source>
         <translation>&amp;Rechts</translation>
     </message>
+    <message>
+        <source>&amp;Sort by “%1”</source>
+        <translation>Nach „%1“ &amp;sortieren</translation>
+    </message>
+</context>
+<context>
+    <name>ColumnSort</name>
+    <message>
+        <source>&amp;Sort Upwards</source>
+        <translation>Auf&amp;steigend sortieren</translation>
+    </message>
+    <message>
+        <source>Sort &amp;Downwards</source>
+        <translation>A&amp;bsteigend sortieren</translation>
+    </message>
+    <message>
+        <source>&amp;Not Sorted</source>
+        <translation>&amp;Nicht sortiert</translation>
+    </message>
+    <message>
+        <source>Sorting… %1 %</source>
+        <translation>Sortiere … %1 %</translation>
+    </message>
+    <message>
+        <source>Sorted by “%1”</source>
+        <translation>Sortiert nach „%1“</translation>
+    </message>
+    <message>
+        <source>The order of the rows takes %1.</source>
+        <translation>Die Reihenfolge der Zeilen belegt %1.</translation>
+    </message>
 </context>
 <context>
     <name>Decompressor</name>

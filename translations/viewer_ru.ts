@@ -140,6 +140,37 @@
         <source>&amp;Right</source>
         <translation>По &amp;правому краю</translation>
     </message>
+    <message>
+        <source>&amp;Sort by “%1”</source>
+        <translation>Сор&amp;тировать по «%1»</translation>
+    </message>
+</context>
+<context>
+    <name>ColumnSort</name>
+    <message>
+        <source>&amp;Sort Upwards</source>
+        <translation>По &amp;возрастанию</translation>
+    </message>
+    <message>
+        <source>Sort &amp;Downwards</source>
+        <translation>По &amp;убыванию</translation>
+    </message>
+    <message>
+        <source>&amp;Not Sorted</source>
+        <translation>&amp;Не сортировать</translation>
+    </message>
+    <message>
+        <source>Sorting… %1 %</source>
+        <translation>Сортировка… %1 %</translation>
+    </message>
+    <message>
+        <source>Sorted by “%1”</source>
+        <translation>Сортировка по «%1»</translation>
+    </message>
+    <message>
+        <source>The order of the rows takes %1.</source>
+        <translation>Порядок строк занимает %1.</translation>
+    </message>
 </context>
 <context>
     <name>Decompressor</name>
