@@ -104,8 +104,17 @@ void ColumnSort::tellProgress(double part)
     m_label->setText(tr("Sorted by “%1”").arg(nameOf(rows->column())));
     m_label->setToolTip(tr("The order of the rows takes %1.")
                             .arg(QLocale().formattedDataSize(qint64(rows->memory()))));
-    if (std::exchange(m_isAwaited, false) && m_table->currentIndex().isValid())
+    if (std::exchange(m_isAwaited, false))
+        showFirst();
+}
+
+//! The row that somebody has chosen, else the one that comes first now.
+void ColumnSort::showFirst()
+{
+    if (m_table->currentIndex().isValid())
         m_table->scrollTo(m_table->currentIndex());
+    else
+        m_table->scrollToTop();
 }
 
 QString ColumnSort::nameOf(int column) const

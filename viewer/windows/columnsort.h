@@ -43,6 +43,7 @@ private:
     Qt::SortOrder order() const;
     void headerClicked(int column);
     void tellProgress(double part);
+    void showFirst();
     QString nameOf(int column) const;
 
     TableFilter *m_find;  //!< not owned
