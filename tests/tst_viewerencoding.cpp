@@ -259,7 +259,7 @@ void tst_ViewerEncoding::findsUnits()
     QFETCH(int, size);
     QFETCH(bool, isBigEndian);
     const TextUnits units {size, isBigEndian};
-    const quint32 seed = QRandomGenerator::global()->generate();
+    const quint32 seed = 1;
     qInfo("seed %u", seed);
     QRandomGenerator random(seed);
     for (int round = 0; round < 2000; ++round) {

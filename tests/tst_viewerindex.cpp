@@ -105,7 +105,7 @@ void tst_ViewerIndex::agreesWithPlainSplitter()
     QFETCH(int, lines);
     QFETCH(int, longest);
     for (int round = 0; round < 5; ++round) {
-        const quint32 seed = QRandomGenerator::global()->generate();
+        const auto seed = quint32(round + 1);
         qInfo("seed %u", seed);
         QRandomGenerator random(seed);
         const QByteArray text = randomText(&random, lines, longest);
@@ -161,7 +161,7 @@ void tst_ViewerIndex::readsWideUnits()
 {
     QFETCH(int, bytes);
     QFETCH(bool, isBigEndian);
-    const quint32 seed = QRandomGenerator::global()->generate();
+    const quint32 seed = 1;
     qInfo("seed %u", seed);
     QRandomGenerator random(seed);
     const QByteArray narrow = randomText(&random, 3000, 30);

@@ -48,9 +48,9 @@ LineIndex indexOf(const QByteArray &text, const TextFormat &format, qsizetype pi
 {
     const std::unique_ptr<LineScanner> scanner = makeScanner(format, 0, s_anyNumber);
     LineIndex index;
+    QRandomGenerator random(2);
     for (qsizetype from = 0; from < text.size();) {
-        const qsizetype wanted =
-            pieceSize > 0 ? pieceSize : QRandomGenerator::global()->bounded(1, 9);
+        const qsizetype wanted = pieceSize > 0 ? pieceSize : random.bounded(1, 9);
         const qsizetype size = qMin(wanted, text.size() - from);
         scanner->scan(text.constData() + from, std::size_t(size));
         from += size;
@@ -141,7 +141,7 @@ void tst_ViewerRecords::agreesWithPlainSplitter()
 {
     QFETCH(QString, encoding);
     QFETCH(QChar, delimiter);
-    const quint32 seed = QRandomGenerator::global()->generate();
+    const quint32 seed = 1;
     qInfo("seed %u", seed);
     QRandomGenerator random(seed);
     TextFormat format;
