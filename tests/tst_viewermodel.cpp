@@ -90,6 +90,7 @@ private Q_SLOTS:
     void refuses();
     void namesEncoding_data();
     void namesEncoding();
+    void headersStandAsTheirCells();
 
 private:
     void write(const QByteArray &text, QIODevice::OpenMode mode = QIODevice::WriteOnly);
@@ -713,6 +714,34 @@ void tst_ViewerModel::namesEncoding()
     write(text);
     TestedModel model(m_path);
     QTRY_COMPARE(model.encodingName(), name);
+}
+
+void tst_ViewerModel::headersStandAsTheirCells()
+{
+    write("name,amount,note,later\npear,,5 pieces,\n");
+    TextFileModel model(m_path);
+    model.start();
+    QTRY_COMPARE(model.columnCount(), 4);
+    QTRY_COMPARE(model.rowCount(), 1);
+    const auto rightOnes = [&model] {
+        QList<int> columns;
+        for (int column = 0; column < model.columnCount(); ++column) {
+            const int side =
+                model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
+            if ((side & Qt::AlignRight) != 0)
+                columns.append(column);
+        }
+        return columns;
+    };
+    QCOMPARE(rightOnes(), QList<int>());
+    QSignalSpy changed(&model, &QAbstractItemModel::headerDataChanged);
+    write("fig,9,4,\n", QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 2);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(rightOnes(), QList<int>({1}));
+    write("plum,none,,3\n", QIODevice::Append);
+    QTRY_COMPARE(model.rowCount(), 3);
+    QCOMPARE(rightOnes(), QList<int>({1, 3}));
 }
 
 QTEST_GUILESS_MAIN(tst_ViewerModel)

@@ -14,6 +14,7 @@ namespace {
 constexpr quint64 s_blockBytes = 65536;    // read at once where lines are asked for in turn
 constexpr quint64 s_searchBytes = 4 << 20; // the same where they are looked through
 constexpr quint64 s_lineBytes = 1 << 20;   // of lines that are looked at one by one
+constexpr int s_rowsOfKind = 16;           // that tell what a column has
 
 QVariant colorOf(LogLevel level)
 {
@@ -155,6 +156,8 @@ void TextFileModel::insertLines(const std::vector<LineBatch> &batches)
         beginInsertRows({}, before, after - 1);
         appendToIndex(batches);
         endInsertRows();
+        if (before < s_rowsOfKind) // which tell on which side the headers stand
+            Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
     } else {
         appendToIndex(batches);
     }
@@ -364,18 +367,29 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
     return {};
 }
 
+//! Whether the first of its rows that has something in \a column has a number.
+bool TextFileModel::isNumberColumn(int column) const
+{
+    if (!m_format.hasColumns())
+        return column == 0;
+    for (int row = 0; row < qMin(rowCount(), s_rowsOfKind); ++row) {
+        if (const QString text = fields(row).value(column); !text.isEmpty())
+            return isNumber(text);
+    }
+    return false;
+}
+
 QVariant TextFileModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
         return {};
-    const bool isLineNumber = !m_format.hasColumns() && section == 0;
     if (role == Qt::TextAlignmentRole)
-        return int(isLineNumber                ? numberAlignment
+        return int(isNumberColumn(section)     ? numberAlignment
                        : m_format.hasColumns() ? Qt::AlignLeft | Qt::AlignVCenter
                                                : lineAlignment);
     if (role != Qt::DisplayRole)
         return {};
     if (m_format.hasColumns())
         return m_format.names.at(section);
-    return isLineNumber ? tr("Line") : tr("Text");
+    return section == 0 ? tr("Line") : tr("Text");
 }

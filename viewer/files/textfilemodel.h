@@ -197,6 +197,7 @@ private:
     int rowAt(quint64 offset) const;
     QString text(const QModelIndex &index) const;
     bool isNumeric(const QModelIndex &index) const;
+    bool isNumberColumn(int column) const;
 
     const QString m_path;                     //!< as given
     const int m_maximumRows;                  //!< as given
