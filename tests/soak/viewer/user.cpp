@@ -5,8 +5,10 @@
 
 #include "feed/feedwindow.h"
 #include "files/textfilemodel.h"
+#include "order/sortedrows.h"
 #include "search/findpanel.h"
 #include "search/tablefilter.h"
+#include "windows/columnsort.h"
 #include "windows/detailpane.h"
 #include "windows/filewindow.h"
 #include "windows/tabwindow.h"
@@ -176,7 +178,7 @@ QString User::changeColumns()
     if (header->count() == 0)
         return QStringLiteral("no columns");
     const int column = m_random.bounded(header->count());
-    switch (m_random.bounded(5)) {
+    switch (m_random.bounded(7)) {
     case 0:
         header->setSectionHidden(column, !header->isSectionHidden(column));
         changed->setProperty(s_hasHidden, true);
@@ -191,6 +193,11 @@ QString User::changeColumns()
         table->setColumnAlignment(
             column, oneOf<Qt::Alignment>({Qt::Alignment(), Qt::AlignRight, Qt::AlignHCenter}));
         return QStringLiteral("align a column");
+    case 4:
+    case 5:
+        changed->findChild<ColumnSort *>()->sortBy(
+            oneOf({-1, column, column}), oneOf({Qt::AscendingOrder, Qt::DescendingOrder}));
+        return QStringLiteral("sort");
     default:
         header->resizeSection(column, m_random.bounded(500));
         return QStringLiteral("resize a column");
@@ -356,7 +363,7 @@ QString User::check()
             QTest::qWait(10);
             problem = compare(*shown, content);
             if (problem.isEmpty())
-                problem = compareFilter(*shown);
+                problem = compareShown(*shown);
         } while (!problem.isEmpty() && clock.elapsed() < s_patience);
         if (!problem.isEmpty())
             return shown->windowTitle() + QLatin1String(": ") + problem;
@@ -414,35 +421,48 @@ QString User::compare(const FileWindow &page, const QByteArray &content) const
     return {};
 }
 
-//! A filter shows the rows in which its text is, and no others.
-QString User::compareFilter(const FileWindow &page) const
+//! A filter shows the rows in which its text is, and no others; they may be sorted.
+QString User::compareShown(const FileWindow &page) const
 {
     const auto *find = page.table()->findChild<TableFilter *>();
     const TextFileModel &model = *page.model();
-    if (!find->isFiltered() || page.property(s_hasHidden).toBool() || model.fileSize() > s_compared)
+    if (find->showsSource() || page.property(s_hasHidden).toBool() || model.fileSize() > s_compared)
         return {};
-    if (find->isFiltering())
-        return QStringLiteral("it filters still");
+    const SortedRows *sorted = find->sortedRows();
+    if (find->isFiltering() || (sorted && !sorted->isSettled()))
+        return QStringLiteral("it filters or sorts still");
+    std::vector<int> rows;
+    for (int row = 0; row < page.rows(); ++row)
+        rows.push_back(find->toSource(page.table()->model()->index(row, 0)).row());
+    if (sorted) {
+        const auto value = [&](int row) {
+            return SortValue(model.index(row, sorted->column()).data().toString());
+        };
+        for (std::size_t at = 1; at < rows.size(); ++at) {
+            const int order = value(rows[at - 1]).compare(value(rows[at]), sorted->order());
+            if (order > 0 || (order == 0 && rows[at - 1] >= rows[at]))
+                return QStringLiteral("row %1 comes before row %2").arg(rows[at - 1]).arg(rows[at]);
+        }
+        std::sort(rows.begin(), rows.end());
+    }
     const TextMatcher matcher = find->shownMatcher();
-    int shown = 0;
+    std::vector<int> expected;
     for (int row = 0; row < model.rowCount(); ++row) {
-        bool isIn = false;
+        bool isIn = !find->isFiltered();
         for (int column = 0; column < model.columnCount() && !isIn; ++column)
             isIn = !model.isLineNumber(column)
                 && matcher.isIn(model.index(row, column).data().toString());
-        if (!isIn)
-            continue;
-        const QModelIndex index = page.table()->model()->index(shown++, 0);
-        if (find->toSource(index).row() != row)
-            return QStringLiteral("row %1 of %2, “%3”, with “%4” is missing")
-                .arg(row)
-                .arg(model.rowCount())
-                .arg(model.index(row, model.columnCount() - 1).data().toString(), matcher.text());
+        if (isIn)
+            expected.push_back(row);
     }
-    if (shown == page.rows())
+    if (rows == expected)
         return {};
-    return QStringLiteral("%1 rows for %2 with “%3”")
-        .arg(page.rows())
-        .arg(shown)
-        .arg(matcher.text());
+    const auto [is, wanted] =
+        std::mismatch(rows.begin(), rows.end(), expected.begin(), expected.end());
+    return QStringLiteral("%1 rows for %2 with “%3”; row %4 for %5")
+        .arg(rows.size())
+        .arg(expected.size())
+        .arg(matcher.text())
+        .arg(is == rows.end() ? -1 : *is)
+        .arg(wanted == expected.end() ? -1 : *wanted);
 }

@@ -57,7 +57,7 @@ private:
     ViewerWindow *page();
     void removeClosed();
     QString compare(const FileWindow &page, const QByteArray &content) const;
-    QString compareFilter(const FileWindow &page) const;
+    QString compareShown(const FileWindow &page) const;
 
     QRandomGenerator m_random;
     QTemporaryDir m_directory;
