@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "basics/contrast.h"
 #include "files/textfilemodel.h"
 #include "search/findpanel.h"
 #include "windows/detailpane.h"
@@ -22,6 +23,7 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCursor>
 
 namespace {
 
@@ -99,6 +101,7 @@ private Q_SLOTS:
     void followsThroughFilters();
     void hasAnAction();
     void copiesWhatIsSelected();
+    void showsColorsOfTerminals();
 
 private:
     std::unique_ptr<FileWindow> openFile(const QByteArray &bytes);
@@ -474,6 +477,34 @@ void tst_DetailPane::copiesWhatIsSelected()
     window->table()->setFocus();
     QTest::keySequence(window->table(), QKeySequence::Copy);
     QCOMPARE(QGuiApplication::clipboard()->text(), QString("2\ttwo words"));
+}
+
+void tst_DetailPane::showsColorsOfTerminals()
+{
+    QStandardItemModel model(1, 1);
+    model.setItem(0, 0, new QStandardItem("a \x1b[1;33mwarning\x1b[0m b"));
+    Scene scene(&model);
+    scene.show();
+    scene.table.setCurrentIndex(model.index(0, 0));
+    QTRY_COMPARE(scene.pane.text()->toPlainText(), QString("a warning b"));
+    const auto formatAt = [&](int place) {
+        QTextCursor cursor(scene.pane.text()->document());
+        cursor.setPosition(place + 1);
+        return cursor.charFormat();
+    };
+    QVERIFY(formatAt(5).fontWeight() > QFont::Normal);
+    const QColor paper = scene.pane.text()->palette().color(QPalette::Base);
+    const QColor color = formatAt(5).foreground().color();
+    QVERIFY(color != scene.pane.text()->palette().color(QPalette::Text));
+    QVERIFY(contrast(color, paper) >= readableContrast);
+    QVERIFY(formatAt(0).fontWeight() <= QFont::Normal);
+    QVERIFY(formatAt(10).fontWeight() <= QFont::Normal);
+    QPalette dark(QColor(0x30, 0x30, 0x30), QColor(0x10, 0x10, 0x10));
+    scene.pane.setPalette(dark);
+    QTRY_VERIFY(formatAt(5).foreground().color() != color);
+    QVERIFY(contrast(formatAt(5).foreground().color(),
+                     scene.pane.text()->palette().color(QPalette::Base))
+            >= readableContrast);
 }
 
 QTEST_MAIN(tst_DetailPane)

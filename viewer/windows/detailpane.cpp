@@ -3,6 +3,8 @@
 
 #include "detailpane.h"
 
+#include "ansitext.h"
+#include "basics/contrast.h"
 #include "rowdetails.h"
 
 #include <QAbstractItemView>
@@ -13,10 +15,34 @@
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTextCharFormat>
+#include <QTextCursor>
+
+#include <utility>
 
 namespace {
 
 constexpr qsizetype s_longLine = 10000; // characters; of longer ones words take too long to find
+
+constexpr qsizetype s_mostRuns = 5000; // of other looks; the rest is shown without
+
+QTextCharFormat formatOf(const AnsiText::Look &look, const QPalette &palette)
+{
+    const QColor paper = palette.color(QPalette::Base);
+    QColor text = look.text.isValid() ? look.text : palette.color(QPalette::Text);
+    QColor background = look.background.isValid() ? look.background : paper;
+    if (look.isInverse)
+        std::swap(text, background);
+    QTextCharFormat format;
+    format.setForeground(readable(text, background));
+    if (background != paper)
+        format.setBackground(background);
+    format.setFontWeight(look.isBold ? QFont::Bold : QFont::Normal);
+    format.setFontItalic(look.isItalic);
+    format.setFontUnderline(look.isUnderlined);
+    format.setFontStrikeOut(look.isStruckOut);
+    return format;
+}
 
 bool hasLongLine(const QString &text)
 {
@@ -133,8 +159,21 @@ void DetailPane::showRow()
     m_text->setLineWrapMode(details.isDump ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
     m_text->setWordWrapMode(hasLongLine(details.text) ? QTextOption::WrapAnywhere
                                                       : QTextOption::WrapAtWordBoundaryOrAnywhere);
-    m_text->setPlainText(details.text);
+    showText(details.text);
     bar->setValue(scrolled);
+}
+
+//! As a terminal would, in colours that can be read here.
+void DetailPane::showText(const QString &text)
+{
+    const AnsiText ansi(text);
+    m_text->setPlainText(ansi.plain());
+    QTextCursor cursor(m_text->document());
+    for (const AnsiText::Run &run : ansi.runs().first(qMin(ansi.runs().size(), s_mostRuns))) {
+        cursor.setPosition(int(run.begin));
+        cursor.setPosition(int(run.end), QTextCursor::KeepAnchor);
+        cursor.setCharFormat(formatOf(run.look, m_text->palette()));
+    }
 }
 
 void DetailPane::showEvent(QShowEvent *event)
@@ -148,4 +187,8 @@ void DetailPane::changeEvent(QEvent *event)
     QDockWidget::changeEvent(event);
     if (event->type() == QEvent::ApplicationFontChange)
         useFixedFont();
+    if (event->type() == QEvent::PaletteChange) {
+        m_content.clear();
+        schedule();
+    }
 }

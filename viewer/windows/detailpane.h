@@ -43,6 +43,7 @@ private Q_SLOTS:
 
 private:
     void useFixedFont();
+    void showText(const QString &text);
 
     QAbstractItemView *m_table;             //!< not owned
     QPlainTextEdit *m_text;                 //!< a child
