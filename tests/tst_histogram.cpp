@@ -5,12 +5,14 @@
 #include "files/textfilemodel.h"
 #include "overview/histogram.h"
 #include "overview/rowsurvey.h"
+#include "search/findpanel.h"
 #include "search/tablefilter.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFile>
 #include <QHelpEvent>
 #include <QMouseEvent>
@@ -68,13 +70,26 @@ private Q_SLOTS:
     void knowsColumnsByTheirPlace();
     void goesToTheColumn_data();
     void goesToTheColumn();
+    void choosesASpan_data();
     void choosesASpan();
+    void choosesAPartOfASpan_data();
+    void choosesAPartOfASpan();
+    void choosesWithinAFilter_data();
+    void choosesWithinAFilter();
+    void aClickIsNoDrag();
+    void aLongWayWithinAColumnIsADrag();
+    void escapeEndsADrag();
+    void hidingEndsADrag();
     void followsTheFilter();
 
 private:
     void open(const QByteArray &text, bool isShown = true);
     QAction *action() const;
     TimeBins::Counts sum() const;
+    void press(int column);
+    void move(QPoint to);
+    void moveTo(int column) { move(m_histogram->columnRect(column).center()); }
+    void release(int column);
 
     QTemporaryDir m_settings;
     FrameStatistics m_statistics;
@@ -133,6 +148,23 @@ TimeBins::Counts tst_Histogram::sum() const
     for (int i = 0; i < m_histogram->columns().count(); ++i)
         counts += m_histogram->columns().at(i);
     return counts;
+}
+
+void tst_Histogram::press(int column)
+{
+    QTest::mousePress(m_histogram, Qt::LeftButton, {}, m_histogram->columnRect(column).center());
+}
+
+void tst_Histogram::move(QPoint to)
+{
+    QMouseEvent event(QEvent::MouseMove, to, m_histogram->mapToGlobal(to), Qt::NoButton,
+                      Qt::LeftButton, {});
+    QCoreApplication::sendEvent(m_histogram, &event);
+}
+
+void tst_Histogram::release(int column)
+{
+    QTest::mouseRelease(m_histogram, Qt::LeftButton, {}, m_histogram->columnRect(column).center());
 }
 
 void tst_Histogram::isHiddenAtFirst()
@@ -340,30 +372,190 @@ void tst_Histogram::goesToTheColumn()
     QVERIFY(!m_window->isFollowing());
 }
 
+void tst_Histogram::choosesASpan_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    for (const bool areTimes : {true, false}) {
+        const QByteArray text = areTimes ? logLines(2000, 10) : plainLines(2000);
+        const char *what = areTimes ? "times" : "rows";
+        QTest::addRow("%s", what) << text << 10 << 20;
+        QTest::addRow("%s to the left", what) << text << 20 << 10;
+        QTest::addRow("%s of two columns", what) << text << 10 << 11;
+        QTest::addRow("all %s", what) << text << 0 << -1;
+    }
+}
+
 void tst_Histogram::choosesASpan()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(int, from);
+    QFETCH(int, to);
+    open(text);
+    const HistogramColumns columns = m_histogram->columns();
+    to = to < 0 ? columns.count() - 1 : to;
+    const auto [first, last] = std::minmax(from, to);
+    QSignalSpy goesTo(m_histogram, &Histogram::timeChosen);
+    QSignalSpy goesToRow(m_histogram, &Histogram::rowChosen);
+    press(from);
+    moveTo(to);
+    QCOMPARE(m_histogram->chosen(), std::pair(first, last));
+    QCOMPARE(QToolTip::text(), columns.description(first, last));
+    QCOMPARE(m_window->rows(), 2000); // not yet
+    release(to);
+    int above = 0;
+    int expected = 0;
+    for (int i = 0; i <= last; ++i)
+        (i < first ? above : expected) += columns.at(i).rows();
+    const auto *find = m_window->findChild<TableFilter *>();
+    QTRY_VERIFY(find->shownSpan());
+    QCOMPARE(m_window->rows(), expected);
+    QCOMPARE(find->toSource(m_window->table()->model()->index(0, 0)).row(), above);
+    QCOMPARE(find->span()->areTimes, columns.areTimes());
+    QCOMPARE(find->span()->haveDates, columns.haveDates());
+    QCOMPARE(find->span()->from, columns.begin(first));
+    // The picture is one of these rows then.
+    QTRY_COMPARE(sum().rows(), expected);
+    QCOMPARE(m_histogram->chosen(), std::pair(-1, -1));
+    QCOMPARE(goesTo.count() + goesToRow.count(), 0);
+}
+
+void tst_Histogram::choosesAPartOfASpan_data()
+{
+    goesToTheColumn_data();
+}
+
+void tst_Histogram::choosesAPartOfASpan()
+{
+    QFETCH(QByteArray, text);
+    open(text);
+    press(30);
+    moveTo(60);
+    release(60);
+    QTRY_VERIFY(m_window->rows() < 2000);
+    const int shown = m_window->rows();
+    QTRY_COMPARE(sum().rows(), shown);
+    const auto *find = m_window->findChild<TableFilter *>();
+    const HistogramColumns columns = m_histogram->columns();
+    int above = find->toSource(m_window->table()->model()->index(0, 0)).row();
+    for (int i = 0; i < 5; ++i)
+        above += columns.at(i).rows();
+    int expected = 0;
+    for (int i = 5; i <= 10; ++i)
+        expected += columns.at(i).rows();
+    QVERIFY(expected > 0 && expected < shown);
+    press(5);
+    moveTo(10);
+    release(10);
+    QTRY_COMPARE(m_window->rows(), expected);
+    QCOMPARE(find->toSource(m_window->table()->model()->index(0, 0)).row(), above);
+}
+
+void tst_Histogram::choosesWithinAFilter_data()
+{
+    goesToTheColumn_data();
+}
+
+//! By what the columns show, rows of the filter.
+void tst_Histogram::choosesWithinAFilter()
+{
+    QFETCH(QByteArray, text);
+    open(text);
+    auto *find = m_window->findChild<TableFilter *>();
+    find->dofilter("ERROR");
+    QTRY_COMPARE(sum().rows(), 200);
+    const HistogramColumns columns = m_histogram->columns();
+    press(2);
+    moveTo(4);
+    release(4);
+    int expected = 0;
+    for (int i = 2; i <= 4; ++i)
+        expected += columns.at(i).rows();
+    QTRY_COMPARE(m_window->rows(), expected);
+    QCOMPARE(find->shownMatcher().text(), "ERROR");
+    QCOMPARE(find->toSource(m_window->table()->model()->index(0, 0)).row(),
+             1800 + columns.at(0).rows() + columns.at(1).rows());
+}
+
+//! A click of a hand that is not quite still.
+void tst_Histogram::aClickIsNoDrag()
 {
     open(logLines(2000, 10));
     QSignalSpy chosen(m_histogram, &Histogram::timeChosen);
-    const QPoint from = m_histogram->columnRect(20).center();
-    const QPoint to = m_histogram->columnRect(10).center(); // to the left
-    QTest::mousePress(m_histogram, Qt::LeftButton, {}, from);
-    QMouseEvent move(QEvent::MouseMove, to, m_histogram->mapToGlobal(to), Qt::NoButton,
-                     Qt::LeftButton, {});
-    QCoreApplication::sendEvent(m_histogram, &move);
-    QCOMPARE(m_histogram->chosen(), std::pair(10, 20));
-    QCOMPARE(chosen.count(), 0);
-    QTest::mouseRelease(m_histogram, Qt::LeftButton, {}, to);
-    QCOMPARE(chosen.count(), 1);
+    const QSignalSpy spans(m_histogram, &Histogram::spanChosen);
+    const QRect column = m_histogram->columnRect(10);
+    const QPoint edge(column.right(), column.center().y());
+    QCOMPARE(m_histogram->columnAt(edge.x() + 1), 11);
+    for (const QPoint way : {QPoint(0, 0), QPoint(0, 2), QPoint(1, 2)}) {
+        QTest::mousePress(m_histogram, Qt::LeftButton, {}, edge);
+        move(edge + way);
+        QTest::mouseRelease(m_histogram, Qt::LeftButton, {}, edge + way);
+    }
+    QCOMPARE(chosen.count(), 3);
+    QCOMPARE(spans.count(), 0);
     const auto time = chosen.constFirst().constFirst().value<TimeStamp>();
     QCOMPARE(time.clock, m_histogram->columns().begin(10));
     QVERIFY(time.hasDate);
-    const qint64 begin = m_histogram->columns().begin(10);
-    const qint64 end = m_histogram->columns().begin(21);
-    m_window->resize(500, 700); // other columns
-    QTest::qWait(0);
-    const auto [first, last] = m_histogram->chosen();
-    QVERIFY(m_histogram->columns().begin(first) <= begin);
-    QVERIFY(m_histogram->columns().begin(last + 1) <= end + 600000);
+    QCOMPARE(m_window->rows(), 2000);
+}
+
+void tst_Histogram::aLongWayWithinAColumnIsADrag()
+{
+    open(logLines(1, 10)); // a wide column
+    const QRect column = m_histogram->columnRect(0);
+    const QPoint way(QApplication::startDragDistance(), 0);
+    QVERIFY(column.contains(column.center() + way));
+    QTest::mousePress(m_histogram, Qt::LeftButton, {}, column.center());
+    move(column.center() + way);
+    move(column.center()); // and back
+    QTest::mouseRelease(m_histogram, Qt::LeftButton, {}, column.center());
+    const auto *find = m_window->findChild<TableFilter *>();
+    QTRY_VERIFY(find->shownSpan());
+    QCOMPARE(m_window->rows(), 1);
+}
+
+void tst_Histogram::escapeEndsADrag()
+{
+    open(logLines(2000, 10));
+    const QSignalSpy times(m_histogram, &Histogram::timeChosen);
+    const QSignalSpy spans(m_histogram, &Histogram::spanChosen);
+    m_window->openFind(); // Esc would close that
+    m_window->table()->setFocus();
+    press(10);
+    moveTo(20);
+    QTest::keyClick(m_window.get(), Qt::Key_A); // any other key
+    QCOMPARE(m_histogram->chosen(), std::pair(10, 20));
+    QTest::keyClick(m_window->table(), Qt::Key_Escape);
+    QCOMPARE(m_histogram->chosen(), std::pair(-1, -1));
+    moveTo(25);
+    QCOMPARE(m_histogram->chosen(), std::pair(-1, -1));
+    release(25);
+    QCoreApplication::processEvents();
+    QCOMPARE(spans.count() + times.count(), 0);
+    QCOMPARE(m_window->rows(), 2000);
+    auto *panel = m_window->findChild<FindPanel *>();
+    QVERIFY(panel->isVisible());
+    QTest::keyClick(m_window->table(), Qt::Key_Escape); // its own again
+    QVERIFY(!panel->isVisible());
+    press(10);
+    moveTo(20);
+    release(20);
+    QTRY_VERIFY(m_window->rows() < 2000);
+}
+
+void tst_Histogram::hidingEndsADrag()
+{
+    open(plainLines(2000));
+    const QSignalSpy spans(m_histogram, &Histogram::spanChosen);
+    press(10);
+    moveTo(20);
+    action()->trigger();
+    action()->trigger();
+    QTRY_COMPARE(sum().rows(), 2000);
+    release(20);
+    QCOMPARE(spans.count(), 0);
+    QCOMPARE(m_histogram->chosen(), std::pair(-1, -1));
 }
 
 void tst_Histogram::followsTheFilter()

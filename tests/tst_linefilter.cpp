@@ -218,6 +218,28 @@ void compare(const LineFilter &filter, const PlainFilter &plain)
     }
 }
 
+//! The span between two minutes after ten.
+RowSpan minutes(int from, int to)
+{
+    const auto clock = [](int minute) { return qint64(600 + minute) * 60'000; };
+    return {true, false, clock(from), clock(to)};
+}
+
+//! What that shows of \a model, row by row: "10:01:00 text", or a text without a time.
+QStringList inMinutes(const QAbstractItemModel &model, int from, int to)
+{
+    QStringList shown;
+    bool isIn = false;
+    const QStringList texts = textsOf(model);
+    for (const QString &text : texts) {
+        if (text.startsWith(QLatin1String("10:")))
+            isIn = text.mid(3, 2).toInt() >= from && text.mid(3, 2).toInt() < to;
+        if (isIn)
+            shown << text;
+    }
+    return shown;
+}
+
 //! Something happens to \a model, anywhere.
 void change(RowModel *model, QRandomGenerator &random)
 {
@@ -279,6 +301,15 @@ private Q_SLOTS:
     void manyRowsComeByAndBy();
     void feedAtTheTop();
     void takesFourBytesARow();
+    void showsASpan_data();
+    void showsASpan();
+    void spanFollowsTimes_data();
+    void spanFollowsTimes();
+    void spanOfRowsFollowsThem_data();
+    void spanOfRowsFollowsThem();
+    void manyRowsOfASpan();
+    void manyTimesChange();
+    void spanTakesFourBytesARow();
 };
 
 void tst_LineFilter::doesWhatQtDoes_data()
@@ -505,6 +536,223 @@ void tst_LineFilter::takesFourBytesARow()
                       TextMatcher(QStringLiteral("."), {.isExpression = true}));
     QVERIFY(filter.takeOver(&model));
     QCOMPARE(filter.rowCount(), model.rowCount());
+    QVERIFY(filter.memory() <= size_t(filter.rowCount()) * 4 + 2 * 65536);
+}
+
+void tst_LineFilter::showsASpan_data()
+{
+    QTest::addColumn<QStringList>("rows");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<RowSpan>("span");
+    QTest::addColumn<QStringList>("shown");
+    const RowSpan times = minutes(1, 2);
+    QTest::newRow("from is in, to is not")
+        << QStringList {"10:00:59.999", "10:01:00.000", "10:01:59.999", "10:02:00.000"} << QString()
+        << times << QStringList {"10:01:00.000", "10:01:59.999"};
+    QTest::newRow("a row without a time has that of the row before")
+        << QStringList {"10:00:00", "x", "10:01:00", "y", "z", "10:02:00", "u"} << QString()
+        << times << QStringList {"10:01:00", "y", "z"};
+    QTest::newRow("before all times there are none")
+        << QStringList {"x", "10:01:00"} << QString() << times << QStringList {"10:01:00"};
+    QTest::newRow("times in any order")
+        << QStringList {"10:01:00", "10:05:00", "10:01:30", "10:00:00", "x", "10:01:02"}
+        << QString() << times << QStringList {"10:01:00", "10:01:30", "10:01:02"};
+    QTest::newRow("a text, too") << QStringList {"10:00:00 a", "10:01:00 a", "10:01:30 b",
+                                                 "a",          "b",          "10:02:00 a"}
+                                 << QStringLiteral("a") << times << QStringList {"10:01:00 a", "a"};
+    QTest::newRow("dates are something else") << QStringList {"10:01:00", "1970-01-01 10:01:00"}
+                                              << QString() << times << QStringList {"10:01:00"};
+    QTest::newRow("dates") << QStringList {"10:01:00", "1970-01-01 10:01:00", "x"} << QString()
+                           << RowSpan {true, true, times.from, times.to}
+                           << QStringList {"1970-01-01 10:01:00", "x"};
+    QTest::newRow("no time") << QStringList {"a", "b"} << QString() << times << QStringList();
+    QTest::newRow("rows") << QStringList {"a", "b", "c", "d"} << QString()
+                          << RowSpan {false, false, 1, 3} << QStringList {"b", "c"};
+    QTest::newRow("rows with a text") << QStringList {"a", "b", "a2", "a3"} << QStringLiteral("a")
+                                      << RowSpan {false, false, 1, 3} << QStringList {"a2"};
+    QTest::newRow("more rows than there are") << QStringList {"a", "b"} << QString()
+                                              << RowSpan {false, false, 1, 30} << QStringList {"b"};
+    QTest::newRow("no rows") << QStringList {"a", "b"} << QString() << RowSpan {false, false, 1, 1}
+                             << QStringList();
+}
+
+void tst_LineFilter::showsASpan()
+{
+    QFETCH(QStringList, rows);
+    QFETCH(QString, text);
+    QFETCH(RowSpan, span);
+    RowModel model;
+    LineFilter filter({0}, matcherOf(text), span);
+    model.insert(0, rows);
+    QVERIFY(filter.takeOver(&model));
+    QTEST(textsOf(filter), "shown");
+    LineFilter live({0}, matcherOf(text), span);
+    RowModel growing;
+    QVERIFY(live.takeOver(&growing));
+    for (const QString &row : std::as_const(rows))
+        growing.insert(growing.rowCount(), {row});
+    if (span.areTimes)
+        QTEST(textsOf(live), "shown");
+    growing.reset(rows); // from row to row, it begins anew
+    if (span.areTimes)
+        QTEST(textsOf(live), "shown");
+}
+
+void tst_LineFilter::spanFollowsTimes_data()
+{
+    QTest::addColumn<quint32>("seed");
+    QTest::addColumn<QString>("text");
+    for (quint32 seed = 1; seed <= 4; ++seed) {
+        QTest::addRow("any text, seed %u", seed) << seed << QString();
+        QTest::addRow("a text, seed %u", seed) << seed << QStringLiteral("a");
+    }
+}
+
+//! Whatever happens to rows with and without times.
+void tst_LineFilter::spanFollowsTimes()
+{
+    QFETCH(quint32, seed);
+    QFETCH(QString, text);
+    QRandomGenerator random(seed);
+    const auto timed = [&](QStringList texts) {
+        for (QString &row : texts) {
+            if (random.bounded(2))
+                row.prepend(QStringLiteral("10:0%1:00 ").arg(random.bounded(4)));
+        }
+        return texts;
+    };
+    RowModel model;
+    LineFilter filter({0}, matcherOf(text), minutes(1, 3));
+    QVERIFY(filter.takeOver(&model));
+    const QAbstractItemModelTester tester(&filter,
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const Witness witness(&filter);
+    int shown = 0;
+    for (int step = 0; step < 400; ++step) {
+        const int rows = model.rowCount();
+        const int row = random.bounded(rows + 1);
+        const int there = qMin(random.bounded(1, 6), rows - row);
+        const int what = random.bounded(12);
+        if (what < 5 || there <= 0)
+            model.insert(row, timed(randomTexts(random, random.bounded(1, 6))));
+        else if (what < 7)
+            model.remove(row, there);
+        else if (what < 9)
+            model.set(row, timed(randomTexts(random, there)));
+        else if (what == 9)
+            model.move(row, there, random.bounded(rows + 1));
+        else if (what == 10)
+            model.reverse();
+        else if (step % 50 == 0)
+            model.reset(timed(randomTexts(random, 40)));
+        const QStringList expected = inMinutes(model, 1, 3).filter(text);
+        QCOMPARE(textsOf(filter), expected);
+        QCOMPARE(witness.rows(), expected);
+        shown += int(expected.size());
+    }
+    QVERIFY(shown > 400);
+}
+
+void tst_LineFilter::spanOfRowsFollowsThem_data()
+{
+    using Change = std::function<void(RowModel &)>;
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QString>("shown"); // of a to f, c and d of which were shown
+
+    const auto insertAt = [](int row) {
+        return Change([row](RowModel &model) { model.insert(row, {"x", "y"}); });
+    };
+    const auto removeAt = [](int row, int count) {
+        return Change([row, count](RowModel &model) { model.remove(row, count); });
+    };
+    QTest::newRow("come on top") << insertAt(0) << "cd";
+    QTest::newRow("come above the first") << insertAt(2) << "cd";
+    QTest::newRow("come between") << insertAt(3) << "cxyd";
+    QTest::newRow("come behind the last") << insertAt(4) << "cd";
+    QTest::newRow("come at the end") << insertAt(6) << "cd";
+    QTest::newRow("go above") << removeAt(0, 2) << "cd";
+    QTest::newRow("go with the first") << removeAt(1, 2) << "d";
+    QTest::newRow("go with the last") << removeAt(3, 2) << "c";
+    QTest::newRow("go below") << removeAt(4, 2) << "cd";
+    QTest::newRow("all go") << removeAt(1, 4) << "";
+    QTest::newRow("come where they went") << Change([](RowModel &model) {
+        model.remove(1, 4);
+        model.insert(1, {"x", "y"});
+    }) << "";
+    QTest::newRow("another row moves in")
+        << Change([](RowModel &model) { model.move(0, 1, 3); }) << "ad";
+    QTest::newRow("layout") << Change([](RowModel &model) { model.reverse(); }) << "dc";
+    QTest::newRow("reset") << Change([](RowModel &model) {
+        model.reset({"s", "t", "u", "v", "w"});
+    }) << "uv";
+    QTest::newRow("change") << Change([](RowModel &model) {
+        model.insert(0, {"x"});
+        model.set(2, {"B", "C", "D", "E"});
+    }) << "CD";
+}
+
+void tst_LineFilter::spanOfRowsFollowsThem()
+{
+    using Change = std::function<void(RowModel &)>;
+    QFETCH(Change, change);
+    RowModel model;
+    model.insert(0, {"a", "b", "c", "d", "e", "f"});
+    LineFilter filter({0}, TextMatcher(), RowSpan {false, false, 2, 4});
+    QVERIFY(filter.takeOver(&model));
+    const Witness witness(&filter);
+    QCOMPARE(textsOf(filter).join(QString()), "cd");
+    change(model);
+    QTEST(textsOf(filter).join(QString()), "shown");
+    QTEST(witness.rows().join(QString()), "shown");
+    if (filter.rowCount() > 0) {
+        QCOMPARE(filter.rowSpan()->from, filter.mapToSource(filter.index(0, 0)).row());
+        QCOMPARE(filter.rowSpan()->to - filter.rowSpan()->from, filter.rowCount());
+    }
+}
+
+//! Too many to judge them at once.
+void tst_LineFilter::manyRowsOfASpan()
+{
+    QStringList many;
+    for (int i = 0; i < 3 * LineFilter::rowsAtOnce; ++i)
+        many << (i % 3 == 0 ? QStringLiteral("10:%1:00").arg(i / 3 % 60, 2, 10, QChar(u'0'))
+                            : QStringLiteral("more"));
+    RowModel model;
+    model.insert(0, {"10:30:00"});
+    LineFilter filter({0}, TextMatcher(), minutes(0, 30));
+    QVERIFY(filter.takeOver(&model));
+    const Witness witness(&filter);
+    model.insert(1, many);
+    QCOMPARE(filter.rowCount(), 0);
+    model.insert(model.rowCount() - 1, {"10:10:00", "between"});
+    const QStringList expected = inMinutes(model, 0, 30);
+    QVERIFY(expected.size() > LineFilter::rowsAtOnce);
+    QTRY_COMPARE(filter.rowCount(), int(expected.size()));
+    QCOMPARE(textsOf(filter), expected);
+    QCOMPARE(witness.rows(), expected);
+}
+
+//! A row that comes before they are judged has the time that the row above has now.
+void tst_LineFilter::manyTimesChange()
+{
+    const int count = LineFilter::rowsAtOnce + 10;
+    RowModel model;
+    model.insert(0, QStringList(count, QStringLiteral("10:00:00")));
+    LineFilter filter({0}, TextMatcher(), minutes(5, 6));
+    QVERIFY(filter.takeOver(&model));
+    model.set(0, QStringList(count, QStringLiteral("10:05:00")));
+    QCOMPARE(filter.rowCount(), 0);
+    model.insert(count, {"more"});
+    QCOMPARE(filter.rowCount(), 1);
+    QTRY_COMPARE(filter.rowCount(), count + 1);
+}
+
+void tst_LineFilter::spanTakesFourBytesARow()
+{
+    FeedModel model(0, 300'000);
+    LineFilter filter({}, TextMatcher(), RowSpan {false, false, 0, 250'000});
+    QVERIFY(filter.takeOver(&model));
+    QCOMPARE(filter.rowCount(), 250'000);
     QVERIFY(filter.memory() <= size_t(filter.rowCount()) * 4 + 2 * 65536);
 }
 

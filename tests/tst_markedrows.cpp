@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "overview/markedrows.h"
-#include "overview/rowtext.h"
+#include "search/rowtext.h"
 
 #include <QSignalSpy>
 #include <QStandardItemModel>

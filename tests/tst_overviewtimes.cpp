@@ -3,8 +3,8 @@
 
 #include "files/textfilemodel.h"
 #include "overview/gototime.h"
-#include "overview/rowtimes.h"
 #include "overview/timesearch.h"
+#include "search/rowtimes.h"
 #include "search/tablefilter.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
-#include "overview/rowclock.h"
 #include "overview/timebins.h"
+#include "search/rowclock.h"
 
 #include <QDateTime>
 #include <QStringListModel>
@@ -37,6 +37,7 @@ private Q_SLOTS:
     void takesBack();
     void shrinks();
     void tellsTimesOfRows();
+    void keepsTheTimeOfALongTrace();
 };
 
 void tst_TimeBins::countsLevels()
@@ -173,6 +174,29 @@ void tst_TimeBins::tellsTimesOfRows()
     QCOMPARE(clock.timeOf(5)->clock, eleven); // not that of the row before
     QCOMPARE(clock.timeOf(2)->clock, ten);
     QVERIFY(!clock.timeOf(0));
+}
+
+void tst_TimeBins::keepsTheTimeOfALongTrace()
+{
+    constexpr int length = 5000; // more than are looked at above a row
+    QStringList rows {"10:00:00"};
+    rows.insert(1, length, QStringLiteral("more"));
+    QStringListModel model(rows);
+    RowClock clock(model);
+    for (int row = 0; row < length; ++row)
+        QVERIFY(clock.timeOf(row));
+    QVERIFY(clock.timeOf(length - 1)); // again
+    clock.rowsChanged(length - 1);
+    QVERIFY(clock.timeOf(length - 1));
+    QVERIFY(clock.timeOf(length));
+    model.setData(model.index(0), "none");
+    clock.rowsChanged(0);
+    QVERIFY(!clock.timeOf(0));
+    QVERIFY(!clock.timeOf(1));
+    model.setData(model.index(2), "11:00:00");
+    clock.rowsChanged(2);
+    QVERIFY(!clock.timeOf(1));
+    QCOMPARE(clock.timeOf(3)->clock, 39600 * s_second);
 }
 
 QTEST_GUILESS_MAIN(tst_TimeBins)

@@ -414,6 +414,18 @@ kann nicht angezeigt werden: %2</translation>
         <source>Filtering… %1 %</source>
         <translation>Wird gefiltert&#xa0;… %1&#xa0;%</translation>
     </message>
+    <message>
+        <source>Remove Span</source>
+        <translation>Bereich aufheben</translation>
+    </message>
+    <message>
+        <source>Show rows before and after the span, too</source>
+        <translation>Auch Zeilen vor und nach dem Bereich anzeigen</translation>
+    </message>
+    <message>
+        <source>%L1 of %L2 rows</source>
+        <translation>%L1 von %L2 Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>FindPanel</name>
@@ -812,6 +824,17 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>Save Rows As</source>
         <translation>Zeilen speichern unter</translation>
+    </message>
+</context>
+<context>
+    <name>RowSpan</name>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>Rows %1 to %2</source>
+        <translation>Zeilen %1 bis %2</translation>
     </message>
 </context>
 <context>

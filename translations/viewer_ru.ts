@@ -414,6 +414,18 @@ cannot be shown: %2</source>
         <source>Filtering… %1 %</source>
         <translation>Фильтрация… %1&#xa0;%</translation>
     </message>
+    <message>
+        <source>Remove Span</source>
+        <translation>Снять интервал</translation>
+    </message>
+    <message>
+        <source>Show rows before and after the span, too</source>
+        <translation>Показать и строки до и после интервала</translation>
+    </message>
+    <message>
+        <source>%L1 of %L2 rows</source>
+        <translation>Строк: %L1 из %L2</translation>
+    </message>
 </context>
 <context>
     <name>FindPanel</name>
@@ -812,6 +824,17 @@ cannot be shown: %2</source>
     <message>
         <source>Save Rows As</source>
         <translation>Сохранить строки как</translation>
+    </message>
+</context>
+<context>
+    <name>RowSpan</name>
+    <message>
+        <source>%1 to %2</source>
+        <translation>С %1 по %2</translation>
+    </message>
+    <message>
+        <source>Rows %1 to %2</source>
+        <translation>Строки с %1 по %2</translation>
     </message>
 </context>
 <context>

@@ -4,7 +4,7 @@
 #include "gototime.h"
 
 #include "qtablefastview.h"
-#include "rowtimes.h"
+#include "search/rowtimes.h"
 #include "search/tablefilter.h"
 
 #include <QAction>

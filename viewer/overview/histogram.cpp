@@ -6,12 +6,14 @@
 #include "basics/contrast.h"
 #include "rowsurvey.h"
 
+#include <QApplication>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -115,6 +117,7 @@ void Histogram::showEvent(QShowEvent *event)
 void Histogram::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
+    giveUp();
     updateWanted();
 }
 
@@ -198,15 +201,51 @@ void Histogram::mousePressEvent(QMouseEvent *event)
     m_from = m_columns.begin(column);
     m_to = m_from;
     m_isChosen = true;
+    m_pressed = event->position().toPoint();
+    m_isPressed = true;
+    m_isDragging = false;
+    qApp->installEventFilter(this); // keys go elsewhere
     update();
+}
+
+//! Columns are narrow: a hand that is not quite still means one of them.
+bool Histogram::isDrag(QPoint to) const
+{
+    const auto [first, last] = chosen();
+    const int way = (to - m_pressed).manhattanLength();
+    return way >= QApplication::startDragDistance() || (first != last && way >= s_narrowest);
+}
+
+void Histogram::giveUp()
+{
+    qApp->removeEventFilter(this);
+    if (!std::exchange(m_isPressed, false))
+        return;
+    m_isChosen = false;
+    QToolTip::hideText();
+    update();
+}
+
+//! Esc is for what is going on, not for what the window would do by it.
+bool Histogram::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isKey =
+        event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+    if (!isKey || static_cast<QKeyEvent *>(event)->key() != Qt::Key_Escape)
+        return QWidget::eventFilter(watched, event);
+    event->accept();
+    if (event->type() == QEvent::KeyPress)
+        giveUp();
+    return true;
 }
 
 void Histogram::mouseMoveEvent(QMouseEvent *event)
 {
     const int column = columnAt(event->position().toPoint().x());
-    if (!(event->buttons() & Qt::LeftButton) || column < 0 || !m_isChosen)
+    if (!(event->buttons() & Qt::LeftButton) || column < 0 || !m_isPressed || !m_isChosen)
         return;
     m_to = m_columns.begin(column);
+    m_isDragging = m_isDragging || isDrag(event->position().toPoint());
     const auto [first, last] = chosen();
     if (first >= 0)
         QToolTip::showText(event->globalPosition().toPoint(), m_columns.description(first, last),
@@ -216,12 +255,31 @@ void Histogram::mouseMoveEvent(QMouseEvent *event)
 
 void Histogram::mouseReleaseEvent(QMouseEvent *event)
 {
-    const int first = chosen().first;
-    if (event->button() != Qt::LeftButton || first < 0)
+    if (event->button() != Qt::LeftButton || !std::exchange(m_isPressed, false))
         return;
+    qApp->removeEventFilter(this);
+    const auto [first, last] = chosen();
+    if (first < 0)
+        return;
+    if (m_isDragging) {
+        m_isChosen = false; // it will be all there is
+        update();
+        Q_EMIT spanChosen(span(first, last));
+        return;
+    }
     const qint64 place = m_columns.begin(first);
     if (m_columns.areTimes())
         Q_EMIT timeChosen({place, 0, m_columns.haveDates()});
     else
         Q_EMIT rowChosen(int(place));
+}
+
+//! All of the columns from \a first to \a last.
+RowSpan Histogram::span(int first, int last) const
+{
+    RowSpan span {m_columns.areTimes(), m_columns.haveDates(), m_columns.begin(first),
+                  m_columns.begin(last + 1)};
+    if (!span.areTimes)
+        span.to = qMin(span.to, qint64(m_survey->rows()));
+    return span;
 }

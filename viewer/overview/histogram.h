@@ -6,6 +6,7 @@
 
 #include "files/timestamp.h"
 #include "histogramcolumns.h"
+#include "search/rowspan.h"
 
 #include <QWidget>
 
@@ -14,9 +15,8 @@ class RowSurvey;
 /*!
  * \brief Columns of rows over time, coloured by level, or over the file where rows have no times.
  *
- * A click on a column goes to its first row. Dragging over several chooses them: it goes to the
- * first row of all, and they stay emphasized until the next click. Time goes from left to right in
- * any layout.
+ * A click on a column goes to its first row, and it stays emphasized until the next click. Dragging
+ * chooses a span, unless Esc ends it. Time goes from left to right in any layout.
  */
 class Histogram : public QWidget
 {
@@ -56,9 +56,13 @@ Q_SIGNALS:
     void timeChosen(const TimeStamp &time);
     //! Somebody wants to see \a row of the table.
     void rowChosen(int row);
+    //! Somebody wants to see the rows of \a span alone, from the beginning of one column to the
+    //! end of another; without times, rows of the table.
+    void spanChosen(const RowSpan &span);
 
 protected:
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -71,14 +75,20 @@ private:
     QRect plot() const;
     void updateColumns();
     void updateWanted();
+    bool isDrag(QPoint to) const;
+    void giveUp();
+    RowSpan span(int first, int last) const;
     void paintColumn(QPainter *painter, const Colors &colors, int column, int highest) const;
     void paintAxis(QPainter *painter, const Colors &colors) const;
 
     RowSurvey *m_survey; //!< not owned
     HistogramColumns m_columns;
-    qint64 m_from = 0;       //!< the place where choosing began
-    qint64 m_to = 0;         //!< the place where it has come to
-    bool m_isChosen = false; //!< m_from and m_to count
+    qint64 m_from = 0;         //!< the place where choosing began
+    qint64 m_to = 0;           //!< the place where it has come to
+    bool m_isChosen = false;   //!< m_from and m_to count
+    QPoint m_pressed;          //!< where choosing began, in pixels
+    bool m_isPressed = false;  //!< choosing is going on
+    bool m_isDragging = false; //!< it chooses a span
 };
 
 #endif // HISTOGRAM_H

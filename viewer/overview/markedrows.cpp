@@ -3,7 +3,7 @@
 
 #include "markedrows.h"
 
-#include "rowtext.h"
+#include "search/rowtext.h"
 
 #include <algorithm>
 #include <utility>

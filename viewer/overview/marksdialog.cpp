@@ -5,7 +5,7 @@
 
 #include "basics/alignments.h"
 #include "markedrows.h"
-#include "rowtext.h"
+#include "search/rowtext.h"
 
 #include <QAbstractItemModel>
 #include <QDialogButtonBox>

@@ -36,6 +36,7 @@ Overview::Overview(TableFilter *find, QTableFastView *table, const MarkedRows *m
     connect(m_histogram, &Histogram::rowChosen, this, &Overview::goToShownRow);
     connect(m_histogram, &Histogram::timeChosen, m_goToTime,
             qOverload<const TimeStamp &>(&GoToTime::goTo));
+    connect(m_histogram, &Histogram::spanChosen, this, &Overview::filterSpan);
 }
 
 //! Of a \a widget that is shown or hidden, as \a key of the settings has it, or \a isOn.
@@ -63,4 +64,26 @@ void Overview::goToShownRow(int row)
     const QModelIndex shown = m_table->model() ? m_table->model()->index(row, 0) : QModelIndex();
     if (shown.isValid())
         Q_EMIT rowChosen(m_find->toSource(shown).row());
+}
+
+void Overview::filterSpan(RowSpan span)
+{
+    const QAbstractItemModel *model = m_table->model();
+    if (!model)
+        return;
+    // Neighbours in a sorted table are anywhere in the source.
+    if (!span.areTimes && m_find->sortedRows())
+        return;
+    if (!span.areTimes) {
+        const auto behind = [&](qint64 row) {
+            return m_find->toSource(model->index(int(row), 0)).row();
+        };
+        span.from = behind(span.from);
+        span.to = behind(span.to - 1) + 1;
+        if (span.from < 0 || span.to <= 0)
+            return;
+    }
+    // Events go on while rows are looked at: the mouse has to be let go before.
+    QMetaObject::invokeMethod(
+        m_find, [find = m_find, span] { find->setSpan(span); }, Qt::QueuedConnection);
 }

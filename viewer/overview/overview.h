@@ -44,6 +44,7 @@ private:
     QAction *createSwitch(const QString &text, const QString &key, bool isOn, QWidget *widget);
     void updateLabel();
     void goToShownRow(int row);
+    void filterSpan(RowSpan span);
 
     RowSurvey *m_survey;
     GoToTime *m_goToTime;

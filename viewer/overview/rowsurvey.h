@@ -6,8 +6,8 @@
 
 #include "files/loglevel.h"
 #include "rowcells.h"
-#include "rowclock.h"
 #include "rowranges.h"
+#include "search/rowclock.h"
 #include "search/rowjudge.h"
 #include "timebins.h"
 

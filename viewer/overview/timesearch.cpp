@@ -3,7 +3,7 @@
 
 #include "timesearch.h"
 
-#include "rowtimes.h"
+#include "search/rowtimes.h"
 #include "timesteps.h"
 
 #include <QElapsedTimer>

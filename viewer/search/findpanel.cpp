@@ -26,7 +26,8 @@ FindPanel::FindPanel(TableFilter *find, QWidget *parent)
     setViewFind(find);
     connect(nextAction(), &QAction::enabledChanged, this, &FindPanel::readyChanged);
     connect(m_filterAction, &QAction::toggled, this, &FindPanel::hasFilterChanged);
-    connect(find, &TableFilter::modelShown, this, [this] { setHasFilter(m_find->isFiltered()); });
+    connect(find, &TableFilter::modelShown, this,
+            [this] { setHasFilter(m_find->isTextFiltered()); });
     connect(this, &QToolBar::visibilityChanged, this, &FindPanel::soughtChanged);
     m_typing.setSingleShot(true);
     m_typing.setInterval(typingPause);
@@ -146,7 +147,7 @@ void FindPanel::rulesChanged()
 bool FindPanel::findIncremental(const QString &text)
 {
     if (m_isResultShown)
-        return m_find->source() == nullptr || !m_find->isFiltered() || m_find->shownRows() > 0;
+        return m_find->source() == nullptr || !m_find->isTextFiltered() || m_find->shownRows() > 0;
     m_find->cancel();
     const bool isFound = ItemViewFindToolBar::findIncremental(text); // tells the case, too
     const QString problem = m_find->matcherFor(text).problem();
@@ -169,13 +170,13 @@ void FindPanel::filterAgain()
 //! A button that was pressed a second time for the same text is not checked any more.
 void FindPanel::filter(const QString &text)
 {
-    const bool isRemoved = !hasFilter() && m_find->isFiltered() && m_find->isShown(text);
+    const bool isRemoved = !hasFilter() && m_find->isTextFiltered() && m_find->isShown(text);
     m_typing.stop();
     const QPointer<FindPanel> self(this);
     m_find->dofilter(isRemoved ? QString() : text);
     if (!self)
         return;
-    setHasFilter(m_find->isFiltered() || m_find->isFiltering() || m_typing.isActive());
+    setHasFilter(m_find->isTextFiltered() || m_find->isTextFiltering() || m_typing.isActive());
     showResult();
 }
 
@@ -196,7 +197,7 @@ void FindPanel::removeFilter()
 {
     m_typing.stop();
     setHasFilter(false);
-    m_find->dofilter({});
+    m_find->showAll();
 }
 
 void FindPanel::resetSearch()

@@ -17,7 +17,7 @@ class TableFilter;
  *
  * The filter button stays pressed while rows are filtered; then another text, or another
  * switch, filters again when typing pauses. The button again, an empty text or closing the
- * panel shows all rows.
+ * panel shows rows with any text.
  */
 class FindPanel : public ItemViewFindToolBar
 {
@@ -52,7 +52,8 @@ public Q_SLOTS:
     void toggleFilter();
     //! Looks for \a text as it is: not as an expression, nor as words.
     void setPlainText(const QString &text);
-    //! Shows all rows again; a filter that is being made is none any more.
+    //! Shows all rows again, those outside of a span too; a filter that is being made is none any
+    //! more.
     void removeFilter();
 
 Q_SIGNALS:

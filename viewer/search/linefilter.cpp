@@ -10,8 +10,9 @@
 #include <algorithm>
 #include <utility>
 
-LineFilter::LineFilter(const QList<int> &columns, const TextMatcher &matcher)
-    : m_judge(columns, matcher)
+LineFilter::LineFilter(const QList<int> &columns, const TextMatcher &matcher,
+                       const std::optional<RowSpan> &span)
+    : m_judge(columns, matcher, span)
 {
     m_dueTimer.setSingleShot(true);
     connect(&m_dueTimer, &QTimer::timeout, this, &LineFilter::judgeOnTime);
@@ -82,7 +83,11 @@ void LineFilter::followLayout()
     follow(&QAbstractItemModel::rowsAboutToBeMoved, [this] { layoutAboutToChange(); });
     follow(&QAbstractItemModel::rowsMoved,
            [this](const QModelIndex &, int first, int last, const QModelIndex &, int to) {
-               rowsMoved(first, last, to);
+               // In a span it matters where a row is.
+               if (m_judge.spanJudge())
+                   beginAnew(m_followed->rowCount());
+               else
+                   rowsMoved(first, last, to);
                layoutHasChanged();
            });
 }
@@ -164,6 +169,14 @@ void LineFilter::require(Range rows)
     show(rows, found);
 }
 
+//! The end of the rows from \a row on that have their time from one above; \a row if there are
+//! none, or times do not matter.
+int LineFilter::endOfHeirs(int row)
+{
+    const SpanJudge *span = m_judge.spanJudge();
+    return span ? span->endOfHeirs(row) : row;
+}
+
 //! Hides \a rows but for those that were \a found, which are shown.
 void LineFilter::show(Range rows, const std::vector<int> &found)
 {
@@ -243,12 +256,14 @@ void LineFilter::beginAnew(int rowsNow)
 void LineFilter::rowsCame(int first, int last)
 {
     const int count = last - first + 1;
+    if (SpanJudge *span = m_judge.spanJudge())
+        span->rowsCame(first, count);
     m_shown.shift(first, count);
     if (!m_due.isEmpty() && first < m_due.end) {
         m_due.end += count;
         m_due.first += first < m_due.first ? count : 0;
     }
-    require({first, last + 1});
+    require({first, endOfHeirs(last + 1)});
 }
 
 void LineFilter::rowsAboutToGo(int first, int last)
@@ -265,6 +280,9 @@ void LineFilter::rowsWent(int first, int last)
     m_shown.shift(last + 1, -count);
     const auto without = [&](int row) { return row > last ? row - count : qMin(row, first); };
     m_due = {without(m_due.first), without(m_due.end)};
+    if (SpanJudge *span = m_judge.spanJudge())
+        span->rowsWent(first, count);
+    require({first, endOfHeirs(first)});
 }
 
 //! As QAbstractItemModel::beginMoveRows() has it.
@@ -291,7 +309,9 @@ void LineFilter::rowsChanged(const QModelIndex &first, const QModelIndex &last,
     if (!first.isValid() || !last.isValid() || first.parent().isValid())
         return;
     const Range rows {first.row(), last.row() + 1};
-    require(rows);
+    if (SpanJudge *span = m_judge.spanJudge())
+        span->rowsChanged(rows.first);
+    require({rows.first, endOfHeirs(rows.end)});
     const int begin = m_shown.placeOf(rows.first);
     const int end = m_shown.placeOf(rows.end);
     if (isShown() && begin < end)

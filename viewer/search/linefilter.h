@@ -28,10 +28,14 @@ public:
     static constexpr int rowsAtOnce = 32768;
 
     //! Shows rows with a match of \a matcher in one of \a columns, of no model yet. They
-    //! count until the model has other columns, then all do that have text.
-    LineFilter(const QList<int> &columns, const TextMatcher &matcher);
+    //! count until the model has other columns, then all do that have text. With a \a span it
+    //! shows those of its rows, whatever they have if \a matcher is nothing.
+    LineFilter(const QList<int> &columns, const TextMatcher &matcher,
+               const std::optional<RowSpan> &span = {});
 
     const TextMatcher &matcher() const { return m_judge.matcher(); }
+    //! One of rows is where these are now.
+    std::optional<RowSpan> rowSpan() const { return m_judge.span(); }
 
     //! Judges the rows of \a source and makes it the source model. Returns false
     //! without doing that if cancel() was called or \a source was destroyed. Called once,
@@ -80,6 +84,7 @@ private:
     void judgeDue();
     void judgeOnTime();
     void require(Range rows);
+    int endOfHeirs(int row);
     void forgetRows();
     void beginAnew(int rowsNow);
     void show(Range rows, const std::vector<int> &found);

@@ -28,15 +28,25 @@ bool isTextColumn(const QAbstractItemModel *model, int column)
     return !lines || !lines->isLineNumber(column);
 }
 
-RowJudge::RowJudge(const QList<int> &columns, const TextMatcher &matcher)
+RowJudge::RowJudge(const QList<int> &columns, const TextMatcher &matcher,
+                   const std::optional<RowSpan> &span)
     : m_columns(columns)
     , m_matcher(matcher)
 {
+    if (span)
+        m_span.emplace(*span);
+}
+
+std::optional<RowSpan> RowJudge::span() const
+{
+    return m_span ? std::optional(m_span->span()) : std::nullopt;
 }
 
 void RowJudge::setSource(const QAbstractItemModel *source)
 {
     m_source = source;
+    if (m_span)
+        m_span->setSource(source);
     const int columns = source->columnCount();
     const QStringList names = namesOf(*source);
     const QStringList before = columns > 0 ? std::exchange(m_names, names) : names;
@@ -75,6 +85,18 @@ void RowJudge::choosePatterns()
 }
 
 int RowJudge::judge(int first, int end, std::vector<int> *found) const
+{
+    if (!m_span)
+        return judgeText(first, end, found);
+    const SpanJudge::Run run = m_span->runFrom(first, end);
+    if (run.isIn && !m_matcher.isNothing())
+        return judgeText(run.first, run.end, found);
+    for (int row = run.first; run.isIn && row < run.end; ++row)
+        found->push_back(row);
+    return run.end;
+}
+
+int RowJudge::judgeText(int first, int end, std::vector<int> *found) const
 {
     if (!m_byBytes)
         return judgeRows(first, end, found);

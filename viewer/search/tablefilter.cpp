@@ -127,18 +127,58 @@ bool TableFilter::acceptsData(const QVariant &data, const QString &text, int col
         && matcherFor(text).isIn(data.toString());
 }
 
+bool TableFilter::isTextFiltered() const
+{
+    return m_filter && !m_filter->matcher().isNothing();
+}
+
+bool TableFilter::isTextFiltering() const
+{
+    return m_nextFilter && !m_nextFilter->matcher().isNothing();
+}
+
+std::optional<RowSpan> TableFilter::span() const
+{
+    const LineFilter *filter = m_nextFilter ? m_nextFilter : m_filter.get();
+    return filter ? filter->rowSpan() : std::nullopt;
+}
+
+std::optional<RowSpan> TableFilter::shownSpan() const
+{
+    return m_filter ? m_filter->rowSpan() : std::nullopt;
+}
+
+void TableFilter::setSpan(const std::optional<RowSpan> &span)
+{
+    const TextMatcher matcher = m_nextFilter ? m_nextFilter->matcher() : shownMatcher();
+    filterBy(matcher, span);
+}
+
+void TableFilter::showAll()
+{
+    filterBy({}, {});
+}
+
 void TableFilter::dofilter(const QString &text)
 {
+    const std::optional<RowSpan> span = this->span();
     cancel();
-    if (text.isEmpty()) {
+    if (text.isEmpty() || matcherFor(text).problem().isEmpty())
+        filterBy(text.isEmpty() ? TextMatcher() : matcherFor(text), span);
+}
+
+void TableFilter::filterBy(const TextMatcher &matcher, const std::optional<RowSpan> &span)
+{
+    cancel();
+    if (matcher.isNothing() && !span) {
         if (m_filter)
             show(nullptr);
         return;
     }
-    if (!m_source || !matcherFor(text).problem().isEmpty())
+    if (!m_source)
         return;
     // Whatever happens while it looks at rows, it ends before this function does.
-    auto filter = std::make_unique<LineFilter>(columns(), matcherFor(text));
+    auto filter = std::make_unique<LineFilter>(columns(), matcher, span);
     connect(filter.get(), &LineFilter::progressed, this, &TableFilter::filtering);
     LineFilter *const outer = std::exchange(m_nextFilter, filter.get());
     const QPointer<TableFilter> self(this);

@@ -5,6 +5,7 @@
 #define TABLEFILTER_H
 
 #include "abstractitemviewfind.h"
+#include "rowspan.h"
 #include "textmatcher.h"
 
 #include <QPersistentModelIndex>
@@ -60,7 +61,21 @@ public:
     int rowNear(int row) const;
     //! Whether rows are being looked at for a filter.
     bool isFiltering() const { return m_nextFilter != nullptr; }
-    //! What the rows that are shown have; finds nothing without a filter.
+    //! Whether rows are filtered by a text, or are being looked at for one.
+    //! @{
+    bool isTextFiltered() const;
+    bool isTextFiltering() const;
+    //! @}
+    //! The span that the rows are filtered to, or are being looked at for.
+    std::optional<RowSpan> span() const;
+    //! The span of the rows that are shown; nothing if they may be anywhere.
+    std::optional<RowSpan> shownSpan() const;
+    //! Filters rows to \a span, of source(), or no more to one; beside that by the text that there
+    //! is. Goes on as dofilter() does.
+    void setSpan(const std::optional<RowSpan> &span);
+    //! Shows all rows, whatever they were filtered by.
+    void showAll();
+    //! What the rows that are shown have; finds nothing without a filter by a text.
     TextMatcher shownMatcher() const;
     //! Whether the rows that are shown are those with \a text, by the present rules.
     bool isShown(const QString &text) const;
@@ -82,8 +97,9 @@ public:
     //! Whether \a data has \a text by the rules, and \a column is looked at.
     bool acceptsData(const QVariant &data, const QString &text, int column) const override;
 
-    //! Shows rows with \a text, or all if it is empty, at the same current row. Lets
-    //! events through while it looks at the rows; cancel() ends that.
+    //! Shows rows with \a text, or with any if it is empty, at the same current row; those of
+    //! span() only, if there is one. Lets events through while it looks at the rows; cancel() ends
+    //! that.
     void dofilter(const QString &text) override;
     //! findInRows() by looking through the bytes of a file, which is some ten times as
     //! fast. Nothing if the table does not show one as it is.
@@ -108,6 +124,7 @@ Q_SIGNALS:
     void sorting(double part);
 
 private:
+    void filterBy(const TextMatcher &matcher, const std::optional<RowSpan> &span);
     void show(LineFilter *filter);
     QAbstractItemModel *showSorted(QAbstractItemModel *model);
     QModelIndex fromSource(const QModelIndex &index) const;

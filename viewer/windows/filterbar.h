@@ -8,6 +8,7 @@
 
 class QLabel;
 class QToolButton;
+class TableFilter;
 
 /*!
  * \brief Says above a table that it does not show all of its rows.
@@ -22,8 +23,8 @@ class FilterBar : public QWidget
 public:
     explicit FilterBar(QWidget *parent = nullptr);
 
-    //! Says that \a shown of \a all rows, whole numbers from 0 on, have \a text.
-    void showFilter(const QString &text, int shown, int all);
+    //! Says how many rows \a find, which filters, shows, and by what.
+    void showFilter(const TableFilter &find);
     //! Says that \a part, from 0 to 1, of the rows has been looked at.
     void showProgress(double part);
 
@@ -33,15 +34,19 @@ public:
 Q_SIGNALS:
     //! Somebody wants to see all rows.
     void removed();
+    //! Somebody wants to see rows outside of the span, too.
+    void spanRemoved();
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    QToolButton *createButton(const char *name, const QString &text, const QString &toolTip);
     void updateColors();
 
     QLabel *m_label;
-    QToolButton *m_button; //!< shows all rows
+    QToolButton *m_spanButton; //!< takes the span off, where a text filters, too
+    QToolButton *m_button;     //!< shows all rows
 };
 
 #endif // FILTERBAR_H

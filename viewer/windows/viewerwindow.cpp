@@ -191,13 +191,14 @@ void ViewerWindow::createFindPanel()
     // A key that repeats would begin a search within the events of the one before.
     connect(m_findPanel, &FindPanel::readyChanged, m_nextAction, &QAction::setEnabled);
     connect(m_findPanel, &FindPanel::readyChanged, m_prevAction, &QAction::setEnabled);
-    connect(m_closeAction, &QAction::triggered, m_findPanel, &FindPanel::close);
+    connect(m_closeAction, &QAction::triggered, this, &ViewerWindow::undoByEsc);
     connect(m_findPanel, &FindPanel::hasFilterChanged, m_filterAction, &QAction::setChecked);
     connect(m_findPanel, &FindPanel::problemChanged, this,
             [this](const QString &problem) { statusBar()->showMessage(problem); });
     connect(m_findPanel, &FindPanel::soughtChanged, this, &ViewerWindow::markMatches);
     connect(m_filterAction, &QAction::triggered, this, &ViewerWindow::toggleFilter);
     connect(m_filterBar, &FilterBar::removed, m_findPanel, &FindPanel::removeFilter);
+    connect(m_filterBar, &FilterBar::spanRemoved, this, [this] { m_find->setSpan({}); });
     connect(m_find, &TableFilter::filtering, this, [this](double part) {
         m_filtering = part;
         updateFilterBar();
@@ -327,11 +328,11 @@ void ViewerWindow::toggleFilter()
 
 void ViewerWindow::updateFilterBar()
 {
+    m_closeAction->setEnabled(m_findPanel->isVisible() || m_find->span());
     if (m_filtering < 1)
         m_filterBar->showProgress(m_filtering);
     else if (m_find->isFiltered())
-        m_filterBar->showFilter(m_find->shownMatcher().text(), rows(),
-                                m_find->source()->rowCount());
+        m_filterBar->showFilter(*m_find);
     else
         m_filterBar->hide();
 }
@@ -362,9 +363,19 @@ void ViewerWindow::findPanelShown(bool isShown)
 {
     if (!isShown)
         statusBar()->clearMessage();
-    m_closeAction->setEnabled(isShown);
+    m_closeAction->setEnabled(isShown || m_find->span());
     if (!isShown)
         m_table->setFocus();
+}
+
+//! The panel, with its text, goes before the span, unless somebody waits for that alone.
+void ViewerWindow::undoByEsc()
+{
+    const bool isSpanAwaited = m_find->isFiltering() && !m_find->isTextFiltering();
+    if (m_findPanel->isVisible() && !isSpanAwaited)
+        m_findPanel->close();
+    else
+        m_find->setSpan({});
 }
 
 void ViewerWindow::createMenus()
@@ -486,8 +497,11 @@ void ViewerWindow::keepMarks()
 void ViewerWindow::setModel(QAbstractItemModel *model, Edge edge)
 {
     const bool wasFiltered = m_findPanel->hasFilter();
+    const auto span = m_find->span();
     m_find->setSource(model);
     setEdge(edge);
+    if (span)
+        m_find->setSpan(span);
     if (wasFiltered)
         m_findPanel->filter(m_findPanel->field()->text());
 }

@@ -155,6 +155,7 @@ private:
     void markMatches();
     void toggleFilter();
     void updateFilterBar();
+    void undoByEsc();
     void fillRecentMenu(QMenu *menu);
     void editColorRules();
     void showAbout();
@@ -193,7 +194,7 @@ private:
     QAction *m_prevAction = nullptr;   //!< Shift+F3
     QAction *m_filterAction = nullptr; //!< checked while rows are filtered
     QAction *m_goToAction = nullptr;   //!< Ctrl+G
-    QAction *m_closeAction = nullptr;  //!< Esc, while the panel is shown
+    QAction *m_closeAction = nullptr;  //!< Esc, while there is a panel or a span
     bool m_hasChosenRow = false;       //!< before rows were filtered, or of those shown since
     int m_awaitedLine = 0;             //!< to be shown when it is there; 0 for none
     PageState m_restored;              //!< columns that are to be as they were

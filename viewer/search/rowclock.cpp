@@ -3,8 +3,6 @@
 
 #include "rowclock.h"
 
-#include <utility>
-
 namespace {
 
 constexpr int s_reach = 2000; // rows
@@ -19,12 +17,23 @@ RowClock::RowClock(const QAbstractItemModel &model)
 
 std::optional<TimeStamp> RowClock::timeOf(int row)
 {
-    const int before = std::exchange(m_row, row);
-    if (auto time = m_inTurn.at(row))
+    if (const auto time = m_inTurn.at(row)) {
         m_time = time;
-    else if (row != before + 1) {
+        m_timeRow = row;
+    } else if (row <= m_timeRow || row > m_row + 1) {
         const int above = m_hereAndThere.rowWithTimeAbove(row - 1, s_reach);
         m_time = above < 0 ? std::nullopt : m_hereAndThere.at(above);
+        m_timeRow = above < 0 ? row - 1 : above;
     }
+    m_row = row;
     return m_time;
+}
+
+void RowClock::rowsChanged(int first)
+{
+    m_row = qMin(m_row, first - 1);
+    if (first > m_timeRow)
+        return;
+    m_time.reset();
+    m_timeRow = m_row = -1;
 }

@@ -14,11 +14,14 @@ public:
     explicit RowClock(const QAbstractItemModel &model);
 
     std::optional<TimeStamp> timeOf(int row);
+    //! The rows from \a first on are others now.
+    void rowsChanged(int first);
 
 private:
     RowTimes m_inTurn;
     RowTimes m_hereAndThere;
     std::optional<TimeStamp> m_time; //!< of m_row
+    int m_timeRow = -1;              //!< the row that has it; none between that and m_row has one
     int m_row = -1;                  //!< asked for last
 };
 

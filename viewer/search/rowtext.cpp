@@ -3,7 +3,7 @@
 
 #include "rowtext.h"
 
-#include "search/linefilter.h"
+#include "rowjudge.h"
 
 QString rowText(const QAbstractItemModel &model, int row)
 {
