@@ -231,8 +231,8 @@ QString User::search()
 {
     ViewerWindow *searched = page();
     auto *panel = searched->findChild<FindPanel *>();
-    const auto *find = searched->table()->findChild<TableFilter *>();
-    switch (m_random.bounded(10)) {
+    auto *find = searched->table()->findChild<TableFilter *>();
+    switch (m_random.bounded(12)) {
     case 0:
         panel->findNext();
         return QStringLiteral("find next");
@@ -255,6 +255,14 @@ QString User::search()
     case 6:
         panel->removeFilter();
         return QStringLiteral("remove the filter");
+    case 7: {
+        const qint64 from = m_random.bounded(500);
+        find->setSpan(RowSpan {false, false, from, from + 1 + m_random.bounded(2000)});
+        return QStringLiteral("filter to a span");
+    }
+    case 8:
+        find->setSpan({});
+        return QStringLiteral("filter to no span");
     default: {
         const QString text = oneOf<QString>({"e", "ERROR", "request 1", "1", "[", "a|e", "served",
                                              "x*", "\u00e9", "", "99", "^2026", "INFO"});
@@ -446,9 +454,12 @@ QString User::compareShown(const FileWindow &page) const
         std::sort(rows.begin(), rows.end());
     }
     const TextMatcher matcher = find->shownMatcher();
+    const std::optional<RowSpan> span = find->shownSpan();
     std::vector<int> expected;
     for (int row = 0; row < model.rowCount(); ++row) {
-        bool isIn = !find->isFiltered();
+        if (span && (row < span->from || row >= span->to))
+            continue;
+        bool isIn = matcher.isNothing();
         for (int column = 0; column < model.columnCount() && !isIn; ++column)
             isIn = !model.isLineNumber(column)
                 && matcher.isIn(model.index(row, column).data().toString());
