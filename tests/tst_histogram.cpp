@@ -523,7 +523,18 @@ void tst_Histogram::escapeEndsADrag()
     m_window->openFind(); // Esc would close that
     m_window->table()->setFocus();
     press(10);
+    const auto footOf = [this](int column) {
+        const QRect rect = m_histogram->columnRect(column);
+        const QImage picture = m_histogram->grab().toImage();
+        const double scale = picture.devicePixelRatio();
+        return picture.pixelColor(int((rect.left() + 1) * scale), int((rect.bottom() - 1) * scale));
+    };
+    const QColor usual = footOf(30);
+    QCOMPARE(footOf(15), usual);
     moveTo(20);
+    QCOMPARE(footOf(15), usual);
+    const QColor paper = Histogram::Colors(m_histogram->palette()).background;
+    QVERIFY(contrast(footOf(30), paper) < contrast(usual, paper));
     QTest::keyClick(m_window.get(), Qt::Key_A); // any other key
     QCOMPARE(m_histogram->chosen(), std::pair(10, 20));
     QTest::keyClick(m_window->table(), Qt::Key_Escape);

@@ -139,7 +139,19 @@ void Histogram::paintEvent(QPaintEvent *event)
     const int highest = m_columns.highest();
     for (int i = 0; i < m_columns.count(); ++i)
         paintColumn(&painter, colors, i, highest);
+    if (first < last)
+        fadeOthers(&painter, colors, columnRect(first) | columnRect(last));
     paintAxis(&painter, colors);
+}
+
+//! Columns as high as the plot would hide what is behind them.
+void Histogram::fadeOthers(QPainter *painter, const Colors &colors, const QRect &span) const
+{
+    QColor veil = colors.background;
+    veil.setAlphaF(0.65F);
+    const QRect room = plot();
+    painter->fillRect(QRect(room.topLeft(), QPoint(span.left() - 1, room.bottom())), veil);
+    painter->fillRect(QRect(QPoint(span.right() + 1, room.top()), room.bottomRight()), veil);
 }
 
 //! Errors at the foot; whatever there is, is seen.

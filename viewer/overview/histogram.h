@@ -79,6 +79,7 @@ private:
     void giveUp();
     RowSpan span(int first, int last) const;
     void paintColumn(QPainter *painter, const Colors &colors, int column, int highest) const;
+    void fadeOthers(QPainter *painter, const Colors &colors, const QRect &span) const;
     void paintAxis(QPainter *painter, const Colors &colors) const;
 
     RowSurvey *m_survey; //!< not owned
