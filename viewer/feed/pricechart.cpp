@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr int s_paintTime = 100; // ms
-constexpr int s_lines = 4;       // of the scale
-constexpr double s_margin = 0.5; // of the font's height
+constexpr int s_paintTime = 100;      // ms
+constexpr int s_gridLines = 4;        // of the scale
+constexpr double s_chartMargin = 0.5; // of the font's height
 
 } // namespace
 
@@ -82,8 +82,8 @@ PriceChart::Scale PriceChart::scale() const
     const double high = highest();
     const double height = fontMetrics().height();
     const double numbers = fontMetrics().horizontalAdvance(QLocale().toString(high, 'f', 2));
-    return {QRectF(rect()).adjusted(s_margin * height, 1.5 * height, -numbers - height,
-                                    -s_margin * height),
+    return {QRectF(rect()).adjusted(s_chartMargin * height, 1.5 * height, -numbers - height,
+                                    -s_chartMargin * height),
             low, high};
 }
 
@@ -102,7 +102,7 @@ void PriceChart::paintEvent(QPaintEvent * /*event*/)
     painter.fillRect(rect(), palette().color(QPalette::Base));
     painter.setPen(palette().color(QPalette::Text));
     const double height = fontMetrics().height();
-    painter.drawText(QRectF(rect()).adjusted(s_margin * height, 0.25 * height, 0, 0),
+    painter.drawText(QRectF(rect()).adjusted(s_chartMargin * height, 0.25 * height, 0, 0),
                      int(Qt::AlignLeft | Qt::AlignTop), m_name);
     const Scale area = scale();
     if (m_points.empty() || area.plot.isEmpty())
@@ -119,8 +119,8 @@ void PriceChart::drawScale(QPainter *painter, const Scale &scale) const
     QColor line = palette().color(QPalette::Text);
     line.setAlphaF(0.15F);
     const double height = fontMetrics().height();
-    for (int i = 0; i < s_lines; ++i) {
-        const double part = double(i) / (s_lines - 1);
+    for (int i = 0; i < s_gridLines; ++i) {
+        const double part = double(i) / (s_gridLines - 1);
         const double y = plot.bottom() - part * plot.height();
         painter->setPen(line);
         painter->drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));

@@ -65,14 +65,14 @@ qsizetype commonFieldCount(const QStringList &lines, QChar delimiter)
 
 constexpr char16_t s_delimiters[] {u'\t', u'|', u';', u','};
 
-struct Columns
+struct Fields
 {
     QChar delimiter;
     QStringList lines; //!< the first ones
     LogFormat log;     //!< if there is no delimiter
 };
 
-Columns detectColumns(const FirstLines &lines)
+Fields detectColumns(const FirstLines &lines)
 {
     const QStringList plain = lines({});
     // The commas between the members of objects make no columns.
@@ -91,7 +91,7 @@ Columns detectColumns(const FirstLines &lines)
 }
 
 //! What is asked for counts before what is recognised.
-Columns columnsFor(const FirstLines &lines, const FormatRequest &request)
+Fields columnsFor(const FirstLines &lines, const FormatRequest &request)
 {
     if (request.delimiter)
         return {*request.delimiter, lines(*request.delimiter), {}};
@@ -163,7 +163,7 @@ bool isNumber(const QString &field)
 TextFormat detectFormat(const FirstLines &lines, const FormatRequest &request)
 {
     TextFormat format;
-    const Columns found = columnsFor(lines, request);
+    const Fields found = columnsFor(lines, request);
     format.delimiter = found.delimiter;
     format.log = found.log;
     format.names = found.log.names;

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr qsizetype s_lookedAt = 200; // characters
-constexpr qsizetype s_longestName = 9;
+constexpr qsizetype s_longestLevel = 9;
 
 constexpr std::array<std::pair<QStringView, LogLevel>, 18> s_names {{
     {u"emerg", LogLevel::Error},
@@ -76,7 +76,7 @@ template<typename Text> LogLevel levelOfText(Text line)
         qsizetype i = begin;
         while (i < line.size() && isLetter(line[i]))
             ++i;
-        if (i > begin && i - begin <= s_longestName) {
+        if (i > begin && i - begin <= s_longestLevel) {
             const LogLevel level = levelOfWord(line.sliced(begin, i - begin));
             if (level != LogLevel::None)
                 return level;
@@ -86,7 +86,7 @@ template<typename Text> LogLevel levelOfText(Text line)
     return LogLevel::None;
 }
 
-static_assert(levelBytes > s_lookedAt + s_longestName);
+static_assert(levelBytes > s_lookedAt + s_longestLevel);
 
 } // namespace
 

@@ -25,10 +25,10 @@ bool isWord(char c)
 }
 
 //! Takes text piece by piece; what is not there is not taken.
-class Reader
+class StampReader
 {
 public:
-    explicit Reader(QByteArrayView text)
+    explicit StampReader(QByteArrayView text)
         : m_text(text)
     {
     }
@@ -72,7 +72,7 @@ private:
     QByteArrayView m_text;
 };
 
-std::optional<int> Reader::month()
+std::optional<int> StampReader::month()
 {
     constexpr std::array<const char *, 12> names {"jan", "feb", "mar", "apr", "may", "jun",
                                                   "jul", "aug", "sep", "oct", "nov", "dec"};
@@ -95,7 +95,7 @@ std::optional<qint64> dayAt(int year, int month, int day)
     return (QDate(year, month, day).toJulianDay() - s_julian1970) * s_day;
 }
 
-int milliseconds(Reader *text)
+int milliseconds(StampReader *text)
 {
     int value = 0;
     int unit = 100;
@@ -108,7 +108,7 @@ int milliseconds(Reader *text)
 }
 
 //! Milliseconds since midnight. Seconds may be left out if \a isLenient.
-std::optional<qint64> timeOfDay(Reader *text, bool isLenient)
+std::optional<qint64> timeOfDay(StampReader *text, bool isLenient)
 {
     const auto hour = text->number(2);
     if (!hour || *hour > 23 || !text->take(':'))
@@ -131,9 +131,9 @@ std::optional<qint64> timeOfDay(Reader *text, bool isLenient)
 }
 
 //! Minutes; 0 without a zone.
-int zone(Reader *text)
+int zone(StampReader *text)
 {
-    Reader ahead = *text;
+    StampReader ahead = *text;
     if (ahead.take('Z')) {
         if (!isWord(ahead.peek()))
             *text = ahead;
@@ -152,7 +152,7 @@ int zone(Reader *text)
     return sign == '-' ? -offset : offset;
 }
 
-std::optional<TimeStamp> timeOn(std::optional<qint64> day, Reader *text, bool isLenient)
+std::optional<TimeStamp> timeOn(std::optional<qint64> day, StampReader *text, bool isLenient)
 {
     const auto time = day ? timeOfDay(text, isLenient) : std::nullopt;
     if (!time)
@@ -162,7 +162,7 @@ std::optional<TimeStamp> timeOn(std::optional<qint64> day, Reader *text, bool is
 }
 
 //! As in "2026-11-22T11:25:45".
-std::optional<TimeStamp> yearFirst(Reader *text, bool isLenient)
+std::optional<TimeStamp> yearFirst(StampReader *text, bool isLenient)
 {
     const auto year = text->number(4);
     const char separator = year ? text->takeOneOf("-/.") : '\0';
@@ -178,7 +178,7 @@ std::optional<TimeStamp> yearFirst(Reader *text, bool isLenient)
 }
 
 //! As in "22/Nov/2026:11:25:45".
-std::optional<TimeStamp> dayFirst(Reader *text, bool isLenient)
+std::optional<TimeStamp> dayFirst(StampReader *text, bool isLenient)
 {
     const auto day = text->number(2);
     const char separator = day ? text->takeOneOf("/- ") : '\0';
@@ -203,7 +203,7 @@ std::optional<qint64> dayWithoutYear(int month, int day, QDate latest)
 }
 
 //! As in "Nov 22 11:25:45", "Nov  2 11:25:45" or, with a year, "Nov 22 11:25:45 2026".
-std::optional<TimeStamp> monthFirst(Reader *text, QDate latest, bool isLenient)
+std::optional<TimeStamp> monthFirst(StampReader *text, QDate latest, bool isLenient)
 {
     const auto month = text->month();
     if (!month || !text->take(' '))
@@ -213,7 +213,7 @@ std::optional<TimeStamp> monthFirst(Reader *text, QDate latest, bool isLenient)
     if (!day || !text->take(' '))
         return {};
     auto stamp = timeOn(dayWithoutYear(*month, *day, latest), text, isLenient);
-    Reader ahead = *text;
+    StampReader ahead = *text;
     const auto year = stamp && ahead.take(' ') ? ahead.number(4) : std::nullopt;
     const auto date = year && !isWord(ahead.peek()) ? dayAt(*year, *month, *day) : std::nullopt;
     if (!date || *year < 1970 || *year > 2100)
@@ -223,7 +223,7 @@ std::optional<TimeStamp> monthFirst(Reader *text, QDate latest, bool isLenient)
     return stamp;
 }
 
-std::optional<TimeStamp> timeOnly(Reader *text, bool isLenient)
+std::optional<TimeStamp> timeOnly(StampReader *text, bool isLenient)
 {
     auto stamp = timeOn(0, text, isLenient);
     if (stamp)
@@ -232,7 +232,7 @@ std::optional<TimeStamp> timeOnly(Reader *text, bool isLenient)
 }
 
 //! Since 1970.
-std::optional<TimeStamp> seconds(Reader *text)
+std::optional<TimeStamp> seconds(StampReader *text)
 {
     int digits = 0;
     qint64 value = 0;
@@ -251,20 +251,20 @@ std::optional<TimeStamp> seconds(Reader *text)
     return TimeStamp {time, 0, true};
 }
 
-using Form = std::optional<TimeStamp> (*)(Reader *, QDate, bool);
+using Form = std::optional<TimeStamp> (*)(StampReader *, QDate, bool);
 
 //! The first form that \a text begins with, which is taken.
-std::optional<TimeStamp> stamp(Reader *text, QDate latest, bool isLenient)
+std::optional<TimeStamp> stamp(StampReader *text, QDate latest, bool isLenient)
 {
     constexpr std::array<Form, 5> forms {
-        [](Reader *from, QDate, bool lenient) { return yearFirst(from, lenient); },
-        [](Reader *from, QDate, bool lenient) { return dayFirst(from, lenient); },
-        [](Reader *from, QDate end, bool lenient) { return monthFirst(from, end, lenient); },
-        [](Reader *from, QDate, bool lenient) { return timeOnly(from, lenient); },
-        [](Reader *from, QDate, bool) { return seconds(from); },
+        [](StampReader *from, QDate, bool lenient) { return yearFirst(from, lenient); },
+        [](StampReader *from, QDate, bool lenient) { return dayFirst(from, lenient); },
+        [](StampReader *from, QDate end, bool lenient) { return monthFirst(from, end, lenient); },
+        [](StampReader *from, QDate, bool lenient) { return timeOnly(from, lenient); },
+        [](StampReader *from, QDate, bool) { return seconds(from); },
     };
     for (const Form form : forms) {
-        Reader ahead = *text;
+        StampReader ahead = *text;
         const auto found = form(&ahead, latest, isLenient);
         if (found && !isDigit(ahead.peek())) {
             *text = ahead;
@@ -291,7 +291,7 @@ std::optional<TimeStamp> timeStampOf(QByteArrayView line, QDate latest)
         const bool isInside = isWord(before) || before == '.' || before == ':' || before == '-';
         if (isInside || !mayBegin(seen[begin]))
             continue;
-        Reader text(seen.sliced(begin));
+        StampReader text(seen.sliced(begin));
         if (const auto found = stamp(&text, latest, false))
             return found;
     }
@@ -300,7 +300,7 @@ std::optional<TimeStamp> timeStampOf(QByteArrayView line, QDate latest)
 
 std::optional<TimeStamp> timeStampFrom(QByteArrayView text, QDate latest)
 {
-    Reader reader(text.trimmed());
+    StampReader reader(text.trimmed());
     const auto found = stamp(&reader, latest, true);
     return reader.isAtEnd() ? found : std::nullopt;
 }

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int s_rowsAtOnce = 2048;        // that are read
+constexpr int s_readAtOnce = 2048;        // that are read
 constexpr std::size_t s_smallGroup = 512; // of which all texts are kept at once
 constexpr qsizetype s_charactersOfKey = 4;
 
@@ -90,7 +90,7 @@ RowSorter::Entry RowSorter::textEntry(const QString &text, qsizetype offset, int
 
 void RowSorter::read()
 {
-    const std::size_t end = std::min(m_next + s_rowsAtOnce, m_rows.size());
+    const std::size_t end = std::min(m_next + s_readAtOnce, m_rows.size());
     for (; m_next < end; ++m_next) {
         const int row = m_rows[m_next];
         const SortValue value = valueOf(row);
@@ -194,7 +194,7 @@ void RowSorter::sortSmall(const Group &group)
 //! that it shares is left out the next time.
 void RowSorter::readGroup()
 {
-    const std::size_t end = std::min(m_groupNext + s_rowsAtOnce, m_group->end);
+    const std::size_t end = std::min(m_groupNext + s_readAtOnce, m_group->end);
     for (; m_groupNext < end; ++m_groupNext) {
         Entry &entry = (*m_group->entries)[m_groupNext];
         const QString text = valueOf(entry.row).text();

@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr int s_exactDigits = 15; // of any decimal number a double knows as many
-constexpr int s_mostDigits = 300; // no double is as large as longer ones can be
+constexpr int s_exactDigits = 15;       // of any decimal number a double knows as many
+constexpr int s_mostNumberDigits = 300; // no double is as large as longer ones can be
 
-bool isDigit(QChar character)
+bool isDecimalDigit(QChar character)
 {
     return character >= u'0' && character <= u'9';
 }
@@ -55,8 +55,9 @@ bool SortValue::takeNumber(QStringView text)
     const QStringView integer(digits.begin(), mark);
     const QStringView fraction(mark == digits.end() ? mark : mark + 1, digits.end());
     const qsizetype count = integer.size() + fraction.size();
-    if (count == 0 || count > s_mostDigits || !std::all_of(integer.begin(), integer.end(), isDigit)
-        || !std::all_of(fraction.begin(), fraction.end(), isDigit))
+    if (count == 0 || count > s_mostNumberDigits
+        || !std::all_of(integer.begin(), integer.end(), isDecimalDigit)
+        || !std::all_of(fraction.begin(), fraction.end(), isDecimalDigit))
         return false;
     m_kind = Kind::Number;
     QByteArray plain = integer.toLatin1() + '.' + fraction.toLatin1();

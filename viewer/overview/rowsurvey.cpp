@@ -15,7 +15,7 @@ namespace {
 constexpr int s_tellTime = 100; // ms
 constexpr int s_rowsAtOnce = 16;
 
-bool isAscii(QByteArrayView bytes)
+bool isAsciiOnly(QByteArrayView bytes)
 {
     return std::none_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
 }
@@ -274,7 +274,7 @@ LogLevel RowSurvey::levelOfRow(int row) const
     const TextFileModel *file = lines();
     if (file && file->hasAsciiBytes()) {
         const QByteArrayView bytes = file->rowView(sourceRow(row), levelBytes);
-        if (isAscii(bytes))
+        if (isAsciiOnly(bytes))
             return levelOfAscii(bytes);
     }
     QString text;

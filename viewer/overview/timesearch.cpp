@@ -14,8 +14,8 @@ namespace {
 
 constexpr int s_samples = 100;
 constexpr int s_mostWithout = 500; // rows without a time that follow each other
-constexpr int s_reach = 2000;      // rows that are looked at for the first time of all
-constexpr int s_rowsAtOnce = 16;
+constexpr int s_timeReach = 2000;  // rows that are looked at for the first time of all
+constexpr int s_askedAtOnce = 16;
 
 qint64 midnight(qint64 clock)
 {
@@ -71,9 +71,9 @@ void TimeSearch::find(QAbstractItemModel *model, const TimeStamp &time, int row)
 bool TimeSearch::prepare(const RowTimes &times, int row)
 {
     const int rows = m_model->rowCount();
-    int first = times.rowWithTimeAbove(row, s_reach);
+    int first = times.rowWithTimeAbove(row, s_timeReach);
     if (first < 0)
-        first = times.rowWithTime(0, rows, s_reach);
+        first = times.rowWithTime(0, rows, s_timeReach);
     const auto near = first < rows ? times.at(first) : std::nullopt;
     if (!near)
         return false;
@@ -135,7 +135,7 @@ void TimeSearch::goThrough()
     QElapsedTimer since;
     since.start();
     while (since.elapsed() < slice) {
-        for (int i = 0; i < s_rowsAtOnce; ++i, ++m_next) {
+        for (int i = 0; i < s_askedAtOnce; ++i, ++m_next) {
             if (m_next >= m_model->rowCount()) {
                 end(-1);
                 return;

@@ -35,10 +35,10 @@ QStringList better(const QStringList &a, const QStringList &b)
  * Every branch is a sequence of items. A run of characters that stand as they are is one text;
  * a group has the texts of its branches. The best of these are those of the sequence.
  */
-class Reader
+class ExpressionReader
 {
 public:
-    explicit Reader(const QString &expression)
+    explicit ExpressionReader(const QString &expression)
         : m_expression(expression)
     {
     }
@@ -96,7 +96,7 @@ private:
     bool m_isStrange = false; //!< there is something that is not understood
 };
 
-QStringList Reader::readBranches(int depth)
+QStringList ExpressionReader::readBranches(int depth)
 {
     if (depth > s_deepest)
         return giveUp();
@@ -110,7 +110,7 @@ QStringList Reader::readBranches(int depth)
     return isKnown ? texts : QStringList();
 }
 
-QStringList Reader::readBranch(int depth)
+QStringList ExpressionReader::readBranch(int depth)
 {
     Branch branch;
     while (!isAtEnd() && peek() != u'|' && peek() != u')')
@@ -119,7 +119,7 @@ QStringList Reader::readBranch(int depth)
     return branch.best;
 }
 
-void Reader::readItem(Branch *branch, int depth)
+void ExpressionReader::readItem(Branch *branch, int depth)
 {
     const QChar next = peek();
     if (next == u'(')
@@ -143,7 +143,7 @@ void Reader::readItem(Branch *branch, int depth)
 }
 
 //! Takes \a character, which has been read, and how often it stands there.
-void Reader::addCharacter(Branch *branch, QChar character)
+void ExpressionReader::addCharacter(Branch *branch, QChar character)
 {
     const bool isVisible = character.unicode() >= 0x20 && character.unicode() < 0x7f;
     if (!isVisible)
@@ -156,7 +156,7 @@ void Reader::addCharacter(Branch *branch, QChar character)
 }
 
 //! How often what was read has to be there at least; −1 if nothing is said about it.
-int Reader::readRepetition()
+int ExpressionReader::readRepetition()
 {
     int least = -1;
     if (take(u"*") || take(u"?")) {
@@ -182,7 +182,7 @@ int Reader::readRepetition()
     return least;
 }
 
-void Reader::readGroup(Branch *branch, int depth)
+void ExpressionReader::readGroup(Branch *branch, int depth)
 {
     branch->endRun();
     take(u"(");
@@ -202,7 +202,7 @@ void Reader::readGroup(Branch *branch, int depth)
         branch->best = better(branch->best, texts);
 }
 
-void Reader::readName(QChar end)
+void ExpressionReader::readName(QChar end)
 {
     while (!isAtEnd() && peek() != end)
         skip();
@@ -211,7 +211,7 @@ void Reader::readName(QChar end)
     skip();
 }
 
-void Reader::readEscape(Branch *branch)
+void ExpressionReader::readEscape(Branch *branch)
 {
     take(u"\\");
     const QChar escaped = peek();
@@ -232,7 +232,7 @@ void Reader::readEscape(Branch *branch)
 }
 
 //! What is between \Q and \E. Only the last character of it is repeated.
-void Reader::readQuoted(Branch *branch)
+void ExpressionReader::readQuoted(Branch *branch)
 {
     while (!isAtEnd() && !take(u"\\E")) {
         const QChar character = m_expression.at(m_at++);
@@ -250,7 +250,7 @@ void Reader::readQuoted(Branch *branch)
 }
 
 //! A set of characters, in brackets.
-void Reader::readClass()
+void ExpressionReader::readClass()
 {
     take(u"[");
     take(u"^");
@@ -270,5 +270,5 @@ void Reader::readClass()
 
 QStringList literalsOf(const QString &expression)
 {
-    return Reader(expression).read();
+    return ExpressionReader(expression).read();
 }

@@ -9,19 +9,19 @@ namespace {
 
 using Verdict = LineMatcher::Verdict;
 
-bool isAscii(char c)
+bool isAsciiByte(char c)
 {
     return quint8(c) < 0x80;
 }
 
-char toLower(char c)
+char toLowerAscii(char c)
 {
     return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
 }
 
 bool isWordCharacter(char c)
 {
-    const char lower = toLower(c);
+    const char lower = toLowerAscii(c);
     return (lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9') || c == '_';
 }
 
@@ -94,7 +94,7 @@ LineMatcher::Verdict LineMatcher::judgeBytes(QByteArrayView line, qsizetype plac
         if (verdict != Verdict::NoMatch)
             return verdict;
     }
-    const bool isAllAscii = !m_hasDoubles || std::all_of(line.begin(), line.end(), isAscii);
+    const bool isAllAscii = !m_hasDoubles || std::all_of(line.begin(), line.end(), isAsciiByte);
     return isAllAscii ? Verdict::NoMatch : Verdict::Unclear;
 }
 
@@ -103,7 +103,7 @@ bool LineMatcher::isAt(const char *place) const
     if (m_matcher.rules().matchesCase)
         return std::equal(m_needle.begin(), m_needle.end(), place);
     return std::equal(m_needle.begin(), m_needle.end(), place,
-                      [](char wanted, char c) { return wanted == toLower(c); });
+                      [](char wanted, char c) { return wanted == toLowerAscii(c); });
 }
 
 //! Whether what is at \a place is a whole word.
@@ -112,7 +112,7 @@ LineMatcher::Verdict LineMatcher::wordAt(QByteArrayView line, qsizetype place) c
     const qsizetype end = place + m_needle.size();
     const char before = place > 0 ? line[place - 1] : '\0';
     const char behind = end < line.size() ? line[end] : '\0';
-    if (!isAscii(before) || !isAscii(behind))
+    if (!isAsciiByte(before) || !isAsciiByte(behind))
         return Verdict::Unclear;
     return isWordCharacter(before) || isWordCharacter(behind) ? Verdict::NoMatch : Verdict::Match;
 }

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr qint64 s_second = 1000; // ms
-constexpr qint64 s_minute = 60 * s_second;
+constexpr qint64 s_spanSecond = 1000; // ms
+constexpr qint64 s_minute = 60 * s_spanSecond;
 
 QDateTime clockAt(qint64 time)
 {
@@ -34,9 +34,9 @@ QString textOf(const RowSpan &span)
     }
     const QString day = QStringLiteral("yyyy-MM-dd");
     const auto needs = [&](qint64 step) { return span.from % step != 0 || span.to % step != 0; };
-    const QString time = needs(s_second) ? QStringLiteral("HH:mm:ss.zzz")
-        : needs(s_minute)                ? QStringLiteral("HH:mm:ss")
-                                         : QStringLiteral("HH:mm");
+    const QString time = needs(s_spanSecond) ? QStringLiteral("HH:mm:ss.zzz")
+        : needs(s_minute)                    ? QStringLiteral("HH:mm:ss")
+                                             : QStringLiteral("HH:mm");
     const QDateTime from = clockAt(span.from);
     const QDateTime to = clockAt(span.to);
     if (!span.haveDates)

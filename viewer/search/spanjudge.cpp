@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr int s_timesAtOnce = 1024; // of a file
-constexpr int s_rowsAtOnce = 16384; // not looked at
+constexpr int s_timesAtOnce = 1024;    // of a file
+constexpr int s_numbersAtOnce = 16384; // not looked at
 constexpr int s_mostHeirs = 2000;
 
 } // namespace
@@ -33,7 +33,7 @@ SpanJudge::Run SpanJudge::look(int first, int end)
     Run run {first, first + 1, isIn(first)};
     // How long others take over their data nobody knows.
     const bool isFile = qobject_cast<const TextFileModel *>(m_source) != nullptr;
-    const int most = !m_span.areTimes ? s_rowsAtOnce : isFile ? s_timesAtOnce : 1;
+    const int most = !m_span.areTimes ? s_numbersAtOnce : isFile ? s_timesAtOnce : 1;
     const int last = first + qMin(end - first, most);
     while (run.end < last && isIn(run.end) == run.isIn)
         ++run.end;

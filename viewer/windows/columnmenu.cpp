@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int s_longestName = 40; // characters
+constexpr int s_longestEntry = 40; // characters
 
 } // namespace
 
@@ -102,7 +102,7 @@ int ColumnMenu::shownColumns() const
 QString ColumnMenu::nameOf(int column) const
 {
     QString name = m_table->model()->headerData(column, Qt::Horizontal).toString().simplified();
-    if (name.size() > s_longestName)
-        name = name.left(s_longestName) + QChar(0x2026);
+    if (name.size() > s_longestEntry)
+        name = name.left(s_longestEntry) + QChar(0x2026);
     return name.replace(u'&', QLatin1String("&&"));
 }

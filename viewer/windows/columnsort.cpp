@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int s_longestName = 30; // characters
+constexpr int s_longestTitle = 30; // characters
 
 } // namespace
 
@@ -120,7 +120,7 @@ void ColumnSort::showFirst()
 QString ColumnSort::nameOf(int column) const
 {
     QString name = m_table->model()->headerData(column, Qt::Horizontal).toString().simplified();
-    if (name.size() > s_longestName)
-        name = name.left(s_longestName) + QChar(0x2026);
+    if (name.size() > s_longestTitle)
+        name = name.left(s_longestTitle) + QChar(0x2026);
     return name;
 }

@@ -26,7 +26,7 @@
 namespace {
 
 constexpr int s_progressSteps = 1000;
-constexpr int s_waitTime = 500;     // ms between looks for a missing file
+constexpr int s_fileWaitTime = 500; // ms between looks for a missing file
 constexpr int s_messageTime = 8000; // ms that the status bar tells what happened
 
 using Activity = TextFileModel::Activity;
@@ -74,7 +74,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     createFormatMenu();
     table()->useFixedFont();
     createOverview();
-    m_waitTimer.setInterval(s_waitTime);
+    m_waitTimer.setInterval(s_fileWaitTime);
     connect(&m_waitTimer, &QTimer::timeout, this, &FileWindow::waitForFile);
     connect(followAction(), &QAction::toggled, this, &FileWindow::updateStatus);
     open(request);

@@ -16,8 +16,8 @@
 
 namespace {
 
-constexpr int s_messageTime = 5000; // ms
-constexpr int s_quickExport = 300;  // ms; of shorter ones nothing is seen
+constexpr int s_savedTime = 5000;  // ms
+constexpr int s_quickExport = 300; // ms; of shorter ones nothing is seen
 
 } // namespace
 
@@ -48,7 +48,7 @@ void RowExportDialog::finish(bool isComplete)
     deleteLater();
     if (isComplete) {
         m_window->statusBar()->showMessage(tr("Saved %L1 rows.").arg(m_rows->rowsWritten()),
-                                           s_messageTime);
+                                           s_savedTime);
     } else if (!m_rows->error().isEmpty()) {
         auto *box = new QMessageBox(QMessageBox::Warning, tr("Save Rows"),
                                     tr("The rows could not be saved."), QMessageBox::Ok, m_window);

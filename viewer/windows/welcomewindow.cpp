@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr double s_titleSize = 1.8; // of the window's font
+constexpr double s_greetingSize = 1.8; // of the window's font
 
 } // namespace
 
@@ -54,7 +54,7 @@ void WelcomeWindow::addTexts(QVBoxLayout *layout)
 {
     auto *title = new QLabel(QApplication::applicationName());
     QFont font = title->font();
-    font.setPointSizeF(font.pointSizeF() * s_titleSize);
+    font.setPointSizeF(font.pointSizeF() * s_greetingSize);
     title->setFont(font);
     auto *text = new QLabel(tr("Opens text files of any size, compressed ones too, and follows "
                                "them as they grow. Drop a file here, or choose one."));
