@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 // Opening, searching and filtering a log in the viewer beside wc and grep, which do the same
-// with the same file in the same run. The smallest of three times each; the file is in the
-// system's memory.
+// with the same file in the same run, and sorting a table beside Qt's proxy. The smallest of
+// three times each; the file is in the system's memory.
 
 #include "files/textfilemodel.h"
+#include "order/sortedrows.h"
 #include "qtablefastview.h"
 #include "search/linefilter.h"
 #include "search/tablefilter.h"
@@ -14,6 +15,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QRandomGenerator>
+#include <QSortFilterProxyModel>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -216,6 +219,55 @@ void measureFilters(TextFileModel *model)
     std::printf("bytes a row of the largest filter %.3f\n", bytes);
 }
 
+//! Writes a table of \a rows that are in order of their times only.
+bool writeTable(const QString &path, int rows)
+{
+    QRandomGenerator random(1);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("time,name,price,note\n") <= 0)
+        return false;
+    for (int row = 0; row < rows; ++row) {
+        const QByteArray time = QByteArray::number(1000000 + row / 10);
+        const QByteArray text = "2026-11-22 " + time + ",item"
+            + QByteArray::number(random.bounded(500)) + ','
+            + QByteArray::number(random.bounded(10000000) / 100.0, 'f', 2) + ','
+            + (row % 2 != 0 ? QByteArray() : 'n' + QByteArray::number(random.generate())) + '\n';
+        file.write(text);
+    }
+    return file.flush();
+}
+
+//! Once each: Qt's proxy takes long.
+void measureSorting(TextFileModel *model)
+{
+    qint64 stretch = 0;
+    double bytes = 0;
+    for (int column = 0; column < model->columnCount(); ++column) {
+        Measured ours;
+        ours.take([&] {
+            Stretches stretches;
+            SortedRows rows(model, column, Qt::AscendingOrder);
+            waitFor([&rows] { return rows.isSettled(); });
+            stretch = qMax(stretch, stretches.longest());
+            bytes = double(rows.memory()) / model->rowCount();
+        });
+        Measured peer;
+        peer.take([&] {
+            QSortFilterProxyModel rows;
+            rows.setSortCaseSensitivity(Qt::CaseInsensitive);
+            rows.setSourceModel(model);
+            rows.sort(column);
+        });
+        const QString name = model->headerData(column, Qt::Horizontal).toString();
+        std::printf("sort: %d rows by %-21s %9.1f ms %9.1f ms %6.2f  QSortFilterProxyModel\n",
+                    model->rowCount(), qPrintable(name), ours.best, peer.best,
+                    ours.best / peer.best);
+        std::fflush(stdout);
+    }
+    std::printf("longest stretch without events, any sorting %lld ms\n", stretch);
+    std::printf("bytes a row of the order %.3f\n", bytes);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -243,5 +295,15 @@ int main(int argc, char *argv[])
     measureFilters(&model);
     std::printf("bytes a line of the index %.3f\n",
                 double(model.indexMemory()) / double(model.rowCount()));
+    constexpr int rows = 200000;
+    const QString tablePath = directory.filePath(QStringLiteral("table.csv"));
+    if (!writeTable(tablePath, rows)) {
+        std::fprintf(stderr, "bench_viewer: cannot write %s\n", qPrintable(tablePath));
+        return 1;
+    }
+    TextFileModel table(tablePath);
+    table.start();
+    waitFor([&] { return table.rowCount() == rows; });
+    measureSorting(&table);
     return 0;
 }
