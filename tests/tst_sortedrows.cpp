@@ -25,6 +25,7 @@ private Q_SLOTS:
     void showsRowsInOrder();
     void showsRowsMeanwhile();
     void hidesRowsUntilTheirPlaceIsKnown();
+    void sortsWhileRowsCome();
     void putsChangedRowsElsewhere();
     void passesChangesOn();
     void keepsRowsChosen();
@@ -124,6 +125,25 @@ void tst_SortedRows::hidesRowsUntilTheirPlaceIsKnown()
     QVERIFY(!rows.isSettled());
     QTRY_VERIFY(rows.isSettled());
     QCOMPARE(textsOf(rows), QStringList({"0", "1", "3", "4", "5"}));
+}
+
+//! At the top, in every turn of the events: some are in order all the same.
+void tst_SortedRows::sortsWhileRowsCome()
+{
+    QStringList texts;
+    for (int row = 0; row < 400000; ++row)
+        texts.append(QString::number(qint64(row) * 7919 % 400000).rightJustified(8, u'0'));
+    QStringListModel source(texts);
+    SortedRows rows(&source, 0, Qt::AscendingOrder);
+    int turns = 0;
+    while (!rows.isSorted() && turns < 2000) {
+        source.insertRow(0);
+        source.setData(source.index(0, 0), QString::number(turns++));
+        QCoreApplication::processEvents();
+    }
+    QVERIFY(rows.isSorted());
+    QTRY_VERIFY(rows.isSettled());
+    QCOMPARE(textsOf(rows), sorted(source, Qt::AscendingOrder));
 }
 
 void tst_SortedRows::putsChangedRowsElsewhere()

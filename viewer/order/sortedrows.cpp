@@ -14,15 +14,25 @@
 
 namespace {
 
-constexpr int s_delay = 200;             // ms, from the first change until it is sorted in
-constexpr std::size_t s_fewRows = 4096;  // always put in one by one
-constexpr std::size_t s_partOfRows = 16; // if they are a smaller part than this, too
+constexpr int s_delay = 200;                 // ms, from the first change until it is sorted in
+constexpr std::size_t s_fewRows = 4096;      // always put in one by one
+constexpr std::size_t s_partOfRows = 16;     // if they are a smaller part than this, too
+constexpr std::size_t s_mostInsertions = 64; // in other places each, while rows are sorted
 
 std::vector<int> numbersUpTo(int end)
 {
     std::vector<int> rows(static_cast<std::size_t>(end));
     std::iota(rows.begin(), rows.end(), 0);
     return rows;
+}
+
+//! Which of the numbers below \a end are among \a rows.
+std::vector<bool> flagsOf(const std::vector<int> &rows, int end)
+{
+    std::vector<bool> flags(static_cast<std::size_t>(end));
+    for (const int row : rows)
+        flags[std::size_t(row)] = true;
+    return flags;
 }
 
 //! Numbers from \a first on become \a by more.
@@ -139,8 +149,9 @@ void SortedRows::begin()
             return !std::binary_search(m_taken.begin(), m_taken.end(), row);
         });
     }
+    m_since.clear();
     m_job =
-        std::make_unique<OrderJob>([this](int row) { return textOf(row); }, m_sortOrder,
+        std::make_unique<OrderJob>([this](int row) { return textOf(rowNow(row)); }, m_sortOrder,
                                    isMerge ? m_taken : numbersUpTo(m_count), std::move(staying));
 }
 
@@ -160,10 +171,19 @@ void SortedRows::finish()
     std::vector<int> order = m_job->takeOrder();
     m_job.reset();
     m_taken = {};
-    // Those that have come since wait, but they are shown.
-    for (int row = int(order.size()); !m_isSorted && row < m_count; ++row)
-        order.push_back(row);
-    showHidden(order);
+    if (!m_since.empty())
+        std::transform(order.begin(), order.end(), order.begin(),
+                       [this](int row) { return rowNow(row); });
+    if (m_isSorted) {
+        showHidden(order);
+    } else {
+        // Those that have come since wait, but they are shown.
+        const std::vector<bool> isThere = flagsOf(order, m_count);
+        for (int row = 0; row < m_count; ++row) {
+            if (!isThere[std::size_t(row)])
+                order.push_back(row);
+        }
+    }
     rearrange(std::move(order));
     if (!m_waiting.empty())
         m_timer.start(s_delay);
@@ -173,11 +193,9 @@ void SortedRows::finish()
 //! Those of \a order that are not shown come to the end.
 void SortedRows::showHidden(const std::vector<int> &order)
 {
-    if (!m_isSorted || order.size() == m_order.size())
+    if (order.size() == m_order.size())
         return;
-    std::vector<bool> isShown(static_cast<std::size_t>(m_count));
-    for (const int row : m_order)
-        isShown[std::size_t(row)] = true;
+    const std::vector<bool> isShown = flagsOf(m_order, m_count);
     beginInsertRows({}, int(m_order.size()), int(order.size()) - 1);
     std::copy_if(order.begin(), order.end(), std::back_inserter(m_order),
                  [&](int row) { return !isShown[std::size_t(row)]; });
@@ -245,10 +263,29 @@ void SortedRows::rowsCame(int first, int last)
     }
     if (!m_isSorted)
         endInsertRows();
-    if (!isAtEnd)
-        beginAgain();
+    if (m_job && !isAtEnd)
+        moveOn(first, count);
     if (m_isSorted || m_job)
         addWaiting(first, last);
+}
+
+//! Rows that come all the time, at the top perhaps, must not keep others from being sorted.
+void SortedRows::moveOn(int first, int count)
+{
+    if (!m_since.empty() && m_since.back().first == first)
+        m_since.back().count += count;
+    else
+        m_since.push_back({first, count});
+    if (m_since.size() > s_mostInsertions)
+        beginAgain();
+}
+
+//! The number that a row has now, which had \a jobRow when m_job began.
+int SortedRows::rowNow(int jobRow) const
+{
+    for (const Insertion &insertion : m_since)
+        jobRow += jobRow >= insertion.first ? insertion.count : 0;
+    return jobRow;
 }
 
 //! They have to be neighbours to go at once.

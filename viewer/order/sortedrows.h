@@ -57,6 +57,13 @@ Q_SIGNALS:
     void progressed(double part);
 
 private:
+    //! Rows that have come to the source.
+    struct Insertion
+    {
+        int first;
+        int count;
+    };
+
     void followRows();
     void followSource();
     void work();
@@ -75,6 +82,8 @@ private:
     void layoutAboutToChange();
     void layoutHasChanged();
     int rowOf(int sourceRow) const;
+    int rowNow(int jobRow) const;
+    void moveOn(int first, int count);
     QString textOf(int sourceRow) const;
 
     const int m_column;
@@ -85,6 +94,7 @@ private:
     std::vector<int> m_waiting;      //!< rows of the source that are not in their places yet
     std::vector<int> m_taken;        //!< those that waited when m_job began
     std::unique_ptr<OrderJob> m_job; //!< null if at rest
+    std::vector<Insertion> m_since;  //!< since m_job began, which has the numbers of then
     QTimer m_timer;                  //!< begins, or goes on with, m_job
     QModelIndexList m_layoutProxies; //!< persistent ones while the layout changes
     QList<QPersistentModelIndex> m_layoutSources; //!< what is behind them
