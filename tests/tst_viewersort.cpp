@@ -40,6 +40,7 @@ private Q_SLOTS:
     void findsInOrder();
     void reloadStaysSorted();
     void otherFileUnderItsName();
+    void restoredHeaderIsNotSorted();
     void closesWhileSorting();
 
 private:
@@ -306,6 +307,27 @@ void tst_ViewerSort::otherFileUnderItsName()
     QTRY_COMPARE(m_window->rows(), 2);
     QTRY_VERIFY(isSorted());
     QCOMPARE(texts(1), QStringList({"of text", "only lines"}));
+}
+
+void tst_ViewerSort::restoredHeaderIsNotSorted()
+{
+    const Qt::SortOrder usual = m_table->header()->sortIndicatorOrder();
+    click(1);
+    if (usual == Qt::AscendingOrder)
+        click(1);
+    QTRY_VERIFY(isSorted());
+    QVERIFY(m_table->header()->sortIndicatorOrder() != usual);
+    PageState state = m_window->state();
+    state.isFollowing = true;
+    open("name,size\npear,10\nFig,9\napple,\nplum,9\n");
+    m_window->restore(state);
+    m_window->reopen(FormatRequest());
+    QTRY_COMPARE(m_window->rows(), 4);
+    QTRY_VERIFY(m_window->isFollowing());
+    QCOMPARE(find()->sortedRows(), nullptr);
+    QTRY_COMPARE(m_table->header()->sortIndicatorOrder(), usual);
+    QVERIFY(!m_table->header()->isSortIndicatorShown());
+    QCOMPARE(m_table->header()->sortIndicatorSection(), -1);
 }
 
 void tst_ViewerSort::closesWhileSorting()

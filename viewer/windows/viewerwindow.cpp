@@ -552,7 +552,9 @@ void ViewerWindow::fitNewColumns()
         m_table->fitColumns();
         if (m_restored.columnCount == columns)
             m_table->header()->restoreState(m_restored.columns);
+        // What the header was sorted by is not restored, and following needs its own order there.
         m_sort->showInHeader();
+        m_follower->setFollowing(isFollowing());
         m_restored = {};
     }
     growColumnsSoon();
