@@ -3,11 +3,11 @@
 
 #include "files/decompressor.h"
 #include "files/textfilemodel.h"
+#include "support/gzip.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtEndian>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -33,33 +33,6 @@ const QByteArray s_emptyGzip = QByteArray::fromBase64("H4sIAAAAAAACAwMAAAAAAAAAA
 const QByteArray s_emptyXz = QByteArray::fromBase64("/Td6WFoAAATm1rRGAAAAABzfRCEftvN9AQAAAAAEWVo=");
 const QByteArray s_emptyZstd = QByteArray::fromBase64("KLUv/SQAAQAAmenYUQ==");
 const QByteArray s_emptyBzip2 = QByteArray::fromBase64("QlpoORdyRThQkAAAAAA=");
-
-QByteArray littleEndian(quint32 number)
-{
-    QByteArray bytes(4, '\0');
-    qToLittleEndian(number, bytes.data());
-    return bytes;
-}
-
-quint32 crc32(const QByteArray &text)
-{
-    quint32 sum = 0xffffffff;
-    for (const char byte : text) {
-        sum ^= quint8(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            sum = (sum >> 1) ^ (sum & 1 ? 0xedb88320 : 0);
-    }
-    return ~sum;
-}
-
-//! Text in a .gz file. Qt packs the same in another wrapping: four bytes of length, two of
-//! header, and four of a check sum at the end.
-QByteArray gzip(const QByteArray &text)
-{
-    const QByteArray packed = qCompress(text);
-    return QByteArray("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10) + packed.sliced(6).chopped(4)
-        + littleEndian(crc32(text)) + littleEndian(quint32(text.size()));
-}
 
 //! Lines that cannot be packed well: 16 digits each.
 QByteArray manyLines(int count)

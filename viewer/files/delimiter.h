@@ -34,14 +34,15 @@ struct TextFormat
     friend bool operator==(const TextFormat &, const TextFormat &) = default;
 };
 
-//! What the user wants instead of what the text looks like.
+//! What the user wants instead of what a file looks like.
 struct FormatRequest
 {
     std::optional<QChar> delimiter;        //!< null character: no columns
     std::optional<bool> hasHeader;         //!< true: the first line is the header
     std::optional<Encoding> encoding = {}; //!< of the text
     std::optional<LogFormat::Kind> log =
-        {}; //!< of the lines; a delimiter that is given counts first
+        {};                     //!< of the lines; a delimiter that is given counts first
+    bool hasOlderFiles = false; //!< those that were rotated away come before it: see olderFiles()
 
     friend bool operator==(const FormatRequest &, const FormatRequest &) = default;
 };

@@ -4,6 +4,7 @@
 #include "filefollower.h"
 
 #include "recordscanner.h"
+#include "rotatedfiles.h"
 #include "textsample.h"
 
 #include <QElapsedTimer>
@@ -46,6 +47,7 @@ FollowerNews FileFollower::takeNews()
     next.compression = m_news.compression;
     next.activity = m_news.activity;
     next.missing = m_news.missing;
+    next.olderLines = m_news.olderLines;
     next.error = m_news.error;
     return std::exchange(m_news, std::move(next));
 }
@@ -66,33 +68,82 @@ template<typename Change> void FileFollower::tell(Change change)
 void FileFollower::start()
 {
     m_buffer.resize(s_bufferSize);
+    begin(Restart::Opened);
+}
+
+void FileFollower::begin(Restart reason)
+{
+    m_coming.clear();
+    if (m_request.hasOlderFiles && m_path != QLatin1String("-"))
+        m_coming = olderFiles(m_path);
+    m_coming.append(m_path);
     QString error;
-    std::shared_ptr<TextFile> file = TextFile::open(m_path, &error);
-    if (!file) {
-        fail(error);
-        return;
-    }
-    if (file->streamDescriptor() >= 0)
-        watchStream(file->streamDescriptor());
+    if (std::shared_ptr<TextFile> file = openNext(&error))
+        follow(std::move(file), reason);
     else
+        fail(error);
+}
+
+//! The text is another one than before.
+void FileFollower::beginAnew(Restart reason)
+{
+    if (m_request.hasOlderFiles)
+        begin(reason);
+    else
+        follow(std::exchange(m_file, nullptr), reason);
+}
+
+//! Opens the next one of the files that come. Null with an \a error if that is the last one, and
+//! cannot be opened.
+std::shared_ptr<TextFile> FileFollower::openNext(QString *error)
+{
+    std::shared_ptr<TextFile> file;
+    while (!file && !m_coming.isEmpty()) {
+        m_filePath = m_coming.takeFirst();
+        file = TextFile::open(m_filePath, error);
+        if (!file && !m_coming.isEmpty())
+            leaveOut(m_filePath);
+    }
+    m_comingSize = 0;
+    for (const QString &path : std::as_const(m_coming))
+        m_comingSize += quint64(QFileInfo(path).size());
+    return file;
+}
+
+void FileFollower::leaveOut(const QString &path)
+{
+    tell([&](FollowerNews &news) { news.leftOut.append(path); });
+}
+
+void FileFollower::watch()
+{
+    if (m_file->streamDescriptor() >= 0)
+        watchStream(m_file->streamDescriptor());
+    else if (m_coming.isEmpty())
         watchFile();
-    follow(std::move(file), Restart::Opened);
 }
 
 void FileFollower::watchFile()
 {
     m_checkTimer.start();
-    if (m_path == QLatin1String("-"))
+    if (m_path == QLatin1String("-") || m_watcher)
         return;
     m_watcher = std::make_unique<QFileSystemWatcher>();
     m_watcher->addPath(m_path);
     connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &FileFollower::checkSoon);
 }
 
+void FileFollower::dropStream()
+{
+    if (!m_notifier)
+        return;
+    m_notifier->setEnabled(false);
+    m_notifier.release()->deleteLater(); // it may be the one that called
+}
+
 void FileFollower::watchStream(int descriptor)
 {
-    if (m_notifier)
-        m_notifier.release()->deleteLater(); // it may be the one that called
+    dropStream();
     m_notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &FileFollower::pumpStream);
 }
@@ -115,9 +166,55 @@ void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
         news.format.reset();
         news.encodingName.clear();
         news.compression = m_compression;
+        news.olderLines = m_coming.isEmpty() ? 0 : -1;
         news.batches.clear();
     });
+    watch();
     continueIndexing();
+}
+
+//! Goes on with the next file. Of those that come only the newest may be missing.
+void FileFollower::endFile()
+{
+    QString error;
+    std::shared_ptr<TextFile> next = openNext(&error);
+    dropStream();
+    m_file->endStream();
+    if (next) {
+        join(std::move(next));
+        return;
+    }
+    watchFile();
+    m_activity = Activity::Following;
+    publish();
+    tell([&](FollowerNews &news) { news.olderLines = m_scanner->lines(); });
+}
+
+//! Lets \a next follow m_file, all of which has been read.
+void FileFollower::join(std::shared_ptr<TextFile> next)
+{
+    const QByteArray between = joint();
+    next->putBehind(m_file, m_position, between);
+    m_file = std::move(next);
+    m_compression = m_file->compression();
+    m_wasRead = false;
+    if (!between.isEmpty())
+        scan(between.constData(), between.size());
+    publish();
+    tell([&](FollowerNews &news) {
+        news.file = m_file;
+        news.olderLines = m_coming.isEmpty() ? m_scanner->lines() : -1;
+    });
+    watch();
+    if (m_activity != Activity::Full)
+        continueIndexing();
+}
+
+//! What ends the last line, if nothing does.
+QByteArray FileFollower::joint() const
+{
+    const QByteArray end = m_format.encoding.encode(QLatin1Char(m_format.lineEnd));
+    return m_position == 0 || m_tail.endsWith(end) ? QByteArray() : end;
 }
 
 //! The next text scanned is the first.
@@ -251,6 +348,10 @@ void FileFollower::indexSlice()
     if (count < limit && m_activity == Activity::Indexing) {
         if (beganAnew())
             return;
+        if (!m_coming.isEmpty()) {
+            endFile();
+            return;
+        }
         rememberModified();
         m_activity = Activity::Following;
     }
@@ -276,6 +377,13 @@ void FileFollower::pumpStream()
     const qint64 count = m_file->pump(m_buffer.data(), s_bufferSize, &error);
     if (count > 0)
         scanCopy(count);
+    const bool isAtEnd = count == 0 || !error.isEmpty();
+    if (isAtEnd && !m_coming.isEmpty() && m_activity == Activity::Indexing) {
+        if (!error.isEmpty())
+            leaveOut(m_filePath);
+        endFile();
+        return;
+    }
     if (!error.isEmpty())
         fail(error);
     else if (count == 0)
@@ -317,7 +425,6 @@ void FileFollower::endStream()
         fail(error);
         return;
     }
-    watchStream(text->streamDescriptor());
     follow(std::move(text), Restart::Opened);
 }
 
@@ -335,7 +442,7 @@ void FileFollower::publish()
         news.encodingName = isCopyCompressed() ? QString() : m_format.encoding.name();
         news.batches.push_back(std::move(batch));
         news.activity = m_activity;
-        news.size = state ? state->size : m_position;
+        news.size = (state ? state->size : m_position) + m_comingSize;
     });
 }
 
@@ -347,6 +454,8 @@ void FileFollower::checkSoon()
 
 void FileFollower::checkFile()
 {
+    if (!m_coming.isEmpty())
+        return; // it is not the file of that name yet
     if (m_path != QLatin1String("-"))
         checkPath();
     checkContents();
@@ -360,11 +469,13 @@ void FileFollower::checkPath()
     bool isHere = named && open && named->isSameFile(*open);
     const bool isRefused = named && m_refused && named->isSameFile(*m_refused);
     if (named && !isHere && !isRefused) {
+        if (m_request.hasOlderFiles && !isLeft())
+            return;
         QString error;
         std::shared_ptr<TextFile> file = TextFile::open(m_path, &error);
         isHere = file && file->streamDescriptor() < 0;
         if (isHere)
-            follow(std::move(file), Restart::Replaced);
+            takeName(std::move(file));
         else if (file)
             m_refused = named;
     }
@@ -376,6 +487,24 @@ void FileFollower::checkPath()
     tell([&](FollowerNews &news) { news.missing = !isHere; });
 }
 
+//! \a file has the name now that m_file had.
+void FileFollower::takeName(std::shared_ptr<TextFile> file)
+{
+    if (m_request.hasOlderFiles)
+        join(std::move(file));
+    else
+        follow(std::move(file), Restart::Replaced);
+}
+
+//! Whether all of m_file has been read, now and at the last look: who writes to a file that was
+//! renamed goes on for a while.
+bool FileFollower::isLeft()
+{
+    const std::optional<FileState> state = m_file->state();
+    const bool isRead = m_activity == Activity::Following && state && state->size <= m_position;
+    return std::exchange(m_wasRead, isRead) && isRead;
+}
+
 //! Notices that the open file grew, shrank or was rewritten.
 void FileFollower::checkContents()
 {
@@ -383,7 +512,7 @@ void FileFollower::checkContents()
     if (!state)
         return;
     if (state->size < m_position) {
-        follow(std::exchange(m_file, nullptr), Restart::Truncated);
+        beginAnew(Restart::Truncated);
         return;
     }
     if (m_activity != Activity::Following)
@@ -406,7 +535,7 @@ bool FileFollower::beganAnew()
 {
     if (isUnchanged())
         return false;
-    follow(std::exchange(m_file, nullptr), Restart::Rewritten);
+    beginAnew(Restart::Rewritten);
     return true;
 }
 

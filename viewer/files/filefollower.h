@@ -13,6 +13,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
 #include <memory>
@@ -44,7 +45,7 @@ struct FollowerNews
     };
 
     Restart restart = Restart::None;       //!< if set, file is new and earlier lines are void
-    std::shared_ptr<const TextFile> file;  //!< the file now followed; null before the first
+    std::shared_ptr<const TextFile> file;  //!< with all lines until now; null before the first
     std::optional<TextFormat> format;      //!< if set, the format now; earlier lines are void
     std::vector<LineBatch> batches;        //!< lines found, in order
     QString encodingName;                  //!< of the text, for the user
@@ -52,6 +53,8 @@ struct FollowerNews
     quint64 size = 0;                      //!< bytes of the file
     Activity activity = Activity::Opening; //!< at present
     bool missing = false;                  //!< there is no file of that name now
+    qint64 olderLines = 0;                 //!< of files before that one; −1: not all are read
+    QStringList leftOut;                   //!< such files that could not be read, or not whole
     bool touched = false;                  //!< text indexed before may have changed without moving
     QString error;                         //!< a sentence for the user when activity is Failed
 };
@@ -69,6 +72,10 @@ struct FollowerNews
  * so that stop() and the thread's end need no flags. Everything found is put
  * together in one FollowerNews until the other thread takes it: a slow reader gets
  * fewer and larger news.
+ *
+ * Where older files are asked for, too, they are read one after another before it, and a file
+ * that takes its name goes on where the former one ends: the text begins anew only where that
+ * has become another one.
  *
  * A regular file is looked at when the system reports a change and every 250 ms.
  * Its first and last indexed bytes are remembered and compared, so that a file
@@ -111,9 +118,20 @@ private:
     using Activity = FollowerNews::Activity;
     using Restart = FollowerNews::Restart;
 
+    void begin(Restart reason);
+    void beginAnew(Restart reason);
+    std::shared_ptr<TextFile> openNext(QString *error);
     void follow(std::shared_ptr<TextFile> file, Restart reason);
+    void endFile();
+    void join(std::shared_ptr<TextFile> next);
+    QByteArray joint() const;
+    bool isLeft();
+    void takeName(std::shared_ptr<TextFile> file);
+    void leaveOut(const QString &path);
+    void watch();
     void watchFile();
     void watchStream(int descriptor);
+    void dropStream();
     void checkPath();
     void checkContents();
     void continueIndexing();
@@ -136,6 +154,9 @@ private:
     const QString m_path;                    //!< the name followed
     const FormatRequest m_request;           //!< as given
     const qint64 m_maximumLines;             //!< index no more than these
+    QStringList m_coming;                    //!< to be read behind m_file; the last is m_path
+    quint64 m_comingSize = 0;                //!< bytes of these
+    QString m_filePath;                      //!< of m_file
     std::shared_ptr<TextFile> m_file;        //!< the file of that name, or the last one
     TextFormat m_format;                     //!< of m_file
     std::optional<TextFormat> m_newFormat;   //!< the same, not told yet
@@ -150,6 +171,7 @@ private:
     std::optional<FileState> m_refused;      //!< a file of that name that is not followed
     Activity m_activity = Activity::Opening; //!< at present
     bool m_missing = false;                  //!< there is no file of that name now
+    bool m_wasRead = false;                  //!< see isLeft()
     bool m_firstSlice = true;                //!< nothing of m_file is published yet
 
     QTimer m_checkTimer {this};                    //!< looks regularly

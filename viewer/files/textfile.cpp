@@ -192,10 +192,44 @@ std::optional<FileState> TextFile::state() const
     };
     if (::fstat(m_file.get(), &status) != 0)
         return {};
-    return toState(status);
+    FileState state = toState(status);
+    state.size += begin();
+    return state;
+}
+
+void TextFile::putBehind(std::shared_ptr<const TextFile> before, quint64 size,
+                         const QByteArray &joint)
+{
+    m_before = std::move(before);
+    m_beforeSize = size;
+    m_joint = joint;
 }
 
 qint64 TextFile::readAt(quint64 offset, char *buffer, qint64 size) const
+{
+    const qint64 before = offset < begin() ? readBefore(offset, buffer, size) : 0;
+    if (before < 0 || before == size || offset + quint64(before) < begin())
+        return before;
+    const qint64 own = readOwn(offset + quint64(before) - begin(), buffer + before, size - before);
+    return own < 0 && before > 0 ? before : own + before;
+}
+
+//! What comes before the text of this file itself.
+qint64 TextFile::readBefore(quint64 offset, char *buffer, qint64 size) const
+{
+    qint64 done = 0;
+    if (offset < m_beforeSize) {
+        done = m_before->readAt(offset, buffer, std::min(size, qint64(m_beforeSize - offset)));
+        if (done < 0 || done == size || offset + quint64(done) < m_beforeSize)
+            return done; // it was cut off
+    }
+    const auto from = qsizetype(offset + quint64(done) - m_beforeSize);
+    const qint64 count = std::min(size - done, qint64(m_joint.size() - from));
+    std::copy_n(m_joint.data() + from, count, buffer + done);
+    return done + count;
+}
+
+qint64 TextFile::readOwn(quint64 offset, char *buffer, qint64 size) const
 {
     qint64 done = 0;
     while (done < size) {
@@ -245,4 +279,10 @@ qint64 TextFile::pump(char *buffer, qint64 size, QString *error)
         return -1;
     }
     return count;
+}
+
+void TextFile::endStream()
+{
+    m_decompressor.reset();
+    m_stream = FileDescriptor();
 }

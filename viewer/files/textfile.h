@@ -67,13 +67,19 @@ public:
     //! \a error if that fails.
     std::shared_ptr<TextFile> decompressed(QString *error) const;
 
+    //! Lets the first \a size bytes of \a before and then \a joint come first in this file:
+    //! all positions and sizes count them. To be called once, before anybody else has this file.
+    void putBehind(std::shared_ptr<const TextFile> before, quint64 size, const QByteArray &joint);
+    //! How many files there are that come first.
+    int filesBefore() const { return m_before ? m_before->filesBefore() + 1 : 0; }
+
     //! What the file is compressed with that this is the text of, if it is.
     QString compression() const { return m_compression; }
 
     //! State of the file of that name, if there is one.
     static std::optional<FileState> stateOf(const QString &path);
 
-    //! State of the open file, or of a stream's copy.
+    //! State of the open file, or of a stream's copy. Its size is that of the whole text.
     std::optional<FileState> state() const;
 
     //! Reads up to \a size bytes from \a offset. Fewer at the end of the file, none
@@ -95,16 +101,26 @@ public:
     //! \a error set, if it failed.
     qint64 pump(char *buffer, qint64 size, QString *error);
 
+    //! Lets go of the stream, which is at its end: there is none any more.
+    void endStream();
+
 private:
     static std::shared_ptr<TextFile> openStream(FileDescriptor &&stream, QString *error);
     static std::shared_ptr<TextFile> openCompressed(FileDescriptor &&compressed,
                                                     const QString &format, QString *error);
     qint64 readStream(char *buffer, qint64 size, QString *error);
+    //! Where the text of this file itself begins.
+    quint64 begin() const { return m_beforeSize + quint64(m_joint.size()); }
+    qint64 readOwn(quint64 offset, char *buffer, qint64 size) const;
+    qint64 readBefore(quint64 offset, char *buffer, qint64 size) const;
 
     FileDescriptor m_file;                        //!< what is read
     FileDescriptor m_stream;                      //!< where it comes from, if not a regular file
     QString m_compression;                        //!< see compression()
     std::unique_ptr<Decompressor> m_decompressor; //!< reads m_stream if that is compressed
+    std::shared_ptr<const TextFile> m_before;     //!< whose text comes first, if any
+    quint64 m_beforeSize = 0;                     //!< bytes of m_before that count
+    QByteArray m_joint;                           //!< between that text and this
 };
 
 #endif // TEXTFILE_H

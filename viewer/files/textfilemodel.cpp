@@ -103,8 +103,12 @@ void TextFileModel::takeNews()
     m_fileSize = news.size;
     m_encodingName = news.encodingName;
     m_compression = news.compression;
+    m_olderLines = news.olderLines;
+    if (news.file)
+        m_file = news.file;
     if (news.restart != Restart::None)
         beginAnew(news);
+    m_leftOut += news.leftOut;
     if (news.format)
         reformat(news);
     else if (!news.batches.empty())
@@ -118,7 +122,7 @@ void TextFileModel::beginAnew(const FollowerNews &news)
 {
     beginResetModel();
     m_lastRestart = news.restart;
-    m_file = news.file;
+    m_leftOut.clear();
     m_index = LineIndex();
     m_format = {};
     m_cache.clear();

@@ -114,6 +114,11 @@ public:
     quint64 indexedBytes() const { return m_index.bytes(); }
     //! Records whose quotes nothing closes, so that each of their lines is a row.
     qint64 brokenRecords() const { return m_index.givenUp(); }
+    //! Rows of older files, which come before those of the file itself; −1 while they are being
+    //! read.
+    int olderRows() const { return m_olderLines < 0 ? -1 : rowsFor(m_olderLines); }
+    //! Older files that could not be read, or not whole.
+    QStringList leftOut() const { return m_leftOut; }
     //! Bytes that the index occupies.
     std::size_t indexMemory() const { return m_index.memory(); }
     //! What look() can be given to find rows that show \a text in one of \a columns;
@@ -213,6 +218,8 @@ private:
     Restart m_lastRestart = Restart::None;    //!< see lastRestart()
     bool m_missing = false;                   //!< see isMissing()
     quint64 m_fileSize = 0;                   //!< bytes
+    qint64 m_olderLines = 0;                  //!< −1: not known yet
+    QStringList m_leftOut;                    //!< see leftOut()
     QString m_error;                          //!< see errorString()
     QString m_encodingName;                   //!< of the text
     QString m_compression;                    //!< of the file
