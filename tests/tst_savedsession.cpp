@@ -53,6 +53,11 @@ void tst_SavedSession::givesBackWhatItGot()
     PageState other;
     other.path = QStringLiteral("/b");
     other.format = {{}, {}, {}, LogFormat::Kind::Syslog};
+    other.format.hasOlderFiles = true;
+    other.sortColumn = 2;
+    other.sortOrder = Qt::DescendingOrder;
+    other.filter = QString::fromUtf8("[ä\"] ");
+    other.filterRules = {true, false, true};
     const QList<SavedWindow> windows {{QByteArray("\1\0\2", 3), {page, other}, 1},
                                       {QByteArray(), {}, 0}};
     SavedSession::save(windows);
@@ -78,6 +83,9 @@ void tst_SavedSession::survivesOtherTexts_data()
         << R"([{"pages": [{"path": "/a", "format": {"delimiter": 70000, "header": 1, )"
            R"("encoding": "none", "log": 99}}, {"path": "/b", "format": "x"}]}])"
         << qsizetype(1);
+    QTest::newRow("strange order and filter")
+        << R"([{"pages": [{"path": "/a", "sortColumn": -7, "filter": 3, "wholeWords": []}]}])"
+        << qsizetype(1);
     QTest::newRow("current too high")
         << R"([{"pages": [{"path": "/a"}], "current": 9}])" << qsizetype(1);
 }
@@ -92,8 +100,10 @@ void tst_SavedSession::survivesOtherTexts()
     for (const SavedWindow &window : loaded) {
         QVERIFY(window.current >= 0);
         QVERIFY(window.current <= qMax(0, int(window.pages.size()) - 1));
-        for (const PageState &page : window.pages)
+        for (const PageState &page : window.pages) {
             QVERIFY(page.line >= 0 && page.isFollowing && page.format == FormatRequest());
+            QVERIFY(page.sortColumn == -1 && page.filter.isEmpty());
+        }
     }
 }
 

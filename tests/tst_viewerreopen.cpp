@@ -17,7 +17,9 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -42,6 +44,15 @@ QAction *actionNamed(const QMenu *menu, const QString &text)
     for (QAction *action : actions) {
         if (QString(action->text()).remove(u'&') == text)
             return action;
+    }
+    return nullptr;
+}
+
+QMenu *menuNamed(const FileWindow *window, const QString &text)
+{
+    for (const QAction *action : window->menuBar()->actions()) {
+        if (QString(action->text()).remove(u'&') == text)
+            return action->menu();
     }
     return nullptr;
 }
@@ -71,6 +82,9 @@ private Q_SLOTS:
     void tellsWhatHappened_data();
     void tellsWhatHappened();
     void tellsOnceWhatHappened();
+    void offersRotatedFiles();
+    void keepsTheRowAmongRotatedFiles();
+    void tellsOfDamagedFiles();
 
 private:
     void write(const QByteArray &text) const;
@@ -363,6 +377,73 @@ void tst_ViewerReopen::tellsOnceWhatHappened()
     QTRY_VERIFY(window->model()->format().isDelimited());
     QVERIFY(!reset.isEmpty());
     QCOMPARE(window->statusBar()->currentMessage(), QString());
+}
+
+void tst_ViewerReopen::offersRotatedFiles()
+{
+    const auto window = open("a\n");
+    QTRY_COMPARE(window->rows(), 1);
+    QMenu *const menu = menuNamed(window.get(), "View");
+    QVERIFY(menu);
+    QAction *const older = actionNamed(menu, "With Rotated Files");
+    QVERIFY(older);
+    Q_EMIT menu->aboutToShow();
+    QVERIFY(!older->isEnabled());
+    QFile file(m_path + ".1");
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    file.write("x\ny\n");
+    Q_EMIT menu->aboutToShow();
+    QVERIFY(older->isEnabled());
+    QVERIFY(!older->isChecked());
+    older->trigger();
+    QVERIFY(window->request().hasOlderFiles);
+    QTRY_COMPARE(window->rows(), 3);
+    QVERIFY(window->windowTitle().contains("with rotated files"));
+    older->trigger();
+    QTRY_COMPARE(window->rows(), 1);
+    QVERIFY(!window->windowTitle().contains("with rotated files"));
+}
+
+void tst_ViewerReopen::keepsTheRowAmongRotatedFiles()
+{
+    const auto window = open(numberedLines(1, 1000));
+    QTRY_COMPARE(window->rows(), 1000);
+    QFile file(m_path + ".1");
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    file.write(numberedLines(-499, 0));
+    window->showLine(700);
+    QCOMPARE(cell(window.get(), 699, 1), "line 700");
+    QAction *const older = actionNamed(menuNamed(window.get(), "View"), "With Rotated Files");
+    older->setEnabled(true);
+    older->trigger();
+    QTRY_COMPARE(window->rows(), 1500);
+    QTRY_COMPARE(window->table()->currentIndex().row(), 1199);
+    QCOMPARE(cell(window.get(), 1199, 1), "line 700");
+    older->trigger();
+    QTRY_COMPARE(window->rows(), 1000);
+    QTRY_COMPARE(window->table()->currentIndex().row(), 699);
+}
+
+void tst_ViewerReopen::tellsOfDamagedFiles()
+{
+#ifndef VIEWER_HAS_LIBARCHIVE
+    QSKIP("This build reads no compressed files.");
+#endif
+    QFile file(m_path + ".1.gz");
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    file.write("\x1f\x8b\x08", 3);
+    FormatRequest request;
+    request.hasOlderFiles = true;
+    const auto window = open("a\n", request);
+    QTRY_COMPARE(window->rows(), 1);
+    const auto labels = window->statusBar()->findChildren<QLabel *>();
+    const auto told = [&] {
+        return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+            return label->text() == "Not all files could be read"
+                && label->toolTip().contains("file.txt.1.gz");
+        });
+    };
+    QTRY_VERIFY(told());
 }
 
 QTEST_MAIN(tst_ViewerReopen)

@@ -45,6 +45,8 @@ private Q_SLOTS:
     void goesOnWhereItEnded();
     void keepsWindows();
     void keepsColumns();
+    void keepsOrderAndFilter();
+    void keepsRotatedFiles();
     void keepsTheFormat();
     void keepsWhatWasNotSeen();
     void keepsThePlaceInFilesThatHaveGone();
@@ -341,6 +343,72 @@ void tst_ViewerSession::keepsColumns()
         QTRY_COMPARE(page->table()->header()->visualIndex(0), 1);
         QCOMPARE(page->table()->header()->sectionSize(0), 321);
     });
+}
+
+void tst_ViewerSession::keepsOrderAndFilter()
+{
+    const QString path = write("a.csv", "name,count\nAx,1\naz,3\nay,2\nAw,4\nb,5\n");
+    const auto names = [](const ViewerWindow *page) {
+        QStringList names;
+        for (int row = 0; row < page->table()->model()->rowCount(); ++row)
+            names.append(page->table()->model()->index(row, 0).data().toString());
+        return names;
+    };
+    run({path}, [names] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->rows(), 5);
+        QTest::mouseClick(page->table()->header()->viewport(), Qt::LeftButton, {},
+                          {page->table()->header()->sectionViewportPosition(1) + 10, 5});
+        QTest::mouseClick(page->table()->header()->viewport(), Qt::LeftButton, {},
+                          {page->table()->header()->sectionViewportPosition(1) + 10, 5});
+        page->openFindWith(QStringLiteral("A"));
+        page->findChild<FindPanel *>()->setCaseSensitivity(Qt::CaseSensitive);
+        page->findChild<FindPanel *>()->toggleFilter();
+        QTRY_COMPARE(names(page), QStringList({"Aw", "Ax"}));
+    });
+    run(QStringList(), [names] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(names(page), QStringList({"Aw", "Ax"}));
+        const auto *panel = page->findChild<FindPanel *>();
+        QVERIFY(panel->isVisible());
+        QVERIFY(panel->hasFilter());
+        QVERIFY(page->table()->header()->isSortIndicatorShown());
+        QCOMPARE(page->table()->header()->sortIndicatorSection(), 1);
+        page->findChild<FindPanel *>()->removeFilter();
+        QTRY_COMPARE(names(page), QStringList({"b", "Aw", "az", "ay", "Ax"}));
+    });
+    run(QStringList(), [names] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(names(page), QStringList({"b", "Aw", "az", "ay", "Ax"}));
+        QVERIFY(!page->findChild<FindPanel *>()->hasFilter());
+    });
+    // Columns that have gone sort nothing.
+    write("a.csv", "only one line\n");
+    run(QStringList(), [] {
+        auto *page = onlyPage<FileWindow>();
+        QVERIFY(page);
+        QTRY_COMPARE(page->rows(), 1);
+    });
+}
+
+void tst_ViewerSession::keepsRotatedFiles()
+{
+    const QString path = write("log", "c\n");
+    write("log.1", "b\n");
+    SessionOptions options;
+    options.files = QStringList(path);
+    options.format.hasOlderFiles = true;
+    for (int turn = 0; turn < 2; ++turn) {
+        run(turn == 0 ? options : SessionOptions(), [] {
+            const auto *page = onlyPage<FileWindow>();
+            QVERIFY(page);
+            QTRY_COMPARE(page->rows(), 2);
+            QVERIFY(page->request().hasOlderFiles);
+        });
+    }
 }
 
 //! What was chosen by hand is chosen again, unless the command line says otherwise.

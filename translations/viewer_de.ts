@@ -395,6 +395,26 @@ kann nicht angezeigt werden: %2</translation>
         <source>%L1 open quotes</source>
         <translation>%L1 offene Anführungszeichen</translation>
     </message>
+    <message>
+        <source>With &amp;Rotated Files</source>
+        <translation>Mit &amp;rotierten Dateien</translation>
+    </message>
+    <message>
+        <source>Shows the files that were rotated away before this one, as one table</source>
+        <translation>Zeigt die zuvor wegrotierten Dateien mit dieser als eine Tabelle</translation>
+    </message>
+    <message>
+        <source>Could not be read to the end:</source>
+        <translation>Nicht bis zum Ende lesbar:</translation>
+    </message>
+    <message>
+        <source>%1, with rotated files</source>
+        <translation>%1, mit rotierten Dateien</translation>
+    </message>
+    <message>
+        <source>Not all files could be read</source>
+        <translation>Nicht alle Dateien sind lesbar</translation>
+    </message>
 </context>
 <context>
     <name>FilterBar</name>

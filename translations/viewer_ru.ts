@@ -395,6 +395,26 @@ cannot be shown: %2</source>
         <source>%L1 open quotes</source>
         <translation>незакрытых кавычек: %L1</translation>
     </message>
+    <message>
+        <source>With &amp;Rotated Files</source>
+        <translation>Вместе с &amp;прежними файлами</translation>
+    </message>
+    <message>
+        <source>Shows the files that were rotated away before this one, as one table</source>
+        <translation>Показывает отложенные при ротации файлы и этот как одну таблицу</translation>
+    </message>
+    <message>
+        <source>Could not be read to the end:</source>
+        <translation>Не удалось дочитать до конца:</translation>
+    </message>
+    <message>
+        <source>%1, with rotated files</source>
+        <translation>%1, вместе с прежними файлами</translation>
+    </message>
+    <message>
+        <source>Not all files could be read</source>
+        <translation>Прочитаны не все файлы</translation>
+    </message>
 </context>
 <context>
     <name>FilterBar</name>

@@ -22,6 +22,7 @@ const QString s_format = QStringLiteral("format");
 const QString s_noFollow = QStringLiteral("no-follow");
 const QString s_delimiter = QStringLiteral("delimiter");
 const QString s_encoding = QStringLiteral("encoding");
+const QString s_rotated = QStringLiteral("rotated");
 const QString s_feed = QStringLiteral("feed");
 const QString s_rate = QStringLiteral("rate");
 const QString s_newRows = QStringLiteral("new-rows");
@@ -62,6 +63,7 @@ void describe(QCommandLineParser *parser)
              "The text is in the encoding <name>: utf-8, utf-16le, utf-16be, utf-32le, utf-32be, "
              "latin-1, cp1252 or another one of a byte per character. Recognised by default."),
          english("name")},
+        {s_rotated, english("Show the files that were rotated away before a file, too.")},
         {s_feed, english("Show a simulated market feed if no file is named.")},
         {s_rate, english("New rows per second of the feed, 0 to 50000."), english("rows"),
          QStringLiteral("1000")},
@@ -100,6 +102,7 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
     options->follow = !parser.isSet(s_noFollow);
     options->stats = parser.isSet(s_stats);
     options->screenshot = parser.value(s_screenshot);
+    options->format.hasOlderFiles = parser.isSet(s_rotated);
     if (parser.isSet(s_header) && parser.isSet(s_noHeader))
         return english("--header and --no-header exclude each other.");
     if (parser.isSet(s_header) || parser.isSet(s_noHeader))

@@ -24,6 +24,14 @@ const QString s_delimiter = QStringLiteral("delimiter");
 const QString s_hasHeader = QStringLiteral("header");
 const QString s_encoding = QStringLiteral("encoding");
 const QString s_log = QStringLiteral("log");
+const QString s_hasOlderFiles = QStringLiteral("olderFiles");
+
+const QString s_sortColumn = QStringLiteral("sortColumn");
+const QString s_isDescending = QStringLiteral("descending");
+const QString s_filter = QStringLiteral("filter");
+const QString s_matchesCase = QStringLiteral("matchesCase");
+const QString s_wholeWords = QStringLiteral("wholeWords");
+const QString s_isExpression = QStringLiteral("expression");
 
 QString toText(const QByteArray &bytes)
 {
@@ -46,6 +54,8 @@ QJsonObject toJson(const FormatRequest &format)
         json[s_encoding] = format.encoding->name();
     if (format.log)
         json[s_log] = int(*format.log);
+    if (format.hasOlderFiles)
+        json[s_hasOlderFiles] = true;
     return json;
 }
 
@@ -61,12 +71,38 @@ FormatRequest formatFrom(const QJsonObject &json)
     const int log = json[s_log].toInt(-1);
     if (log >= 0 && log <= int(LogFormat::Kind::Syslog))
         format.log = LogFormat::Kind(log);
+    format.hasOlderFiles = json[s_hasOlderFiles].toBool();
     return format;
+}
+
+//! Only what there is: most pages have neither.
+void addOrderAndFilter(QJsonObject *json, const PageState &page)
+{
+    if (page.sortColumn >= 0) {
+        json->insert(s_sortColumn, page.sortColumn);
+        json->insert(s_isDescending, page.sortOrder == Qt::DescendingOrder);
+    }
+    if (page.filter.isEmpty())
+        return;
+    json->insert(s_filter, page.filter);
+    json->insert(s_matchesCase, page.filterRules.matchesCase);
+    json->insert(s_wholeWords, page.filterRules.wholeWords);
+    json->insert(s_isExpression, page.filterRules.isExpression);
+}
+
+void readOrderAndFilter(const QJsonObject &json, PageState *page)
+{
+    page->sortColumn = qMax(-1, json[s_sortColumn].toInt(-1));
+    if (json[s_isDescending].toBool())
+        page->sortOrder = Qt::DescendingOrder;
+    page->filter = json[s_filter].toString();
+    page->filterRules = {json[s_matchesCase].toBool(), json[s_wholeWords].toBool(),
+                         json[s_isExpression].toBool()};
 }
 
 QJsonObject toJson(const PageState &page)
 {
-    return {
+    QJsonObject json {
         {s_path, page.path},
         {s_isFollowing, page.isFollowing},
         {s_line, page.line},
@@ -74,6 +110,8 @@ QJsonObject toJson(const PageState &page)
         {s_columns, toText(page.columns)},
         {s_format, toJson(page.format)},
     };
+    addOrderAndFilter(&json, page);
+    return json;
 }
 
 PageState pageFrom(const QJsonObject &json)
@@ -85,6 +123,7 @@ PageState pageFrom(const QJsonObject &json)
     page.columnCount = qMax(0, json[s_columnCount].toInt());
     page.columns = fromText(json[s_columns]);
     page.format = formatFrom(json[s_format].toObject());
+    readOrderAndFilter(json, &page);
     return page;
 }
 

@@ -107,6 +107,25 @@ QLineEdit *FindPanel::field() const
     return findChild<QLineEdit *>(QStringLiteral("findLineEdit"));
 }
 
+TextRules FindPanel::rules() const
+{
+    return {caseSensitivity() == Qt::CaseSensitive, m_words->defaultAction()->isChecked(),
+            m_expression->defaultAction()->isChecked()};
+}
+
+void FindPanel::restoreFilter(const QString &text, const TextRules &rules)
+{
+    if (text.isEmpty() || (hasFilter() && field()->text() == text && this->rules() == rules))
+        return;
+    show();
+    setCaseSensitivity(rules.matchesCase ? Qt::CaseSensitive : Qt::CaseInsensitive);
+    m_words->defaultAction()->setChecked(rules.wholeWords);
+    m_expression->defaultAction()->setChecked(rules.isExpression);
+    field()->setText(text);
+    if (!hasFilter())
+        toggleFilter();
+}
+
 QAction *FindPanel::nextAction() const
 {
     return findChild<QToolButton *>(QStringLiteral("findNextButton"))->defaultAction();

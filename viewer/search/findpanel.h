@@ -5,6 +5,7 @@
 #define FINDPANEL_H
 
 #include "itemviewfindtoolbar.h"
+#include "textmatcher.h"
 
 #include <QTimer>
 
@@ -35,6 +36,10 @@ public:
 
     //! The text to look for.
     QLineEdit *field() const;
+    //! How the text is looked for.
+    TextRules rules() const;
+    //! Opens the panel and filters by \a text. Nothing if that is empty, or filtered by already.
+    void restoreFilter(const QString &text, const TextRules &rules);
 
     using ItemViewFindToolBar::filter;
     using ItemViewFindToolBar::findNext;

@@ -29,6 +29,11 @@ public:
     void addActions(QMenu *menu, int column);
     //! Hidden while nothing is sorted. The caller's from now on.
     QLabel *label() const { return m_label; }
+    //! The column that is sorted by, or −1, and how.
+    //! @{
+    int column() const;
+    Qt::SortOrder order() const;
+    //! @}
     //! Shows in the header what is sorted by. Call it where the header was restored.
     void showInHeader();
     //! Sorts by \a column, with −1 not at all.
@@ -39,8 +44,6 @@ Q_SIGNALS:
     void sorted(bool on);
 
 private:
-    int column() const;
-    Qt::SortOrder order() const;
     void headerClicked(int column);
     void tellProgress(double part);
     void showFirst();

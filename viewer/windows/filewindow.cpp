@@ -5,6 +5,7 @@
 
 #include "basics/icons.h"
 #include "files/newestfile.h"
+#include "files/rotatedfiles.h"
 #include "files/textfilemodel.h"
 #include "formatmenu.h"
 #include "viewertable.h"
@@ -22,6 +23,7 @@
 
 #include <cstdio>
 #include <initializer_list>
+#include <utility>
 
 namespace {
 
@@ -59,6 +61,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     : ViewerWindow(statistics)
     , m_pattern(isFilePattern(path) ? path : QString())
     , m_path(path)
+    , m_request(request)
 {
     if (!m_pattern.isEmpty()) {
         if (const QString newest = newestFile(m_pattern); !newest.isEmpty())
@@ -72,6 +75,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     createStopAction();
     createStatusBar();
     createFormatMenu();
+    createReloadActions();
     table()->useFixedFont();
     createOverview();
     m_waitTimer.setInterval(s_fileWaitTime);
@@ -88,6 +92,8 @@ FileWindow::~FileWindow()
 void FileWindow::open(const FormatRequest &request)
 {
     m_request = request;
+    m_olderFiles->setChecked(request.hasOlderFiles);
+    updateOlderFiles();
     const std::unique_ptr<TextFileModel> former = std::move(m_model);
     m_model = std::make_unique<TextFileModel>(m_path, request);
     setModel(m_model.get(), Edge::End);
@@ -126,16 +132,69 @@ void FileWindow::createFormatMenu()
     m_formatButton->setEnabled(canReopen());
     viewMenu()->addSeparator();
     viewMenu()->addMenu(m_formatMenu);
+}
+
+void FileWindow::createReloadActions()
+{
     auto *reload = new QAction(tr("R&eload"), this);
     reload->setShortcut(Qt::Key_F5);
     reload->setEnabled(canReopen());
     connect(reload, &QAction::triggered, this, [this] { reopen(m_request); });
     viewMenu()->insertAction(viewMenu()->actions().at(1), reload);
+    m_olderFiles = new QAction(tr("With &Rotated Files"), this);
+    m_olderFiles->setCheckable(true);
+    m_olderFiles->setStatusTip(
+        tr("Shows the files that were rotated away before this one, as one table"));
+    connect(m_olderFiles, &QAction::toggled, this, &FileWindow::showOlderFiles);
+    connect(viewMenu(), &QMenu::aboutToShow, this, &FileWindow::updateOlderFiles);
+    viewMenu()->insertAction(viewMenu()->actions().at(2), m_olderFiles);
+}
+
+//! There may be some by now.
+void FileWindow::updateOlderFiles()
+{
+    m_olderFiles->setEnabled(m_request.hasOlderFiles
+                             || (canReopen() && !olderFiles(m_path).isEmpty()));
+}
+
+//! The row that was shown is still shown, though it has another number.
+void FileWindow::showOlderFiles(bool on)
+{
+    if (on == m_request.hasOlderFiles)
+        return;
+    const PageState before = state();
+    const int line = before.isFollowing ? 0 : before.line - qMax(m_model->olderRows(), 0);
+    FormatRequest request = m_request;
+    request.hasOlderFiles = on;
+    reopen(request);
+    awaitLine(0);
+    m_lineOfFile = qMax(line, 0);
+    showPath();
+}
+
+void FileWindow::awaitLineOfFile()
+{
+    const int older = m_model->olderRows();
+    if (m_lineOfFile == 0 || older < 0 || m_model->rowCount() == 0)
+        return;
+    awaitLine(older + std::exchange(m_lineOfFile, 0));
+}
+
+//! Of several files it may be that some are damaged.
+void FileWindow::tellLeftOut()
+{
+    QStringList names;
+    for (const QString &path : m_model->leftOut())
+        names.append(displayPath(path));
+    m_activityLabel->setToolTip(names.isEmpty() ? QString()
+                                                : tr("Could not be read to the end:") + u'\n'
+                                        + names.join(u'\n'));
 }
 
 void FileWindow::showPath()
 {
-    const QString name = title(m_path);
+    const QString name =
+        m_request.hasOlderFiles ? tr("%1, with rotated files").arg(title(m_path)) : title(m_path);
     setWindowTitle(m_pattern.isEmpty() || m_pattern == m_path
                        ? name
                        : tr("%1 — newest of %2").arg(name, QFileInfo(m_pattern).fileName()));
@@ -229,6 +288,8 @@ void FileWindow::updateStatus()
     m_sizeLabel->setText(locale.formattedDataSize(qint64(m_model->fileSize())));
     m_formatButton->setText(formatText());
     m_activityLabel->setText(activityText());
+    tellLeftOut();
+    awaitLineOfFile();
     updateProgress();
     updateStop();
     if (m_model->activity() == Activity::Failed && !m_failed)
@@ -289,6 +350,8 @@ QString FileWindow::activityText() const
         return m_model->indexedBytes() < m_model->fileSize() ? tr("Indexing…")
                                                              : tr("Waiting for more");
     case Activity::Following:
+        if (!m_model->leftOut().isEmpty())
+            return tr("Not all files could be read");
         return isFollowing() ? tr("Following") : tr("Indexed");
     case Activity::Ended:
         if (m_model->isCompressed())

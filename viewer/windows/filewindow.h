@@ -49,9 +49,14 @@ private:
     void createStatusBar();
     void createStopAction();
     void createFormatMenu();
+    void createReloadActions();
+    void updateOlderFiles();
+    void showOlderFiles(bool on);
     void open(const FormatRequest &request);
     bool canReopen() const;
     void tellRestart();
+    void tellLeftOut();
+    void awaitLineOfFile();
     void updateStatus();
     void updateProgress();
     void updateStop();
@@ -72,6 +77,8 @@ private:
     std::unique_ptr<TextFileModel> m_model; //!< the file
     QTimer m_waitTimer {this};              //!< looks for a file that cannot be read yet
     FormatMenu *m_formatMenu = nullptr;     //!< what the text is taken for
+    QAction *m_olderFiles = nullptr;        //!< shows files that were rotated away, too
+    int m_lineOfFile = 0;                   //!< to be shown when all older files are read
     QAction *m_stopAction = nullptr;        //!< stops indexing, or goes on
     QLabel *m_rowsLabel = nullptr;          //!< number of rows
     QLabel *m_sizeLabel = nullptr;          //!< size of the file

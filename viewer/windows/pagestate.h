@@ -5,6 +5,7 @@
 #define PAGESTATE_H
 
 #include "files/delimiter.h"
+#include "search/textmatcher.h"
 
 #include <QByteArray>
 #include <QString>
@@ -18,6 +19,10 @@ struct PageState
     int columnCount = 0;     //!< that columns is about
     QByteArray columns;      //!< QHeaderView::saveState()
     FormatRequest format;    //!< that was chosen
+    int sortColumn = -1;     //!< that rows were sorted by; −1 for none
+    Qt::SortOrder sortOrder = Qt::AscendingOrder;
+    QString filter;        //!< what rows were filtered by; empty for nothing
+    TextRules filterRules; //!< how that is looked for
 
     friend bool operator==(const PageState &, const PageState &) = default;
 };

@@ -552,6 +552,8 @@ void ViewerWindow::fitNewColumns()
         m_table->fitColumns();
         if (m_restored.columnCount == columns)
             m_table->header()->restoreState(m_restored.columns);
+        if (m_sort->column() >= columns)
+            m_sort->sortBy(-1, Qt::AscendingOrder);
         // What the header was sorted by is not restored, and following needs its own order there.
         m_sort->showInHeader();
         m_follower->setFollowing(isFollowing());
@@ -617,6 +619,10 @@ PageState ViewerWindow::state() const
         state.columnCount = m_columnsFitted;
         state.columns = m_table->header()->saveState();
     }
+    state.sortColumn = m_sort->column();
+    state.sortOrder = m_sort->order();
+    state.filter = m_findPanel->hasFilter() ? m_findPanel->field()->text() : QString();
+    state.filterRules = m_findPanel->rules();
     return state;
 }
 
@@ -635,8 +641,15 @@ void ViewerWindow::restore(const PageState &state)
 {
     m_restored = state;
     m_columnsFitted = 0;
+    m_sort->sortBy(state.sortColumn, state.sortOrder);
+    m_findPanel->restoreFilter(state.filter, state.filterRules);
     setFollowing(state.isFollowing);
-    m_awaitedLine = state.isFollowing ? 0 : state.line;
+    awaitLine(state.isFollowing ? 0 : state.line);
+}
+
+void ViewerWindow::awaitLine(int line)
+{
+    m_awaitedLine = line;
     if (m_find->source())
         rowsChanged();
 }

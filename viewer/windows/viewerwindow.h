@@ -112,6 +112,9 @@ protected:
     void leaveOutRows();
     //! Shows the table again after showMessage().
     void showTable();
+    //! Shows \a line, from 1 on, as soon as it is there, unless another row is chosen or followed
+    //! by then; 0 waits for none.
+    void awaitLine(int line);
     //! No rows will come soon: restore() waits for its line no longer.
     void showAwaitedLine();
     //! How many rows there are, and how many of them are shown if there is a filter.
