@@ -3,6 +3,7 @@
 
 #include "basics/icons.h"
 #include "files/decompressor.h"
+#include "search/lineexpression.h"
 #include "qtablefastview.h"
 #include "windows/aboutdialog.h"
 #include "windows/filewindow.h"
@@ -80,6 +81,7 @@ void tst_ViewerDialogs::aboutTellsVersionsAndLicences()
     QVERIFY(texts.contains(QStringLiteral("MIT")));
     QVERIFY(texts.contains(QStringLiteral("Qt %1").arg(QString::fromLatin1(qVersion()))));
     QVERIFY(texts.contains(Decompressor::libraryName()));
+    QVERIFY(texts.contains(LineExpression::libraryName()));
 }
 
 void tst_ViewerDialogs::statisticsTellWhatHappens()

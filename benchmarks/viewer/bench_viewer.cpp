@@ -214,6 +214,9 @@ void measureFilters(TextFileModel *model)
     row("filter: id=[0-9]+7 ", "id=[0-9]+7 ", expression, "-cE");
     row("filter: GET /[a-z]+", "GET /[a-z]+", expression, "-cE");
     row("filter: [0-9]+7 ms", "[0-9]+7 ms", expression, "-cE");
+    row("filter: \\b(a|o)[a-z]+s\\b", "\\b(a|o)[a-z]+s\\b", expression, "-cE");
+    row("filter: id=([0-9]{2})+7 ", "id=([0-9]{2})+7 ", expression, "-cE");
+    row("filter: (GET|POST) /[a-z]+", "(GET|POST) /[a-z]+", expression, "-cE");
     row("filter: worker-[0-9], nearly all", "worker-[0-9]", expression, "-cE");
     std::printf("longest stretch without events, any filter %lld ms\n", stretch);
     std::printf("bytes a row of the largest filter %.3f\n", bytes);

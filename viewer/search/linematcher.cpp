@@ -53,8 +53,8 @@ LineMatcher::LineMatcher(const TextMatcher &matcher, char lineEnd)
 {
     const QString text = matcher.text();
     if (matcher.rules().isExpression) {
-        if (!matcher.rules().wholeWords && !text.isEmpty())
-            m_simple = AsciiExpression::of(text, matcher.rules().matchesCase);
+        if (!matcher.isNothing())
+            m_expression = LineExpression::of(text, matcher.rules());
         return;
     }
     const bool isVisible = std::all_of(text.begin(), text.end(), [](QChar c) {
@@ -77,8 +77,8 @@ LineMatcher::Verdict LineMatcher::judgeText(QByteArrayView line) const
 {
     if (!isVisibleAscii(line))
         return Verdict::Unclear;
-    if (m_simple)
-        return m_simple->isIn(line) ? Verdict::Match : Verdict::NoMatch;
+    if (m_expression)
+        return m_expression->isIn(line) ? Verdict::Match : Verdict::NoMatch;
     m_text.resize(line.size());
     std::copy(line.begin(), line.end(), reinterpret_cast<char16_t *>(m_text.data()));
     return m_matcher.isInAscii(m_text) ? Verdict::Match : Verdict::NoMatch;

@@ -4,7 +4,7 @@
 #ifndef LINEMATCHER_H
 #define LINEMATCHER_H
 
-#include "asciiexpression.h"
+#include "lineexpression.h"
 #include "textmatcher.h"
 
 #include <QByteArray>
@@ -45,8 +45,8 @@ private:
     QByteArray m_needle;         //!< its text, in lower case unless case matters; empty if it
                                  //!< is no plain one
     bool m_hasDoubles = false;   //!< other characters are letters of it in another case
-    std::optional<AsciiExpression> m_simple; //!< the expression, if it is a simple one
-    mutable QString m_text;                  //!< of a line, kept for its memory
+    std::optional<LineExpression> m_expression; //!< the expression, if it can be one
+    mutable QString m_text;                     //!< of a line, kept for its memory
 };
 
 #endif // LINEMATCHER_H

@@ -5,6 +5,7 @@
 
 #include "basics/icons.h"
 #include "files/decompressor.h"
+#include "search/lineexpression.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -64,9 +65,10 @@ QWidget *AboutDialog::createParts()
         tr("The program and its table: MIT license, © the vantix authors"),
         tr("Qt %1: GNU Lesser General Public License 3").arg(QString::fromLatin1(qVersion())),
     };
-    const QString decompressor = Decompressor::libraryName();
-    if (!decompressor.isEmpty())
-        parts.append(tr("%1: BSD license").arg(decompressor));
+    for (const QString &library : {Decompressor::libraryName(), LineExpression::libraryName()}) {
+        if (!library.isEmpty())
+            parts.append(tr("%1: BSD license").arg(library));
+    }
     auto *label = new QLabel(parts.join(u'\n'));
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
