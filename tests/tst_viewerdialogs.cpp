@@ -3,8 +3,8 @@
 
 #include "basics/icons.h"
 #include "files/decompressor.h"
-#include "search/lineexpression.h"
 #include "qtablefastview.h"
+#include "search/lineexpression.h"
 #include "windows/aboutdialog.h"
 #include "windows/filewindow.h"
 #include "windows/framestatistics.h"
