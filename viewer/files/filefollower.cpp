@@ -14,8 +14,7 @@
 
 namespace {
 
-constexpr qint64 s_bufferSize = 1 << 20;   // bytes read at a time
-constexpr qint64 s_firstSize = 1 << 18;    // the same for the first screen
+constexpr qint64 s_bufferSize = 1 << 16;   // bytes read at a time, which stay in the cache
 constexpr qsizetype s_signatureSize = 256; // bytes remembered at either end
 constexpr int s_sliceTime = 40;            // ms
 constexpr int s_checkTime = 250;           // ms
@@ -333,9 +332,8 @@ void FileFollower::indexSlice()
     if (!isSampleComplete())
         chooseFormat();
     qint64 count = 0;
-    const qint64 limit = m_firstSlice ? s_firstSize : s_bufferSize;
     do {
-        count = m_file->readAt(m_position, m_buffer.data(), limit);
+        count = m_file->readAt(m_position, m_buffer.data(), s_bufferSize);
         if (count <= 0)
             break;
         scan(m_buffer.data(), count);
@@ -345,7 +343,7 @@ void FileFollower::indexSlice()
         fail(tr("It cannot be read."));
         return;
     }
-    if (count < limit && m_activity == Activity::Indexing) {
+    if (count < s_bufferSize && m_activity == Activity::Indexing) {
         if (beganAnew())
             return;
         if (!m_coming.isEmpty()) {

@@ -4,6 +4,7 @@
 #include "lineindex.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 LineScanner::LineScanner(qint64 maximumLines, const LineSyntax &syntax)
@@ -40,6 +41,10 @@ bool LineScanner::scanUnits(const char *bytes, const char *end)
 {
     const TextUnits units = m_syntax.units;
     const char lineEnd = m_syntax.lineEnd;
+#ifdef __SSE2__
+    if (units.bytes == 1)
+        bytes = scanBlocks(bytes, end);
+#endif
     while (bytes < end) {
         if (isFull())
             return false;
@@ -54,6 +59,25 @@ bool LineScanner::scanUnits(const char *bytes, const char *end)
     }
     return true;
 }
+
+#ifdef __SSE2__
+//! Short lines take less time together than a search for each. Returns where it got to: the end
+//! of a line, or of a block.
+const char *LineScanner::scanBlocks(const char *bytes, const char *end)
+{
+    for (const char *block = bytes; end - block >= blockBytes; block += blockBytes) {
+        std::uint64_t ends = wantedIn(block, m_syntax.lineEnd);
+        for (; ends != 0; ends &= ends - 1) {
+            if (isFull())
+                return bytes;
+            const char *const next = block + std::countr_zero(ends) + 1;
+            endLine(static_cast<quint64>(next - bytes));
+            bytes = next;
+        }
+    }
+    return bytes;
+}
+#endif
 
 void LineScanner::endLine(quint64 bytes)
 {

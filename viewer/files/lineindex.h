@@ -93,6 +93,7 @@ private:
     Q_DISABLE_COPY(LineScanner)
 
     bool scanCutUnits(const char *bytes, const char *end);
+    const char *scanBlocks(const char *bytes, const char *end);
 
     const qint64 m_maximumLines; //!< stop here
     const LineSyntax m_syntax;   //!< as given

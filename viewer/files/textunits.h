@@ -5,7 +5,30 @@
 #define TEXTUNITS_H
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+#ifdef __SSE2__
+constexpr std::ptrdiff_t blockBytes = 64; //!< that wantedIn() looks at
+
+//! Which of the blockBytes bytes from \a block on are \a wanted: a bit for each, the lowest for
+//! the first.
+inline std::uint64_t wantedIn(const char *block, char wanted)
+{
+    const __m128i all = _mm_set1_epi8(wanted);
+    std::uint64_t bits = 0;
+    for (int part = 0; part < 4; ++part) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(block) + part);
+        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, all)));
+        bits |= static_cast<std::uint64_t>(mask) << (16 * part);
+    }
+    return bits;
+}
+#endif
 
 //! How many bytes a text's characters are made of, and where ASCII characters are in it.
 struct TextUnits
