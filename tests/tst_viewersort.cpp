@@ -319,6 +319,7 @@ void tst_ViewerSort::restoredHeaderIsNotSorted()
     QVERIFY(m_table->header()->sortIndicatorOrder() != usual);
     PageState state = m_window->state();
     state.isFollowing = true;
+    state.sortColumn = -1;
     open("name,size\npear,10\nFig,9\napple,\nplum,9\n");
     m_window->restore(state);
     m_window->reopen(FormatRequest());

@@ -102,9 +102,9 @@ void SortedRows::followSource()
     follow(&QAbstractItemModel::columnsAboutToBeMoved, aboutToReset);
     follow(&QAbstractItemModel::columnsMoved, reset);
     follow(&QAbstractItemModel::layoutAboutToBeChanged, [this] { layoutAboutToChange(); });
-    follow(&QAbstractItemModel::layoutChanged, [this] { layoutHasChanged(); });
+    follow(&QAbstractItemModel::layoutChanged, [this] { sourceLayoutChanged(); });
     follow(&QAbstractItemModel::rowsAboutToBeMoved, [this] { layoutAboutToChange(); });
-    follow(&QAbstractItemModel::rowsMoved, [this] { layoutHasChanged(); });
+    follow(&QAbstractItemModel::rowsMoved, [this] { sourceLayoutChanged(); });
     follow(&QObject::destroyed, [this] {
         beginResetModel();
         forgetOrder();
@@ -209,15 +209,14 @@ void SortedRows::rearrange(std::vector<int> order)
     const QModelIndexList before = persistentIndexList();
     QHash<int, int> places; // of rows of the source
     for (const QModelIndex &index : before)
-        places.insert(m_isSorted ? m_order[std::size_t(index.row())] : index.row(), -1);
+        places.insert(sourceRow(index.row()), -1);
     for (std::size_t at = 0; at < order.size() && !places.isEmpty(); ++at) {
         if (const auto place = places.find(order[at]); place != places.end())
             *place = int(at);
     }
     QModelIndexList now;
     for (const QModelIndex &index : before) {
-        const int row =
-            places.value(m_isSorted ? m_order[std::size_t(index.row())] : index.row(), -1);
+        const int row = places.value(sourceRow(index.row()), -1);
         now.append(row < 0 ? QModelIndex() : createIndex(row, index.column()));
     }
     m_order = std::move(order);
@@ -342,95 +341,27 @@ void SortedRows::rowsChanged(const QModelIndex &first, const QModelIndex &last,
     addWaiting(first.row(), last.row());
 }
 
-void SortedRows::layoutAboutToChange()
-{
-    Q_EMIT layoutAboutToBeChanged();
-    m_layoutProxies = persistentIndexList();
-    for (const QModelIndex &proxy : std::as_const(m_layoutProxies))
-        m_layoutSources.append(mapToSource(proxy));
-}
-
 //! As in the source, until they are sorted.
-void SortedRows::layoutHasChanged()
+void SortedRows::sourceLayoutChanged()
 {
     forgetOrder();
-    QModelIndexList now;
-    for (const QPersistentModelIndex &behind : std::as_const(m_layoutSources))
-        now.append(mapFromSource(behind));
-    changePersistentIndexList(m_layoutProxies, now);
-    m_layoutProxies.clear();
-    m_layoutSources.clear();
-    Q_EMIT layoutChanged();
+    layoutHasChanged();
 }
 
-QModelIndex SortedRows::index(int row, int column, const QModelIndex &parent) const
+int SortedRows::shownRows() const
 {
-    return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
-}
-
-QModelIndex SortedRows::parent(const QModelIndex & /*child*/) const
-{
-    return {};
-}
-
-int SortedRows::rowCount(const QModelIndex &parent) const
-{
-    if (parent.isValid())
-        return 0;
     return m_isSorted ? int(m_order.size()) : m_count;
 }
 
-int SortedRows::columnCount(const QModelIndex &parent) const
+int SortedRows::sourceRow(int row) const
 {
-    return sourceModel() && !parent.isValid() ? sourceModel()->columnCount() : 0;
+    return m_isSorted ? m_order[std::size_t(row)] : row;
 }
 
-bool SortedRows::hasChildren(const QModelIndex &parent) const
-{
-    return rowCount(parent) > 0 && columnCount(parent) > 0;
-}
-
-//! Others may hear earlier of rows that have gone from the source, and ask for them here.
-QVariant SortedRows::data(const QModelIndex &index, int role) const
-{
-    const QModelIndex source = mapToSource(index);
-    return source.isValid() ? source.data(role) : QVariant();
-}
-
-QVariant SortedRows::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    const bool isColumn = orientation == Qt::Horizontal;
-    if (section < 0 || section >= (isColumn ? columnCount() : rowCount()))
-        return {};
-    const int behind = isColumn || !m_isSorted ? section : m_order[std::size_t(section)];
-    return sourceModel()->headerData(behind, orientation, role);
-}
-
-QModelIndex SortedRows::mapToSource(const QModelIndex &proxyIndex) const
-{
-    if (!proxyIndex.isValid() || proxyIndex.row() >= rowCount())
-        return {};
-    const int row = m_isSorted ? m_order[std::size_t(proxyIndex.row())] : proxyIndex.row();
-    return sourceModel()->index(row, proxyIndex.column());
-}
-
-//! The row that shows \a sourceRow, or −1.
 int SortedRows::rowOf(int sourceRow) const
 {
     if (!m_isSorted)
         return sourceRow < m_count ? sourceRow : -1;
     const auto found = std::find(m_order.begin(), m_order.end(), sourceRow);
     return found == m_order.end() ? -1 : int(found - m_order.begin());
-}
-
-QModelIndex SortedRows::mapFromSource(const QModelIndex &sourceIndex) const
-{
-    if (!sourceIndex.isValid() || sourceIndex.parent().isValid())
-        return {};
-    const int row = rowOf(sourceIndex.row());
-    return row < 0 ? QModelIndex() : createIndex(row, sourceIndex.column());
-}
-
-void SortedRows::sort(int /*column*/, Qt::SortOrder /*order*/)
-{
 }

@@ -4,10 +4,9 @@
 #ifndef SORTEDROWS_H
 #define SORTEDROWS_H
 
+#include "basics/flatproxy.h"
 #include "orderjob.h"
 
-#include <QAbstractProxyModel>
-#include <QPersistentModelIndex>
 #include <QTimer>
 
 #include <memory>
@@ -19,7 +18,7 @@
  * source, then those that come or change are put in their places soon after. Four bytes a row are
  * kept.
  */
-class SortedRows : public QAbstractProxyModel
+class SortedRows : public FlatProxy
 {
     Q_OBJECT
 
@@ -39,22 +38,14 @@ public:
     //! Bytes that the order of the rows occupies.
     std::size_t memory() const { return m_order.capacity() * sizeof(int); }
 
-    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
-    QModelIndex parent(const QModelIndex &child) const override;
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
-    bool hasChildren(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    QVariant headerData(int section, Qt::Orientation orientation,
-                        int role = Qt::DisplayRole) const override;
-    QModelIndex mapToSource(const QModelIndex &proxyIndex) const override;
-    QModelIndex mapFromSource(const QModelIndex &sourceIndex) const override;
-    //! Does nothing.
-    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
-
 Q_SIGNALS:
     //! \a part, from 0 to 1, of the rows has been sorted; 1 when they are shown in their order.
     void progressed(double part);
+
+protected:
+    int shownRows() const override;
+    int sourceRow(int row) const override;
+    int rowOf(int sourceRow) const override;
 
 private:
     //! Rows that have come to the source.
@@ -79,9 +70,7 @@ private:
     void rowsAboutToGo(int first, int last);
     void rowsWent(int first, int last);
     void rowsChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles);
-    void layoutAboutToChange();
-    void layoutHasChanged();
-    int rowOf(int sourceRow) const;
+    void sourceLayoutChanged();
     int rowNow(int jobRow) const;
     void moveOn(int first, int count);
     QString textOf(int sourceRow) const;
@@ -96,8 +85,6 @@ private:
     std::unique_ptr<OrderJob> m_job; //!< null if at rest
     std::vector<Insertion> m_since;  //!< since m_job began, which has the numbers of then
     QTimer m_timer;                  //!< begins, or goes on with, m_job
-    QModelIndexList m_layoutProxies; //!< persistent ones while the layout changes
-    QList<QPersistentModelIndex> m_layoutSources; //!< what is behind them
 };
 
 #endif // SORTEDROWS_H

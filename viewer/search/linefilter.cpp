@@ -74,13 +74,13 @@ void LineFilter::followLayout()
         if (isShown())
             endResetModel();
     });
-    follow(&QAbstractItemModel::layoutAboutToBeChanged, [this] { layoutAboutToChange(); });
+    follow(&QAbstractItemModel::layoutAboutToBeChanged, [this] { sourceLayoutAboutToChange(); });
     follow(&QAbstractItemModel::layoutChanged, [this] {
         // Whatever is selected has to be found again now.
         beginAnew(m_followed->rowCount());
-        layoutHasChanged();
+        sourceLayoutChanged();
     });
-    follow(&QAbstractItemModel::rowsAboutToBeMoved, [this] { layoutAboutToChange(); });
+    follow(&QAbstractItemModel::rowsAboutToBeMoved, [this] { sourceLayoutAboutToChange(); });
     follow(&QAbstractItemModel::rowsMoved,
            [this](const QModelIndex &, int first, int last, const QModelIndex &, int to) {
                // In a span it matters where a row is.
@@ -88,7 +88,7 @@ void LineFilter::followLayout()
                    beginAnew(m_followed->rowCount());
                else
                    rowsMoved(first, last, to);
-               layoutHasChanged();
+               sourceLayoutChanged();
            });
 }
 
@@ -340,86 +340,20 @@ void LineFilter::headerChanged(Qt::Orientation orientation, int first, int last)
         Q_EMIT headerDataChanged(orientation, begin, end - 1);
 }
 
-void LineFilter::layoutAboutToChange()
+void LineFilter::sourceLayoutAboutToChange()
 {
-    if (!isShown())
-        return;
-    Q_EMIT layoutAboutToBeChanged();
-    m_layoutProxies = persistentIndexList();
-    for (const QModelIndex &proxy : std::as_const(m_layoutProxies))
-        m_layoutSources.append(mapToSource(proxy));
+    if (isShown())
+        layoutAboutToChange();
 }
 
-void LineFilter::layoutHasChanged()
+void LineFilter::sourceLayoutChanged()
 {
-    if (!isShown())
-        return;
-    QModelIndexList now;
-    for (const QPersistentModelIndex &behind : std::as_const(m_layoutSources))
-        now.append(mapFromSource(behind));
-    changePersistentIndexList(m_layoutProxies, now);
-    m_layoutProxies.clear();
-    m_layoutSources.clear();
-    Q_EMIT layoutChanged();
+    if (isShown())
+        layoutHasChanged();
 }
 
-QModelIndex LineFilter::index(int row, int column, const QModelIndex &parent) const
+int LineFilter::rowOf(int sourceRow) const
 {
-    return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
-}
-
-QModelIndex LineFilter::parent(const QModelIndex & /*child*/) const
-{
-    return {};
-}
-
-int LineFilter::rowCount(const QModelIndex &parent) const
-{
-    return isShown() && !parent.isValid() ? m_shown.size() : 0;
-}
-
-int LineFilter::columnCount(const QModelIndex &parent) const
-{
-    return isShown() && !parent.isValid() ? sourceModel()->columnCount() : 0;
-}
-
-bool LineFilter::hasChildren(const QModelIndex &parent) const
-{
-    return rowCount(parent) > 0 && columnCount(parent) > 0;
-}
-
-//! Others may hear earlier of rows that have gone from the source, and ask for them here.
-QVariant LineFilter::data(const QModelIndex &index, int role) const
-{
-    const QModelIndex source = mapToSource(index);
-    return source.isValid() ? source.data(role) : QVariant();
-}
-
-QVariant LineFilter::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    const bool isColumn = orientation == Qt::Horizontal;
-    if (section < 0 || section >= (isColumn ? columnCount() : rowCount()))
-        return {};
-    const int behind = isColumn ? section : m_shown.at(section);
-    return sourceModel()->headerData(behind, orientation, role);
-}
-
-QModelIndex LineFilter::mapToSource(const QModelIndex &proxyIndex) const
-{
-    if (!proxyIndex.isValid() || !isShown() || proxyIndex.row() >= m_shown.size())
-        return {};
-    return sourceModel()->index(m_shown.at(proxyIndex.row()), proxyIndex.column());
-}
-
-QModelIndex LineFilter::mapFromSource(const QModelIndex &sourceIndex) const
-{
-    if (!sourceIndex.isValid() || !isShown() || sourceIndex.parent().isValid())
-        return {};
-    const int place = m_shown.placeOf(sourceIndex.row());
-    const bool isThere = place < m_shown.size() && m_shown.at(place) == sourceIndex.row();
-    return isThere ? createIndex(place, sourceIndex.column()) : QModelIndex();
-}
-
-void LineFilter::sort(int /*column*/, Qt::SortOrder /*order*/)
-{
+    const int place = m_shown.placeOf(sourceRow);
+    return place < m_shown.size() && m_shown.at(place) == sourceRow ? place : -1;
 }

@@ -4,11 +4,10 @@
 #ifndef LINEFILTER_H
 #define LINEFILTER_H
 
+#include "basics/flatproxy.h"
 #include "rowjudge.h"
 #include "rownumbers.h"
 
-#include <QAbstractProxyModel>
-#include <QPersistentModelIndex>
 #include <QTimer>
 
 /*!
@@ -19,7 +18,7 @@
  * of rows come or change at once, it goes through them while events run; those that came are
  * hidden until then, those that changed remain what they were. It does not sort.
  */
-class LineFilter : public QAbstractProxyModel
+class LineFilter : public FlatProxy
 {
     Q_OBJECT
 
@@ -48,22 +47,14 @@ public:
     //! Bytes that the numbers of the rows occupy.
     std::size_t memory() const { return m_shown.memory(); }
 
-    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
-    QModelIndex parent(const QModelIndex &child) const override;
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
-    bool hasChildren(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    QVariant headerData(int section, Qt::Orientation orientation,
-                        int role = Qt::DisplayRole) const override;
-    QModelIndex mapToSource(const QModelIndex &proxyIndex) const override;
-    QModelIndex mapFromSource(const QModelIndex &sourceIndex) const override;
-    //! Does nothing.
-    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
-
 Q_SIGNALS:
     //! takeOver() has looked at \a part, from 0 to 1, of the rows.
     void progressed(double part);
+
+protected:
+    int shownRows() const override { return m_shown.size(); }
+    int sourceRow(int row) const override { return m_shown.at(row); }
+    int rowOf(int sourceRow) const override;
 
 private:
     //! Rows of the source from first to the one before end.
@@ -98,8 +89,8 @@ private:
     void rowsChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles);
     void columnsChanged(void (LineFilter::*end)());
     void headerChanged(Qt::Orientation orientation, int first, int last);
-    void layoutAboutToChange();
-    void layoutHasChanged();
+    void sourceLayoutAboutToChange();
+    void sourceLayoutChanged();
 
     QAbstractItemModel *m_followed = nullptr; //!< the source, before it is the source model, too
     RowJudge m_judge;                         //!< of its rows
@@ -109,8 +100,6 @@ private:
     std::vector<int> m_found;                 //!< kept for its memory
     bool m_isQuiet = false;                   //!< rows come and go without signals
     bool m_isCancelled = false;               //!< see cancel()
-    QModelIndexList m_layoutProxies;          //!< persistent ones while the layout changes
-    QList<QPersistentModelIndex> m_layoutSources; //!< what is behind them
 };
 
 #endif // LINEFILTER_H

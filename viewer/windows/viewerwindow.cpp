@@ -643,7 +643,7 @@ void ViewerWindow::restore(const PageState &state)
     m_columnsFitted = 0;
     m_sort->sortBy(state.sortColumn, state.sortOrder);
     m_findPanel->restoreFilter(state.filter, state.filterRules);
-    setFollowing(state.isFollowing);
+    setFollowing(state.isFollowing && state.sortColumn < 0);
     awaitLine(state.isFollowing ? 0 : state.line);
 }
 
