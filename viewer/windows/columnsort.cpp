@@ -82,6 +82,12 @@ void ColumnSort::sortBy(int column, Qt::SortOrder order)
     Q_EMIT sorted(column >= 0);
 }
 
+void ColumnSort::leaveLostColumn()
+{
+    if (m_table->model() && column() >= m_table->model()->columnCount())
+        sortBy(-1, Qt::AscendingOrder);
+}
+
 void ColumnSort::showInHeader()
 {
     QHeaderView *header = m_table->header();

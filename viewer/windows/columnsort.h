@@ -38,6 +38,8 @@ public:
     void showInHeader();
     //! Sorts by \a column, with −1 not at all.
     void sortBy(int column, Qt::SortOrder order);
+    //! Sorts no more by a column that is not there.
+    void leaveLostColumn();
 
 Q_SIGNALS:
     //! The table is to be sorted, or not any more.

@@ -552,8 +552,9 @@ void ViewerWindow::fitNewColumns()
         m_table->fitColumns();
         if (m_restored.columnCount == columns)
             m_table->header()->restoreState(m_restored.columns);
+        // Not here, where others are still told of this model.
         if (m_sort->column() >= columns)
-            m_sort->sortBy(-1, Qt::AscendingOrder);
+            QMetaObject::invokeMethod(m_sort, &ColumnSort::leaveLostColumn, Qt::QueuedConnection);
         // What the header was sorted by is not restored, and following needs its own order there.
         m_sort->showInHeader();
         m_follower->setFollowing(isFollowing());

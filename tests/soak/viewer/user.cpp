@@ -85,6 +85,7 @@ FormatRequest User::someFormat()
     if (m_random.bounded(2) == 0)
         request.encoding =
             Encoding::named(oneOf<QString>({"utf-8", "utf-8", "latin-1", "utf-16le", "utf-32be"}));
+    request.hasOlderFiles = m_random.bounded(4) == 0;
     return request;
 }
 
@@ -379,12 +380,35 @@ QString User::check()
     return {};
 }
 
+//! Whatever was there before, the rows end with the content.
+QString User::compareEnd(const FileWindow &page, const QByteArray &content) const
+{
+    const TextFileModel &model = *page.model();
+    if (model.fileSize() < quint64(content.size()) || model.indexedBytes() != model.fileSize()
+        || model.olderRows() < 0)
+        return QStringLiteral("%1 of %2 bytes are indexed, the file has %3")
+            .arg(model.indexedBytes())
+            .arg(model.fileSize())
+            .arg(content.size());
+    if (model.fileSize() > quint64(s_compared))
+        return {};
+    QByteArray rows;
+    for (int row = 0; row < model.rowCount(); ++row)
+        rows += model.rowBytes(row, s_compared);
+    // The first line of all may be the header.
+    if (rows.endsWith(content) || (model.format().hasHeader && content.endsWith(rows)))
+        return {};
+    return QStringLiteral("%1 bytes of rows do not end with the file").arg(rows.size());
+}
+
 //! Rows are the content, but for a header, byte by byte; plain ones are shown as they are.
 QString User::compare(const FileWindow &page, const QByteArray &content) const
 {
     const TextFileModel &model = *page.model();
     if (page.hasFailed())
         return QStringLiteral("failed: ") + model.errorString();
+    if (page.request().hasOlderFiles)
+        return compareEnd(page, content);
     if (quint64(content.size()) != model.fileSize() || model.indexedBytes() != model.fileSize())
         return QStringLiteral("%1 of %2 bytes are indexed, the file has %3")
             .arg(model.indexedBytes())

@@ -57,6 +57,7 @@ private:
     ViewerWindow *page();
     void removeClosed();
     QString compare(const FileWindow &page, const QByteArray &content) const;
+    QString compareEnd(const FileWindow &page, const QByteArray &content) const;
     QString compareShown(const FileWindow &page) const;
 
     QRandomGenerator m_random;
