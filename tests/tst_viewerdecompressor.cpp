@@ -3,7 +3,7 @@
 
 #include "files/decompressor.h"
 #include "files/textfilemodel.h"
-#include "support/gzip.h"
+#include "gzip.h"
 
 #include <QFile>
 #include <QTemporaryDir>

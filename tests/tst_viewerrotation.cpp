@@ -4,7 +4,7 @@
 // A file and those that were rotated away from it, as one table.
 
 #include "files/textfilemodel.h"
-#include "support/gzip.h"
+#include "gzip.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>

@@ -3,6 +3,7 @@
 
 #include "basics/alignments.h"
 #include "basics/contrast.h"
+#include "scalablefont.h"
 #include "windows/framestatistics.h"
 #include "windows/shorttextdelegate.h"
 #include "windows/viewertable.h"
@@ -415,6 +416,7 @@ void tst_ViewerTable::zooms()
 {
     QStandardItemModel model(5, 1);
     Shown shown(&model);
+    shown.table.setFont(scalableFont(16)); // the system's own may have one size only
     const auto size = [&shown] { return QFontInfo(shown.table.font()).pointSizeF(); };
     const double usual = size();
     const int height = shown.table.rowHeight();

@@ -6,12 +6,14 @@
 #include "activation.h"
 #include "itemdelegate.h"
 #include "qtablefastview.h"
+#include "scalablefont.h"
 #include "styleditemdelegate.h"
 #include "viewpictures.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QMetaProperty>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStandardItemModel>
@@ -575,6 +577,10 @@ void TestViewNames::rowHeightFollowsFont()
     QFETCH(bool, isShown);
     QFETCH(Change, change);
     QFETCH(bool, isStyle);
+    // The system's own may have one size only.
+    const QFont system = QApplication::font();
+    const auto back = qScopeGuard([system] { QApplication::setFont(system); });
+    QApplication::setFont(scalableFont(QFontInfo(system).pixelSize()));
     Stage stage;
     if (isShown)
         stage.show();

@@ -396,8 +396,8 @@ kann nicht angezeigt werden: %2</translation>
         <translation>%L1 offene Anführungszeichen</translation>
     </message>
     <message>
-        <source>With &amp;Rotated Files</source>
-        <translation>Mit &amp;rotierten Dateien</translation>
+        <source>With Rotate&amp;d Files</source>
+        <translation>Mit rotierten &amp;Dateien</translation>
     </message>
     <message>
         <source>Shows the files that were rotated away before this one, as one table</source>

@@ -396,8 +396,8 @@ cannot be shown: %2</source>
         <translation>незакрытых кавычек: %L1</translation>
     </message>
     <message>
-        <source>With &amp;Rotated Files</source>
-        <translation>Вместе с &amp;прежними файлами</translation>
+        <source>With Rotate&amp;d Files</source>
+        <translation>&amp;Вместе с прежними файлами</translation>
     </message>
     <message>
         <source>Shows the files that were rotated away before this one, as one table</source>

@@ -141,7 +141,7 @@ void FileWindow::createReloadActions()
     reload->setEnabled(canReopen());
     connect(reload, &QAction::triggered, this, [this] { reopen(m_request); });
     viewMenu()->insertAction(viewMenu()->actions().at(1), reload);
-    m_olderFiles = new QAction(tr("With &Rotated Files"), this);
+    m_olderFiles = new QAction(tr("With Rotate&d Files"), this);
     m_olderFiles->setCheckable(true);
     m_olderFiles->setStatusTip(
         tr("Shows the files that were rotated away before this one, as one table"));
