@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/decompressor.h"
+#include "files/textfile.h"
 #include "files/textfilemodel.h"
 #include "gzip.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -71,6 +74,7 @@ private Q_SLOTS:
     void readsPipe();
     void reportsDamageInPipe();
     void stopsAndGoesOn();
+    void choosesAFolderForCopies();
     void keepsTextWhenAnArchiveTakesItsPlace();
 
 private:
@@ -332,6 +336,21 @@ void tst_ViewerDecompressor::keepsTextWhenAnArchiveTakesItsPlace()
     QTRY_VERIFY(model.isMissing());
     QCOMPARE(model.rowCount(), 1);
     QCOMPARE(model.index(0, 1).data(), "text");
+}
+
+//! Where temporary files are in memory, a large text would fill it.
+void tst_ViewerDecompressor::choosesAFolderForCopies()
+{
+    const bool wasGiven = qEnvironmentVariableIsSet("TMPDIR");
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(m_directory->path()));
+    QCOMPARE(TextFile::copyFolder(), m_directory->path());
+    qunsetenv("TMPDIR");
+    const QFileInfo large("/var/tmp");
+    QCOMPARE(TextFile::copyFolder(),
+             large.isDir() && large.isWritable() ? large.filePath() : QDir::tempPath());
+    if (wasGiven)
+        qputenv("TMPDIR", before);
 }
 
 QTEST_GUILESS_MAIN(tst_ViewerDecompressor)

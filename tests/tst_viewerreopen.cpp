@@ -3,7 +3,9 @@
 
 // Opening a file again: on demand, in another format, when it appears.
 
+#include "files/textfile.h"
 #include "files/textfilemodel.h"
+#include "gzip.h"
 #include "overview/marksmenu.h"
 #include "search/findpanel.h"
 #include "windows/filewindow.h"
@@ -85,6 +87,7 @@ private Q_SLOTS:
     void offersRotatedFiles();
     void keepsTheRowAmongRotatedFiles();
     void tellsOfDamagedFiles();
+    void tellsWhatItKeeps();
 
 private:
     void write(const QByteArray &text) const;
@@ -444,6 +447,26 @@ void tst_ViewerReopen::tellsOfDamagedFiles()
         });
     };
     QTRY_VERIFY(told());
+}
+
+void tst_ViewerReopen::tellsWhatItKeeps()
+{
+    const auto told = [](const FileWindow &window) {
+        QStringList tips;
+        for (const QLabel *label : window.statusBar()->findChildren<QLabel *>())
+            tips.append(label->toolTip());
+        return tips.join(u'\n');
+    };
+    const auto plain = open(numberedLines(1, 10));
+    QTRY_COMPARE(plain->rows(), 10);
+    QTRY_VERIFY(told(*plain).contains("index of lines"));
+    QVERIFY(!told(*plain).contains("copy"));
+#ifdef VIEWER_HAS_LIBARCHIVE
+    const auto compressed = open(gzip(numberedLines(1, 10)));
+    QTRY_COMPARE(compressed->rows(), 10);
+    QTRY_VERIFY(told(*compressed).contains("copy"));
+    QVERIFY(told(*compressed).contains(QDir::toNativeSeparators(TextFile::copyFolder())));
+#endif
 }
 
 QTEST_MAIN(tst_ViewerReopen)

@@ -415,6 +415,14 @@ kann nicht angezeigt werden: %2</translation>
         <source>Not all files could be read</source>
         <translation>Nicht alle Dateien sind lesbar</translation>
     </message>
+    <message>
+        <source>A temporary copy of this size is kept in %1, the index of lines in %2 of memory.</source>
+        <translation>Eine temporäre Kopie dieser Größe liegt in %1, der Zeilenindex belegt %2 Speicher.</translation>
+    </message>
+    <message>
+        <source>The index of lines takes %1 of memory.</source>
+        <translation>Der Zeilenindex belegt %1 Speicher.</translation>
+    </message>
 </context>
 <context>
     <name>FilterBar</name>

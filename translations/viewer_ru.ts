@@ -415,6 +415,14 @@ cannot be shown: %2</source>
         <source>Not all files could be read</source>
         <translation>Прочитаны не все файлы</translation>
     </message>
+    <message>
+        <source>A temporary copy of this size is kept in %1, the index of lines in %2 of memory.</source>
+        <translation>Временная копия такого размера хранится в %1, индекс строк занимает %2 памяти.</translation>
+    </message>
+    <message>
+        <source>The index of lines takes %1 of memory.</source>
+        <translation>Индекс строк занимает %1 памяти.</translation>
+    </message>
 </context>
 <context>
     <name>FilterBar</name>

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
@@ -49,7 +50,8 @@ template<typename Call> ssize_t uninterrupted(Call call)
 
 FileDescriptor namelessFile()
 {
-    QByteArray name = QFile::encodeName(QDir::tempPath() + QStringLiteral("/vantix-viewer-XXXXXX"));
+    QByteArray name =
+        QFile::encodeName(TextFile::copyFolder() + QStringLiteral("/vantix-viewer-XXXXXX"));
     FileDescriptor file(::mkostemp(name.data(), O_CLOEXEC));
     if (file.isOpen())
         ::unlink(name.constData());
@@ -111,6 +113,14 @@ FileDescriptor::~FileDescriptor()
 {
     if (isOpen())
         ::close(m_descriptor);
+}
+
+QString TextFile::copyFolder()
+{
+    // Elsewhere temporary files may be in memory, which a large text would fill.
+    const QFileInfo large(QStringLiteral("/var/tmp"));
+    const bool isGiven = !qEnvironmentVariableIsEmpty("TMPDIR");
+    return isGiven || !large.isDir() || !large.isWritable() ? QDir::tempPath() : large.filePath();
 }
 
 std::shared_ptr<TextFile> TextFile::open(const QString &path, QString *error)

@@ -76,6 +76,9 @@ public:
     //! What the file is compressed with that this is the text of, if it is.
     QString compression() const { return m_compression; }
 
+    //! Where the copies of streams are: $TMPDIR, or a folder for large temporary files.
+    static QString copyFolder();
+
     //! State of the file of that name, if there is one.
     static std::optional<FileState> stateOf(const QString &path);
 

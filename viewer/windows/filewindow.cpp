@@ -6,6 +6,7 @@
 #include "basics/icons.h"
 #include "files/newestfile.h"
 #include "files/rotatedfiles.h"
+#include "files/textfile.h"
 #include "files/textfilemodel.h"
 #include "formatmenu.h"
 #include "viewertable.h"
@@ -283,9 +284,8 @@ void FileWindow::toggleIndexing()
 
 void FileWindow::updateStatus()
 {
-    const QLocale locale;
     m_rowsLabel->setText(rowsText());
-    m_sizeLabel->setText(locale.formattedDataSize(qint64(m_model->fileSize())));
+    tellSize();
     m_formatButton->setText(formatText());
     m_activityLabel->setText(activityText());
     tellLeftOut();
@@ -305,6 +305,19 @@ void FileWindow::updateStatus()
         return;
     m_settled = true;
     Q_EMIT settled();
+}
+
+void FileWindow::tellSize()
+{
+    const QLocale locale;
+    m_sizeLabel->setText(locale.formattedDataSize(qint64(m_model->fileSize())));
+    m_sizeLabel->setToolTip(
+        m_model->isCompressed() || !canReopen()
+            ? tr("A temporary copy of this size is kept in %1, the index of lines in %2 of memory.")
+                  .arg(QDir::toNativeSeparators(TextFile::copyFolder()),
+                       locale.formattedDataSize(qint64(m_model->indexMemory())))
+            : tr("The index of lines takes %1 of memory.")
+                  .arg(locale.formattedDataSize(qint64(m_model->indexMemory()))));
 }
 
 void FileWindow::updateProgress()

@@ -56,6 +56,7 @@ private:
     bool canReopen() const;
     void tellRestart();
     void tellLeftOut();
+    void tellSize();
     void awaitLineOfFile();
     void updateStatus();
     void updateProgress();
