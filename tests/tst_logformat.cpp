@@ -42,6 +42,8 @@ void tst_LogFormat::recognises_data()
     row("JSON, last line cut off", {json, R"({"a": 1, "b)"}, Kind::JsonLines);
     row("an object that is cut off", {R"({"a": 1, "b)"}, Kind::None);
     row("JSON, empty lines", {json, "", json, ""}, Kind::JsonLines);
+    row("journal", {R"({"MESSAGE": "a", "__REALTIME_TIMESTAMP": "1"})"}, Kind::Journal);
+    row("no journal", {R"({"MESSAGE": "__REALTIME_TIMESTAMP"})"}, Kind::JsonLines);
     row("arrays", {"[1, 2]", "[3]"}, Kind::None);
     row("JSON, much else", {json, "x", "y", json}, Kind::None);
     row("common log", {access, access}, Kind::AccessLog);
@@ -189,7 +191,8 @@ void tst_LogFormat::survivesAnyLine()
             line += characters[qsizetype((state >> 8) % quint32(characters.size()))];
         }
         state = state * 1664525U + 1013904223U;
-        for (const Kind kind : {Kind::JsonLines, Kind::Logfmt, Kind::AccessLog, Kind::Syslog}) {
+        for (const Kind kind :
+             {Kind::JsonLines, Kind::Logfmt, Kind::AccessLog, Kind::Syslog, Kind::Journal}) {
             const LogFormat format = LogFormat::ofKind(kind, {line});
             QCOMPARE(format.split(line).size(), format.names.size());
         }

@@ -548,6 +548,10 @@ kann nicht angezeigt werden: %2</translation>
         <source>syslog</source>
         <translation>syslog</translation>
     </message>
+    <message>
+        <source>journal</source>
+        <translation>Journal</translation>
+    </message>
 </context>
 <context>
     <name>GoToTime</name>

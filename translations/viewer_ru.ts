@@ -548,6 +548,10 @@ cannot be shown: %2</source>
         <source>syslog</source>
         <translation>syslog</translation>
     </message>
+    <message>
+        <source>journal</source>
+        <translation>журнал</translation>
+    </message>
 </context>
 <context>
     <name>GoToTime</name>

@@ -52,8 +52,8 @@ void describe(QCommandLineParser *parser)
                  "character, or none for no columns. Recognised by default."),
          english("separator")},
         {s_format,
-         english("Lines are those of <format>: text, json, logfmt, access or syslog. Recognised by "
-                 "default."),
+         english("Lines are those of <format>: text, json, logfmt, access, syslog or journal. "
+                 "Recognised by default."),
          english("format")},
         {s_header, english("The first line names the columns. Recognised by default.")},
         {s_noHeader, english("The first line is a row like any other.")},
@@ -110,7 +110,7 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
     if (parser.isSet(s_format)) {
         options->format.log = LogFormat::kindNamed(parser.value(s_format));
         if (!options->format.log)
-            return english("--format wants text, json, logfmt, access or syslog.");
+            return english("--format wants text, json, logfmt, access, syslog or journal.");
         if (parser.isSet(s_delimiter))
             return english("--format and --delimiter exclude each other.");
     }

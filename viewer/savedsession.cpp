@@ -69,7 +69,7 @@ FormatRequest formatFrom(const QJsonObject &json)
         format.hasHeader = json[s_hasHeader].toBool();
     format.encoding = Encoding::named(json[s_encoding].toString());
     const int log = json[s_log].toInt(-1);
-    if (log >= 0 && log <= int(LogFormat::Kind::Syslog))
+    if (log >= 0 && log <= int(LogFormat::Kind::Journal))
         format.log = LogFormat::Kind(log);
     format.hasOlderFiles = json[s_hasOlderFiles].toBool();
     return format;

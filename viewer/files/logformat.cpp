@@ -3,6 +3,8 @@
 
 #include "logformat.h"
 
+#include "journal.h"
+
 #include <QCoreApplication>
 #include <QHash>
 #include <QRegularExpression>
@@ -206,7 +208,7 @@ std::optional<Members> logfmtMembers(const QString &line)
 
 std::optional<Members> membersOf(Kind kind, const QString &line)
 {
-    return kind == Kind::JsonLines ? jsonMembers(line) : logfmtMembers(line);
+    return kind == Kind::Logfmt ? logfmtMembers(line) : jsonMembers(line);
 }
 
 const QRegularExpression &accessLine()
@@ -248,7 +250,7 @@ QStringList syslogNames()
 
 bool isNamed(Kind kind)
 {
-    return kind == Kind::JsonLines || kind == Kind::Logfmt;
+    return kind == Kind::JsonLines || kind == Kind::Logfmt || kind == Kind::Journal;
 }
 
 //! Of every name that a line has, once, and at last of what has none.
@@ -263,8 +265,17 @@ QStringList namesIn(Kind kind, const QStringList &lines)
                 names.append(member.name);
         }
     }
+    if (kind == Kind::Journal)
+        names = Journal::inOrder(names);
     names.append(Columns::tr("More"));
     return names;
+}
+
+bool isOfJournal(const QString &line)
+{
+    const Members members = jsonMembers(line).value_or(Members());
+    return std::any_of(members.begin(), members.end(),
+                       [](const Member &member) { return member.name == Journal::timeName(); });
 }
 
 //! Objects may be empty; a line of words needs two with names to be no plain text.
@@ -285,6 +296,8 @@ bool hasForm(Kind kind, const QString &line)
         return accessLine().match(line).hasMatch();
     case Kind::Syslog:
         return syslogLine().match(line).hasMatch();
+    case Kind::Journal:
+        return isOfJournal(line);
     }
     return false;
 }
@@ -308,7 +321,8 @@ bool areOf(Kind kind, const QStringList &lines)
 
 LogFormat LogFormat::of(const QStringList &lines)
 {
-    for (const Kind kind : {Kind::JsonLines, Kind::AccessLog, Kind::Syslog, Kind::Logfmt}) {
+    for (const Kind kind :
+         {Kind::Journal, Kind::JsonLines, Kind::AccessLog, Kind::Syslog, Kind::Logfmt}) {
         if (areOf(kind, lines))
             return ofKind(kind, lines);
     }
@@ -322,6 +336,7 @@ LogFormat LogFormat::ofKind(Kind kind, const QStringList &lines)
         break;
     case Kind::JsonLines:
     case Kind::Logfmt:
+    case Kind::Journal:
         return {kind, namesIn(kind, lines)};
     case Kind::AccessLog:
         return {kind, accessNames()};
@@ -338,7 +353,8 @@ char LogFormat::escape() const
 
 bool LogFormat::joins(const QString &text) const
 {
-    return isNamed(kind) && text.contains(u',');
+    return (isNamed(kind) && text.contains(u','))
+        || (kind == Kind::Journal && Journal::mayBeInTime(text));
 }
 
 std::optional<LogFormat::Kind> LogFormat::kindNamed(const QString &name)
@@ -346,7 +362,7 @@ std::optional<LogFormat::Kind> LogFormat::kindNamed(const QString &name)
     static const QHash<QString, Kind> kinds {
         {QStringLiteral("text"), Kind::None},     {QStringLiteral("json"), Kind::JsonLines},
         {QStringLiteral("logfmt"), Kind::Logfmt}, {QStringLiteral("access"), Kind::AccessLog},
-        {QStringLiteral("syslog"), Kind::Syslog},
+        {QStringLiteral("syslog"), Kind::Syslog}, {QStringLiteral("journal"), Kind::Journal},
     };
     const auto it = kinds.constFind(name.toLower());
     return it == kinds.cend() ? std::nullopt : std::optional(*it);
@@ -380,5 +396,9 @@ QStringList LogFormat::split(const QString &line) const
             more.append(member.text);
     }
     fields.last() = more.join(QLatin1String(", "));
+    if (kind == Kind::Journal) {
+        QString &time = fields[qMax(0, names.indexOf(Journal::timeName()))];
+        time = Journal::timeText(time);
+    }
     return fields;
 }

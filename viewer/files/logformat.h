@@ -23,7 +23,8 @@ struct LogFormat
         JsonLines, //!< an object in each line; columns by the names of its members
         Logfmt,    //!< name=value name="a value"; columns by name
         AccessLog, //!< of web servers, common or combined
-        Syslog     //!< time, host, program[process]: message
+        Syslog,    //!< time, host, program[process]: message
+        Journal    //!< "journalctl -o json": objects as JsonLines; see Journal
     };
 
     Kind kind = Kind::None;
@@ -35,8 +36,8 @@ struct LogFormat
     //! The format \a kind, with names from \a lines.
     static LogFormat ofKind(Kind kind, const QStringList &lines);
 
-    //! The kind that a command line calls \a name: text, json, logfmt, access or syslog, in any
-    //! case. Nothing for other words.
+    //! The kind that a command line calls \a name: text, json, logfmt, access, syslog or
+    //! journal, in any case. Nothing for other words.
     static std::optional<Kind> kindNamed(const QString &name);
 
     //! The fields of \a line, as many as there are names.

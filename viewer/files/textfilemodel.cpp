@@ -5,7 +5,7 @@
 
 #include "basics/alignments.h"
 #include "controlpictures.h"
-#include "loglevel.h"
+#include "journal.h"
 
 #include <algorithm>
 
@@ -349,6 +349,12 @@ QString TextFileModel::text(const QModelIndex &index) const
     return fields(index.row()).value(0);
 }
 
+LogLevel TextFileModel::levelOfRow(int row) const
+{
+    const QStringList &texts = fields(row);
+    return isJournal() ? Journal::levelOf(m_format.names, texts) : levelOf(texts.join(u' '));
+}
+
 bool TextFileModel::isNumeric(const QModelIndex &index) const
 {
     if (!m_format.hasColumns())
@@ -363,7 +369,7 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DisplayRole)
         return text(index);
     if (role == Qt::ForegroundRole)
-        return colorOf(levelOf(fields(index.row()).join(u' ')));
+        return colorOf(levelOfRow(index.row()));
     if (role == Qt::TextAlignmentRole && isNumeric(index))
         return QVariant::fromValue(numberAlignment);
     if (role == Qt::TextAlignmentRole && !m_format.hasColumns())

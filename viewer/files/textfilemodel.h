@@ -8,6 +8,7 @@
 #include "delimiter.h"
 #include "filefollower.h"
 #include "lineindex.h"
+#include "loglevel.h"
 
 #include <QAbstractTableModel>
 #include <QThread>
@@ -98,6 +99,8 @@ public:
 
     QString path() const { return m_path; }
     const TextFormat &format() const { return m_format; }
+    //! Whether lines are those of a journal, whose time and level may be anywhere in them.
+    bool isJournal() const { return m_format.log.kind == LogFormat::Kind::Journal; }
     //! What the thread does.
     Activity activity() const { return m_activity; }
     //! There are more lines than can be shown.
@@ -201,6 +204,7 @@ private:
     Sighting lookUp(const BytePattern &pattern, int row) const;
     int rowAt(quint64 offset) const;
     QString text(const QModelIndex &index) const;
+    LogLevel levelOfRow(int row) const;
     bool isNumeric(const QModelIndex &index) const;
     bool isNumberColumn(int column) const;
 

@@ -19,7 +19,8 @@ WholeRow rowOfFile(const TextFileModel &model, int row, qint64 mostBytes)
         ? format.lineText(format.encoding.withoutPartialCharacter(whole.bytes), false)
         : format.lineText(whole.bytes, true);
     whole.isLine = !format.hasColumns();
-    if (format.log.kind == LogFormat::Kind::JsonLines)
+    if (format.log.kind == LogFormat::Kind::JsonLines
+        || format.log.kind == LogFormat::Kind::Journal)
         whole.object = text;
     if (whole.isLine)
         whole.fields << model.index(row, 0).data().toString() << text;

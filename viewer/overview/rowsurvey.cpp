@@ -3,6 +3,7 @@
 
 #include "rowsurvey.h"
 
+#include "files/journal.h"
 #include "files/textfilemodel.h"
 #include "qtablefastview.h"
 #include "search/tablefilter.h"
@@ -273,6 +274,8 @@ LogLevel RowSurvey::levelOfRow(int row) const
 {
     const TextFileModel *file = lines();
     if (file && file->hasAsciiBytes()) {
+        if (file->isJournal())
+            return Journal::levelOf(file->rowView(sourceRow(row), Journal::lineBytes));
         const QByteArrayView bytes = file->rowView(sourceRow(row), levelBytes);
         if (isAsciiOnly(bytes))
             return levelOfAscii(bytes);

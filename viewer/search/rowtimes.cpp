@@ -3,6 +3,7 @@
 
 #include "rowtimes.h"
 
+#include "files/journal.h"
 #include "files/textfilemodel.h"
 #include "rowtext.h"
 
@@ -24,6 +25,10 @@ std::optional<TimeStamp> RowTimes::at(int row) const
 {
     if (!m_lines)
         return timeStampOf(rowText(m_model, row).toUtf8(), m_latest);
+    if (m_lines->isJournal())
+        return m_order == Order::InTurn
+            ? Journal::timeOf(m_lines->rowView(row, Journal::lineBytes))
+            : Journal::timeOf(m_lines->rowBytes(row, Journal::lineBytes));
     if (m_order == Order::InTurn)
         return timeStampOf(m_lines->rowView(row, timeStampBytes), m_latest);
     return timeStampOf(m_lines->rowBytes(row, timeStampBytes), m_latest);

@@ -24,7 +24,8 @@ FormatMenu::FormatMenu(QWidget *parent)
         addChoice(m_encodings, QLatin1String(name), QString::fromLatin1(name));
     for (const QChar delimiter : {u',', u';', u'\t', u'|', u' ', u'\0'})
         addChoice(m_delimiters, delimiterName(delimiter), delimiter);
-    for (const Kind kind : {Kind::JsonLines, Kind::Logfmt, Kind::AccessLog, Kind::Syslog})
+    for (const Kind kind :
+         {Kind::JsonLines, Kind::Logfmt, Kind::AccessLog, Kind::Syslog, Kind::Journal})
         addChoice(m_delimiters, logName(kind), int(kind));
     addChoice(m_headers, tr("Names the Columns"), true);
     addChoice(m_headers, tr("Is a Row"), false);
@@ -81,6 +82,8 @@ QString FormatMenu::logName(LogFormat::Kind kind)
         return tr("access log");
     case Kind::Syslog:
         return tr("syslog");
+    case Kind::Journal:
+        return tr("journal");
     }
     return tr("no columns");
 }
