@@ -30,7 +30,7 @@ struct Shown
     explicit Shown(QAbstractItemModel *model)
         : table(&statistics)
     {
-        table.useFixedFont();
+        table.useTextFont();
         table.resize(viewSize);
         table.setModel(model);
         table.show();

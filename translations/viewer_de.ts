@@ -479,6 +479,21 @@ kann nicht angezeigt werden: %2</translation>
     </message>
 </context>
 <context>
+    <name>FontMenu</name>
+    <message>
+        <source>Text Fo&amp;nt</source>
+        <translation>Schriftar&amp;t</translation>
+    </message>
+    <message>
+        <source>&amp;System&apos;s Fixed-Width Font</source>
+        <translation>&amp;Feste Schrift des Systems</translation>
+    </message>
+    <message>
+        <source>&amp;Choose…</source>
+        <translation>&amp;Auswählen …</translation>
+    </message>
+</context>
+<context>
     <name>FormatMenu</name>
     <message>
         <source>For&amp;mat</source>

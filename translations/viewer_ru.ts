@@ -479,6 +479,21 @@ cannot be shown: %2</source>
     </message>
 </context>
 <context>
+    <name>FontMenu</name>
+    <message>
+        <source>Text Fo&amp;nt</source>
+        <translation>&amp;Шрифт</translation>
+    </message>
+    <message>
+        <source>&amp;System&apos;s Fixed-Width Font</source>
+        <translation>&amp;Системный моноширинный</translation>
+    </message>
+    <message>
+        <source>&amp;Choose…</source>
+        <translation>&amp;Выбрать…</translation>
+    </message>
+</context>
+<context>
     <name>FormatMenu</name>
     <message>
         <source>For&amp;mat</source>

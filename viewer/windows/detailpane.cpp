@@ -5,12 +5,12 @@
 
 #include "ansitext.h"
 #include "basics/contrast.h"
+#include "basics/textfont.h"
 #include "rowdetails.h"
 
 #include <QAbstractItemView>
 #include <QAction>
 #include <QEvent>
-#include <QFontDatabase>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
@@ -90,7 +90,7 @@ DetailPane::DetailPane(QAbstractItemView *table, QWidget *parent)
     m_text->setReadOnly(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_text->setUndoRedoEnabled(false);
-    useFixedFont();
+    useTextFont();
     setWidget(m_text);
     hide();
     m_timer.setSingleShot(true);
@@ -98,9 +98,9 @@ DetailPane::DetailPane(QAbstractItemView *table, QWidget *parent)
     followTable();
 }
 
-void DetailPane::useFixedFont()
+void DetailPane::useTextFont()
 {
-    m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_text->setFont(TextFont::font());
 }
 
 void DetailPane::followTable()
@@ -186,7 +186,7 @@ void DetailPane::changeEvent(QEvent *event)
 {
     QDockWidget::changeEvent(event);
     if (event->type() == QEvent::ApplicationFontChange)
-        useFixedFont();
+        useTextFont();
     if (event->type() == QEvent::PaletteChange) {
         m_content.clear();
         schedule();

@@ -27,6 +27,8 @@ public:
 
     //! The text that is shown.
     QPlainTextEdit *text() const { return m_text; }
+    //! Shows it in TextFont::font(). Call it again when that is another.
+    void useTextFont();
 
 public Q_SLOTS:
     //! The table has another model, or none.
@@ -42,7 +44,6 @@ private Q_SLOTS:
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight);
 
 private:
-    void useFixedFont();
     void showText(const QString &text);
 
     QAbstractItemView *m_table;             //!< not owned

@@ -8,6 +8,7 @@
 #include "files/rotatedfiles.h"
 #include "files/textfile.h"
 #include "files/textfilemodel.h"
+#include "fontmenu.h"
 #include "formatmenu.h"
 #include "viewertable.h"
 
@@ -77,7 +78,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
     createStatusBar();
     createFormatMenu();
     createReloadActions();
-    table()->useFixedFont();
+    table()->useTextFont();
     createOverview();
     m_waitTimer.setInterval(s_fileWaitTime);
     connect(&m_waitTimer, &QTimer::timeout, this, &FileWindow::waitForFile);
@@ -133,6 +134,7 @@ void FileWindow::createFormatMenu()
     m_formatButton->setEnabled(canReopen());
     viewMenu()->addSeparator();
     viewMenu()->addMenu(m_formatMenu);
+    viewMenu()->addMenu(new FontMenu(this));
 }
 
 void FileWindow::createReloadActions()

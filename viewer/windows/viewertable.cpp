@@ -4,12 +4,12 @@
 #include "viewertable.h"
 
 #include "basics/contrast.h"
+#include "basics/textfont.h"
 #include "framestatistics.h"
 #include "shorttextdelegate.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QFontDatabase>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
@@ -102,9 +102,13 @@ void ViewerTable::paintRowMarks()
     }
 }
 
-void ViewerTable::useFixedFont()
+void ViewerTable::useTextFont()
 {
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_hasTextFont = true;
+    m_usualSize = 0;
+    setFont(TextFont::font());
+    m_widest.clear();
+    growColumns();
 }
 
 void ViewerTable::zoom(int points)

@@ -38,8 +38,9 @@ public:
     //! when it would answer otherwise, update the viewport.
     void setRowMarks(std::function<bool(int row)> isMarked);
 
-    //! Shows texts in the system's font of one width.
-    void useFixedFont();
+    //! Shows texts in TextFont::font(), in its own size. Call it again when that is another.
+    void useTextFont();
+    bool hasTextFont() const { return m_hasTextFont; }
     //! Makes the text one point larger or smaller, from 4 to 72 points, or as it was first.
     //! Ctrl with the wheel does that too.
     void zoomIn() { zoom(1); }
@@ -105,6 +106,7 @@ private:
     ShortTextDelegate *m_delegate;              //!< of all cells; a child
     FrameStatistics *m_statistics;              //!< not owned
     bool m_isFitting = false;                   //!< see isFitting()
+    bool m_hasTextFont = false;                 //!< see useTextFont()
     bool m_hasPaintedRows = false;              //!< see hasPaintedRows()
     double m_usualSize = 0;                     //!< points, before it was zoomed; 0 while it is not
     int m_wheel = 0;                            //!< eighths of a degree that have not zoomed yet
