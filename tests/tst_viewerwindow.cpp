@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFile>
@@ -54,6 +55,8 @@ private Q_SLOTS:
     void keepsTradesInViewWhileNewOnesArrive();
     void copiesSelectedRows();
     void copiesColumnsAsShown();
+    void copiesFromTheContextMenu();
+    void filtersFromTheContextMenu();
     void explainsFailure();
     void holdsAtAClick_data();
     void holdsAtAClick();
@@ -248,6 +251,49 @@ void tst_ViewerWindow::copiesColumnsAsShown()
     table->header()->moveSection(2, 0);
     table->selectAll();
     QCOMPARE(window->selectedText(), "p\t1\nq\t2");
+}
+
+//! Opens the menu of a cell as the mouse does, and chooses what begins with \a text.
+void chooseFromMenu(const FileWindow &window, const QModelIndex &cell, const QString &text)
+{
+    ViewerTable *table = window.table();
+    const QPoint place = table->visualRect(cell).topLeft() + QPoint(2, 2);
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, table->viewport()->mapToGlobal(place));
+    QApplication::sendEvent(table->viewport(), &event);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    const QList<QAction *> actions = menu->actions();
+    const auto chosen = std::find_if(actions.begin(), actions.end(), [&](const QAction *action) {
+        return QString(action->text()).remove(u'&').startsWith(text);
+    });
+    QVERIFY2(chosen != actions.end(), qPrintable(text));
+    QVERIFY((*chosen)->isEnabled());
+    menu->setActiveAction(*chosen);
+    QTest::keyClick(menu, Qt::Key_Return);
+    QTRY_VERIFY(!QApplication::activePopupWidget());
+}
+
+void tst_ViewerWindow::copiesFromTheContextMenu()
+{
+    const auto window = openFile("name,note\nx,\"a, b\"\ny,c\n");
+    QTRY_COMPARE(window->rows(), 2);
+    const QModelIndex cell = window->table()->model()->index(0, 1);
+    QClipboard *clipboard = QGuiApplication::clipboard();
+    chooseFromMenu(*window, cell, "Copy Cell");
+    QCOMPARE(clipboard->text(), "a, b");
+    chooseFromMenu(*window, cell, "Copy as CSV");
+    QCOMPARE(clipboard->text(), "name,note\nx,\"a, b\"");
+    chooseFromMenu(*window, cell, "Copy");
+    QCOMPARE(clipboard->text(), "x\ta, b");
+}
+
+void tst_ViewerWindow::filtersFromTheContextMenu()
+{
+    const auto window = openFile("name,note\nx,one\ny,two\nz,one\n");
+    QTRY_COMPARE(window->rows(), 3);
+    chooseFromMenu(*window, window->table()->model()->index(0, 1), "Show Only Rows with");
+    QTRY_COMPARE(window->rows(), 2);
 }
 
 void tst_ViewerWindow::explainsFailure()

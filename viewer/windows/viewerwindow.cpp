@@ -738,25 +738,26 @@ void ViewerWindow::showAmongOthers(const QModelIndex &index)
 void ViewerWindow::showContextMenu(QPoint place)
 {
     const QPersistentModelIndex cell = m_table->indexAt(place);
-    QMenu menu;
-    menu.addAction(m_copyAction);
-    menu.addAction(tr("Copy as C&SV"), this, [this] { copyRows(RowFormat::Csv); })
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(m_copyAction);
+    menu->addAction(tr("Copy as C&SV"), this, [this] { copyRows(RowFormat::Csv); })
         ->setEnabled(m_copyAction->isEnabled());
     if (cell.isValid()) {
         const QString text = cell.data().toString();
-        menu.addAction(tr("Copy C&ell"), this,
-                       [text] { QGuiApplication::clipboard()->setText(text); });
-        menu.addSeparator();
+        menu->addAction(tr("Copy C&ell"), this,
+                        [text] { QGuiApplication::clipboard()->setText(text); });
+        menu->addSeparator();
         QString shown = fontMetrics().elidedText(text.simplified(), Qt::ElideRight,
                                                  fontMetrics().averageCharWidth() * 30);
-        QAction *only = menu.addAction(
+        QAction *only = menu->addAction(
             tr("Show Only &Rows with “%1”").arg(shown.replace(u'&', QLatin1String("&&"))), this,
             [this, text] { filterBy(text); });
         only->setEnabled(!text.isEmpty() && m_find->columns().contains(cell.column()));
     }
-    menu.addSeparator();
-    menu.addActions({m_findAction, m_filterAction, m_goToAction, m_marks->markAction()});
-    menu.exec(m_table->viewport()->mapToGlobal(place));
+    menu->addSeparator();
+    menu->addActions({m_findAction, m_filterAction, m_goToAction, m_marks->markAction()});
+    menu->popup(m_table->viewport()->mapToGlobal(place));
 }
 
 void ViewerWindow::filterBy(const QString &text)
