@@ -51,7 +51,9 @@ void FindPanel::createSwitches()
         connect(button->defaultAction(), &QAction::toggled, this, &FindPanel::rulesChanged);
     m_columns = new QToolButton(this);
     m_columns->setObjectName(QStringLiteral("columnsButton"));
-    m_columns->setPopupMode(QToolButton::InstantPopup);
+    // With an arrow of its own beside the text; the text opens the menu, too.
+    m_columns->setPopupMode(QToolButton::MenuButtonPopup);
+    connect(m_columns, &QToolButton::clicked, m_columns, &QToolButton::showMenu);
     m_columns->setMenu(new QMenu(m_columns));
     connect(m_columns->menu(), &QMenu::aboutToShow, this, &FindPanel::fillColumnMenu);
 

@@ -233,7 +233,9 @@ void FileWindow::createStatusBar()
     m_sizeLabel = new QLabel(this);
     m_formatButton = new QToolButton(this);
     m_formatButton->setAutoRaise(true);
-    m_formatButton->setPopupMode(QToolButton::InstantPopup);
+    // With an arrow of its own beside the text; the text opens the menu, too.
+    m_formatButton->setPopupMode(QToolButton::MenuButtonPopup);
+    connect(m_formatButton, &QToolButton::clicked, m_formatButton, &QToolButton::showMenu);
     m_formatButton->setToolTip(tr("Encoding and columns"));
     m_activityLabel = new QLabel(tr("Opening…"), this);
     m_progress = new QProgressBar(this);
