@@ -4,6 +4,8 @@
 #include "viewertable.h"
 
 #include "basics/contrast.h"
+#include "basics/sourceindex.h"
+#include "files/textfilemodel.h"
 #include "framestatistics.h"
 #include "shorttextdelegate.h"
 
@@ -33,7 +35,7 @@ constexpr double s_largestText = 72;
 } // namespace
 
 ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
-    : QTableFastView(parent)
+    : FrozenColumnView(parent)
     , m_delegate(new ShortTextDelegate(this))
     , m_statistics(statistics)
 {
@@ -133,7 +135,7 @@ void ViewerTable::resetZoom()
 void ViewerTable::wheelEvent(QWheelEvent *event)
 {
     if (!(event->modifiers() & Qt::ControlModifier)) {
-        QTableFastView::wheelEvent(event);
+        FrozenColumnView::wheelEvent(event);
         return;
     }
     constexpr int step = QWheelEvent::DefaultDeltasPerStep;
@@ -159,7 +161,7 @@ bool ViewerTable::event(QEvent *event)
 {
     if (event->type() == QEvent::ApplicationPaletteChange)
         updateHighlight();
-    return QTableFastView::event(event);
+    return FrozenColumnView::event(event);
 }
 
 void ViewerTable::keyboardSearch(const QString &text)
@@ -170,7 +172,7 @@ void ViewerTable::keyboardSearch(const QString &text)
 void ViewerTable::keyPressEvent(QKeyEvent *event)
 {
     const QPersistentModelIndex before = currentIndex();
-    QTableFastView::keyPressEvent(event);
+    FrozenColumnView::keyPressEvent(event);
     selectFarEnd(*event, before);
     if (currentIndex().isValid() && currentIndex().row() != before.row())
         Q_EMIT rowReached();
@@ -194,7 +196,7 @@ void ViewerTable::selectFarEnd(const QKeyEvent &event, const QModelIndex &before
 
 void ViewerTable::mousePressEvent(QMouseEvent *event)
 {
-    QTableFastView::mousePressEvent(event);
+    FrozenColumnView::mousePressEvent(event);
     if (indexAt(event->pos()).isValid())
         Q_EMIT rowPressed();
 }
@@ -203,7 +205,31 @@ void ViewerTable::setModel(QAbstractItemModel *model)
 {
     currentFirst = false;
     currentLast = false;
-    QTableFastView::setModel(model);
+    FrozenColumnView::setModel(model);
+    freezeLineNumbers();
+}
+
+void ViewerTable::modelReset()
+{
+    FrozenColumnView::modelReset();
+    freezeLineNumbers();
+}
+
+bool ViewerTable::hasLineNumbers() const
+{
+    const auto *file = qobject_cast<const TextFileModel *>(sourceModel(model()));
+    return file && file->isLineNumber(0);
+}
+
+void ViewerTable::setKeepsLineNumbers(bool on)
+{
+    m_keepsLineNumbers = on;
+    freezeLineNumbers();
+}
+
+void ViewerTable::freezeLineNumbers()
+{
+    setFrozenColumn(m_keepsLineNumbers && hasLineNumbers() ? 0 : -1);
 }
 
 void ViewerTable::paintEvent(QPaintEvent *event)
@@ -211,7 +237,7 @@ void ViewerTable::paintEvent(QPaintEvent *event)
     QElapsedTimer timer;
     timer.start();
     m_delegate->forgetRows();
-    QTableFastView::paintEvent(event);
+    FrozenColumnView::paintEvent(event);
     paintRowMarks();
     m_statistics->add(timer.nsecsElapsed());
     m_hasPaintedRows = m_hasPaintedRows || (model() && model()->rowCount() > 0);
@@ -219,7 +245,7 @@ void ViewerTable::paintEvent(QPaintEvent *event)
 
 void ViewerTable::resizeEvent(QResizeEvent *event)
 {
-    QTableFastView::resizeEvent(event);
+    FrozenColumnView::resizeEvent(event);
     growColumns();
 }
 
@@ -229,7 +255,7 @@ void ViewerTable::updateGeometries()
     const bool isAtEnd = bar->value() == bar->maximum() && bar->maximum() > bar->minimum();
     const int page = bar->pageStep();
     const QScopedValueRollback fitting(m_isFitting, true);
-    QTableFastView::updateGeometries();
+    FrozenColumnView::updateGeometries();
     if (isAtEnd && bar->pageStep() != page)
         bar->setValue(bar->maximum());
 }
@@ -239,7 +265,7 @@ void ViewerTable::updateGeometries()
 void ViewerTable::focusInEvent(QFocusEvent *event)
 {
     if (currentIndex().isValid())
-        QTableFastView::focusInEvent(event);
+        FrozenColumnView::focusInEvent(event);
     else
         QAbstractScrollArea::focusInEvent(event);
 }

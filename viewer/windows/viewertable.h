@@ -4,7 +4,7 @@
 #ifndef VIEWERTABLE_H
 #define VIEWERTABLE_H
 
-#include "qtablefastview.h"
+#include "frozencolumnview.h"
 
 #include <QHash>
 
@@ -16,7 +16,7 @@ class ShortTextDelegate;
 class TextMatcher;
 
 //! The viewer's table: rows are selected as a whole, and every frame is measured.
-class ViewerTable : public QTableFastView
+class ViewerTable : public FrozenColumnView
 {
     Q_OBJECT
 
@@ -37,6 +37,14 @@ public:
     //! Paints a mark at the edge of each row for which \a isMarked returns true. Without it, or
     //! when it would answer otherwise, update the viewport.
     void setRowMarks(std::function<bool(int row)> isMarked);
+
+    //! Whether numbers of lines stay in sight while the lines are scrolled sideways (on at first).
+    //! @{
+    bool keepsLineNumbers() const { return m_keepsLineNumbers; }
+    void setKeepsLineNumbers(bool on);
+    //! @}
+    //! Whether the first of the model's columns has numbers of lines.
+    bool hasLineNumbers() const;
 
     //! Shows texts in the system's font of one width.
     void useFixedFont();
@@ -73,6 +81,10 @@ public:
     //! Tells of what was typed, instead of going through all rows for it.
     void keyboardSearch(const QString &text) override;
 
+public Q_SLOTS:
+    //! What is in the columns may be something else now.
+    void modelReset() override;
+
 Q_SIGNALS:
     //! Somebody typed \a text into the table.
     void typed(const QString &text);
@@ -94,6 +106,7 @@ protected:
 
 private:
     void repaintCells();
+    void freezeLineNumbers();
     void zoom(int points);
     void updateHighlight();
     void paintRowMarks();
@@ -104,6 +117,7 @@ private:
 
     ShortTextDelegate *m_delegate;              //!< of all cells; a child
     FrameStatistics *m_statistics;              //!< not owned
+    bool m_keepsLineNumbers = true;             //!< see keepsLineNumbers()
     bool m_isFitting = false;                   //!< see isFitting()
     bool m_hasPaintedRows = false;              //!< see hasPaintedRows()
     double m_usualSize = 0;                     //!< points, before it was zoomed; 0 while it is not
