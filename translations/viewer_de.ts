@@ -144,6 +144,10 @@
         <source>&amp;Sort by “%1”</source>
         <translation>Nach „%1“ &amp;sortieren</translation>
     </message>
+    <message>
+        <source>&amp;Keep Line Numbers in Sight</source>
+        <translation>&amp;Zeilennummern im Blick behalten</translation>
+    </message>
 </context>
 <context>
     <name>ColumnSort</name>

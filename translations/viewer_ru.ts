@@ -144,6 +144,10 @@
         <source>&amp;Sort by “%1”</source>
         <translation>Сор&amp;тировать по «%1»</translation>
     </message>
+    <message>
+        <source>&amp;Keep Line Numbers in Sight</source>
+        <translation>&amp;Номера строк всегда видны</translation>
+    </message>
 </context>
 <context>
     <name>ColumnSort</name>
