@@ -188,10 +188,12 @@ void tst_FrozenColumn::looksAsUnscrolled_data()
     QTest::addColumn<bool>("isRightToLeft");
     QTest::addColumn<bool>("isAlternating");
     QTest::addColumn<bool>("isPerPixel");
-    QTest::newRow("buffered") << true << false << false << false;
-    QTest::newRow("painted") << false << false << true << true;
-    QTest::newRow("buffered, alternating, right to left") << true << true << true << false;
-    QTest::newRow("painted, right to left") << false << true << false << false;
+    QTest::addColumn<bool>("isStyled");
+    QTest::newRow("buffered") << true << false << false << false << false;
+    QTest::newRow("painted") << false << false << true << true << false;
+    QTest::newRow("buffered, right to left") << true << true << true << false << false;
+    QTest::newRow("painted, right to left") << false << true << false << false << false;
+    QTest::newRow("a delegate of Qt's") << true << false << false << false << true;
 }
 
 void tst_FrozenColumn::looksAsUnscrolled()
@@ -200,10 +202,13 @@ void tst_FrozenColumn::looksAsUnscrolled()
     QFETCH(bool, isRightToLeft);
     QFETCH(bool, isAlternating);
     QFETCH(bool, isPerPixel);
+    QFETCH(bool, isStyled);
     Pair pair(isBuffered, isRightToLeft);
     for (QTableFastView *view :
          std::initializer_list<QTableFastView *> {&pair.frozen, &pair.plain}) {
         view->setAlternatingRowColors(isAlternating);
+        if (isStyled)
+            view->setItemDelegate(new QStyledItemDelegate(view));
         if (isPerPixel)
             view->setVerticalScrollMode(perPixel);
     }
