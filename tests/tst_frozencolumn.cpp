@@ -157,6 +157,7 @@ private Q_SLOTS:
     void initTestCase();
     void looksAsUnscrolled_data();
     void looksAsUnscrolled();
+    void columnsBeneathAreResized();
     void isFoundWhereItIs_data();
     void isFoundWhereItIs();
     void onlyTheFirstColumn();
@@ -226,6 +227,23 @@ void tst_FrozenColumn::looksAsUnscrolled()
                  qPrintable(QString::number(step)));
         QVERIFY2(pair.stripOf(&pair.frozen) == pair.stripOf(&pair.plain),
                  qPrintable(QString::number(step)));
+    }
+}
+
+void tst_FrozenColumn::columnsBeneathAreResized()
+{
+    Pair pair;
+    for (const int column : {2, 1, 3, 2, 4, 0}) {
+        for (const int added : {13, -20}) {
+            pair.scroll(0);
+            pair.scroll(200);
+            pair.frozen.setColumnWidth(column, pair.frozen.columnWidth(column) + added);
+            settleEvents();
+            const bool isHalved =
+                pair.frozen.devicePixelRatioF() != int(pair.frozen.devicePixelRatioF());
+            QVERIFY(isHalved
+                    || isSamePicture(maintainedPicture(pair.frozen), freshPicture(pair.frozen)));
+        }
     }
 }
 
