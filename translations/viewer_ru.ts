@@ -148,6 +148,10 @@
         <source>&amp;Keep Line Numbers in Sight</source>
         <translation>&amp;Номера строк всегда видны</translation>
     </message>
+    <message>
+        <source>Gr&amp;oup Digits of “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ColumnSort</name>

@@ -78,6 +78,11 @@ void ColumnMenu::addColumn(int column)
     })->setEnabled(shownColumns() > 1);
     addAction(tr("&Fit “%1”").arg(name), m_table, [this, column] { m_table->fitColumn(column); });
     addAlignments(column);
+    QAction *groups = addAction(tr("Gr&oup Digits of “%1”").arg(name));
+    groups->setCheckable(true);
+    groups->setChecked(m_table->hasDigitGroups(column));
+    connect(groups, &QAction::triggered, m_table,
+            [this, column](bool on) { m_table->setDigitGroups(column, on); });
 }
 
 void ColumnMenu::addAlignments(int column)

@@ -298,6 +298,37 @@ Qt::Alignment ViewerTable::columnAlignment(int column) const
     return m_delegate->alignment(column);
 }
 
+bool ViewerTable::hasDigitGroups(int column) const
+{
+    return m_delegate->isGrouped(column);
+}
+
+void ViewerTable::setDigitGroups(int column, bool on)
+{
+    if (on == hasDigitGroups(column))
+        return;
+    m_delegate->setGrouped(column, on);
+    repaintCells();
+    m_widest.remove(column);
+    growColumns();
+}
+
+QList<int> ViewerTable::groupedColumns() const
+{
+    QList<int> columns;
+    for (int column = 0; column < header()->count(); ++column) {
+        if (hasDigitGroups(column))
+            columns.append(column);
+    }
+    return columns;
+}
+
+QString ViewerTable::shownText(int row, int column) const
+{
+    const QString text = model()->index(row, column).data().toString();
+    return m_delegate->shownText(column, text, locale());
+}
+
 //! Width of the column's longest text on screen, margins included.
 int ViewerTable::textWidth(int column) const
 {
@@ -308,7 +339,7 @@ int ViewerTable::textWidth(int column) const
     const int last = qMin(first + visible, model()->rowCount() - 1);
     int widest = 0;
     for (int row = first; row <= last; ++row)
-        widest = qMax(widest, measured(model()->index(row, column).data().toString()));
+        widest = qMax(widest, measured(shownText(row, column)));
     return widest + fontMetrics().height();
 }
 

@@ -64,6 +64,15 @@ public:
     void setColumnAlignment(int column, Qt::Alignment alignment);
     Qt::Alignment columnAlignment(int column) const;
 
+    //! Whether numbers in \a column are shown with their digits in groups. What is searched,
+    //! copied and written to files is as it was. Off at first.
+    //! @{
+    bool hasDigitGroups(int column) const;
+    void setDigitGroups(int column, bool on);
+    //! @}
+    //! The columns that have.
+    QList<int> groupedColumns() const;
+
     //! Widens the columns on screen to what header and rows on screen need, within
     //! reason, and the last one to the viewport's edge. Widths that the user chose
     //! stay.
@@ -112,6 +121,7 @@ private:
     void paintRowMarks();
     void selectFarEnd(const QKeyEvent &event, const QModelIndex &before);
     int measured(const QString &text) const;
+    QString shownText(int row, int column) const;
     void growColumn(int column, int atLeast, int atMost);
     int textWidth(int column) const;
 

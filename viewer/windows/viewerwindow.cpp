@@ -549,8 +549,11 @@ void ViewerWindow::fitNewColumns()
     const int columns = isOnScreen ? m_table->model()->columnCount() : 0;
     if (columns > 0 && columns != m_columnsFitted) {
         m_columnsFitted = columns;
+        const bool isAsBefore = m_restored.columnCount == columns;
+        for (int column = 0; column < columns; ++column)
+            m_table->setDigitGroups(column, isAsBefore && m_restored.grouped.contains(column));
         m_table->fitColumns();
-        if (m_restored.columnCount == columns)
+        if (isAsBefore)
             m_table->header()->restoreState(m_restored.columns);
         // Not here, where others are still told of this model.
         if (m_sort->column() >= columns)
@@ -619,6 +622,7 @@ PageState ViewerWindow::state() const
     if (m_columnsFitted > 0) {
         state.columnCount = m_columnsFitted;
         state.columns = m_table->header()->saveState();
+        state.grouped = m_table->groupedColumns();
     }
     state.sortColumn = m_sort->column();
     state.sortOrder = m_sort->order();
