@@ -150,7 +150,7 @@
     </message>
     <message>
         <source>Gr&amp;oup Digits of “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>Ziffern von „%1“ &amp;gruppieren</translation>
     </message>
 </context>
 <context>

@@ -150,7 +150,7 @@
     </message>
     <message>
         <source>Gr&amp;oup Digits of “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Разделять разряды в «%1»</translation>
     </message>
 </context>
 <context>

@@ -245,6 +245,9 @@ QString ShortTextDelegate::cacheKey(const QStyleOptionViewItem &option, double d
     const int kind =
         int(rules.matchesCase) + 2 * int(rules.wholeWords) + 4 * int(rules.isExpression);
     key += QLatin1Char('m') + QString::number(kind) + m_marked.text();
+    // What looks alike may have its matches elsewhere.
+    if (isGrouped(option.index.column()))
+        key += QLatin1Char('g') + option.index.data().toString();
     return key;
 }
 
