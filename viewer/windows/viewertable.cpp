@@ -5,6 +5,7 @@
 
 #include "basics/contrast.h"
 #include "basics/sourceindex.h"
+#include "files/loglevel.h"
 #include "files/textfilemodel.h"
 #include "framestatistics.h"
 #include "shorttextdelegate.h"
@@ -54,7 +55,7 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     updateHighlight();
     // What is at the edge does not move along with the columns.
     connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, [this] {
-        if (m_isRowMarked)
+        if (m_areMarksPainted)
             viewport()->update();
     });
 }
@@ -86,21 +87,34 @@ void ViewerTable::setRowMarks(std::function<bool(int row)> isMarked)
     viewport()->update();
 }
 
-//! Over the cells, which are kept as pictures without them.
-void ViewerTable::paintRowMarks()
+void ViewerTable::setRowWarnings(std::function<bool(int row)> isWarned)
 {
-    const int first = getFirstVisibleItem();
-    if (!m_isRowMarked || first < 0)
+    m_isRowWarned = std::move(isWarned);
+    viewport()->update();
+}
+
+//! Over the cells in \a area, which are kept as pictures without them.
+void ViewerTable::paintRowMarks(const QRect &area)
+{
+    if ((!m_isRowMarked && !m_isRowWarned) || !model())
         return;
     QPainter painter(viewport());
-    const QColor color = rowMarkColor(palette().color(QPalette::Base));
-    const int left = isRightToLeft() ? viewport()->width() - s_markWidth : 0;
-    for (int row = first; row < model()->rowCount(); ++row) {
-        const int top = rowViewportPosition(row);
-        if (top >= viewport()->height())
-            break;
-        if (m_isRowMarked(row))
-            painter.fillRect(left, top, s_markWidth, rowHeight(), color);
+    const QColor base = palette().color(QPalette::Base);
+    const QColor warning = readable(levelColor(LogLevel::Warning), base, visibleContrast);
+    int place = 0;
+    const auto paint = [&](int top, const QColor &color) {
+        const int left = isRightToLeft() ? viewport()->width() - place - s_markWidth : place;
+        painter.fillRect(left, top, s_markWidth, rowHeight(), color);
+        place += s_markWidth;
+        m_areMarksPainted = true;
+    };
+    const QList<int> rows = rowsAt(area);
+    for (const int row : rows) {
+        place = 0;
+        if (m_isRowMarked && m_isRowMarked(row))
+            paint(rowViewportPosition(row), rowMarkColor(base));
+        if (m_isRowWarned && m_isRowWarned(row))
+            paint(rowViewportPosition(row), warning);
     }
 }
 
@@ -238,7 +252,9 @@ void ViewerTable::paintEvent(QPaintEvent *event)
     timer.start();
     m_delegate->forgetRows();
     FrozenColumnView::paintEvent(event);
-    paintRowMarks();
+    if (event->rect() == viewport()->rect())
+        m_areMarksPainted = false;
+    paintRowMarks(event->rect());
     m_statistics->add(timer.nsecsElapsed());
     m_hasPaintedRows = m_hasPaintedRows || (model() && model()->rowCount() > 0);
 }

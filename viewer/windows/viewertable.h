@@ -37,6 +37,8 @@ public:
     //! Paints a mark at the edge of each row for which \a isMarked returns true. Without it, or
     //! when it would answer otherwise, update the viewport.
     void setRowMarks(std::function<bool(int row)> isMarked);
+    //! The same in the colour of warnings, beside what setRowMarks() has painted.
+    void setRowWarnings(std::function<bool(int row)> isWarned);
 
     //! Whether numbers of lines stay in sight while the lines are scrolled sideways (on at first).
     //! @{
@@ -118,7 +120,7 @@ private:
     void freezeLineNumbers();
     void zoom(int points);
     void updateHighlight();
-    void paintRowMarks();
+    void paintRowMarks(const QRect &area);
     void selectFarEnd(const QKeyEvent &event, const QModelIndex &before);
     int measured(const QString &text) const;
     QString shownText(int row, int column) const;
@@ -133,6 +135,8 @@ private:
     double m_usualSize = 0;                     //!< points, before it was zoomed; 0 while it is not
     int m_wheel = 0;                            //!< eighths of a degree that have not zoomed yet
     std::function<bool(int row)> m_isRowMarked; //!< see setRowMarks()
+    std::function<bool(int row)> m_isRowWarned; //!< see setRowWarnings()
+    bool m_areMarksPainted = false;             //!< somewhere on screen
     QHash<int, int> m_widest;                   //!< by column: width needed so far, logical pixels
     QHash<int, int> m_given;                    //!< by column: width that the user did not choose
 };

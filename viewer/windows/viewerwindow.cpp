@@ -14,6 +14,7 @@
 #include "detailpane.h"
 #include "filterbar.h"
 #include "framestatistics.h"
+#include "overview/faultguide.h"
 #include "overview/gototime.h"
 #include "overview/histogram.h"
 #include "overview/marksmenu.h"
@@ -50,6 +51,7 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -272,6 +274,17 @@ void ViewerWindow::createOverview()
     m_editMenu->addAction(m_overview->goToTime()->action());
     connect(m_overview, &Overview::rowChosen, this, &ViewerWindow::showRow);
     connect(m_overview->goToTime(), &GoToTime::said, this, &ViewerWindow::say);
+    createFaults();
+}
+
+void ViewerWindow::createFaults()
+{
+    m_faults = new FaultGuide(m_find, m_table, this);
+    m_editMenu->addActions({m_faults->nextAction(), m_faults->previousAction()});
+    statusBar()->addPermanentWidget(m_faults->button());
+    m_table->setRowWarnings([this](int row) { return m_faults->isFaulty(row); });
+    connect(m_faults, &FaultGuide::rowChosen, this, &ViewerWindow::showRow);
+    connect(m_faults, &FaultGuide::said, this, &ViewerWindow::say);
 }
 
 void ViewerWindow::showRow(int row)
