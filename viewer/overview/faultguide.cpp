@@ -15,7 +15,7 @@ FaultGuide::FaultGuide(TableFilter *find, QTableFastView *table, QWidget *parent
     : QObject(parent)
     , m_find(find)
     , m_table(table)
-    , m_nextAction(new QAction(tr("Next Mal&formed Record"), parent))
+    , m_nextAction(new QAction(tr("Next &Malformed Record"), parent))
     , m_previousAction(new QAction(tr("Pre&vious Malformed Record"), parent))
     , m_button(new QToolButton(parent))
 {
