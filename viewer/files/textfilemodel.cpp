@@ -24,7 +24,7 @@ QVariant colorOf(LogLevel level)
 }
 
 //! Null without any.
-QVariant textOf(RecordFaults faults)
+QVariant faultsText(RecordFaults faults)
 {
     QStringList texts;
     if (faults & RecordFault::OpenQuote)
@@ -441,7 +441,7 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DisplayRole)
         return text(index);
     if (role == Qt::ToolTipRole)
-        return textOf(faultsOf(index.row()));
+        return faultsText(faultsOf(index.row()));
     if (role == Qt::ForegroundRole)
         return colorOf(levelOf(fields(index.row()).join(u' ')));
     if (role == Qt::TextAlignmentRole && isNumeric(index))
