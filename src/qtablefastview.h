@@ -372,7 +372,8 @@ Q_SIGNALS:
 protected:
     //! Paints one row. \a option holds its rectangle (viewport pixels) and its
     //! state, \a index is the row's cell in column 0; the columns are those of
-    //! leftAndRight.
+    //! leftAndRight. A derived view may set these for a second call, with a painter that is
+    //! moved: cells are not taken from the paint buffer then.
     virtual void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                          const QModelIndex &index) const;
 

@@ -84,6 +84,7 @@ public:
     void hoverAt(const QEvent &event);
     void updateHover(const QModelIndex &index);
     PaintPass paintPass(const QRegion *region) const;
+    PaintPass passOfOtherColumns() const;
     void prepareBuffer(const QStyleOptionViewItem &option, const PaintPass &pass);
 
     // Current index and selection

@@ -49,6 +49,7 @@ void tst_SavedSession::givesBackWhatItGot()
     page.line = 2'000'000'000;
     page.columnCount = 3;
     page.columns = QByteArray("\0\xff,;\"", 5);
+    page.grouped = {0, 2};
     page.format = {QChar(u'\0'), false, Encoding::named("windows-1252"), {}};
     PageState other;
     other.path = QStringLiteral("/b");

@@ -4,12 +4,15 @@
 #include "search/tablefilter.h"
 #include "windows/columnmenu.h"
 #include "windows/columnsort.h"
+#include "windows/filewindow.h"
 #include "windows/framestatistics.h"
 #include "windows/viewertable.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QHeaderView>
 #include <QStandardItemModel>
+#include <QTemporaryDir>
 #include <QTest>
 
 class tst_ViewerColumns : public QObject
@@ -25,9 +28,15 @@ private Q_SLOTS:
     void fitsAColumn();
     void alignsTexts_data();
     void alignsTexts();
+    void groupsDigits_data();
+    void groupsDigits();
+    void marksWhatIsGrouped_data();
+    void marksWhatIsGrouped();
+    void groupsAreKept();
     void bearsNoModel();
 
 private:
+    QImage look(const QModelIndex &index) const;
     QAction *action(const QString &text) const;
     int inkCentre(const QModelIndex &index) const;
 
@@ -180,6 +189,131 @@ void tst_ViewerColumns::alignsTexts()
     QCOMPARE(inkCentre(other), otherBefore);
     action("As the File Wants")->trigger();
     QCOMPARE(inkCentre(cell), before);
+}
+
+QImage tst_ViewerColumns::look(const QModelIndex &index) const
+{
+    return m_table->viewport()->grab(m_table->visualRect(index)).toImage();
+}
+
+void tst_ViewerColumns::groupsDigits_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<bool>("isBuffered");
+    for (const bool isBuffered : {false, true}) {
+        const char *how = isBuffered ? "buffered" : "painted";
+        QTest::addRow("number, %s", how) << "-1234567.5"
+                                         << "-1,234,567.5" << isBuffered;
+        QTest::addRow("code, %s", how) << "01234567"
+                                       << "01234567" << isBuffered;
+    }
+}
+
+//! A cell looks as if the file had what it shows; all else goes by what the file has.
+void tst_ViewerColumns::groupsDigits()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, shown);
+    QFETCH(bool, isBuffered);
+    m_table->setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+    m_table->setPaintBufferEnabled(isBuffered);
+    for (int column = 0; column < 3; ++column)
+        m_table->header()->resizeSection(column, 200);
+    const QModelIndex cell = m_model->index(1, 1);
+    m_model->setData(cell, shown);
+    const QImage wanted = look(cell);
+    m_model->setData(cell, text);
+    const QImage plain = look(cell);
+    QCOMPARE(plain == wanted, text == shown);
+    m_table->setCurrentIndex(m_model->index(3, 1));
+    QVERIFY(!action("Group Digits of “a & b”")->isChecked());
+    action("Group Digits of “a & b”")->trigger();
+    QVERIFY(action("Group Digits of “a & b”")->isChecked());
+    QVERIFY(look(cell) == wanted);
+    QCOMPARE(cell.data().toString(), text);
+    m_model->setData(m_model->index(1, 0), text); // of another column
+    QVERIFY(text == shown || look(m_model->index(1, 0)) != wanted);
+    action("Group Digits of “a & b”")->trigger();
+    QVERIFY(look(cell) == plain);
+}
+
+void tst_ViewerColumns::marksWhatIsGrouped_data()
+{
+    QTest::addColumn<QString>("sought");
+    QTest::addColumn<QString>("soughtInShown");
+    QTest::newRow("over a seam") << "345"
+                                 << "34,5";
+    QTest::newRow("behind a seam") << "23"
+                                   << "23";
+    QTest::newRow("before a seam") << "4"
+                                   << "4";
+    QTest::newRow("between seams") << "234"
+                                   << "234";
+    QTest::newRow("fraction") << "7.5"
+                              << "7.5";
+    QTest::newRow("all of it") << "1234567.5"
+                               << "1,234,567.5";
+    QTest::newRow("what only the screen has") << "1,2"
+                                              << "nothing";
+}
+
+void tst_ViewerColumns::marksWhatIsGrouped()
+{
+    QFETCH(QString, sought);
+    QFETCH(QString, soughtInShown);
+    m_table->setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+    for (int column = 0; column < 3; ++column)
+        m_table->header()->resizeSection(column, 200);
+    const QModelIndex cell = m_model->index(1, 1);
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        m_table->setLayoutDirection(direction);
+        m_table->setDigitGroups(1, false);
+        m_model->setData(cell, "1,234,567.5");
+        const QImage unmarked = look(cell);
+        m_table->setMarked(TextMatcher(soughtInShown, {}), {1});
+        const QImage wanted = look(cell);
+        QCOMPARE(wanted != unmarked, soughtInShown != "nothing");
+        m_model->setData(cell, "1234567.5");
+        m_table->setDigitGroups(1, true);
+        m_table->setMarked(TextMatcher(sought, {}), {1});
+        QVERIFY(look(cell) == wanted);
+        m_table->setMarked({}, {});
+    }
+}
+
+void tst_ViewerColumns::groupsAreKept()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("a.csv"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("name,size\nplum,1234567\npear,7654321\n");
+    file.close();
+    PageState state;
+    {
+        FileWindow window(file.fileName(), FormatRequest(), &m_statistics);
+        window.show();
+        QTRY_COMPARE(window.rows(), 2);
+        QTRY_COMPARE(window.state().columnCount, 2);
+        const int narrow = window.table()->columnWidth(0);
+        window.table()->setDigitGroups(0, true);
+        window.table()->setDigitGroups(1, true);
+        window.table()->setDigitGroups(0, false);
+        QCOMPARE(window.table()->columnWidth(0), narrow);
+        window.reopen(FormatRequest());
+        QTRY_COMPARE(window.rows(), 2);
+        QTRY_COMPARE(window.state().grouped, QList<int>({1}));
+        // What is copied, and what is searched, has no groups.
+        window.table()->selectAll();
+        QVERIFY(window.selectedText().contains("plum\t1234567"));
+        state = window.state();
+    }
+    FileWindow again(file.fileName(), FormatRequest(), &m_statistics);
+    again.restore(state);
+    again.show();
+    QTRY_COMPARE(again.rows(), 2);
+    QTRY_VERIFY(again.table()->hasDigitGroups(1));
+    QVERIFY(!again.table()->hasDigitGroups(0));
 }
 
 void tst_ViewerColumns::bearsNoModel()

@@ -9,6 +9,7 @@
 #include <QHoverEvent>
 #include <QItemSelectionModel>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTest>
 #include <QVBoxLayout>
@@ -67,6 +68,8 @@ private slots:
     void modelGoes();
     void selectionModelGoes();
     void headerGoes();
+    void derivedViewsPaintOtherColumns_data();
+    void derivedViewsPaintOtherColumns();
     void iconSizeChanges();
     void currentRowChanges();
     void pointerMoves_data();
@@ -150,6 +153,54 @@ void tst_ViewRepaints::headerGoes()
     view.drawRow(&painter, option, model.index(1, 0));
     settleEvents();
     QVERIFY(view.recorder.painted.isEmpty());
+}
+
+void tst_ViewRepaints::derivedViewsPaintOtherColumns_data()
+{
+    QTest::addColumn<bool>("isBuffered");
+    QTest::newRow("painted") << false;
+    QTest::newRow("buffered") << true;
+}
+
+//! Column 6, which is not on screen, over column 0.
+void tst_ViewRepaints::derivedViewsPaintOtherColumns()
+{
+    QFETCH(bool, isBuffered);
+    class Derived : public View
+    {
+    public:
+        using View::View;
+
+    protected:
+        void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
+                     const QModelIndex &index) const override
+        {
+            View::drawRow(painter, option, index);
+            const QScopedValueRollback other(leftAndRight, {6, 6});
+            painter->save();
+            painter->translate(-columnViewportPosition(6), 0);
+            View::drawRow(painter, option, index);
+            painter->restore();
+        }
+    };
+    BigModel model(50, 7);
+    Derived view(&model);
+    view.setPaintBufferEnabled(isBuffered);
+    view.showWith(3 * 60, 100);
+    const auto colorAt = [&view](int x) { return view.viewport()->grab().toImage().pixel(x, 5); };
+    const QRgb over = colorAt(5);
+    const QRgb second = colorAt(65);
+    QVERIFY(over != second);
+    view.horizontalScrollBar()->setValue(4 * 60);
+    view.viewport()->grab();
+    QCOMPARE(colorAt(2 * 60 + 5), over); // where it belongs
+    view.horizontalScrollBar()->setValue(0);
+    QCOMPARE(colorAt(5), over);
+    QCOMPARE(colorAt(65), second);
+    view.recorder.forget();
+    view.viewport()->grab();
+    QCOMPARE(view.recorder.timesPainted(1, 6), 1); // each time
+    QCOMPARE(view.recorder.timesPainted(1, 1), isBuffered ? 0 : 1);
 }
 
 void tst_ViewRepaints::iconSizeChanges()

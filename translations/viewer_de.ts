@@ -144,6 +144,14 @@
         <source>&amp;Sort by “%1”</source>
         <translation>Nach „%1“ &amp;sortieren</translation>
     </message>
+    <message>
+        <source>&amp;Keep Line Numbers in Sight</source>
+        <translation>&amp;Zeilennummern im Blick behalten</translation>
+    </message>
+    <message>
+        <source>Gr&amp;oup Digits of “%1”</source>
+        <translation>Ziffern von „%1“ &amp;gruppieren</translation>
+    </message>
 </context>
 <context>
     <name>ColumnSort</name>
@@ -200,6 +208,45 @@
     <message>
         <source>No row is chosen.</source>
         <translation>Keine Zeile ausgewählt.</translation>
+    </message>
+</context>
+<context>
+    <name>FaultGuide</name>
+    <message>
+        <source>Next &amp;Malformed Record</source>
+        <translation>Nächster fehlerhafter &amp;Datensatz</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Malformed Record</source>
+        <translation>Vor&amp;heriger fehlerhafter Datensatz</translation>
+    </message>
+    <message>
+        <source>Malformed: %L1</source>
+        <translation>Fehlerhaft: %L1</translation>
+    </message>
+    <message>
+        <source>Quotes that nothing closes: %L1</source>
+        <translation>Anführungszeichen ohne Ende: %L1</translation>
+    </message>
+    <message>
+        <source>Text after a closing quote: %L1</source>
+        <translation>Text nach schließendem Anführungszeichen: %L1</translation>
+    </message>
+    <message>
+        <source>Fewer fields than the header: %L1</source>
+        <translation>Weniger Felder als die Kopfzeile: %L1</translation>
+    </message>
+    <message>
+        <source>More fields than the header: %L1</source>
+        <translation>Mehr Felder als die Kopfzeile: %L1</translation>
+    </message>
+    <message>
+        <source>A click, or F8, goes to the next one.</source>
+        <translation>Ein Klick oder F8 führt zum nächsten.</translation>
+    </message>
+    <message>
+        <source>There is no other malformed record.</source>
+        <translation>Es gibt keinen weiteren fehlerhaften Datensatz.</translation>
     </message>
 </context>
 <context>
@@ -390,10 +437,6 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>Another file has taken its name, and is shown now.</source>
         <translation>Eine andere Datei trägt jetzt den Namen und wird angezeigt.</translation>
-    </message>
-    <message>
-        <source>%L1 open quotes</source>
-        <translation>%L1 offene Anführungszeichen</translation>
     </message>
     <message>
         <source>With Rotate&amp;d Files</source>
@@ -992,6 +1035,26 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>Text</source>
         <translation>Text</translation>
+    </message>
+    <message>
+        <source>Nothing closes its quote.</source>
+        <translation>Sein Anführungszeichen wird nicht geschlossen.</translation>
+    </message>
+    <message>
+        <source>There is text after a closing quote.</source>
+        <translation>Nach einem schließenden Anführungszeichen steht Text.</translation>
+    </message>
+    <message>
+        <source>It has fewer fields than the header.</source>
+        <translation>Er hat weniger Felder als die Kopfzeile.</translation>
+    </message>
+    <message>
+        <source>It has more fields than the header.</source>
+        <translation>Er hat mehr Felder als die Kopfzeile.</translation>
+    </message>
+    <message>
+        <source>Malformed record: %1</source>
+        <translation>Fehlerhafter Datensatz: %1</translation>
     </message>
 </context>
 <context>

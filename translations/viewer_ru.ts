@@ -144,6 +144,14 @@
         <source>&amp;Sort by “%1”</source>
         <translation>Сор&amp;тировать по «%1»</translation>
     </message>
+    <message>
+        <source>&amp;Keep Line Numbers in Sight</source>
+        <translation>&amp;Номера строк всегда видны</translation>
+    </message>
+    <message>
+        <source>Gr&amp;oup Digits of “%1”</source>
+        <translation>&amp;Разделять разряды в «%1»</translation>
+    </message>
 </context>
 <context>
     <name>ColumnSort</name>
@@ -200,6 +208,45 @@
     <message>
         <source>No row is chosen.</source>
         <translation>Строка не выбрана.</translation>
+    </message>
+</context>
+<context>
+    <name>FaultGuide</name>
+    <message>
+        <source>Next &amp;Malformed Record</source>
+        <translation>&amp;Следующая ошибочная запись</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Malformed Record</source>
+        <translation>Предыдущая ош&amp;ибочная запись</translation>
+    </message>
+    <message>
+        <source>Malformed: %L1</source>
+        <translation>Ошибочных: %L1</translation>
+    </message>
+    <message>
+        <source>Quotes that nothing closes: %L1</source>
+        <translation>Незакрытых кавычек: %L1</translation>
+    </message>
+    <message>
+        <source>Text after a closing quote: %L1</source>
+        <translation>Текст после закрывающей кавычки: %L1</translation>
+    </message>
+    <message>
+        <source>Fewer fields than the header: %L1</source>
+        <translation>Полей меньше, чем в заголовке: %L1</translation>
+    </message>
+    <message>
+        <source>More fields than the header: %L1</source>
+        <translation>Полей больше, чем в заголовке: %L1</translation>
+    </message>
+    <message>
+        <source>A click, or F8, goes to the next one.</source>
+        <translation>Щелчок или F8 ведёт к следующей записи.</translation>
+    </message>
+    <message>
+        <source>There is no other malformed record.</source>
+        <translation>Других ошибочных записей нет.</translation>
     </message>
 </context>
 <context>
@@ -390,10 +437,6 @@ cannot be shown: %2</source>
     <message>
         <source>Another file has taken its name, and is shown now.</source>
         <translation>Теперь это имя у другого файла, показан он.</translation>
-    </message>
-    <message>
-        <source>%L1 open quotes</source>
-        <translation>незакрытых кавычек: %L1</translation>
     </message>
     <message>
         <source>With Rotate&amp;d Files</source>
@@ -992,6 +1035,26 @@ cannot be shown: %2</source>
     <message>
         <source>Text</source>
         <translation>Текст</translation>
+    </message>
+    <message>
+        <source>Nothing closes its quote.</source>
+        <translation>Кавычка не закрыта.</translation>
+    </message>
+    <message>
+        <source>There is text after a closing quote.</source>
+        <translation>После закрывающей кавычки стоит текст.</translation>
+    </message>
+    <message>
+        <source>It has fewer fields than the header.</source>
+        <translation>Полей меньше, чем в заголовке.</translation>
+    </message>
+    <message>
+        <source>It has more fields than the header.</source>
+        <translation>Полей больше, чем в заголовке.</translation>
+    </message>
+    <message>
+        <source>Malformed record: %1</source>
+        <translation>Ошибочная запись: %1</translation>
     </message>
 </context>
 <context>

@@ -19,6 +19,7 @@ const QString s_isFollowing = QStringLiteral("following");
 const QString s_line = QStringLiteral("line");
 const QString s_columnCount = QStringLiteral("columnCount");
 const QString s_columns = QStringLiteral("columns");
+const QString s_grouped = QStringLiteral("grouped");
 const QString s_format = QStringLiteral("format");
 const QString s_delimiter = QStringLiteral("delimiter");
 const QString s_hasHeader = QStringLiteral("header");
@@ -100,6 +101,14 @@ void readOrderAndFilter(const QJsonObject &json, PageState *page)
                          json[s_isExpression].toBool()};
 }
 
+QJsonArray toJson(const QList<int> &numbers)
+{
+    QJsonArray json;
+    for (const int number : numbers)
+        json.append(number);
+    return json;
+}
+
 QJsonObject toJson(const PageState &page)
 {
     QJsonObject json {
@@ -108,6 +117,7 @@ QJsonObject toJson(const PageState &page)
         {s_line, page.line},
         {s_columnCount, page.columnCount},
         {s_columns, toText(page.columns)},
+        {s_grouped, toJson(page.grouped)},
         {s_format, toJson(page.format)},
     };
     addOrderAndFilter(&json, page);
@@ -122,6 +132,9 @@ PageState pageFrom(const QJsonObject &json)
     page.line = qMax(0, json[s_line].toInt());
     page.columnCount = qMax(0, json[s_columnCount].toInt());
     page.columns = fromText(json[s_columns]);
+    const QJsonArray grouped = json[s_grouped].toArray();
+    for (const QJsonValue column : grouped)
+        page.grouped.append(column.toInt());
     page.format = formatFrom(json[s_format].toObject());
     readOrderAndFilter(json, &page);
     return page;

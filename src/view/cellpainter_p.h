@@ -8,6 +8,7 @@
 #include "columnstrip_p.h"
 
 #include <QItemSelection>
+#include <QPair>
 #include <QPoint>
 #include <QRegion>
 
@@ -25,7 +26,8 @@ struct PaintPass
     const QAbstractItemModel *model = nullptr;
     const QItemSelectionModel *selectionModel = nullptr; //!< may be null
     const QRegion *region = nullptr;                     //!< what is painted; null: everything
-    ColumnStrip columns;                                 //!< all that are seen
+    QPair<int, int> visual;                              //!< the first and the last of these:
+    ColumnStrip columns;                                 //!< all that are painted
     QPoint delay;                                        //!< added to every cell's rectangle
     bool isBackgroundPlain = false;                      //!< one opaque colour is behind the cells
     bool isInPlace = false;      //!< no picture of a cell would be the right one

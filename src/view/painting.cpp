@@ -186,10 +186,24 @@ void QTableFastView::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
     if (!m_model || !m_header)
         return;
     PaintBuffer *buffer = d_ptr->buffer.get();
-    if (d_ptr->pass)
+    if (!d_ptr->pass)
+        d_ptr->cells->paintRow(painter, option, index, d_ptr->paintPass(nullptr), buffer);
+    else if (d_ptr->pass->visual == leftAndRight)
         d_ptr->cells->paintRow(painter, option, index, *d_ptr->pass, buffer);
     else
-        d_ptr->cells->paintRow(painter, option, index, d_ptr->paintPass(nullptr), buffer);
+        d_ptr->cells->paintRow(painter, option, index, d_ptr->passOfOtherColumns(), buffer);
+}
+
+//! Of columns that a derived view asks for amid the painting of those on screen: it may put them
+//! anywhere, and what is not on screen is no matter of the buffer.
+PaintPass QTableFastViewPrivate::passOfOtherColumns() const
+{
+    PaintPass other = *pass;
+    other.visual = q_ptr->leftAndRight;
+    other.columns = columns().strip(other.visual);
+    other.region = nullptr;
+    other.isInPlace = true;
+    return other;
 }
 
 void QTableFastView::initViewItemOption(QStyleOptionViewItem *option) const
@@ -206,7 +220,8 @@ PaintPass QTableFastViewPrivate::paintPass(const QRegion *region) const
     pass.model = q_ptr->m_model;
     pass.selectionModel = q_ptr->m_selectionModel;
     pass.region = region;
-    pass.columns = columns().strip(q_ptr->leftAndRight);
+    pass.visual = q_ptr->leftAndRight;
+    pass.columns = columns().strip(pass.visual);
     pass.delay = scrollDelayOffset;
     if (q_ptr->hover.isValid() && q_ptr->hover.model() == q_ptr->m_model) {
         pass.hoverRow = q_ptr->hover.row();

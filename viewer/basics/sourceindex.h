@@ -14,4 +14,12 @@ inline QModelIndex sourceIndex(QModelIndex index)
     return index;
 }
 
+//! The model that is no proxy, however many stand before it; null without one.
+inline const QAbstractItemModel *sourceModel(const QAbstractItemModel *model)
+{
+    while (const auto *proxy = qobject_cast<const QAbstractProxyModel *>(model))
+        model = proxy->sourceModel();
+    return model;
+}
+
 #endif // SOURCEINDEX_H

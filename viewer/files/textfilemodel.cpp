@@ -11,15 +11,32 @@
 
 namespace {
 
-constexpr quint64 s_blockBytes = 65536;    // read at once where lines are asked for in turn
-constexpr quint64 s_searchBytes = 4 << 20; // the same where they are looked through
-constexpr quint64 s_lineBytes = 1 << 20;   // of lines that are looked at one by one
-constexpr int s_rowsOfKind = 16;           // that tell what a column has
+constexpr quint64 s_blockBytes = 65536;      // read at once where lines are asked for in turn
+constexpr quint64 s_searchBytes = 4 << 20;   // the same where they are looked through
+constexpr quint64 s_lineBytes = 1 << 20;     // of lines that are looked at one by one
+constexpr int s_rowsOfKind = 16;             // that tell what a column has
+constexpr qsizetype s_mostFaultsKept = 1000; // rows
 
 QVariant colorOf(LogLevel level)
 {
     const QColor color = levelColor(level);
     return color.isValid() ? color : QVariant();
+}
+
+//! Null without any.
+QVariant faultsText(RecordFaults faults)
+{
+    QStringList texts;
+    if (faults & RecordFault::OpenQuote)
+        texts.append(TextFileModel::tr("Nothing closes its quote."));
+    if (faults & RecordFault::TextAfterQuote)
+        texts.append(TextFileModel::tr("There is text after a closing quote."));
+    if (faults & RecordFault::TooFewFields)
+        texts.append(TextFileModel::tr("It has fewer fields than the header."));
+    if (faults & RecordFault::TooManyFields)
+        texts.append(TextFileModel::tr("It has more fields than the header."));
+    return texts.isEmpty() ? QVariant()
+                           : TextFileModel::tr("Malformed record: %1").arg(texts.join(u' '));
 }
 
 } // namespace
@@ -125,7 +142,7 @@ void TextFileModel::beginAnew(const FollowerNews &news)
     m_leftOut.clear();
     m_index = LineIndex();
     m_format = {};
-    m_cache.clear();
+    forgetRows();
     endResetModel();
     Q_EMIT restarted();
 }
@@ -136,7 +153,7 @@ void TextFileModel::reformat(const FollowerNews &news)
     beginResetModel();
     m_index = LineIndex();
     m_format = *news.format;
-    m_cache.clear();
+    forgetRows();
     appendToIndex(news.batches);
     endResetModel();
 }
@@ -168,12 +185,20 @@ void TextFileModel::insertLines(const std::vector<LineBatch> &batches)
     if (!hadTail || before == 0 || m_index.bytes() == bytesBefore)
         return;
     m_cache.remove(before - 1);
+    m_faults.remove(before - 1);
     Q_EMIT dataChanged(index(before - 1, 0), index(before - 1, columnCount() - 1));
+}
+
+void TextFileModel::forgetRows()
+{
+    m_cache.clear();
+    m_faults.clear();
+    m_headerFields = -1;
 }
 
 void TextFileModel::contentsTouched()
 {
-    m_cache.clear();
+    forgetRows();
     if (rowCount() > 0)
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
@@ -340,6 +365,59 @@ const QStringList &TextFileModel::fields(int row) const
     return m_cache.insert(row, std::move(fields));
 }
 
+//! How many the header has; 0 if it does not tell.
+qsizetype TextFileModel::headerFields() const
+{
+    if (m_headerFields < 0) {
+        m_headerFields =
+            m_format.hasHeader ? splitFields(readLine(0), m_format.delimiter).size() : 0;
+    }
+    return m_headerFields;
+}
+
+RecordFaults TextFileModel::faultsOf(int row) const
+{
+    if (!m_format.isDelimited() || row < 0 || row >= rowCount())
+        return {};
+    const auto known = m_faults.constFind(row);
+    if (known != m_faults.cend())
+        return *known;
+    if (m_faults.size() >= s_mostFaultsKept)
+        m_faults.clear();
+    return *m_faults.insert(row, readFaults(row));
+}
+
+RecordFaults TextFileModel::readFaults(int row) const
+{
+    const QString record = readLine(lineOfRow(row));
+    return seenFaults(row, ::faultsOf(record, m_format.delimiter, headerFields()));
+}
+
+//! Without \a faults that a record may have only because it is cut off.
+RecordFaults TextFileModel::seenFaults(int row, RecordFaults faults) const
+{
+    constexpr RecordFaults ofEnd = RecordFault::OpenQuote | RecordFault::TooFewFields;
+    if (!(faults & ofEnd))
+        return faults;
+    const bool isCut = m_index.line(lineOfRow(row)).length > quint64(maximumLineBytes);
+    return isCut ? faults & ~ofEnd : faults;
+}
+
+RecordFaults TextFileModel::faultsInTurn(int row) const
+{
+    if (!m_format.isDelimited())
+        return {};
+    if (!hasAsciiBytes() || m_format.delimiter.unicode() >= 0x80)
+        return readFaults(row);
+    const qsizetype wanted = headerFields();
+    QByteArrayView bytes = rowView(row, maximumLineBytes);
+    if (bytes.endsWith(m_format.lineEnd))
+        bytes.chop(1);
+    if (m_format.lineEnd == '\n' && bytes.endsWith('\r'))
+        bytes.chop(1);
+    return seenFaults(row, ::faultsOf(bytes, char(m_format.delimiter.unicode()), wanted));
+}
+
 QString TextFileModel::text(const QModelIndex &index) const
 {
     if (m_format.hasColumns())
@@ -368,6 +446,8 @@ QVariant TextFileModel::data(const QModelIndex &index, int role) const
         return {};
     if (role == Qt::DisplayRole)
         return text(index);
+    if (role == Qt::ToolTipRole)
+        return faultsText(faultsOf(index.row()));
     if (role == Qt::ForegroundRole)
         return colorOf(levelOfRow(index.row()));
     if (role == Qt::TextAlignmentRole && isNumeric(index))

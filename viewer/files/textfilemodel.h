@@ -9,8 +9,10 @@
 #include "filefollower.h"
 #include "lineindex.h"
 #include "loglevel.h"
+#include "recordfaults.h"
 
 #include <QAbstractTableModel>
+#include <QHash>
 #include <QThread>
 
 #include <array>
@@ -122,6 +124,12 @@ public:
     int olderRows() const { return m_olderLines < 0 ? -1 : rowsFor(m_olderLines); }
     //! Older files that could not be read, or not whole.
     QStringList leftOut() const { return m_leftOut; }
+    //! What is wrong with a record of separated text: for rows on screen, and for those who go
+    //! down through many rows. Of one that is shown cut off, only what is seen.
+    //! @{
+    RecordFaults faultsOf(int row) const;
+    RecordFaults faultsInTurn(int row) const;
+    //! @}
     //! Bytes that the index occupies.
     std::size_t indexMemory() const { return m_index.memory(); }
     //! What look() can be given to find rows that show \a text in one of \a columns;
@@ -195,6 +203,10 @@ private:
     int rowsFor(qint64 lines) const;
     qint64 lineOfRow(int row) const { return qint64(row) + (m_format.hasHeader ? 1 : 0); }
     void contentsTouched();
+    void forgetRows();
+    RecordFaults readFaults(int row) const;
+    RecordFaults seenFaults(int row, RecordFaults faults) const;
+    qsizetype headerFields() const;
     const QStringList &fields(int row) const;
     QString readLine(qint64 line) const;
     QByteArrayView bytesAt(quint64 offset, quint64 size) const;
@@ -208,25 +220,27 @@ private:
     bool isNumeric(const QModelIndex &index) const;
     bool isNumberColumn(int column) const;
 
-    const QString m_path;                     //!< as given
-    const int m_maximumRows;                  //!< as given
-    QThread m_thread;                         //!< the follower's
-    std::unique_ptr<FileFollower> m_follower; //!< works in m_thread
-    std::shared_ptr<const TextFile> m_file;   //!< what the index is about
-    LineIndex m_index;                        //!< lines of m_file
-    TextFormat m_format;                      //!< how lines are shown
-    mutable RowCache m_cache;                 //!< fields of rows asked for lately
-    mutable QByteArray m_block;               //!< bytes of m_file read last
-    mutable quint64 m_blockOffset = 0;        //!< where m_block begins
-    Activity m_activity = Activity::Opening;  //!< the follower's
-    Restart m_lastRestart = Restart::None;    //!< see lastRestart()
-    bool m_missing = false;                   //!< see isMissing()
-    quint64 m_fileSize = 0;                   //!< bytes
-    qint64 m_olderLines = 0;                  //!< −1: not known yet
-    QStringList m_leftOut;                    //!< see leftOut()
-    QString m_error;                          //!< see errorString()
-    QString m_encodingName;                   //!< of the text
-    QString m_compression;                    //!< of the file
+    const QString m_path;                      //!< as given
+    const int m_maximumRows;                   //!< as given
+    QThread m_thread;                          //!< the follower's
+    std::unique_ptr<FileFollower> m_follower;  //!< works in m_thread
+    std::shared_ptr<const TextFile> m_file;    //!< what the index is about
+    LineIndex m_index;                         //!< lines of m_file
+    TextFormat m_format;                       //!< how lines are shown
+    mutable qsizetype m_headerFields = -1;     //!< fields of the header; −1: not counted yet
+    mutable QHash<int, RecordFaults> m_faults; //!< of rows asked for lately
+    mutable RowCache m_cache;                  //!< fields of rows asked for lately
+    mutable QByteArray m_block;                //!< bytes of m_file read last
+    mutable quint64 m_blockOffset = 0;         //!< where m_block begins
+    Activity m_activity = Activity::Opening;   //!< the follower's
+    Restart m_lastRestart = Restart::None;     //!< see lastRestart()
+    bool m_missing = false;                    //!< see isMissing()
+    quint64 m_fileSize = 0;                    //!< bytes
+    qint64 m_olderLines = 0;                   //!< −1: not known yet
+    QStringList m_leftOut;                     //!< see leftOut()
+    QString m_error;                           //!< see errorString()
+    QString m_encodingName;                    //!< of the text
+    QString m_compression;                     //!< of the file
 };
 
 #endif // TEXTFILEMODEL_H

@@ -5,11 +5,10 @@
 
 #include "marksdialog.h"
 #include "qtablefastview.h"
+#include "rowstep.h"
 #include "search/tablefilter.h"
 
 #include <QAbstractItemModel>
-
-#include <algorithm>
 
 MarksMenu::MarksMenu(TableFilter *find, QTableFastView *table, QWidget *parent)
     : QMenu(tr("&Marks"), parent)
@@ -59,32 +58,15 @@ void MarksMenu::markCurrent()
     m_marks.toggle(current.row());
 }
 
-//! Goes to the nearest mark in that direction, beyond the end to the one that is farthest in
-//! the other. Marks that lead to the current row lead nowhere.
 void MarksMenu::step(bool forward)
 {
-    QList<int> rows = m_marks.rows();
-    if (!forward)
-        std::reverse(rows.begin(), rows.end());
-    const QModelIndex current = m_table->currentIndex();
-    const int from = current.isValid() ? m_find->toSource(current).row() : -1;
-    const bool hasFrom = from >= 0;
-    const auto isAhead = [=](int row) { return forward ? row > from : !hasFrom || row < from; };
-    const auto ahead = std::find_if(rows.begin(), rows.end(), isAhead);
-    const qsizetype begun = ahead - rows.begin();
-    std::rotate(rows.begin(), ahead, rows.end());
-    const auto leads = [&](int row) {
-        const int shown = m_find->rowNear(row);
-        return shown >= 0 && shown != current.row();
-    };
-    const auto found = std::find_if(rows.begin(), rows.end(), leads);
-    if (found == rows.end()) {
+    const RowStep next = stepAmong(m_marks.rows(), forward, *m_find, *m_table);
+    if (next.row < 0) {
         Q_EMIT said(tr("There is no other mark."));
         return;
     }
-    const bool isRound = begun + (found - rows.begin()) >= rows.size();
-    Q_EMIT rowChosen(*found);
-    if (!isRound)
+    Q_EMIT rowChosen(next.row);
+    if (!next.isRound)
         Q_EMIT said(QString());
     else
         Q_EMIT said(forward ? tr("Went on with the first mark") : tr("Went on with the last mark"));

@@ -8,10 +8,13 @@
 
 #include <QActionGroup>
 #include <QHeaderView>
+#include <QSettings>
 
 namespace {
 
 constexpr int s_longestEntry = 40; // characters
+
+const QLatin1String s_keepsLineNumbers("columns/keepsLineNumbers");
 
 } // namespace
 
@@ -20,6 +23,7 @@ ColumnMenu::ColumnMenu(ViewerTable *table, ColumnSort *sort, QWidget *parent)
     , m_table(table)
     , m_sort(sort)
 {
+    table->setKeepsLineNumbers(QSettings().value(s_keepsLineNumbers, true).toBool());
     QHeaderView *header = table->header();
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QWidget::customContextMenuRequested, this, &ColumnMenu::openAt);
@@ -31,7 +35,7 @@ ColumnMenu::ColumnMenu(ViewerTable *table, ColumnSort *sort, QWidget *parent)
 void ColumnMenu::openAt(QPoint place)
 {
     const QHeaderView *header = m_table->header();
-    m_column = header->logicalIndexAt(place);
+    m_column = m_table->columnAt(place.x());
     popup(header->viewport()->mapToGlobal(place));
 }
 
@@ -46,8 +50,23 @@ void ColumnMenu::fill(int column)
     if (column >= 0)
         addColumn(column);
     addAction(tr("Fit &All Columns"), m_table, &ViewerTable::fitColumns);
+    addOptions();
     addSeparator();
     addChoices();
+}
+
+//! What all windows remember.
+void ColumnMenu::addOptions()
+{
+    if (!m_table->hasLineNumbers())
+        return;
+    QAction *action = addAction(tr("&Keep Line Numbers in Sight"));
+    action->setCheckable(true);
+    action->setChecked(m_table->keepsLineNumbers());
+    connect(action, &QAction::triggered, m_table, [this](bool on) {
+        m_table->setKeepsLineNumbers(on);
+        QSettings().setValue(s_keepsLineNumbers, on);
+    });
 }
 
 void ColumnMenu::addColumn(int column)
@@ -59,6 +78,11 @@ void ColumnMenu::addColumn(int column)
     })->setEnabled(shownColumns() > 1);
     addAction(tr("&Fit “%1”").arg(name), m_table, [this, column] { m_table->fitColumn(column); });
     addAlignments(column);
+    QAction *groups = addAction(tr("Gr&oup Digits of “%1”").arg(name));
+    groups->setCheckable(true);
+    groups->setChecked(m_table->hasDigitGroups(column));
+    connect(groups, &QAction::triggered, m_table,
+            [this, column](bool on) { m_table->setDigitGroups(column, on); });
 }
 
 void ColumnMenu::addAlignments(int column)

@@ -24,6 +24,7 @@ private:
     void openAt(QPoint place);
     void fill(int column);
     void addColumn(int column);
+    void addOptions();
     void addChoices();
     void addAlignments(int column);
     int shownColumns() const;

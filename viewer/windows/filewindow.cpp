@@ -444,8 +444,6 @@ QString FileWindow::formatText() const
         text += QLatin1String(", ") + FormatMenu::delimiterName(m_model->format().delimiter);
     else if (m_model->format().hasColumns() && !text.isEmpty())
         text += QLatin1String(", ") + FormatMenu::logName(m_model->format().log.kind);
-    if (m_model->brokenRecords() > 0)
-        text += QLatin1String(", ") + tr("%L1 open quotes").arg(m_model->brokenRecords());
     return text;
 }
 

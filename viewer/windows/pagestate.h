@@ -8,6 +8,7 @@
 #include "search/textmatcher.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 //! How a file was shown.
@@ -18,6 +19,7 @@ struct PageState
     int line = 0;            //!< that was current or at the top, from 1 on; 0 for none
     int columnCount = 0;     //!< that columns is about
     QByteArray columns;      //!< QHeaderView::saveState()
+    QList<int> grouped;      //!< logical columns whose numbers have digits in groups
     FormatRequest format;    //!< that was chosen
     int sortColumn = -1;     //!< that rows were sorted by; −1 for none
     Qt::SortOrder sortOrder = Qt::AscendingOrder;

@@ -84,14 +84,41 @@ void ShortTextDelegate::initStyleOption(QStyleOptionViewItem *option,
                                         const QModelIndex &index) const
 {
     Vantix::ItemDelegate::initStyleOption(option, index);
-    if (m_piece.count >= 0)
-        option->text = option->text.mid(m_piece.from, m_piece.count);
-    else if (option->rect.width() <= widestPicture)
-        option->text.truncate(shownCharacters(option->rect));
+    const QString whole = option->text;
+    const auto cut = [&](const QString &text) {
+        if (m_piece.count >= 0)
+            return text.mid(m_piece.from, m_piece.count);
+        return option->rect.width() <= widestPicture ? text.left(shownCharacters(option->rect))
+                                                     : text;
+    };
+    option->text = cut(whole);
     const Qt::Alignment chosen = alignment(index.column());
     if (chosen != Qt::Alignment())
         option->displayAlignment = chosen | Qt::AlignAbsolute | Qt::AlignVCenter;
     applyColors(option);
+    if (isGrouped(index.column()))
+        option->text = cut(shownText(index.column(), whole, option->locale));
+}
+
+void ShortTextDelegate::setGrouped(int column, bool on)
+{
+    if (on)
+        m_grouped.insert(column);
+    else
+        m_grouped.remove(column);
+}
+
+QString ShortTextDelegate::shownText(int column, const QString &text, const QLocale &locale) const
+{
+    return isGrouped(column) ? groupsOf(locale).grouped(text) : text;
+}
+
+const DigitGroups &ShortTextDelegate::groupsOf(const QLocale &locale) const
+{
+    if (!m_groups || m_locale != locale)
+        m_groups.emplace(locale);
+    m_locale = locale;
+    return *m_groups;
 }
 
 void ShortTextDelegate::setAlignment(int column, Qt::Alignment alignment)
@@ -162,16 +189,39 @@ QPalette ShortTextDelegate::colored(const QPalette &palette, const QColor &text)
 void ShortTextDelegate::drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
                                        const QVariant &value) const
 {
-    if (value.metaType() != QMetaType::fromType<QString>()) {
+    const int column = opt.index.column();
+    if (value.metaType() != QMetaType::fromType<QString>() && !isGrouped(column)) {
         Vantix::ItemDelegate::drawCustomText(painter, opt, value);
         return;
     }
     const bool isTurned =
         painter->layoutDirection() == Qt::RightToLeft && !opt.text.isRightToLeft();
     const QString text = isTurned ? leftToRight(opt.text) : opt.text;
-    if (m_markedColumns.contains(opt.index.column()))
-        drawMarks(painter, opt, text, isTurned ? 1 : 0);
+    if (m_markedColumns.contains(column)) {
+        QList<TextMatcher::Match> matches = matchesIn(opt, value.toString());
+        for (TextMatcher::Match &match : matches)
+            match.begin += isTurned ? 1 : 0;
+        drawMarks(painter, opt, text, matches);
+    }
     Vantix::ItemDelegate::drawCustomText(painter, opt, text);
+}
+
+//! What is looked for is in the text of the model, \a original, whatever is shown of it.
+QList<TextMatcher::Match> ShortTextDelegate::matchesIn(const QStyleOptionViewItem &opt,
+                                                       const QString &original) const
+{
+    if (!isGrouped(opt.index.column()))
+        return m_marked.matchesIn(opt.text);
+    const DigitGroups &groups = groupsOf(opt.locale);
+    QList<TextMatcher::Match> matches = m_marked.matchesIn(original);
+    for (TextMatcher::Match &match : matches) {
+        if (match.length == 0)
+            continue;
+        const qsizetype last = groups.placeOf(match.begin + match.length - 1, original);
+        match.begin = groups.placeOf(match.begin, original);
+        match.length = last + 1 - match.begin;
+    }
+    return matches;
 }
 
 QRect ShortTextDelegate::textRect(const QStyleOptionViewItem &opt, const QModelIndex &index) const
@@ -195,6 +245,9 @@ QString ShortTextDelegate::cacheKey(const QStyleOptionViewItem &option, double d
     const int kind =
         int(rules.matchesCase) + 2 * int(rules.wholeWords) + 4 * int(rules.isExpression);
     key += QLatin1Char('m') + QString::number(kind) + m_marked.text();
+    // What looks alike may have its matches elsewhere.
+    if (isGrouped(option.index.column()))
+        key += QLatin1Char('g') + option.index.data().toString();
     return key;
 }
 
@@ -206,11 +259,11 @@ QRect ShortTextDelegate::placeOf(double width, const QRect &room, const QPainter
     return QStyle::alignedRect(painter.layoutDirection(), alignment, size, room);
 }
 
-//! Behind the text, which is \a shift characters longer in front than what is looked at.
+//! Behind \a text, where it has \a matches.
 void ShortTextDelegate::drawMarks(QPainter *painter, const QStyleOptionViewItem &opt,
-                                  const QString &text, qsizetype shift) const
+                                  const QString &text,
+                                  const QList<TextMatcher::Match> &matches) const
 {
-    const QList<TextMatcher::Match> matches = m_marked.matchesIn(opt.text);
     if (matches.isEmpty())
         return;
     QTextLayout layout(text, opt.font);
@@ -231,8 +284,8 @@ void ShortTextDelegate::drawMarks(QPainter *painter, const QStyleOptionViewItem 
     const QColor color = matchColor(palette.color(
         opt.palette.currentColorGroup(), isSelected ? QPalette::HighlightedText : QPalette::Text));
     for (const TextMatcher::Match &match : matches) {
-        const double from = line.cursorToX(int(match.begin + shift));
-        const double to = line.cursorToX(int(match.begin + match.length + shift));
+        const double from = line.cursorToX(int(match.begin));
+        const double to = line.cursorToX(int(match.begin + match.length));
         const QRectF mark(left + qMin(from, to), opt.rect.top(), qAbs(to - from),
                           opt.rect.height());
         painter->fillRect(mark & QRectF(room), color);

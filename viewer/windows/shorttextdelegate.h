@@ -4,6 +4,7 @@
 #ifndef SHORTTEXTDELEGATE_H
 #define SHORTTEXTDELEGATE_H
 
+#include "digitgroups.h"
 #include "itemdelegate.h"
 #include "search/colorrules.h"
 #include "search/textmatcher.h"
@@ -11,6 +12,7 @@
 #include <QHash>
 #include <QPalette>
 #include <QPersistentModelIndex>
+#include <QSet>
 
 /*!
  * \brief Lays out no more of a text than can be seen: lines may be very long.
@@ -56,6 +58,15 @@ public:
     void setAlignment(int column, Qt::Alignment alignment);
     Qt::Alignment alignment(int column) const { return m_alignments.value(column); }
 
+    //! Whether numbers in the logical \a column are shown with their digits in groups, as the
+    //! view's locale has them. The view has to be painted anew then.
+    //! @{
+    bool isGrouped(int column) const { return m_grouped.contains(column); }
+    void setGrouped(int column, bool on);
+    //! @}
+    //! What cells of \a column show instead of \a text.
+    QString shownText(int column, const QString &text, const QLocale &locale) const;
+
     void drawCustomText(QPainter *painter, const QStyleOptionViewItem &opt,
                         const QVariant &value) const override;
     QString cacheKey(const QStyleOptionViewItem &option, double dpr) const override;
@@ -77,15 +88,21 @@ private:
     static QRect placeOf(double width, const QRect &room, const QPainter &painter,
                          Qt::Alignment alignment);
     static Piece seenPiece(QStyleOptionViewItem *option, const QString &text);
+    QList<TextMatcher::Match> matchesIn(const QStyleOptionViewItem &opt,
+                                        const QString &original) const;
     void drawMarks(QPainter *painter, const QStyleOptionViewItem &opt, const QString &text,
-                   qsizetype shift) const;
+                   const QList<TextMatcher::Match> &matches) const;
+    const DigitGroups &groupsOf(const QLocale &locale) const;
 
-    mutable QHash<QRgb, QPalette> m_colored;    //!< of the palette below, by colour of text
-    mutable qint64 m_coloredOf = 0;             //!< its cache key
-    mutable Piece m_piece;                      //!< of the cell that is painted
-    TextMatcher m_marked;                       //!< whose matches are coloured
-    QList<int> m_markedColumns;                 //!< in these
-    QHash<int, Qt::Alignment> m_alignments;     //!< by column: other than the model's
+    mutable QHash<QRgb, QPalette> m_colored;     //!< of the palette below, by colour of text
+    mutable qint64 m_coloredOf = 0;              //!< its cache key
+    mutable Piece m_piece;                       //!< of the cell that is painted
+    TextMatcher m_marked;                        //!< whose matches are coloured
+    QList<int> m_markedColumns;                  //!< in these
+    QHash<int, Qt::Alignment> m_alignments;      //!< by column: other than the model's
+    QSet<int> m_grouped;                         //!< columns with digits in groups
+    mutable std::optional<DigitGroups> m_groups; //!< of the locale below
+    mutable QLocale m_locale;
     ColorRules m_rules;                         //!< the user's
     mutable QPersistentModelIndex m_ruledRow;   //!< the row that was looked at last
     mutable std::optional<QColor> m_ruledColor; //!< its colour, if a rule fits

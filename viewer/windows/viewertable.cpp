@@ -4,7 +4,10 @@
 #include "viewertable.h"
 
 #include "basics/contrast.h"
+#include "basics/sourceindex.h"
 #include "basics/textfont.h"
+#include "files/loglevel.h"
+#include "files/textfilemodel.h"
 #include "framestatistics.h"
 #include "shorttextdelegate.h"
 
@@ -33,7 +36,7 @@ constexpr double s_largestText = 72;
 } // namespace
 
 ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
-    : QTableFastView(parent)
+    : FrozenColumnView(parent)
     , m_delegate(new ShortTextDelegate(this))
     , m_statistics(statistics)
 {
@@ -52,7 +55,7 @@ ViewerTable::ViewerTable(FrameStatistics *statistics, QWidget *parent)
     updateHighlight();
     // What is at the edge does not move along with the columns.
     connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, [this] {
-        if (m_isRowMarked)
+        if (m_areMarksPainted)
             viewport()->update();
     });
 }
@@ -84,21 +87,34 @@ void ViewerTable::setRowMarks(std::function<bool(int row)> isMarked)
     viewport()->update();
 }
 
-//! Over the cells, which are kept as pictures without them.
-void ViewerTable::paintRowMarks()
+void ViewerTable::setRowWarnings(std::function<bool(int row)> isWarned)
 {
-    const int first = getFirstVisibleItem();
-    if (!m_isRowMarked || first < 0)
+    m_isRowWarned = std::move(isWarned);
+    viewport()->update();
+}
+
+//! Over the cells in \a area, which are kept as pictures without them.
+void ViewerTable::paintRowMarks(const QRect &area)
+{
+    if ((!m_isRowMarked && !m_isRowWarned) || !model())
         return;
     QPainter painter(viewport());
-    const QColor color = rowMarkColor(palette().color(QPalette::Base));
-    const int left = isRightToLeft() ? viewport()->width() - s_markWidth : 0;
-    for (int row = first; row < model()->rowCount(); ++row) {
-        const int top = rowViewportPosition(row);
-        if (top >= viewport()->height())
-            break;
-        if (m_isRowMarked(row))
-            painter.fillRect(left, top, s_markWidth, rowHeight(), color);
+    const QColor base = palette().color(QPalette::Base);
+    const QColor warning = readable(levelColor(LogLevel::Warning), base, visibleContrast);
+    int place = 0;
+    const auto paint = [&](int top, const QColor &color) {
+        const int left = isRightToLeft() ? viewport()->width() - place - s_markWidth : place;
+        painter.fillRect(left, top, s_markWidth, rowHeight(), color);
+        place += s_markWidth;
+        m_areMarksPainted = true;
+    };
+    const QList<int> rows = rowsAt(area);
+    for (const int row : rows) {
+        place = 0;
+        if (m_isRowMarked && m_isRowMarked(row))
+            paint(rowViewportPosition(row), rowMarkColor(base));
+        if (m_isRowWarned && m_isRowWarned(row))
+            paint(rowViewportPosition(row), warning);
     }
 }
 
@@ -137,7 +153,7 @@ void ViewerTable::resetZoom()
 void ViewerTable::wheelEvent(QWheelEvent *event)
 {
     if (!(event->modifiers() & Qt::ControlModifier)) {
-        QTableFastView::wheelEvent(event);
+        FrozenColumnView::wheelEvent(event);
         return;
     }
     constexpr int step = QWheelEvent::DefaultDeltasPerStep;
@@ -163,7 +179,7 @@ bool ViewerTable::event(QEvent *event)
 {
     if (event->type() == QEvent::ApplicationPaletteChange)
         updateHighlight();
-    return QTableFastView::event(event);
+    return FrozenColumnView::event(event);
 }
 
 void ViewerTable::keyboardSearch(const QString &text)
@@ -174,7 +190,7 @@ void ViewerTable::keyboardSearch(const QString &text)
 void ViewerTable::keyPressEvent(QKeyEvent *event)
 {
     const QPersistentModelIndex before = currentIndex();
-    QTableFastView::keyPressEvent(event);
+    FrozenColumnView::keyPressEvent(event);
     selectFarEnd(*event, before);
     if (currentIndex().isValid() && currentIndex().row() != before.row())
         Q_EMIT rowReached();
@@ -198,7 +214,7 @@ void ViewerTable::selectFarEnd(const QKeyEvent &event, const QModelIndex &before
 
 void ViewerTable::mousePressEvent(QMouseEvent *event)
 {
-    QTableFastView::mousePressEvent(event);
+    FrozenColumnView::mousePressEvent(event);
     if (indexAt(event->pos()).isValid())
         Q_EMIT rowPressed();
 }
@@ -207,7 +223,31 @@ void ViewerTable::setModel(QAbstractItemModel *model)
 {
     currentFirst = false;
     currentLast = false;
-    QTableFastView::setModel(model);
+    FrozenColumnView::setModel(model);
+    freezeLineNumbers();
+}
+
+void ViewerTable::modelReset()
+{
+    FrozenColumnView::modelReset();
+    freezeLineNumbers();
+}
+
+bool ViewerTable::hasLineNumbers() const
+{
+    const auto *file = qobject_cast<const TextFileModel *>(sourceModel(model()));
+    return file && file->isLineNumber(0);
+}
+
+void ViewerTable::setKeepsLineNumbers(bool on)
+{
+    m_keepsLineNumbers = on;
+    freezeLineNumbers();
+}
+
+void ViewerTable::freezeLineNumbers()
+{
+    setFrozenColumn(m_keepsLineNumbers && hasLineNumbers() ? 0 : -1);
 }
 
 void ViewerTable::paintEvent(QPaintEvent *event)
@@ -215,15 +255,17 @@ void ViewerTable::paintEvent(QPaintEvent *event)
     QElapsedTimer timer;
     timer.start();
     m_delegate->forgetRows();
-    QTableFastView::paintEvent(event);
-    paintRowMarks();
+    FrozenColumnView::paintEvent(event);
+    if (event->rect() == viewport()->rect())
+        m_areMarksPainted = false;
+    paintRowMarks(event->rect());
     m_statistics->add(timer.nsecsElapsed());
     m_hasPaintedRows = m_hasPaintedRows || (model() && model()->rowCount() > 0);
 }
 
 void ViewerTable::resizeEvent(QResizeEvent *event)
 {
-    QTableFastView::resizeEvent(event);
+    FrozenColumnView::resizeEvent(event);
     growColumns();
 }
 
@@ -233,7 +275,7 @@ void ViewerTable::updateGeometries()
     const bool isAtEnd = bar->value() == bar->maximum() && bar->maximum() > bar->minimum();
     const int page = bar->pageStep();
     const QScopedValueRollback fitting(m_isFitting, true);
-    QTableFastView::updateGeometries();
+    FrozenColumnView::updateGeometries();
     if (isAtEnd && bar->pageStep() != page)
         bar->setValue(bar->maximum());
 }
@@ -243,7 +285,7 @@ void ViewerTable::updateGeometries()
 void ViewerTable::focusInEvent(QFocusEvent *event)
 {
     if (currentIndex().isValid())
-        QTableFastView::focusInEvent(event);
+        FrozenColumnView::focusInEvent(event);
     else
         QAbstractScrollArea::focusInEvent(event);
 }
@@ -276,6 +318,37 @@ Qt::Alignment ViewerTable::columnAlignment(int column) const
     return m_delegate->alignment(column);
 }
 
+bool ViewerTable::hasDigitGroups(int column) const
+{
+    return m_delegate->isGrouped(column);
+}
+
+void ViewerTable::setDigitGroups(int column, bool on)
+{
+    if (on == hasDigitGroups(column))
+        return;
+    m_delegate->setGrouped(column, on);
+    repaintCells();
+    m_widest.remove(column);
+    growColumns();
+}
+
+QList<int> ViewerTable::groupedColumns() const
+{
+    QList<int> columns;
+    for (int column = 0; column < header()->count(); ++column) {
+        if (hasDigitGroups(column))
+            columns.append(column);
+    }
+    return columns;
+}
+
+QString ViewerTable::shownText(int row, int column) const
+{
+    const QString text = model()->index(row, column).data().toString();
+    return m_delegate->shownText(column, text, locale());
+}
+
 //! Width of the column's longest text on screen, margins included.
 int ViewerTable::textWidth(int column) const
 {
@@ -286,7 +359,7 @@ int ViewerTable::textWidth(int column) const
     const int last = qMin(first + visible, model()->rowCount() - 1);
     int widest = 0;
     for (int row = first; row <= last; ++row)
-        widest = qMax(widest, measured(model()->index(row, column).data().toString()));
+        widest = qMax(widest, measured(shownText(row, column)));
     return widest + fontMetrics().height();
 }
 

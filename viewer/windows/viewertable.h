@@ -4,7 +4,7 @@
 #ifndef VIEWERTABLE_H
 #define VIEWERTABLE_H
 
-#include "qtablefastview.h"
+#include "frozencolumnview.h"
 
 #include <QHash>
 
@@ -16,7 +16,7 @@ class ShortTextDelegate;
 class TextMatcher;
 
 //! The viewer's table: rows are selected as a whole, and every frame is measured.
-class ViewerTable : public QTableFastView
+class ViewerTable : public FrozenColumnView
 {
     Q_OBJECT
 
@@ -37,6 +37,16 @@ public:
     //! Paints a mark at the edge of each row for which \a isMarked returns true. Without it, or
     //! when it would answer otherwise, update the viewport.
     void setRowMarks(std::function<bool(int row)> isMarked);
+    //! The same in the colour of warnings, beside what setRowMarks() has painted.
+    void setRowWarnings(std::function<bool(int row)> isWarned);
+
+    //! Whether numbers of lines stay in sight while the lines are scrolled sideways (on at first).
+    //! @{
+    bool keepsLineNumbers() const { return m_keepsLineNumbers; }
+    void setKeepsLineNumbers(bool on);
+    //! @}
+    //! Whether the first of the model's columns has numbers of lines.
+    bool hasLineNumbers() const;
 
     //! Shows texts in TextFont::font(), in its own size. Call it again when that is another.
     void useTextFont();
@@ -57,6 +67,15 @@ public:
     void setColumnAlignment(int column, Qt::Alignment alignment);
     Qt::Alignment columnAlignment(int column) const;
 
+    //! Whether numbers in \a column are shown with their digits in groups. What is searched,
+    //! copied and written to files is as it was. Off at first.
+    //! @{
+    bool hasDigitGroups(int column) const;
+    void setDigitGroups(int column, bool on);
+    //! @}
+    //! The columns that have.
+    QList<int> groupedColumns() const;
+
     //! Widens the columns on screen to what header and rows on screen need, within
     //! reason, and the last one to the viewport's edge. Widths that the user chose
     //! stay.
@@ -73,6 +92,10 @@ public:
 
     //! Tells of what was typed, instead of going through all rows for it.
     void keyboardSearch(const QString &text) override;
+
+public Q_SLOTS:
+    //! What is in the columns may be something else now.
+    void modelReset() override;
 
 Q_SIGNALS:
     //! Somebody typed \a text into the table.
@@ -95,22 +118,27 @@ protected:
 
 private:
     void repaintCells();
+    void freezeLineNumbers();
     void zoom(int points);
     void updateHighlight();
-    void paintRowMarks();
+    void paintRowMarks(const QRect &area);
     void selectFarEnd(const QKeyEvent &event, const QModelIndex &before);
     int measured(const QString &text) const;
+    QString shownText(int row, int column) const;
     void growColumn(int column, int atLeast, int atMost);
     int textWidth(int column) const;
 
     ShortTextDelegate *m_delegate;              //!< of all cells; a child
     FrameStatistics *m_statistics;              //!< not owned
+    bool m_keepsLineNumbers = true;             //!< see keepsLineNumbers()
     bool m_isFitting = false;                   //!< see isFitting()
     bool m_hasTextFont = false;                 //!< see useTextFont()
     bool m_hasPaintedRows = false;              //!< see hasPaintedRows()
     double m_usualSize = 0;                     //!< points, before it was zoomed; 0 while it is not
     int m_wheel = 0;                            //!< eighths of a degree that have not zoomed yet
     std::function<bool(int row)> m_isRowMarked; //!< see setRowMarks()
+    std::function<bool(int row)> m_isRowWarned; //!< see setRowWarnings()
+    bool m_areMarksPainted = false;             //!< somewhere on screen
     QHash<int, int> m_widest;                   //!< by column: width needed so far, logical pixels
     QHash<int, int> m_given;                    //!< by column: width that the user did not choose
 };

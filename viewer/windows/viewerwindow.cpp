@@ -14,6 +14,7 @@
 #include "detailpane.h"
 #include "filterbar.h"
 #include "framestatistics.h"
+#include "overview/faultguide.h"
 #include "overview/gototime.h"
 #include "overview/histogram.h"
 #include "overview/marksmenu.h"
@@ -50,6 +51,7 @@
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -272,6 +274,17 @@ void ViewerWindow::createOverview()
     m_editMenu->addAction(m_overview->goToTime()->action());
     connect(m_overview, &Overview::rowChosen, this, &ViewerWindow::showRow);
     connect(m_overview->goToTime(), &GoToTime::said, this, &ViewerWindow::say);
+    createFaults();
+}
+
+void ViewerWindow::createFaults()
+{
+    m_faults = new FaultGuide(m_find, m_table, this);
+    m_editMenu->addActions({m_faults->nextAction(), m_faults->previousAction()});
+    statusBar()->addPermanentWidget(m_faults->button());
+    m_table->setRowWarnings([this](int row) { return m_faults->isFaulty(row); });
+    connect(m_faults, &FaultGuide::rowChosen, this, &ViewerWindow::showRow);
+    connect(m_faults, &FaultGuide::said, this, &ViewerWindow::say);
 }
 
 void ViewerWindow::showRow(int row)
@@ -549,8 +562,11 @@ void ViewerWindow::fitNewColumns()
     const int columns = isOnScreen ? m_table->model()->columnCount() : 0;
     if (columns > 0 && columns != m_columnsFitted) {
         m_columnsFitted = columns;
+        const bool isAsBefore = m_restored.columnCount == columns;
+        for (int column = 0; column < columns; ++column)
+            m_table->setDigitGroups(column, isAsBefore && m_restored.grouped.contains(column));
         m_table->fitColumns();
-        if (m_restored.columnCount == columns)
+        if (isAsBefore)
             m_table->header()->restoreState(m_restored.columns);
         // Not here, where others are still told of this model.
         if (m_sort->column() >= columns)
@@ -619,6 +635,7 @@ PageState ViewerWindow::state() const
     if (m_columnsFitted > 0) {
         state.columnCount = m_columnsFitted;
         state.columns = m_table->header()->saveState();
+        state.grouped = m_table->groupedColumns();
     }
     state.sortColumn = m_sort->column();
     state.sortOrder = m_sort->order();

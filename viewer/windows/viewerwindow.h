@@ -13,6 +13,7 @@
 
 class ColumnSort;
 class DetailPane;
+class FaultGuide;
 class FilterBar;
 class FindPanel;
 class FrameStatistics;
@@ -146,6 +147,7 @@ private:
     void createRowPane();
     void createSums();
     void createMarks();
+    void createFaults();
     void findAgain(bool forward);
     void keepFoundRow();
     void copyRows(RowFormat format);
@@ -184,6 +186,7 @@ private:
     SelectionSums *m_sums = nullptr;   //!< what the status bar tells of selected rows
     QHBoxLayout *m_tableRow;           //!< m_table and what is beside it
     Overview *m_overview = nullptr;    //!< see createOverview()
+    FaultGuide *m_faults = nullptr;    //!< malformed records; see createOverview()
     MarksMenu *m_marks = nullptr;      //!< rows to find again
     QMenu *m_fileMenu = nullptr;       //!< Quit is its last action
     QMenu *m_editMenu = nullptr;       //!< what goes elsewhere is at its end
