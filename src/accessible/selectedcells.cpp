@@ -7,6 +7,8 @@
 
 #include "qtablefastview.h"
 
+#include <QItemSelectionModel>
+
 #include <algorithm>
 #include <limits>
 
@@ -44,14 +46,19 @@ int SelectedCells::cellCount() const
 
 QModelIndexList SelectedCells::cells() const
 {
+    const QItemSelectionModel *model = m_view.selectionModel();
     QModelIndexList cells;
+    int visited = 0;
     for (const QItemSelectionRange &range : m_selection) {
         for (int row = range.top(); row <= range.bottom(); ++row) {
             for (const int column : m_columns) {
-                if (cells.size() == mostListed)
+                if (column < range.left() || column > range.right())
+                    continue;
+                if (++visited > mostListed)
                     return cells;
-                if (column >= range.left() && column <= range.right())
-                    cells.append(m_view.model()->index(row, column));
+                const QModelIndex index = m_view.model()->index(row, column);
+                if (model->isSelected(index)) // ranges have cells that cannot be selected, too
+                    cells.append(index);
             }
         }
     }

@@ -26,7 +26,8 @@ public:
     explicit SelectedCells(const QTableFastView &view);
 
     int cellCount() const;
-    //! The first cells, range by range.
+    //! The first cells, range by range; not those that the model says cannot be selected, which
+    //! cellCount() counts as well.
     QModelIndexList cells() const;
     int rowCount() const;
     //! The first rows all of whose columns are selected, in their order.
