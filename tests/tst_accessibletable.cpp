@@ -559,17 +559,6 @@ class NamelessView : public QTableFastView
 {
 };
 
-int s_asked = 0;
-QObject *s_asking = nullptr;
-
-//! Counts how often Qt looks for somebody who knows an object, and leaves it to others.
-QAccessibleInterface *counted(const QString & /*name*/, QObject *object)
-{
-    if (object == s_asking)
-        ++s_asked;
-    return nullptr;
-}
-
 class OwnInterface : public QAccessibleObject
 {
 public:
@@ -1397,40 +1386,69 @@ void tst_AccessibleTable::viewDestroyed()
     QVERIFY(m_reader->heard().isEmpty());
 }
 
-//! No event and no interface for nobody.
+namespace {
+
+//! Tells how many listen.
+template<typename Base> struct Listened : Base
+{
+    using Base::Base;
+    using Base::receivers;
+};
+
+int listeners(const Listened<QStandardItemModel> &model,
+              const Listened<QItemSelectionModel> &selection, const Listened<QHeaderView> &header)
+{
+    return model.receivers(SIGNAL(dataChanged(QModelIndex, QModelIndex, QList<int>)))
+        + selection.receivers(SIGNAL(currentChanged(QModelIndex, QModelIndex)))
+        + selection.receivers(SIGNAL(selectionChanged(QItemSelection, QItemSelection)))
+        + header.receivers(SIGNAL(sectionMoved(int, int, int)))
+        + header.receivers(SIGNAL(sectionResized(int, int, int)));
+}
+
+} // namespace
+
+//! A view that nobody hears does nothing for it, also when somebody has been there.
 void tst_AccessibleTable::asleep()
 {
     ScreenReader::setListening(false);
-    QAccessible::installFactory(counted);
-    {
-        QStandardItemModel model;
-        fill(&model);
-        QTableFastView view;
-        s_asking = &view;
-        s_asked = 0;
-        const auto use = [&] {
-            view.show();
-            activate(&view);
-            view.setFocus();
-            view.setCurrentIndex(model.index(1, 1));
-            view.selectAll();
-            model.insertRows(0, 2);
-            model.removeRows(3, 1);
-            model.setData(model.index(0, 0), QStringLiteral("new"));
-            view.hideColumn(0);
-            view.showColumn(0);
-            QCoreApplication::processEvents();
-        };
-        view.setModel(&model);
-        use();
-        QCOMPARE(s_asked, 0);
-        QVERIFY(m_reader->heard().isEmpty());
+    Listened<QStandardItemModel> model;
+    fill(&model);
+    QTableFastView view;
+    view.setModel(&model);
+    Listened<QItemSelectionModel> selection(&model);
+    view.setSelectionModel(&selection);
+    auto *header = new Listened<QHeaderView>(Qt::Horizontal);
+    view.setHeader(header);
+    view.show();
+    activate(&view);
+    const int unheard = listeners(model, selection, *header);
+    const auto use = [&] {
+        view.setFocus();
+        view.setCurrentIndex(model.index(1, 1));
+        view.selectAll();
+        model.insertRows(0, 2);
+        model.removeRows(3, 1);
+        model.setData(model.index(0, 0), QStringLiteral("new"));
+        view.hideColumn(0);
+        view.showColumn(0);
+        view.clearSelection();
+        view.clearFocus();
+        QCoreApplication::processEvents();
+        return m_reader->heard();
+    };
+    use();
+    interfaceOf(&view)->child(0);
+    QCOMPARE(listeners(model, selection, *header), unheard);
+    QCOMPARE(use(), QStringList());
 
-        interfaceOf(&view)->child(0); // somebody has been there
-        use();
-        QVERIFY(m_reader->heard().isEmpty());
-    }
-    QAccessible::removeFactory(counted);
+    ScreenReader::setListening(true);
+    QCOMPARE(listeners(model, selection, *header), unheard + 5);
+    QVERIFY(use().size() > 5);
+    const QAccessible::Id cell = QAccessible::uniqueId(tableOf(&view)->cellAt(0, 0));
+    ScreenReader::setListening(false);
+    QCOMPARE(listeners(model, selection, *header), unheard);
+    QVERIFY(!QAccessible::accessibleInterface(cell));
+    QCOMPARE(use(), QStringList());
 }
 
 QTEST_MAIN(tst_AccessibleTable)

@@ -36,6 +36,26 @@ Table::Table(QTableFastView *view)
     , m_cells(view)
     , m_watch(view)
 {
+    QAccessible::installActivationObserver(this);
+    if (QAccessible::isActive())
+        m_watch.start();
+}
+
+Table::~Table()
+{
+    QAccessible::removeActivationObserver(this);
+}
+
+void Table::accessibilityActiveChanged(bool active)
+{
+    if (!view())
+        return;
+    if (active) {
+        m_watch.start();
+    } else {
+        m_watch.stop();
+        m_cells.clear();
+    }
 }
 
 Table *Table::of(const QTableFastView *view)

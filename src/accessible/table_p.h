@@ -22,7 +22,8 @@ namespace Accessible {
  * hidden, and the cells, row by row: as many as an int counts. cellAt() reaches all rows.
  */
 class Table final : public QAccessibleWidget,
-                    public QAccessibleTableInterface
+                    public QAccessibleTableInterface,
+                    private QAccessible::ActivationObserver
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
     ,
                     public QAccessibleSelectionInterface
@@ -42,8 +43,8 @@ public:
     QAccessibleInterface *knownCell(const QModelIndex &index) const;
     //! The interface of a title; null out of range.
     QAccessibleInterface *headerCell(int column) const;
-    //! Listens to the view's present models and header.
-    void watch() { m_watch.connectAll(); }
+    //! Listens to the view's present models.
+    void watch() { m_watch.start(); }
 
     QAccessible::Role role() const override { return QAccessible::Table; }
     QAccessibleInterface *focusChild() const override;
@@ -91,7 +92,11 @@ public:
 #endif
 
 private:
-    ~Table() override = default;
+    ~Table() override;
+
+    //! Qt makes interfaces of all widgets shown, also where nobody listens: what costs anything
+    //! begins with the first one who does, and ends with the last.
+    void accessibilityActiveChanged(bool active) override;
 
     QTableFastView *view() const;
     bool hasTitles() const;

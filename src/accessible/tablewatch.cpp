@@ -19,28 +19,35 @@ namespace Accessible {
 TableWatch::TableWatch(QTableFastView *view)
     : m_view(view)
 {
-    connect(view, &QTableFastView::headerChanged, this, [this] {
-        connectAll();
+}
+
+void TableWatch::start()
+{
+    stop();
+    m_view->installEventFilter(this);
+    connect(m_view, &QTableFastView::headerChanged, this, [this] {
+        start();
         columnsChanged();
     });
-    view->installEventFilter(this);
-    connectAll();
+    connectHeader(m_view->header());
+    connectModel(m_view->model());
+    connectSelection(m_view->selectionModel());
 }
 
-void TableWatch::connectAll()
+void TableWatch::stop()
 {
-    connectHeader();
-    connectModel();
-    connectSelection();
-}
-
-void TableWatch::connectHeader()
-{
-    QHeaderView *header = m_view->header();
-    if (header == m_header)
-        return;
+    m_view->removeEventFilter(this);
+    m_view->disconnect(this);
     if (m_header)
         m_header->disconnect(this);
+    if (m_model)
+        m_model->disconnect(this);
+    if (m_selection)
+        m_selection->disconnect(this);
+}
+
+void TableWatch::connectHeader(QHeaderView *header)
+{
     m_header = header;
     if (!header)
         return;
@@ -51,25 +58,15 @@ void TableWatch::connectHeader()
     });
 }
 
-void TableWatch::connectModel()
+void TableWatch::connectModel(QAbstractItemModel *model)
 {
-    QAbstractItemModel *model = m_view->model();
-    if (model == m_model)
-        return;
-    if (m_model)
-        m_model->disconnect(this);
     m_model = model;
     if (model)
         connect(model, &QAbstractItemModel::dataChanged, this, &TableWatch::dataChanged);
 }
 
-void TableWatch::connectSelection()
+void TableWatch::connectSelection(QItemSelectionModel *selection)
 {
-    QItemSelectionModel *selection = m_view->selectionModel();
-    if (selection == m_selection)
-        return;
-    if (m_selection)
-        m_selection->disconnect(this);
     m_selection = selection;
     if (!selection)
         return;
@@ -79,7 +76,7 @@ void TableWatch::connectSelection()
 
 bool TableWatch::eventFilter(QObject *object, QEvent *event)
 {
-    if (event->type() == QEvent::FocusIn && QAccessible::isActive()) {
+    if (event->type() == QEvent::FocusIn) {
         // Later: Qt itself is about to tell that the view has it.
         const auto tellFocus = [this] { currentChanged(m_view->currentIndex()); };
         QMetaObject::invokeMethod(this, tellFocus, Qt::QueuedConnection);
@@ -103,14 +100,12 @@ void TableWatch::tell(const QModelIndex &index, QAccessible::Event type)
 
 void TableWatch::currentChanged(const QModelIndex &current)
 {
-    if (QAccessible::isActive() && current.isValid() && m_view->hasFocus())
+    if (current.isValid() && m_view->hasFocus())
         tell(current, QAccessible::Focus);
 }
 
 void TableWatch::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
-    if (!QAccessible::isActive())
-        return;
     tell(firstOf(selected), QAccessible::SelectionAdd);
     tell(firstOf(deselected), QAccessible::SelectionRemove);
     const auto isLarge = [](const QItemSelection &selection) {
@@ -138,10 +133,8 @@ QModelIndex TableWatch::firstOf(const QItemSelection &selection) const
 void TableWatch::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
                              const QList<int> &roles)
 {
-    if (!QAccessible::isActive() || !topLeft.isValid() || !bottomRight.isValid()
-        || topLeft.parent().isValid()) {
+    if (!topLeft.isValid() || !bottomRight.isValid() || topLeft.parent().isValid())
         return;
-    }
     // With an editor open the base class tells of it.
     if (m_view->viewport()->children().isEmpty())
         tellRange(topLeft, bottomRight);
@@ -188,8 +181,6 @@ void TableWatch::tellCurrent(const QList<int> &roles)
 //! Columns are numbered anew.
 void TableWatch::columnsChanged()
 {
-    if (!QAccessible::isActive())
-        return;
     QAccessibleTableModelChangeEvent event(m_view, QAccessibleTableModelChangeEvent::ModelReset);
     QAccessible::updateAccessibility(&event);
 }

@@ -23,24 +23,26 @@ class Table;
  * \brief Tells screen readers what happens in a table view, beside what QAbstractItemView tells:
  * rows and columns that come and go, and resets.
  *
- * It is part of the view's interface: a view that nobody has asked for it is not listened to.
+ * It listens to the view itself, so that a view that nobody hears does nothing for it.
  */
 class TableWatch : public QObject
 {
 public:
-    //! Listens to \a view, which must live as long as this, and to its models and header.
+    //! Of \a view, which must live as long as this.
     explicit TableWatch(QTableFastView *view);
 
-    //! Listens to the view's present models and header, and no more to former ones.
-    void connectAll();
+    //! Listens to the view and its present models and header, and no more to former ones.
+    void start();
+    //! Listens to nothing.
+    void stop();
 
     //! The view gets the focus: its current cell has it.
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
-    void connectHeader();
-    void connectModel();
-    void connectSelection();
+    void connectHeader(QHeaderView *header);
+    void connectModel(QAbstractItemModel *model);
+    void connectSelection(QItemSelectionModel *selection);
     void currentChanged(const QModelIndex &current);
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected);
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
