@@ -77,10 +77,8 @@ void CellStore::dropGone()
 //! Whoever asks for a cell may hold others meanwhile.
 void CellStore::trimLater()
 {
-    if (std::exchange(m_isTrimming, true))
-        return;
-    const auto trimNow = [this] { trim(); };
-    QMetaObject::invokeMethod(this, trimNow, Qt::QueuedConnection);
+    if (!std::exchange(m_isTrimming, true))
+        QMetaObject::invokeMethod(this, "trim", Qt::QueuedConnection);
 }
 
 //! Keeps the half that was asked for last.

@@ -21,6 +21,8 @@ namespace Accessible {
  */
 class CellStore : public QObject
 {
+    Q_OBJECT
+
 public:
     static constexpr int mostKept = 4096;
 
@@ -41,6 +43,9 @@ public:
     //! Drops the cells of rows that are gone.
     void dropGone();
 
+private Q_SLOTS:
+    void trim();
+
 private:
     struct Kept
     {
@@ -49,7 +54,6 @@ private:
     };
 
     void trimLater();
-    void trim();
 
     QTableFastView *m_view;
     QHash<QPersistentModelIndex, Kept> m_cells;

@@ -65,7 +65,7 @@ QAccessible::State IconButtonInterface::state() const
 
 QString IconButtonInterface::text(QAccessible::Text text) const
 {
-    const QString given = QAccessibleWidget::text(text);
+    QString given = QAccessibleWidget::text(text);
     if (!widget() || (text != QAccessible::Name && text != QAccessible::Description))
         return given;
     if (text == QAccessible::Description) // the tool tip, which is not to be read twice

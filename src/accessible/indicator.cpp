@@ -36,7 +36,7 @@ public:
 
     QString text(QAccessible::Text text) const override
     {
-        const QString given = QAccessibleWidget::text(text);
+        QString given = QAccessibleWidget::text(text);
         return text == QAccessible::Name && given.isEmpty() ? QProgressIndicator::tr("Busy")
                                                             : given;
     }

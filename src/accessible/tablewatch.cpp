@@ -76,11 +76,9 @@ void TableWatch::connectSelection(QItemSelectionModel *selection)
 
 bool TableWatch::eventFilter(QObject *object, QEvent *event)
 {
-    if (event->type() == QEvent::FocusIn) {
-        // Later: Qt itself is about to tell that the view has it.
-        const auto tellFocus = [this] { currentChanged(m_view->currentIndex()); };
-        QMetaObject::invokeMethod(this, tellFocus, Qt::QueuedConnection);
-    }
+    // Later: Qt itself is about to tell that the view has it.
+    if (event->type() == QEvent::FocusIn)
+        QMetaObject::invokeMethod(this, "tellFocus", Qt::QueuedConnection);
     return QObject::eventFilter(object, event);
 }
 
@@ -97,6 +95,12 @@ void TableWatch::tell(const QModelIndex &index, QAccessible::Event type)
 }
 
 // Focus and selection
+
+void TableWatch::tellFocus()
+{
+    if (QAccessible::isActive()) // still
+        currentChanged(m_view->currentIndex());
+}
 
 void TableWatch::currentChanged(const QModelIndex &current)
 {

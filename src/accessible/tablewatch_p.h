@@ -27,6 +27,8 @@ class Table;
  */
 class TableWatch : public QObject
 {
+    Q_OBJECT
+
 public:
     //! Of \a view, which must live as long as this.
     explicit TableWatch(QTableFastView *view);
@@ -38,6 +40,9 @@ public:
 
     //! The view gets the focus: its current cell has it.
     bool eventFilter(QObject *object, QEvent *event) override;
+
+private Q_SLOTS:
+    void tellFocus();
 
 private:
     void connectHeader(QHeaderView *header);
