@@ -298,7 +298,7 @@ QList<QPair<const char *, Change>> situations()
          [](View *view) {
              view->setVerticalScrollMode(View::ScrollPerPixel);
              view->setHorizontalScrollMode(View::ScrollPerPixel);
-             view->resize(200, 64);
+             view->resize(200, 24 + 3 * view->visualRect(view->model()->index(0, 0)).height());
              view->verticalScrollBar()->setValue(10);
              view->horizontalScrollBar()->setValue(100);
          }},
