@@ -296,10 +296,11 @@ QList<QPair<const char *, Change>> situations()
          }},
         {"small",
          [](View *view) {
+             const int height = view->visualRect(view->model()->index(0, 0)).height();
              view->setVerticalScrollMode(View::ScrollPerPixel);
              view->setHorizontalScrollMode(View::ScrollPerPixel);
-             view->resize(200, 24 + 3 * view->visualRect(view->model()->index(0, 0)).height());
-             view->verticalScrollBar()->setValue(10);
+             view->resize(200, 24 + 3 * height);
+             view->verticalScrollBar()->setValue(height / 2);
              view->horizontalScrollBar()->setValue(100);
          }},
     };
