@@ -19,6 +19,7 @@
 #include <QTableView>
 #include <QTest>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <memory>

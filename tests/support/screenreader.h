@@ -13,6 +13,8 @@
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
 
+#include <utility>
+
 //! What a screen reader hears while one of these lives. One at a time.
 class ScreenReader
 {
