@@ -329,6 +329,7 @@ private slots:
     void derivedViews();
     void derivedViewsOwnFactory();
     void children();
+    void cellsOutOfRange();
     void childrenBeyondCounting();
     void manyRowsSelected();
     void noModelOrHeader();
@@ -633,10 +634,33 @@ void tst_AccessibleTable::children()
     QCOMPARE(table->indexOfChild(tableOf(&both.qt)->cellAt(0, 0)), -1);
     QCOMPARE(table->indexOfChild(nullptr), -1);
 
+    const QAccessibleInterface *title = table->child(1);
     both.fast.header()->hide();
+    QCOMPARE(table->indexOfChild(title), -1);
     QCOMPARE(table->childCount(), s_rows * s_columns);
     QCOMPARE(nameOf(table->child(0)), QStringLiteral("0/0"));
     QCOMPARE(table->indexOfChild(table->child(5)), 5);
+}
+
+//! Models need not look whether there is such a cell.
+void tst_AccessibleTable::cellsOutOfRange()
+{
+    struct Trusting : BigModel
+    {
+        using BigModel::BigModel;
+        QModelIndex index(int row, int column, const QModelIndex &) const override
+        {
+            return createIndex(row, column);
+        }
+    } model(3);
+    QTableFastView view;
+    view.setModel(&model);
+    const QAccessibleTableInterface *table = tableOf(&view);
+    QVERIFY(table->cellAt(2, 4));
+    QVERIFY(!table->cellAt(3, 0));
+    QVERIFY(!table->cellAt(-1, 0));
+    QVERIFY(!table->cellAt(0, 5));
+    QVERIFY(!table->cellAt(0, -1));
 }
 
 void tst_AccessibleTable::childrenBeyondCounting()
