@@ -1258,6 +1258,12 @@ void tst_AccessibleTable::cellsAreBounded()
     QVERIFY(QAccessible::accessibleInterface(ids.last()));
     QVERIFY(!QAccessible::accessibleInterface(ids.at(1)));
     QCOMPARE(nameOf(tableOf(&view)->cellAt(1, 0)), QLocale().toString(1));
+    QCOMPARE(tableOf(&view)->cellAt(19999, 0), QAccessible::accessibleInterface(ids.last()));
+    for (int row = 20000; row < 40000; ++row)
+        ids.append(QAccessible::uniqueId(tableOf(&view)->cellAt(row, 0)));
+    QCoreApplication::processEvents();
+    QVERIFY(alive() <= 4096);
+    QCOMPARE(tableOf(&view)->cellAt(39999, 0), QAccessible::accessibleInterface(ids.last()));
 }
 
 // Events
@@ -1313,7 +1319,7 @@ void tst_AccessibleTable::tellsDataOfCurrent()
     QCOMPARE(m_reader->heard().filter(QStringLiteral("name")), QStringList());
     both.model.item(1, 1)->setCheckState(Qt::Checked);
     const QStringList heard = m_reader->heard();
-    QVERIFY(heard.contains(QStringLiteral("state 1,1")));
+    QVERIFY(heard.contains(QStringLiteral("state 1,1 checked")));
     QVERIFY(!heard.contains(QStringLiteral("name 1,1")));
 }
 
@@ -1338,7 +1344,7 @@ void tst_AccessibleTable::tellsLargeSelections()
     Both both;
     interfaceOf(&both.fast);
     m_reader->heard();
-    selectRange(&both.fast, 1, 1, 3, 2);
+    selectRange(&both.fast, 1, 1, 2, 2);
     QCOMPARE(m_reader->heard(),
              (QStringList {QStringLiteral("selected 1,1"), QStringLiteral("selection role 18")}));
     selectRange(&both.fast, 5, 0, 5, 2);
@@ -1370,8 +1376,9 @@ void tst_AccessibleTable::tellsOfNewHeader()
     Both both;
     interfaceOf(&both.fast)->child(0);
     auto *header = new QHeaderView(Qt::Horizontal);
-    both.fast.setHeader(header);
     m_reader->heard();
+    both.fast.setHeader(header);
+    QVERIFY(m_reader->heard().contains(QStringLiteral("model role 18 0: -1--1, -1--1")));
     header->hideSection(0);
     QVERIFY(!m_reader->heard().isEmpty());
     QCOMPARE(nameOf(interfaceOf(&both.fast)->child(0)), QStringLiteral("Two"));

@@ -89,6 +89,13 @@ private:
                         .arg(change->firstColumn())
                         .arg(change->lastColumn());
         }
+        if (event->type() == QAccessible::StateChanged) {
+            const auto *change = static_cast<QAccessibleStateChangeEvent *>(event);
+            if (change->changedStates().checked)
+                text += QStringLiteral(" checked");
+            if (change->changedStates().busy)
+                text += QStringLiteral(" busy");
+        }
         s_running->m_heard.append(text);
     }
 
