@@ -324,7 +324,9 @@ private slots:
     void answersAsQTableView();
     void selectsAsQTableView_data();
     void selectsAsQTableView();
+    void unselectsAmidNeighbours();
     void selectsOneColumn();
+    void selectsLoneRow();
     void tellsAsQTableView_data();
     void tellsAsQTableView();
 
@@ -469,6 +471,37 @@ void tst_AccessibleTable::selectsAsQTableView()
     QVERIFY(!tableOf(&both.fast)->selectRow(s_rows));
     QVERIFY(!tableOf(&both.fast)->selectColumn(s_columns));
     QVERIFY(!tableOf(&both.fast)->unselectRow(-1));
+}
+
+//! What is selected stays in one piece.
+void tst_AccessibleTable::unselectsAmidNeighbours()
+{
+    Both both;
+    both.model.item(2, 0)->setSelectable(true);
+    for (QAbstractItemView *view : both.views()) {
+        view->setSelectionMode(QAbstractItemView::ContiguousSelection);
+        for (int row = 1; row < s_rows; ++row)
+            QVERIFY(tableOf(view)->selectRow(row));
+        QVERIFY(tableOf(view)->unselectRow(3));
+        QCOMPARE(listed(tableOf(view)->selectedRows()), QStringLiteral("1 2"));
+        view->clearSelection();
+        for (int column = 0; column < s_columns; ++column)
+            QVERIFY(tableOf(view)->selectColumn(column));
+        QVERIFY(tableOf(view)->unselectColumn(1));
+        QCOMPARE(listed(tableOf(view)->selectedColumns()), QStringLiteral("0"));
+    }
+}
+
+void tst_AccessibleTable::selectsLoneRow()
+{
+    Both both;
+    both.fast.setSelectionMode(QAbstractItemView::SingleSelection);
+    for (int column = 1; column < s_columns - 1; ++column)
+        both.fast.hideColumn(column);
+    QVERIFY(!tableOf(&both.fast)->selectRow(1));
+    both.fast.hideColumn(0); // a row is a cell now
+    QVERIFY(tableOf(&both.fast)->selectRow(1));
+    QVERIFY(tableOf(&both.fast)->isRowSelected(1));
 }
 
 void tst_AccessibleTable::selectsOneColumn()
