@@ -189,6 +189,7 @@ void AbstractFindToolBar::setCaseSensitivity(Qt::CaseSensitivity sensitivity)
 void AbstractFindToolBar::setupUi()
 {
     setObjectName(QStringLiteral("FindToolBar"));
+    TranslatedTexts::show(this, "accessibleName", staticMetaObject, QT_TR_NOOP("Search panel"));
 
     m_widget = new Inside(this);
     addWidget(m_widget);
@@ -198,13 +199,16 @@ void AbstractFindToolBar::setupUi()
 
     m_notFoundLabel = new NotFoundLabel(this);
     m_progressIndicator = new PanelIndicator;
+    TranslatedTexts::show(m_progressIndicator, "accessibleName", staticMetaObject,
+                          QT_TR_NOOP("Search is running"));
 
     m_findLineEdit = new FilterLineEdit(this);
     m_findLineEdit->setObjectName(QStringLiteral("findLineEdit"));
     m_findLineEdit->setButtonMenu(FancyLineEdit::Left, m_lineEditMenu);
     m_findLineEdit->setStyleSheet(QStringLiteral("QLineEdit { border : 1px solid grey; }"));
     m_findLineEdit->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
-    TranslatedTexts::show(m_findLineEdit, "placeholderText", staticMetaObject, QT_TR_NOOP("Find"));
+    for (const char *property : {"placeholderText", "accessibleName"})
+        TranslatedTexts::show(m_findLineEdit, property, staticMetaObject, QT_TR_NOOP("Find"));
 
     m_buttonHeight = m_findLineEdit->sizeHint().height();
     m_findPrevButton = createButton(QStringLiteral("findPrevButton"));

@@ -3,6 +3,7 @@
 
 #include "fancylineedit.h"
 
+#include "accessible/install_p.h"
 #include "fancylineedit_p.h"
 
 #include <QCursor>
@@ -28,6 +29,7 @@ QSize shownSize(const QPixmap &pixmap)
 IconButton::IconButton(QWidget *parent)
     : QAbstractButton(parent)
 {
+    Accessible::installIconButtonFactory();
     setCursor(Qt::ArrowCursor); // not the edit's I-beam
     setFocusPolicy(Qt::NoFocus);
 }

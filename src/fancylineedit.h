@@ -14,7 +14,8 @@ class FancyLineEditPrivate;
 class QMenu;
 
 //! A picture that can be clicked: no frame, no hovered or pressed look. It takes no
-//! focus and shows an arrow as the cursor. Part of a FancyLineEdit.
+//! focus and shows an arrow as the cursor. Part of a FancyLineEdit. Screen readers read its
+//! accessible name, else its tool tip, else the title of the menu that the edit opens from it.
 class VANTIX_EXPORT IconButton : public QAbstractButton
 {
     Q_OBJECT

@@ -29,6 +29,7 @@ FilterLineEdit::FilterLineEdit(QWidget *parent)
     setButtonPixmap(Right, clearIcon(layoutDirection()).pixmap(QSize(16, 16)));
     setButtonVisible(Right, true);
     TranslatedTexts::show(this, "placeholderText", staticMetaObject, QT_TR_NOOP("Find"));
+    TranslatedTexts::show(this, "accessibleName", staticMetaObject, QT_TR_NOOP("Find"));
     auto *clearButton = findChildren<IconButton *>(Qt::FindDirectChildrenOnly).at(Right);
     TranslatedTexts::show(clearButton, "toolTip", staticMetaObject, QT_TR_NOOP("Clear"));
     setAutoHideButton(Right, true);

@@ -3,6 +3,9 @@
 
 #include "qprogressindicator.h"
 
+#include "accessible/install_p.h"
+
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPixmapCache>
@@ -56,11 +59,23 @@ QPixmap renderFrame(int side, QPoint center, QColor color, int angle)
     return pixmap;
 }
 
+//! Tells screen readers whether something is going on.
+void tellBusy(QProgressIndicator *indicator)
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessible::State changed;
+    changed.busy = true;
+    QAccessibleStateChangeEvent event(indicator, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
 } // namespace
 
 QProgressIndicator::QProgressIndicator(QWidget *parent)
     : QWidget(parent)
 {
+    Accessible::installIndicatorFactory();
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -99,16 +114,21 @@ int QProgressIndicator::heightForWidth(int w) const
 void QProgressIndicator::startAnimation()
 {
     m_angle = 0;
-    if (m_timerId == -1)
-        m_timerId = startTimer(std::max(m_delay, 0));
+    if (m_timerId != -1)
+        return;
+    m_timerId = startTimer(std::max(m_delay, 0));
+    tellBusy(this);
 }
 
 void QProgressIndicator::stopAnimation()
 {
-    if (m_timerId != -1)
+    const bool wasAnimated = isAnimated();
+    if (wasAnimated)
         killTimer(m_timerId);
     m_timerId = -1;
     update();
+    if (wasAnimated)
+        tellBusy(this);
 }
 
 void QProgressIndicator::setAnimationDelay(int delay)

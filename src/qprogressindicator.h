@@ -16,6 +16,8 @@
  * per size and colour and kept in QPixmapCache for all indicators. It is meant for
  * square widgets: elsewhere the ring is off its centre and stretched.
  *
+ * Screen readers hear when it starts and stops. They read its accessible name, or "Busy".
+ *
  * GUI thread only.
  */
 class VANTIX_EXPORT QProgressIndicator : public QWidget

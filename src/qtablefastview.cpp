@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "qtablefastview.h"
+#include "accessible/install_p.h"
 #include "pixels/barpicture_p.h"
 #include "view/tableparts_p.h"
 
@@ -58,6 +59,7 @@ QTableFastView::QTableFastView(QWidget *parent)
     : QAbstractItemView(parent)
     , d_ptr(new QTableFastViewPrivate(this))
 {
+    Accessible::installTableFactory();
     m_itemHeight = updatedItemHeight(QStyleOptionViewItem());
     setVerticalScrollBar(new QTableFastScrollBar(this));
     viewport()->setAttribute(Qt::WA_StaticContents);
@@ -231,6 +233,7 @@ void QTableFastView::setSelectionModel(QItemSelectionModel *sm)
         m_header->setSelectionModel(sm);
     if (m_model)
         connect(sm, SIGNAL(currentRowChanged(QModelIndex, QModelIndex)), m_model, SLOT(submit()));
+    Accessible::watchModels(this);
 }
 
 void QTableFastViewPrivate::modelDestroyed()

@@ -93,6 +93,13 @@ private:
  * rows beyond are not reachable. Pixel positions of rows further than 2^30 pixels
  * away are reported as ±2^30.
  *
+ * Screen readers get a table with its titles, cells, focus and selection, as from QTableView:
+ * columns as they are on screen, without hidden ones, and texts as the delegates' displayText()
+ * writes them, unless the model has a Qt::AccessibleTextRole. Cells can be selected, edited and
+ * toggled. Nothing is made per row, and nothing is done while nobody listens. Children are
+ * numbered as far as an int goes; the table interface reaches all rows, but lists no more than the
+ * first 4096 selected ones. Derived views inherit it.
+ *
  * The view shows the children of the invalid root index. Models, selection models
  * and headers given to it may be destroyed at any time. GUI thread only.
  */

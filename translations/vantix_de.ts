@@ -43,6 +43,14 @@
         <source>Tell upper and lower case apart</source>
         <translation>Groß- und Kleinbuchstaben unterscheiden</translation>
     </message>
+    <message>
+        <source>Search panel</source>
+        <translation>Suchleiste</translation>
+    </message>
+    <message>
+        <source>Search is running</source>
+        <translation>Suche läuft</translation>
+    </message>
 </context>
 <context>
     <name>FilterLineEdit</name>
@@ -72,6 +80,24 @@
     <message>
         <source>%1th week</source>
         <translation>%1. Woche</translation>
+    </message>
+</context>
+<context>
+    <name>QProgressIndicator</name>
+    <message>
+        <source>Busy</source>
+        <translation>Beschäftigt</translation>
+    </message>
+</context>
+<context>
+    <name>QTableFastView</name>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
     </message>
 </context>
 <context>

@@ -43,6 +43,14 @@
         <source>Tell upper and lower case apart</source>
         <translation>Tell upper and lower case apart</translation>
     </message>
+    <message>
+        <source>Search panel</source>
+        <translation>Search panel</translation>
+    </message>
+    <message>
+        <source>Search is running</source>
+        <translation>Search is running</translation>
+    </message>
 </context>
 <context>
     <name>FilterLineEdit</name>
@@ -72,6 +80,24 @@
     <message>
         <source>%1th week</source>
         <translation>%1th week</translation>
+    </message>
+</context>
+<context>
+    <name>QProgressIndicator</name>
+    <message>
+        <source>Busy</source>
+        <translation>Busy</translation>
+    </message>
+</context>
+<context>
+    <name>QTableFastView</name>
+    <message>
+        <source>Select</source>
+        <translation>Select</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Edit</translation>
     </message>
 </context>
 <context>

@@ -43,6 +43,14 @@
         <source>Tell upper and lower case apart</source>
         <translation>Различать прописные и строчные буквы</translation>
     </message>
+    <message>
+        <source>Search panel</source>
+        <translation>Панель поиска</translation>
+    </message>
+    <message>
+        <source>Search is running</source>
+        <translation>Идёт поиск</translation>
+    </message>
 </context>
 <context>
     <name>FilterLineEdit</name>
@@ -72,6 +80,24 @@
     <message>
         <source>%1th week</source>
         <translation>%1-я неделя</translation>
+    </message>
+</context>
+<context>
+    <name>QProgressIndicator</name>
+    <message>
+        <source>Busy</source>
+        <translation>Занято</translation>
+    </message>
+</context>
+<context>
+    <name>QTableFastView</name>
+    <message>
+        <source>Select</source>
+        <translation>Выбрать</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Изменить</translation>
     </message>
 </context>
 <context>
