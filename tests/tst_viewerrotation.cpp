@@ -76,6 +76,7 @@ private Q_SLOTS:
     void waitsForTheNewest();
     void beginsAnewWhenTruncated();
     void stopsAndGoesOn();
+    void beginsAnewWithoutAName();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -374,6 +375,24 @@ void tst_ViewerRotation::stopsAndGoesOn()
     write("log", "c\n");
     model.resumeIndexing();
     QTRY_COMPARE(model.texts(), QStringList({"a", "b", "c"}));
+}
+
+//! What was written anew may be gone by the time somebody looks.
+void tst_ViewerRotation::beginsAnewWithoutAName()
+{
+    write("log", "a\nb\n");
+    JoinedModel model(path("log"));
+    QTRY_VERIFY(model.isSettled());
+    model.stopIndexing();
+    QTRY_COMPARE(model.activity(), Activity::Stopped);
+    write("log", "x\ny\nz\n");
+    QVERIFY(QFile::remove(path("log")));
+    model.resumeIndexing();
+    QTRY_COMPARE(model.texts(), QStringList({"x", "y", "z"}));
+    QTRY_VERIFY(model.isMissing());
+    QTRY_COMPARE(model.activity(), Activity::Following);
+    write("log", "c\n");
+    QTRY_COMPARE(model.texts(), QStringList({"x", "y", "z", "c"}));
 }
 
 QTEST_GUILESS_MAIN(tst_ViewerRotation)

@@ -79,6 +79,8 @@ void FileFollower::begin(Restart reason)
     QString error;
     if (std::shared_ptr<TextFile> file = openNext(&error))
         follow(std::move(file), reason);
+    else if (m_file) // which has lost its name meanwhile
+        follow(std::exchange(m_file, nullptr), reason);
     else
         fail(error);
 }
