@@ -29,9 +29,11 @@ inline quint32 crc32(const QByteArray &text)
 //! header, and four of a check sum at the end.
 inline QByteArray gzip(const QByteArray &text)
 {
-    const QByteArray packed = qCompress(text);
-    return QByteArray("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10) + packed.sliced(6).chopped(4)
-        + littleEndian(crc32(text)) + littleEndian(quint32(text.size()));
+    // Of no text, Qt leaves out the block that is empty.
+    const QByteArray block =
+        text.isEmpty() ? QByteArray("\x03\0", 2) : qCompress(text).sliced(6).chopped(4);
+    return QByteArray("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10) + block + littleEndian(crc32(text))
+        + littleEndian(quint32(text.size()));
 }
 
 #endif // GZIP_H
