@@ -30,9 +30,9 @@ const QString s_hasOlderFiles = QStringLiteral("olderFiles");
 const QString s_sortColumn = QStringLiteral("sortColumn");
 const QString s_isDescending = QStringLiteral("descending");
 const QString s_filter = QStringLiteral("filter");
-const QString s_matchesCase = QStringLiteral("matchesCase");
-const QString s_wholeWords = QStringLiteral("wholeWords");
-const QString s_isExpression = QStringLiteral("expression");
+const QString s_filterMatchesCase = QStringLiteral("matchesCase");
+const QString s_filterWholeWords = QStringLiteral("wholeWords");
+const QString s_filterIsExpression = QStringLiteral("expression");
 
 QString toText(const QByteArray &bytes)
 {
@@ -86,9 +86,9 @@ void addOrderAndFilter(QJsonObject *json, const PageState &page)
     if (page.filter.isEmpty())
         return;
     json->insert(s_filter, page.filter);
-    json->insert(s_matchesCase, page.filterRules.matchesCase);
-    json->insert(s_wholeWords, page.filterRules.wholeWords);
-    json->insert(s_isExpression, page.filterRules.isExpression);
+    json->insert(s_filterMatchesCase, page.filterRules.matchesCase);
+    json->insert(s_filterWholeWords, page.filterRules.wholeWords);
+    json->insert(s_filterIsExpression, page.filterRules.isExpression);
 }
 
 void readOrderAndFilter(const QJsonObject &json, PageState *page)
@@ -97,8 +97,8 @@ void readOrderAndFilter(const QJsonObject &json, PageState *page)
     if (json[s_isDescending].toBool())
         page->sortOrder = Qt::DescendingOrder;
     page->filter = json[s_filter].toString();
-    page->filterRules = {json[s_matchesCase].toBool(), json[s_wholeWords].toBool(),
-                         json[s_isExpression].toBool()};
+    page->filterRules = {json[s_filterMatchesCase].toBool(), json[s_filterWholeWords].toBool(),
+                         json[s_filterIsExpression].toBool()};
 }
 
 QJsonArray toJson(const QList<int> &numbers)
