@@ -117,8 +117,6 @@ public:
     quint64 fileSize() const { return m_fileSize; }
     //! Bytes of the file that are in rows.
     quint64 indexedBytes() const { return m_index.bytes(); }
-    //! Records whose quotes nothing closes, so that each of their lines is a row.
-    qint64 brokenRecords() const { return m_index.givenUp(); }
     //! Rows of older files, which come before those of the file itself; −1 while they are being
     //! read.
     int olderRows() const { return m_olderLines < 0 ? -1 : rowsFor(m_olderLines); }

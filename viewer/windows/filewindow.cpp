@@ -95,7 +95,6 @@ void FileWindow::open(const FormatRequest &request)
 {
     m_request = request;
     m_olderFiles->setChecked(request.hasOlderFiles);
-    updateOlderFiles();
     const std::unique_ptr<TextFileModel> former = std::move(m_model);
     m_model = std::make_unique<TextFileModel>(m_path, request);
     setModel(m_model.get(), Edge::End);
