@@ -3,21 +3,11 @@
 
 #include "addresses.h"
 
+#include "textline.h"
+
 #include <arpa/inet.h>
 
 #include <array>
-
-namespace {
-
-template<int family, qsizetype size> QString internetAddress(QByteArrayView bytes)
-{
-    std::array<char, INET6_ADDRSTRLEN> text {};
-    if (bytes.size() != size || !::inet_ntop(family, bytes.data(), text.data(), text.size()))
-        return {};
-    return QString::fromLatin1(text.data());
-}
-
-} // namespace
 
 QString hardwareAddress(QByteArrayView bytes)
 {
@@ -26,12 +16,20 @@ QString hardwareAddress(QByteArrayView bytes)
 
 QString ipv4Address(QByteArrayView bytes)
 {
-    return internetAddress<AF_INET, 4>(bytes);
+    if (bytes.size() != 4)
+        return {};
+    TextLine line(15);
+    line << quint8(bytes[0]) << u'.' << quint8(bytes[1]) << u'.' << quint8(bytes[2]) << u'.'
+         << quint8(bytes[3]);
+    return line.text();
 }
 
 QString ipv6Address(QByteArrayView bytes)
 {
-    return internetAddress<AF_INET6, 16>(bytes);
+    std::array<char, INET6_ADDRSTRLEN> text {};
+    if (bytes.size() != 16 || !::inet_ntop(AF_INET6, bytes.data(), text.data(), text.size()))
+        return {};
+    return QString::fromLatin1(text.data());
 }
 
 QString hexNumber(quint32 number, int digits)

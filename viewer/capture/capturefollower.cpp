@@ -120,12 +120,15 @@ void CaptureFollower::pumpSlice()
 {
     QString error;
     m_isStreamEnded = !pump(&error);
-    if (m_isStreamEnded)
+    if (!error.isEmpty()) {
         m_notifier->setEnabled(false);
-    if (error.isEmpty())
-        indexSlice();
-    else
         fail(error);
+        return;
+    }
+    m_activity = Activity::Indexing;
+    indexSlice();
+    const bool wantsMore = m_activity == Activity::Indexing || m_activity == Activity::Following;
+    m_notifier->setEnabled(wantsMore && !m_isStreamEnded);
 }
 
 //! Looks at what comes for a while, and tells what it found.

@@ -7,6 +7,7 @@
 #include "basics/hexdump.h"
 #include "basics/roles.h"
 #include "dissection.h"
+#include "textline.h"
 
 #include <QDateTime>
 
@@ -86,15 +87,23 @@ QString CaptureModel::linkName() const
     return m_source ? m_source->linkName() : QString();
 }
 
-//! As many digits for all packets, so that they stand below each other.
+//! As many digits for all packets, so that they stand below each other. Zones of time are asked
+//! for once a second.
 QString CaptureModel::timeText(qint64 time) const
 {
     constexpr qint64 second = 1'000'000'000;
     const qint64 nanoseconds = (time % second + second) % second;
-    const QDateTime whole = QDateTime::fromSecsSinceEpoch((time - nanoseconds) / second);
-    const qint64 fraction = m_hasNanoseconds ? nanoseconds : nanoseconds / 1000;
-    return whole.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
-        + QStringLiteral(".%1").arg(fraction, m_hasNanoseconds ? 9 : 6, 10, QLatin1Char('0'));
+    const qint64 whole = (time - nanoseconds) / second;
+    if (whole != m_second || m_secondText.isEmpty()) {
+        m_second = whole;
+        m_secondText =
+            QDateTime::fromSecsSinceEpoch(whole).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    }
+    // The first digit is there for the zeros behind it.
+    const qint64 fraction = nanoseconds + second;
+    TextLine line;
+    line << m_secondText << (m_hasNanoseconds ? fraction : fraction / 1000);
+    return line.text().replace(m_secondText.size(), 1, u'.');
 }
 
 const QStringList &CaptureModel::fields(int row) const

@@ -101,6 +101,8 @@ private:
     ChunkedArray<quint64> m_places;              //!< of packets
     std::unique_ptr<PacketSource> m_source;      //!< reads them; null before the first news
     mutable RowCache m_cache;                    //!< fields of rows asked for lately
+    mutable qint64 m_second = -1;                //!< since 1970, of m_secondText
+    mutable QString m_secondText;                //!< date and time
     mutable bool m_hasNanoseconds = false;       //!< some packet has other than whole microseconds
 };
 

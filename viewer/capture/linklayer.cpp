@@ -28,8 +28,8 @@ quint16 takeTags(Dissection *packet, quint16 type, ByteReader *reader)
 
 void dissectEthernet(Dissection *packet, ByteReader reader)
 {
-    packet->destination = hardwareAddress(reader.take(6));
-    packet->source = hardwareAddress(reader.take(6));
+    const QByteArrayView destination = reader.take(6);
+    const QByteArrayView source = reader.take(6);
     const quint16 type = reader.u16();
     if (reader.isShort()) {
         tellMalformed(packet, QStringLiteral("Ethernet"));
@@ -37,7 +37,7 @@ void dissectEthernet(Dissection *packet, ByteReader reader)
     }
     packet->addLayer([&] {
         return QStringLiteral("Ethernet: %1 → %2, %3")
-            .arg(packet->source, packet->destination,
+            .arg(hardwareAddress(source), hardwareAddress(destination),
                  type < s_smallestEtherType ? QStringLiteral("%1 bytes").arg(type)
                                             : QStringLiteral("type ") + hexNumber(type, 4));
     });
@@ -45,9 +45,13 @@ void dissectEthernet(Dissection *packet, ByteReader reader)
     if (inner < s_smallestEtherType) {
         packet->protocol = QStringLiteral("LLC");
         packet->info = QStringLiteral("%1 bytes").arg(inner);
-        return;
+    } else {
+        dissectNetwork(packet, inner, reader.rest());
     }
-    dissectNetwork(packet, inner, reader.rest());
+    if (!packet->source.isEmpty()) // those of a network say more
+        return;
+    packet->source = hardwareAddress(source);
+    packet->destination = hardwareAddress(destination);
 }
 
 //! Neither a first byte of 0x4_ nor one of 0x6_ is IP.

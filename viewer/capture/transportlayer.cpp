@@ -3,13 +3,16 @@
 
 #include "addresses.h"
 #include "layers.h"
+#include "textline.h"
 
 #include <array>
+#include <utility>
 
 namespace {
 
 const QString s_tcp = QStringLiteral("TCP");
 const QString s_udp = QStringLiteral("UDP");
+const QString s_arrow = QStringLiteral(" → ");
 
 //! Numbers of protocols in headers of IP.
 struct Transport
@@ -40,21 +43,15 @@ QString dnsOfPorts(quint16 source, quint16 destination)
     return isEither(5355) ? QStringLiteral("LLMNR") : QString();
 }
 
-QString portsText(quint16 source, quint16 destination)
-{
-    return QStringLiteral("%1 → %2").arg(source).arg(destination);
-}
-
-QString flagNames(quint16 flags)
+void addFlagNames(TextLine *line, quint16 flags)
 {
     static constexpr std::array<const char *, 9> names {"FIN", "SYN", "RST", "PSH", "ACK",
                                                         "URG", "ECE", "CWR", "AE"};
-    QStringList set;
+    const char *between = "";
     for (std::size_t bit = 0; bit < names.size(); ++bit) {
         if (flags >> bit & 1)
-            set.append(QString::fromLatin1(names[bit]));
+            *line << std::exchange(between, ", ") << names[bit];
     }
-    return set.join(QLatin1String(", "));
 }
 
 //! What a header of TCP says.
@@ -86,13 +83,14 @@ TcpHeader readTcp(ByteReader *reader)
 
 QString tcpInfo(const TcpHeader &header, qsizetype payload)
 {
-    const bool isAnswer = header.flags & 0x10;
-    return QStringLiteral("%1 [%2] Seq=%3%4 Win=%5 Len=%6")
-        .arg(portsText(header.source, header.destination), flagNames(header.flags))
-        .arg(header.sequence)
-        .arg(isAnswer ? QStringLiteral(" Ack=%1").arg(header.acknowledgement) : QString())
-        .arg(header.window)
-        .arg(payload);
+    TextLine line;
+    line << header.source << s_arrow << header.destination << " [";
+    addFlagNames(&line, header.flags);
+    line << "] Seq=" << header.sequence;
+    if (header.flags & 0x10)
+        line << " Ack=" << header.acknowledgement;
+    line << " Win=" << header.window << " Len=" << payload;
+    return line.text();
 }
 
 void dissectTcp(Dissection *packet, QByteArrayView bytes, qsizetype size)
@@ -125,7 +123,9 @@ void dissectUdp(Dissection *packet, QByteArrayView bytes)
         return;
     }
     packet->protocol = s_udp;
-    packet->info = QStringLiteral("%1 Len=%2").arg(portsText(source, destination)).arg(size - 8);
+    TextLine line;
+    line << source << s_arrow << destination << " Len=" << size - 8;
+    packet->info = line.text();
     packet->addLayer([&] { return QStringLiteral("UDP: ") + packet->info; });
     const QString dns = dnsOfPorts(source, destination);
     if (!dns.isEmpty())
