@@ -253,26 +253,27 @@ void tst_Dissection::recordsInDns_data()
         return dnsResponse("example.com", type, data, failure);
     };
     QTest::newRow("A") << response(1, address4("93.184.216.34"))
-                       << "A example.com example.com A 93.184.216.34";
+                       << "A example.com: A 93.184.216.34";
     QTest::newRow("AAAA") << response(28, QByteArray(15, '\0') + '\x01')
-                          << "AAAA example.com example.com AAAA ::1";
-    QTest::newRow("CNAME") << response(5, dnsName("a.b"))
-                           << "CNAME example.com example.com CNAME a.b";
+                          << "AAAA example.com: AAAA ::1";
+    QTest::newRow("CNAME") << response(5, dnsName("a.b")) << "CNAME example.com: CNAME a.b";
     QTest::newRow("CNAME that points") << response(5,
                                                    "\x01"
                                                    "a" + big16(0xc00c))
-                                       << "CNAME example.com example.com CNAME a.example.com";
+                                       << "CNAME example.com: CNAME a.example.com";
     QTest::newRow("MX") << response(15, big16(10) + dnsName("mail"))
-                        << "MX example.com example.com MX 10 mail";
+                        << "MX example.com: MX 10 mail";
     QTest::newRow("SRV") << response(33, big32(0) + big16(5060) + dnsName("sip"))
-                         << "SRV example.com example.com SRV sip port 5060";
-    QTest::newRow("TXT") << response(16, "\x05hello")
-                         << "TXT example.com example.com TXT \"hello\"";
-    QTest::newRow("others") << response(6, "xyz") << "SOA example.com example.com SOA 3 bytes";
-    QTest::newRow("no such name") << response(1, {}, 3) << "A example.com no such name";
-    QTest::newRow("refused") << response(1, {}, 5) << "A example.com refused";
-    QTest::newRow("server failure") << response(1, {}, 2) << "A example.com server failure";
-    QTest::newRow("other failure") << response(1, {}, 9) << "A example.com error 9";
+                         << "SRV example.com: SRV sip port 5060";
+    QTest::newRow("TXT") << response(16, "\x05hello") << "TXT example.com: TXT \"hello\"";
+    QTest::newRow("another name") << big16(0x1a2b) + big16(0x8180) + big16(0) + big16(2) + big32(0)
+            + (dnsName("b") + big16(1) + big16(1) + big32(1) + big16(4) + address4("1.2.3.4"))
+                  .repeated(2) << ": b A 1.2.3.4, b A 1.2.3.4";
+    QTest::newRow("others") << response(6, "xyz") << "SOA example.com: SOA 3 bytes";
+    QTest::newRow("no such name") << response(1, {}, 3) << "A example.com: no such name";
+    QTest::newRow("refused") << response(1, {}, 5) << "A example.com: refused";
+    QTest::newRow("server failure") << response(1, {}, 2) << "A example.com: server failure";
+    QTest::newRow("other failure") << response(1, {}, 9) << "A example.com: error 9";
     QTest::newRow("cut off") << response(1, address4("1.2.3.4")).chopped(1)
                              << "A example.com (cut off or malformed)";
 }
@@ -282,10 +283,11 @@ void tst_Dissection::recordsInDns()
     QFETCH(QByteArray, message);
     QFETCH(QString, text);
     const QByteArray overUdp = ethernet(0x800, ipv4(17, udp(53, 40000, message)));
-    QCOMPARE(dissect(s_ethernet, overUdp).info, "Response 0x1a2b " + text);
+    const QString info = (text.startsWith(u':') ? "Response 0x1a2b" : "Response 0x1a2b ") + text;
+    QCOMPARE(dissect(s_ethernet, overUdp).info, info);
     const QByteArray overTcp =
         ethernet(0x800, ipv4(6, tcp(53, 40000, 0x18, big16(int(message.size())) + message)));
-    QCOMPARE(dissect(s_ethernet, overTcp).info, "Response 0x1a2b " + text);
+    QCOMPARE(dissect(s_ethernet, overTcp).info, info);
     QCOMPARE(dissect(s_ethernet, ethernet(0x800, ipv4(17, udp(5353, 5353, message)))).protocol,
              "MDNS");
     QCOMPARE(dissect(s_ethernet, ethernet(0x800, ipv4(17, udp(40000, 5355, message)))).protocol,

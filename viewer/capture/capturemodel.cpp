@@ -140,7 +140,7 @@ QString CaptureModel::details(int row) const
     const Packet *packet = m_source->read(m_places[std::size_t(row)], m_news.sections);
     if (!packet)
         return fields(row).at(Info);
-    QString size = tr("%Ln byte(s)", nullptr, int(packet->length));
+    QString size = tr("%L1 bytes").arg(packet->length);
     if (quint32(packet->bytes.size()) != packet->length)
         size = tr("%1, of which %L2 were captured").arg(size).arg(packet->bytes.size());
     const Dissection told = dissect(m_source->linkType(), packet->bytes, true);

@@ -82,8 +82,8 @@ public:
     //! The name at the reader's place, behind which it is then.
     QString takeName() { return nameFrom(&m_reader); }
 
-    //! One record, as "name TYPE data".
-    QString takeRecord();
+    //! One record, as "name TYPE data"; without the name if that is \a usual.
+    QString takeRecord(const QString &usual);
 
 private:
     QString nameFrom(ByteReader *reader);
@@ -154,7 +154,7 @@ QString DnsMessage::dataText(quint16 type, qsizetype place, QByteArrayView data)
     }
 }
 
-QString DnsMessage::takeRecord()
+QString DnsMessage::takeRecord(const QString &usual)
 {
     const QString name = takeName();
     const quint16 type = m_reader.u16();
@@ -164,7 +164,8 @@ QString DnsMessage::takeRecord()
     const QByteArrayView data = m_reader.take(size);
     if (isBroken())
         return {};
-    return QStringLiteral("%1 %2 %3").arg(name, typeName(type), dataText(type, place, data));
+    const QString text = typeName(type) + QLatin1Char(' ') + dataText(type, place, data);
+    return name == usual ? text : name + QLatin1Char(' ') + text;
 }
 
 QString failureText(int code)
@@ -185,29 +186,29 @@ QString failureText(int code)
     }
 }
 
-//! What the first question and the answers say, which are what a line has room for.
-QStringList takeRecords(DnsMessage *message, int count)
-{
-    QStringList records;
-    for (int i = 0; i < qMin(count, s_mostRecords) && !message->isBroken(); ++i) {
-        const QString record = message->takeRecord();
-        if (!record.isEmpty())
-            records.append(record);
-    }
-    return records;
-}
-
-QStringList takeQuestions(DnsMessage *message, int count)
+//! What was asked, and the name that the last question was about.
+QStringList takeQuestions(DnsMessage *message, int count, QString *name)
 {
     QStringList questions;
     for (int i = 0; i < qMin(count, s_mostRecords) && !message->isBroken(); ++i) {
-        const QString name = message->takeName();
+        *name = message->takeName();
         const quint16 type = message->reader().u16();
         message->reader().skip(2);
         if (!message->isBroken())
-            questions.append(typeName(type) + QLatin1Char(' ') + name);
+            questions.append(typeName(type) + QLatin1Char(' ') + *name);
     }
     return questions;
+}
+
+QStringList takeAnswers(DnsMessage *message, int count, const QString &asked)
+{
+    QStringList answers;
+    for (int i = 0; i < qMin(count, s_mostRecords) && !message->isBroken(); ++i) {
+        const QString record = message->takeRecord(asked);
+        if (!record.isEmpty())
+            answers.append(record);
+    }
+    return answers;
 }
 
 } // namespace
@@ -225,16 +226,18 @@ void dissectDns(Dissection *packet, const QString &protocol, QByteArrayView byte
         tellMalformed(packet, protocol);
         return;
     }
-    const QStringList questions = takeQuestions(&message, questionCount);
-    const QStringList answers = takeRecords(&message, answerCount);
-    const QString failure = failureText(flags & 0xf);
+    QString asked;
+    const QStringList questions = takeQuestions(&message, questionCount, &asked);
+    QStringList answers = takeAnswers(&message, answerCount, asked);
+    if (const QString failure = failureText(flags & 0xf); !failure.isEmpty())
+        answers.append(failure);
     packet->protocol = protocol;
     packet->info = (flags & 0x8000 ? QStringLiteral("Response ") : QStringLiteral("Query "))
         + hexNumber(id, 4);
-    for (const QStringList &part : {questions, answers, QStringList(failure)}) {
-        if (!part.join(QString()).isEmpty())
-            packet->info += QLatin1Char(' ') + part.join(QLatin1String(", "));
-    }
+    if (!questions.isEmpty())
+        packet->info += QLatin1Char(' ') + questions.join(QLatin1String(", "));
+    if (!answers.isEmpty())
+        packet->info += QLatin1String(": ") + answers.join(QLatin1String(", "));
     if (message.isBroken())
         packet->info += QStringLiteral(" (cut off or malformed)");
     packet->addLayer([&] { return protocol + QStringLiteral(": ") + packet->info; });
