@@ -586,6 +586,10 @@ kann nicht angezeigt werden: %2</translation>
         <source>The index of lines takes %1 of memory.</source>
         <translation>Der Zeilenindex belegt %1 Speicher.</translation>
     </message>
+    <message>
+        <source>Journal of the system</source>
+        <translation>Journal des Systems</translation>
+    </message>
 </context>
 <context>
     <name>FilterBar</name>
@@ -798,6 +802,13 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>%L1 warnings</source>
         <translation>%L1 Warnungen</translation>
+    </message>
+</context>
+<context>
+    <name>JournalStream</name>
+    <message>
+        <source>It is a journal, and this program was built without libsystemd.</source>
+        <translation>Es ist ein Journal, und dieses Programm wurde ohne libsystemd gebaut.</translation>
     </message>
 </context>
 <context>

@@ -586,6 +586,10 @@ cannot be shown: %2</source>
         <source>The index of lines takes %1 of memory.</source>
         <translation>Индекс строк занимает %1 памяти.</translation>
     </message>
+    <message>
+        <source>Journal of the system</source>
+        <translation>Журнал системы</translation>
+    </message>
 </context>
 <context>
     <name>FilterBar</name>
@@ -798,6 +802,13 @@ cannot be shown: %2</source>
     <message>
         <source>%L1 warnings</source>
         <translation>предупреждений: %L1</translation>
+    </message>
+</context>
+<context>
+    <name>JournalStream</name>
+    <message>
+        <source>It is a journal, and this program was built without libsystemd.</source>
+        <translation>Это журнал, а программа собрана без libsystemd.</translation>
     </message>
 </context>
 <context>
