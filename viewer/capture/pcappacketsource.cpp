@@ -50,7 +50,7 @@ struct PacketSource::Capture
 {
     struct Closer
     {
-        void operator()(pcap_t *pcap) const { pcap_close(pcap); }
+        void operator()(pcap_t *opened) const { pcap_close(opened); }
     };
 
     FileCursor cursor;
