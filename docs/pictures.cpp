@@ -4,6 +4,8 @@
 // Takes the pictures of docs/viewer.md: vantix-pictures FOLDER. They are the same on each machine
 // that has the fonts DejaVu Sans and DejaVu Sans Mono.
 
+#include "capture/capturewindow.h"
+#include "captures.h"
 #include "overview/histogram.h"
 #include "overview/marksmenu.h"
 #include "overview/overviewstrip.h"
@@ -95,6 +97,36 @@ QByteArray events()
     return text;
 }
 
+//! Somebody at 192.168.1.23 who asks for names and then for what is there.
+QByteArray packets()
+{
+    QRandomGenerator random(4);
+    const CaptureWriter writer;
+    QByteArray capture = writer.header();
+    quint64 time = 1'795'255'200'000'000; // microseconds since 1970
+    const auto add = [&](const QByteArray &bytes) {
+        time += quint64(200 + random.bounded(9000));
+        capture += writer.record(quint32(time / 1'000'000), quint32(time % 1'000'000),
+                                 ethernet(0x800, bytes));
+    };
+    const QByteArray me = "192.168.1.23";
+    const QByteArray resolver = "192.168.1.1";
+    for (int visit = 0; visit < 800; ++visit) {
+        const QByteArray server = "203.0.113." + QByteArray::number(1 + random.bounded(250));
+        const QByteArray name = "host" + QByteArray::number(random.bounded(90)) + ".example.com";
+        const int port = 32768 + random.bounded(28000);
+        add(ipv4(17, udp(port, 53, dnsQuery(name)), me, resolver));
+        add(ipv4(17, udp(53, port, dnsResponse(name, 1, address4(server))), resolver, me));
+        add(ipv4(6, tcp(port, 443, 0x002), me, server));
+        add(ipv4(6, tcp(443, port, 0x012), server, me));
+        add(ipv4(6, tcp(port, 443, 0x010), me, server));
+        for (int part = random.bounded(6); part >= 0; --part)
+            add(ipv4(6, tcp(443, port, 0x018, QByteArray(random.bounded(1400), 'x')), server, me));
+        add(ipv4(6, tcp(port, 443, 0x011), me, server));
+    }
+    return capture;
+}
+
 void useColors(bool isDark)
 {
     if (!isDark)
@@ -124,12 +156,14 @@ public:
     FileWindow *open(const QString &name, const QByteArray &text)
     {
         write(m_files.filePath(name), text);
-        m_pages.push_back(
+        return add(
             std::make_unique<FileWindow>(m_files.filePath(name), FormatRequest(), &m_statistics));
-        m_windows.add(m_pages.back().get());
-        m_windows.windowOf(m_pages.back().get())->resize(s_size);
-        settle();
-        return m_pages.back().get();
+    }
+
+    CaptureWindow *openCapture(const QString &name, const QByteArray &bytes)
+    {
+        write(m_files.filePath(name), bytes);
+        return add(std::make_unique<CaptureWindow>(m_files.filePath(name), &m_statistics));
     }
 
     void take(const ViewerWindow *page, const QString &name)
@@ -142,11 +176,21 @@ public:
     }
 
 private:
+    template<typename Window> Window *add(std::unique_ptr<Window> window)
+    {
+        Window *page = window.get();
+        m_pages.push_back(std::move(window));
+        m_windows.add(page);
+        m_windows.windowOf(page)->resize(s_size);
+        settle();
+        return page;
+    }
+
     const QString m_folder;
     QTemporaryDir m_files;
     FrameStatistics m_statistics;
     TabWindows m_windows;
-    std::vector<std::unique_ptr<FileWindow>> m_pages; //!< go before the windows
+    std::vector<std::unique_ptr<ViewerWindow>> m_pages; //!< go before the windows
 };
 
 QAction *viewAction(const ViewerWindow *page, const QString &text)
@@ -200,6 +244,17 @@ void takeJson(Photographer *photographer)
     photographer->take(page, QStringLiteral("viewer-json.png"));
 }
 
+void takePackets(Photographer *photographer)
+{
+    CaptureWindow *page = photographer->openCapture(QStringLiteral("visits.pcap"), packets());
+    viewAction(page, QStringLiteral("Histogram"))->setChecked(false);
+    page->rowPane()->show();
+    page->openFindWith(QStringLiteral("Response"));
+    settle();
+    page->showLine(2000);
+    photographer->take(page, QStringLiteral("viewer-packets.png"));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -221,6 +276,7 @@ int main(int argc, char **argv)
         takeLog(&photographer, QStringLiteral("viewer-log.png"));
         takeTable(&photographer);
         takeJson(&photographer);
+        takePackets(&photographer);
     }
     useColors(true);
     Photographer photographer(folder);

@@ -68,6 +68,7 @@ private Q_SLOTS:
     void recognisesColumnsOfAllOfThem();
     void findsTextInAnyOfThem();
     void leavesOutWhatCannotBeRead();
+    void namesDamagedFilesWithEachNews();
     void keepsWhatCameBeforeDamage();
     void followsTheNewest();
     void goesOnAfterRotation();
@@ -249,6 +250,33 @@ void tst_ViewerRotation::leavesOutWhatCannotBeRead()
     QTRY_VERIFY(model.isSettled());
     QCOMPARE(model.texts(), QStringList({"a", "c", "d"}));
     QCOMPARE(model.leftOut(), QStringList(path("log.2.gz")));
+}
+
+//! Whoever takes the news at once hears of the damage before the text begins.
+void tst_ViewerRotation::namesDamagedFilesWithEachNews()
+{
+#ifndef VIEWER_HAS_LIBARCHIVE
+    QSKIP("This build reads no compressed files.");
+#endif
+    write("log.2.gz", QByteArray("\x1f\x8b\x08", 3)); // cut off
+    write("log.1", "c\n");
+    write("log", "d\n");
+    FormatRequest request;
+    request.hasOlderFiles = true;
+    FileFollower follower(path("log"), request, 1000);
+    bool hasBegun = false;
+    FollowerNews last;
+    connect(&follower, &FileFollower::news, this, [&] {
+        last = follower.takeNews();
+        hasBegun = hasBegun || last.restart == FollowerNews::Restart::Opened;
+        if (hasBegun)
+            QCOMPARE(last.leftOut, QStringList(path("log.2.gz")));
+    });
+    follower.start();
+    QTRY_COMPARE(last.activity, FollowerNews::Activity::Following);
+    QVERIFY(hasBegun);
+    QCOMPARE(last.leftOut, QStringList(path("log.2.gz")));
+    follower.finish();
 }
 
 void tst_ViewerRotation::keepsWhatCameBeforeDamage()

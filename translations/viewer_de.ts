@@ -56,6 +56,126 @@
     </message>
 </context>
 <context>
+    <name>CaptureModel</name>
+    <message>
+        <source>This packet cannot be read: %1</source>
+        <translation>Dieses Paket kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>%1, of which %L2 were captured</source>
+        <translation>%1, davon %L2 aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>Packet %L1: %2, %3</source>
+        <translation>Paket %L1: %2, %3</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>Protocol</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Info</source>
+        <translation>Info</translation>
+    </message>
+    <message>
+        <source>%L1 bytes</source>
+        <translation>%L1 Bytes</translation>
+    </message>
+</context>
+<context>
+    <name>CaptureWindow</name>
+    <message>
+        <source>Standard input</source>
+        <translation>Standardeingabe</translation>
+    </message>
+    <message>
+        <source>%1 — %2</source>
+        <translation>%1 — %2</translation>
+    </message>
+    <message>
+        <source>R&amp;eload</source>
+        <translation>&amp;Neu laden</translation>
+    </message>
+    <message>
+        <source>Opening…</source>
+        <translation>Wird geöffnet&#xa0;…</translation>
+    </message>
+    <message>
+        <source>What the packets were captured from</source>
+        <translation>Wovon die Pakete aufgezeichnet wurden</translation>
+    </message>
+    <message>
+        <source>A temporary copy of this size is kept in %1, the index of packets in %2 of memory.</source>
+        <translation>Eine vorläufige Kopie dieser Größe liegt in %1, der Index der Pakete in %2 Speicher.</translation>
+    </message>
+    <message>
+        <source>The index of packets takes %1 of memory.</source>
+        <translation>Der Index der Pakete belegt %1 Speicher.</translation>
+    </message>
+    <message>
+        <source>The file was deleted; this is what it held</source>
+        <translation>Die Datei wurde gelöscht; dies war ihr Inhalt</translation>
+    </message>
+    <message>
+        <source>Indexing…</source>
+        <translation>Wird indiziert&#xa0;…</translation>
+    </message>
+    <message>
+        <source>The last packet is not complete yet</source>
+        <translation>Das letzte Paket ist noch nicht vollständig</translation>
+    </message>
+    <message>
+        <source>Following</source>
+        <translation>Folgt</translation>
+    </message>
+    <message>
+        <source>Indexed</source>
+        <translation>Indiziert</translation>
+    </message>
+    <message>
+        <source>The last packet is not complete</source>
+        <translation>Das letzte Paket ist nicht vollständig</translation>
+    </message>
+    <message>
+        <source>Complete</source>
+        <translation>Vollständig</translation>
+    </message>
+    <message>
+        <source>Damaged at byte %L1; the packets before are shown</source>
+        <translation>Beschädigt ab Byte %L1; die Pakete davor werden gezeigt</translation>
+    </message>
+    <message>
+        <source>There are more packets; the first %L1 are shown</source>
+        <translation>Es gibt mehr Pakete; die ersten %L1 werden gezeigt</translation>
+    </message>
+    <message>
+        <source>%1
+cannot be shown: %2</source>
+        <translation>%1
+kann nicht angezeigt werden: %2</translation>
+    </message>
+    <message>
+        <source>The file was written anew.</source>
+        <translation>Die Datei wurde neu geschrieben.</translation>
+    </message>
+</context>
+<context>
     <name>ColorRulesDialog</name>
     <message>
         <source>Colours of Rows</source>
@@ -466,6 +586,10 @@ kann nicht angezeigt werden: %2</translation>
         <source>The index of lines takes %1 of memory.</source>
         <translation>Der Zeilenindex belegt %1 Speicher.</translation>
     </message>
+    <message>
+        <source>Journal of the system</source>
+        <translation>Journal des Systems</translation>
+    </message>
 </context>
 <context>
     <name>FilterBar</name>
@@ -678,6 +802,13 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>%L1 warnings</source>
         <translation>%L1 Warnungen</translation>
+    </message>
+</context>
+<context>
+    <name>JournalStream</name>
+    <message>
+        <source>It is a journal, and this program was built without libsystemd.</source>
+        <translation>Es ist ein Journal, und dieses Programm wurde ohne libsystemd gebaut.</translation>
     </message>
 </context>
 <context>

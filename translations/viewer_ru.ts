@@ -56,6 +56,126 @@
     </message>
 </context>
 <context>
+    <name>CaptureModel</name>
+    <message>
+        <source>This packet cannot be read: %1</source>
+        <translation>Этот пакет прочитать нельзя: %1</translation>
+    </message>
+    <message>
+        <source>%1, of which %L2 were captured</source>
+        <translation>%1, из них записано %L2</translation>
+    </message>
+    <message>
+        <source>Packet %L1: %2, %3</source>
+        <translation>Пакет %L1: %2, %3</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Время</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Источник</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>Получатель</translation>
+    </message>
+    <message>
+        <source>Protocol</source>
+        <translation>Протокол</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Длина</translation>
+    </message>
+    <message>
+        <source>Info</source>
+        <translation>Сведения</translation>
+    </message>
+    <message>
+        <source>%L1 bytes</source>
+        <translation>%L1 Б</translation>
+    </message>
+</context>
+<context>
+    <name>CaptureWindow</name>
+    <message>
+        <source>Standard input</source>
+        <translation>Стандартный ввод</translation>
+    </message>
+    <message>
+        <source>%1 — %2</source>
+        <translation>%1 — %2</translation>
+    </message>
+    <message>
+        <source>R&amp;eload</source>
+        <translation>&amp;Перечитать</translation>
+    </message>
+    <message>
+        <source>Opening…</source>
+        <translation>Открытие…</translation>
+    </message>
+    <message>
+        <source>What the packets were captured from</source>
+        <translation>Откуда записаны пакеты</translation>
+    </message>
+    <message>
+        <source>A temporary copy of this size is kept in %1, the index of packets in %2 of memory.</source>
+        <translation>Временная копия такого размера хранится в %1, указатель пакетов занимает %2 памяти.</translation>
+    </message>
+    <message>
+        <source>The index of packets takes %1 of memory.</source>
+        <translation>Указатель пакетов занимает %1 памяти.</translation>
+    </message>
+    <message>
+        <source>The file was deleted; this is what it held</source>
+        <translation>Файл удалён; это его прежнее содержимое</translation>
+    </message>
+    <message>
+        <source>Indexing…</source>
+        <translation>Индексирование…</translation>
+    </message>
+    <message>
+        <source>The last packet is not complete yet</source>
+        <translation>Последний пакет ещё не полон</translation>
+    </message>
+    <message>
+        <source>Following</source>
+        <translation>Слежение</translation>
+    </message>
+    <message>
+        <source>Indexed</source>
+        <translation>Проиндексировано</translation>
+    </message>
+    <message>
+        <source>The last packet is not complete</source>
+        <translation>Последний пакет не полон</translation>
+    </message>
+    <message>
+        <source>Complete</source>
+        <translation>Завершено</translation>
+    </message>
+    <message>
+        <source>Damaged at byte %L1; the packets before are shown</source>
+        <translation>Повреждено с байта %L1; показаны пакеты до него</translation>
+    </message>
+    <message>
+        <source>There are more packets; the first %L1 are shown</source>
+        <translation>Пакетов больше; показаны первые %L1</translation>
+    </message>
+    <message>
+        <source>%1
+cannot be shown: %2</source>
+        <translation>%1
+нельзя показать: %2</translation>
+    </message>
+    <message>
+        <source>The file was written anew.</source>
+        <translation>Файл записан заново.</translation>
+    </message>
+</context>
+<context>
     <name>ColorRulesDialog</name>
     <message>
         <source>Colours of Rows</source>
@@ -466,6 +586,10 @@ cannot be shown: %2</source>
         <source>The index of lines takes %1 of memory.</source>
         <translation>Индекс строк занимает %1 памяти.</translation>
     </message>
+    <message>
+        <source>Journal of the system</source>
+        <translation>Журнал системы</translation>
+    </message>
 </context>
 <context>
     <name>FilterBar</name>
@@ -678,6 +802,13 @@ cannot be shown: %2</source>
     <message>
         <source>%L1 warnings</source>
         <translation>предупреждений: %L1</translation>
+    </message>
+</context>
+<context>
+    <name>JournalStream</name>
+    <message>
+        <source>It is a journal, and this program was built without libsystemd.</source>
+        <translation>Это журнал, а программа собрана без libsystemd.</translation>
     </message>
 </context>
 <context>

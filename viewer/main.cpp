@@ -19,6 +19,7 @@ namespace {
 const QString s_header = QStringLiteral("header");
 const QString s_noHeader = QStringLiteral("no-header");
 const QString s_format = QStringLiteral("format");
+const QString s_capture = QStringLiteral("capture");
 const QString s_noFollow = QStringLiteral("no-follow");
 const QString s_delimiter = QStringLiteral("delimiter");
 const QString s_encoding = QStringLiteral("encoding");
@@ -52,8 +53,10 @@ void describe(QCommandLineParser *parser)
                  "character, or none for no columns. Recognised by default."),
          english("separator")},
         {s_format,
-         english("Lines are those of <format>: text, json, logfmt, access, syslog or journal. "
-                 "Recognised by default."),
+         english(
+             "Lines are those of <format>: text, json, logfmt, access, syslog or journal; or the "
+             "files are those of <format> capture, packets of a network. Recognised by "
+             "default."),
          english("format")},
         {s_header, english("The first line names the columns. Recognised by default.")},
         {s_noHeader, english("The first line is a row like any other.")},
@@ -108,9 +111,11 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
     if (parser.isSet(s_header) || parser.isSet(s_noHeader))
         options->format.hasHeader = !parser.isSet(s_noHeader);
     if (parser.isSet(s_format)) {
+        options->hasCaptures = parser.value(s_format) == s_capture;
         options->format.log = LogFormat::kindNamed(parser.value(s_format));
-        if (!options->format.log)
-            return english("--format wants text, json, logfmt, access, syslog or journal.");
+        if (!options->format.log && !options->hasCaptures)
+            return english(
+                "--format wants text, json, logfmt, access, syslog, journal or capture.");
         if (parser.isSet(s_delimiter))
             return english("--format and --delimiter exclude each other.");
     }

@@ -6,6 +6,9 @@
 #include "basics/endsignals.h"
 #include "basics/memory.h"
 #include "basics/recentfiles.h"
+#include "capture/capturewalk.h"
+#include "capture/capturewindow.h"
+#include "capture/packetsource.h"
 #include "feed/feedwindow.h"
 #include "windows/filewindow.h"
 #include "windows/tabwindow.h"
@@ -141,6 +144,12 @@ void Session::quit()
     m_isEnding = false;
 }
 
+bool Session::isPackets(const QString &path) const
+{
+    const bool isAsked = m_options.hasCaptures && m_options.files.contains(path);
+    return PacketSource::isAvailable() && (isAsked || isCapture(path));
+}
+
 ViewerWindow *Session::open(const QString &path, const FormatRequest &format,
                             const ViewerWindow *beside)
 {
@@ -148,6 +157,8 @@ ViewerWindow *Session::open(const QString &path, const FormatRequest &format,
     const QString file = url.isLocalFile() ? url.toLocalFile() : path;
     if (isWatched())
         RecentFiles::add(file);
+    if (isPackets(file))
+        return add(std::make_unique<CaptureWindow>(file, &m_statistics), beside);
     return add(std::make_unique<FileWindow>(file, format, &m_statistics), beside);
 }
 

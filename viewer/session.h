@@ -23,11 +23,12 @@ class ViewerWindow;
 //! What the command line asks for.
 struct SessionOptions
 {
-    QStringList files;    //!< to open
-    bool hasFeed = false; //!< show the simulated feed if there are no files
-    FormatRequest format; //!< of the files
-    bool follow = true;   //!< follow from the start
-    int rate = 1000;      //!< of the feed, rows per second
+    QStringList files;        //!< to open
+    bool hasFeed = false;     //!< show the simulated feed if there are no files
+    FormatRequest format;     //!< of the files
+    bool hasCaptures = false; //!< the files are captures of packets, whatever they begin with
+    bool follow = true;       //!< follow from the start
+    int rate = 1000;          //!< of the feed, rows per second
     FeedModel::NewRows newRows = FeedModel::NewRows::AtTop; //!< of the feed
     std::optional<double> seconds;                          //!< end after these
     QString screenshot; //!< file for a picture of the first window, if any
@@ -50,6 +51,7 @@ public:
 
 private:
     bool isWatched() const;
+    bool isPackets(const QString &path) const;
     void begin();
     void restore(const QList<SavedWindow> &windows);
     void windowCreated(TabWindow *window);

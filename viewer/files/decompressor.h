@@ -4,13 +4,15 @@
 #ifndef DECOMPRESSOR_H
 #define DECOMPRESSOR_H
 
+#include "bytestream.h"
+
 #include <QByteArray>
 #include <QString>
 
 #include <memory>
 
 //! Reads the text in a compressed file, from its start to its end.
-class Decompressor
+class Decompressor : public ByteStream
 {
 public:
     static constexpr qint64 signatureSize = 16; //!< bytes that formatOf() needs at most
@@ -25,18 +27,6 @@ public:
 
     //! The library that this build decompresses with, and its version; empty without one.
     static QString libraryName();
-
-    virtual ~Decompressor() = default;
-
-    //! Reads the next \a size bytes of text, or as many as there are. 0 at the end, −1 with
-    //! \a error set if the file is damaged there.
-    virtual qint64 read(char *buffer, qint64 size, QString *error) = 0;
-
-protected:
-    Decompressor() = default;
-
-private:
-    Q_DISABLE_COPY(Decompressor)
 };
 
 #endif // DECOMPRESSOR_H

@@ -47,6 +47,7 @@ FollowerNews FileFollower::takeNews()
     next.activity = m_news.activity;
     next.missing = m_news.missing;
     next.olderLines = m_news.olderLines;
+    next.leftOut = m_news.leftOut;
     next.error = m_news.error;
     return std::exchange(m_news, std::move(next));
 }
@@ -76,6 +77,7 @@ void FileFollower::begin(Restart reason)
     if (m_request.hasOlderFiles && m_path != QLatin1String("-"))
         m_coming = olderFiles(m_path);
     m_coming.append(m_path);
+    m_leftOut.clear();
     QString error;
     if (std::shared_ptr<TextFile> file = openNext(&error))
         follow(std::move(file), reason);
@@ -103,17 +105,12 @@ std::shared_ptr<TextFile> FileFollower::openNext(QString *error)
         m_filePath = m_coming.takeFirst();
         file = TextFile::open(m_filePath, error);
         if (!file && !m_coming.isEmpty())
-            leaveOut(m_filePath);
+            m_leftOut.append(m_filePath);
     }
     m_comingSize = 0;
     for (const QString &path : std::as_const(m_coming))
         m_comingSize += quint64(QFileInfo(path).size());
     return file;
-}
-
-void FileFollower::leaveOut(const QString &path)
-{
-    tell([&](FollowerNews &news) { news.leftOut.append(path); });
 }
 
 void FileFollower::watch()
@@ -168,6 +165,7 @@ void FileFollower::follow(std::shared_ptr<TextFile> file, Restart reason)
         news.encodingName.clear();
         news.compression = m_compression;
         news.olderLines = m_coming.isEmpty() ? 0 : -1;
+        news.leftOut = m_leftOut;
         news.batches.clear();
     });
     watch();
@@ -380,7 +378,7 @@ void FileFollower::pumpStream()
     const bool isAtEnd = count == 0 || !error.isEmpty();
     if (isAtEnd && !m_coming.isEmpty() && m_activity == Activity::Indexing) {
         if (!error.isEmpty())
-            leaveOut(m_filePath);
+            m_leftOut.append(m_filePath);
         endFile();
         return;
     }
@@ -438,6 +436,7 @@ void FileFollower::publish()
             news.format = std::exchange(m_newFormat, std::nullopt);
             news.batches.clear();
         }
+        news.leftOut = m_leftOut;
         news.compression = m_compression;
         news.encodingName = isCopyCompressed() ? QString() : m_format.encoding.name();
         news.batches.push_back(std::move(batch));
@@ -479,6 +478,8 @@ void FileFollower::checkPath()
         else if (file)
             m_refused = named;
     }
+    if (isHere)
+        m_wasRead = false;
     if (isHere && !m_watcher->files().contains(m_path))
         m_watcher->addPath(m_path);
     if (m_missing == !isHere)

@@ -127,7 +127,6 @@ private:
     QByteArray joint() const;
     bool isLeft();
     void takeName(std::shared_ptr<TextFile> file);
-    void leaveOut(const QString &path);
     void watch();
     void watchFile();
     void watchStream(int descriptor);
@@ -156,6 +155,7 @@ private:
     const qint64 m_maximumLines;             //!< index no more than these
     QStringList m_coming;                    //!< to be read behind m_file; the last is m_path
     quint64 m_comingSize = 0;                //!< bytes of these
+    QStringList m_leftOut;                   //!< of all older files, what could not be read whole
     QString m_filePath;                      //!< of m_file
     std::shared_ptr<TextFile> m_file;        //!< the file of that name, or the last one
     TextFormat m_format;                     //!< of m_file

@@ -3,6 +3,8 @@
 
 #include "textfile.h"
 
+#include "journalstream.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -79,12 +81,13 @@ bool hidesItsSize(int descriptor, const FileStatus &status)
         && uninterrupted([&] { return ::pread(descriptor, &byte, 1, 0); }) > 0;
 }
 
-QString compressionOf(int descriptor)
+//! The bytes that tell what kind of file it is.
+QByteArray startOf(int descriptor)
 {
-    char bytes[Decompressor::signatureSize];
-    const ssize_t count =
-        uninterrupted([&] { return ::pread(descriptor, bytes, sizeof bytes, 0); });
-    return Decompressor::formatOf({bytes, qsizetype(std::max<ssize_t>(count, 0))});
+    QByteArray bytes(Decompressor::signatureSize, Qt::Uninitialized);
+    const ssize_t count = uninterrupted(
+        [&] { return ::pread(descriptor, bytes.data(), std::size_t(bytes.size()), 0); });
+    return bytes.first(std::max<ssize_t>(count, 0));
 }
 
 FileDescriptor openDescriptor(const QString &path)
@@ -125,6 +128,8 @@ QString TextFile::copyFolder()
 
 std::shared_ptr<TextFile> TextFile::open(const QString &path, QString *error)
 {
+    if (JournalStream::isName(path))
+        return openJournal(path, error);
     FileDescriptor descriptor = openDescriptor(path);
     struct stat status
     {
@@ -144,7 +149,10 @@ std::shared_ptr<TextFile> TextFile::open(const QString &path, QString *error)
     }
     if (!S_ISREG(status.st_mode) || hidesItsSize(descriptor.get(), status))
         return openStream(std::move(descriptor), error);
-    const QString compression = compressionOf(descriptor.get());
+    const QByteArray start = startOf(descriptor.get());
+    if (JournalStream::isJournalStart(start))
+        return openJournal(path, error);
+    const QString compression = Decompressor::formatOf(start);
     if (!compression.isEmpty())
         return openCompressed(std::move(descriptor), compression, error);
     auto file = std::make_shared<TextFile>();
@@ -164,6 +172,18 @@ std::shared_ptr<TextFile> TextFile::openStream(FileDescriptor &&stream, QString 
     return file;
 }
 
+std::shared_ptr<TextFile> TextFile::openJournal(const QString &path, QString *error)
+{
+    std::unique_ptr<JournalStream> journal = JournalStream::open(path, error);
+    if (!journal)
+        return nullptr;
+    FileDescriptor stream(::fcntl(journal->descriptor(), F_DUPFD_CLOEXEC, 0));
+    std::shared_ptr<TextFile> file = openStream(std::move(stream), error);
+    if (file)
+        file->m_source = std::move(journal);
+    return file;
+}
+
 std::shared_ptr<TextFile> TextFile::openCompressed(FileDescriptor &&compressed,
                                                    const QString &format, QString *error)
 {
@@ -173,7 +193,7 @@ std::shared_ptr<TextFile> TextFile::openCompressed(FileDescriptor &&compressed,
     std::shared_ptr<TextFile> file = openStream(std::move(compressed), error);
     if (file) {
         file->m_compression = format;
-        file->m_decompressor = std::move(decompressor);
+        file->m_source = std::move(decompressor);
     }
     return file;
 }
@@ -181,7 +201,7 @@ std::shared_ptr<TextFile> TextFile::openCompressed(FileDescriptor &&compressed,
 std::shared_ptr<TextFile> TextFile::decompressed(QString *error) const
 {
     FileDescriptor copy(::fcntl(m_file.get(), F_DUPFD_CLOEXEC, 0));
-    const QString format = compressionOf(m_file.get());
+    const QString format = Decompressor::formatOf(startOf(m_file.get()));
     return openCompressed(std::move(copy), format, error);
 }
 
@@ -272,8 +292,8 @@ bool TextFile::hasStreamText() const
 //! As pump(), without the copy.
 qint64 TextFile::readStream(char *buffer, qint64 size, QString *error)
 {
-    if (m_decompressor)
-        return m_decompressor->read(buffer, size, error);
+    if (m_source)
+        return m_source->read(buffer, size, error);
     const ssize_t count =
         uninterrupted([&] { return ::read(m_stream.get(), buffer, std::size_t(size)); });
     if (count < 0 && errno != EAGAIN && errno != EWOULDBLOCK)
@@ -293,6 +313,6 @@ qint64 TextFile::pump(char *buffer, qint64 size, QString *error)
 
 void TextFile::endStream()
 {
-    m_decompressor.reset();
+    m_source.reset();
     m_stream = FileDescriptor();
 }

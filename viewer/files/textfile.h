@@ -52,15 +52,16 @@ struct FileState
  *
  * Either a regular file or the copy of a stream: pipes, terminals, files that do not know
  * their size (as in /proc) and what compressed files hold are copied to a temporary file
- * that has no name, by pump(). Opening never waits for a pipe's writer.
+ * that has no name, by pump(); so are the journals of systemd. Opening never waits for a pipe's
+ * writer.
  *
  * readAt() may be called by several threads at a time, and while another one pumps.
  */
 class TextFile
 {
 public:
-    //! Opens \a path; "-" is the standard input. Null with a sentence for the
-    //! user in \a error if that fails. Directories and devices are refused.
+    //! Opens \a path; "-" is the standard input, "journal:" begins the name of a journal. Null with
+    //! a sentence for the user in \a error if that fails. Directories and devices are refused.
     static std::shared_ptr<TextFile> open(const QString &path, QString *error);
 
     //! What this file holds when it is decompressed. Null with a sentence for the user in
@@ -109,6 +110,7 @@ public:
 
 private:
     static std::shared_ptr<TextFile> openStream(FileDescriptor &&stream, QString *error);
+    static std::shared_ptr<TextFile> openJournal(const QString &path, QString *error);
     static std::shared_ptr<TextFile> openCompressed(FileDescriptor &&compressed,
                                                     const QString &format, QString *error);
     qint64 readStream(char *buffer, qint64 size, QString *error);
@@ -117,13 +119,13 @@ private:
     qint64 readOwn(quint64 offset, char *buffer, qint64 size) const;
     qint64 readBefore(quint64 offset, char *buffer, qint64 size) const;
 
-    FileDescriptor m_file;                        //!< what is read
-    FileDescriptor m_stream;                      //!< where it comes from, if not a regular file
-    QString m_compression;                        //!< see compression()
-    std::unique_ptr<Decompressor> m_decompressor; //!< reads m_stream if that is compressed
-    std::shared_ptr<const TextFile> m_before;     //!< whose text comes first, if any
-    quint64 m_beforeSize = 0;                     //!< bytes of m_before that count
-    QByteArray m_joint;                           //!< between that text and this
+    FileDescriptor m_file;                    //!< what is read
+    FileDescriptor m_stream;                  //!< where it comes from, if not a regular file
+    QString m_compression;                    //!< see compression()
+    std::unique_ptr<ByteStream> m_source;     //!< reads m_stream if that has to be decoded
+    std::shared_ptr<const TextFile> m_before; //!< whose text comes first, if any
+    quint64 m_beforeSize = 0;                 //!< bytes of m_before that count
+    QByteArray m_joint;                       //!< between that text and this
 };
 
 #endif // TEXTFILE_H

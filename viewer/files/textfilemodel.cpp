@@ -121,11 +121,11 @@ void TextFileModel::takeNews()
     m_encodingName = news.encodingName;
     m_compression = news.compression;
     m_olderLines = news.olderLines;
+    m_leftOut = news.leftOut;
     if (news.file)
         m_file = news.file;
     if (news.restart != Restart::None)
         beginAnew(news);
-    m_leftOut += news.leftOut;
     if (news.format)
         reformat(news);
     else if (!news.batches.empty())
@@ -139,7 +139,6 @@ void TextFileModel::beginAnew(const FollowerNews &news)
 {
     beginResetModel();
     m_lastRestart = news.restart;
-    m_leftOut.clear();
     m_index = LineIndex();
     m_format = {};
     forgetRows();

@@ -4,6 +4,7 @@
 #ifndef TEXTFILEMODEL_H
 #define TEXTFILEMODEL_H
 
+#include "basics/rowcache.h"
 #include "bytepattern.h"
 #include "delimiter.h"
 #include "filefollower.h"
@@ -15,41 +16,9 @@
 #include <QHash>
 #include <QThread>
 
-#include <array>
 #include <limits>
 #include <memory>
 #include <optional>
-
-//! The fields of a few rows: more than fit on a screen, at most one for each of its
-//! places.
-class RowCache
-{
-public:
-    //! Null if the row is not there.
-    const QStringList *find(int row) const
-    {
-        const Place &place = m_places[size_t(row) % m_places.size()];
-        return place.row == row ? &place.fields : nullptr;
-    }
-    //! Takes the place of another row. Valid until the next call.
-    const QStringList &insert(int row, QStringList &&fields)
-    {
-        Place &place = m_places[size_t(row) % m_places.size()];
-        place = {row, std::move(fields)};
-        return place.fields;
-    }
-    void remove(int row) { m_places[size_t(row) % m_places.size()] = {}; }
-    void clear() { m_places.fill({}); }
-
-private:
-    struct Place
-    {
-        int row = -1;
-        QStringList fields;
-    };
-
-    std::array<Place, 256> m_places;
-};
 
 /*!
  * \brief The lines of a text file of any size, while it is indexed and while it grows.
@@ -117,8 +86,6 @@ public:
     quint64 fileSize() const { return m_fileSize; }
     //! Bytes of the file that are in rows.
     quint64 indexedBytes() const { return m_index.bytes(); }
-    //! Records whose quotes nothing closes, so that each of their lines is a row.
-    qint64 brokenRecords() const { return m_index.givenUp(); }
     //! Rows of older files, which come before those of the file itself; −1 while they are being
     //! read.
     int olderRows() const { return m_olderLines < 0 ? -1 : rowsFor(m_olderLines); }

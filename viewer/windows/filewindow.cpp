@@ -4,6 +4,7 @@
 #include "filewindow.h"
 
 #include "basics/icons.h"
+#include "files/journalstream.h"
 #include "files/newestfile.h"
 #include "files/rotatedfiles.h"
 #include "files/textfile.h"
@@ -35,25 +36,34 @@ constexpr int s_messageTime = 8000; // ms that the status bar tells what happene
 
 using Activity = TextFileModel::Activity;
 
+//! What is no file has a name of its own, or nothing.
+QString nameOfStream(const QString &path)
+{
+    if (path == QLatin1String("-"))
+        return FileWindow::tr("Standard input");
+    return path == QLatin1String("journal:") ? FileWindow::tr("Journal of the system") : QString();
+}
+
 QString displayName(const QString &path)
 {
-    return path == QLatin1String("-") ? FileWindow::tr("Standard input")
-                                      : QFileInfo(path).fileName();
+    const QString name = nameOfStream(path);
+    return name.isEmpty() ? QFileInfo(path).fileName() : name;
 }
 
 //! Files in several folders may have the same name.
 QString title(const QString &path)
 {
-    if (path == QLatin1String("-"))
-        return displayName(path);
+    const QString name = nameOfStream(path);
+    if (!name.isEmpty())
+        return name;
     const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
     return FileWindow::tr("%1 — %2").arg(displayName(path), folder);
 }
 
 QString displayPath(const QString &path)
 {
-    return path == QLatin1String("-") ? FileWindow::tr("Standard input")
-                                      : QDir::toNativeSeparators(path);
+    const QString name = nameOfStream(path);
+    return name.isEmpty() ? QDir::toNativeSeparators(path) : name;
 }
 
 } // namespace
@@ -72,7 +82,7 @@ FileWindow::FileWindow(const QString &path, const FormatRequest &request,
         m_newest.start(m_pattern);
     }
     if (canReopen())
-        setWindowFilePath(QFileInfo(path).absoluteFilePath());
+        setWindowFilePath(JournalStream::isName(path) ? path : QFileInfo(path).absoluteFilePath());
     showPath();
     createStopAction();
     createStatusBar();
@@ -95,7 +105,6 @@ void FileWindow::open(const FormatRequest &request)
 {
     m_request = request;
     m_olderFiles->setChecked(request.hasOlderFiles);
-    updateOlderFiles();
     const std::unique_ptr<TextFileModel> former = std::move(m_model);
     m_model = std::make_unique<TextFileModel>(m_path, request);
     setModel(m_model.get(), Edge::End);
@@ -406,7 +415,8 @@ void FileWindow::reportFailure()
 bool FileWindow::isAwaited() const
 {
     const QFileInfo file(m_path);
-    return canReopen() && (!file.exists() || file.isDir() || !file.isReadable());
+    return canReopen() && !JournalStream::isName(m_path)
+        && (!file.exists() || file.isDir() || !file.isReadable());
 }
 
 void FileWindow::waitForFile()

@@ -3,6 +3,8 @@
 
 #include "rowdetails.h"
 
+#include "basics/hexdump.h"
+#include "basics/roles.h"
 #include "files/wholerow.h"
 #include "indentedjson.h"
 
@@ -10,7 +12,6 @@
 
 namespace {
 
-constexpr qsizetype s_dumpedInLine = 16;
 constexpr qsizetype s_widestName = 24; // characters; values behind longer ones are not aligned
 
 // Tabs and ends of lines are text, and so are the escape sequences of terminals.
@@ -67,31 +68,17 @@ QString membersText(const QAbstractItemModel *model, const QStringList &fields)
     return text;
 }
 
-char printable(char byte)
-{
-    return byte >= ' ' && byte <= '~' ? byte : '.';
-}
-
 } // namespace
-
-QString hexDump(QByteArrayView bytes)
-{
-    QByteArray dump;
-    for (qsizetype at = 0; at < bytes.size(); at += s_dumpedInLine) {
-        const QByteArrayView line = bytes.sliced(at, qMin(s_dumpedInLine, bytes.size() - at));
-        if (at > 0)
-            dump += '\n';
-        dump += QByteArray::number(at, 16).rightJustified(8, '0') + "  "
-            + line.toByteArray().toHex(' ').leftJustified(s_dumpedInLine * 3 - 1) + "  ";
-        std::transform(line.begin(), line.end(), std::back_inserter(dump), printable);
-    }
-    return QString::fromLatin1(dump);
-}
 
 RowDetails rowDetails(const QModelIndex &index)
 {
-    WholeRow row = wholeRow(index, RowDetails::mostBytes);
     RowDetails details;
+    details.text = index.data(int(RowRole::Details)).toString();
+    if (!details.text.isEmpty()) {
+        details.isDump = true;
+        return details;
+    }
+    WholeRow row = wholeRow(index, RowDetails::mostBytes);
     if (row.isLine)
         row.fields.removeFirst(); // its number
     else if (!row.object.isEmpty())

@@ -4,7 +4,6 @@
 #ifndef ROWDETAILS_H
 #define ROWDETAILS_H
 
-#include <QByteArray>
 #include <QModelIndex>
 #include <QString>
 
@@ -19,12 +18,10 @@ struct RowDetails
     static constexpr qsizetype mostText = 1 << 20; //!< characters, or a few more
 };
 
-//! The row of \a index: the text alone if it is its only one, else names and values of all
-//! columns. What is JSON is indented, and what is no text, as NUL or many control characters
-//! in it tell, is dumped. An ellipsis stands for what is left out.
+//! The row of \a index: what the model tells with RowRole::Details, or else the text alone if it is
+//! the only one, or names and values of all columns. What is JSON is indented, and what is no text,
+//! as NUL or many control characters in it tell, is dumped. An ellipsis stands for what is left
+//! out.
 RowDetails rowDetails(const QModelIndex &index);
-
-//! Lines of an offset, 16 bytes in hexadecimal, and those of them that are ASCII.
-QString hexDump(QByteArrayView bytes);
 
 #endif // ROWDETAILS_H
