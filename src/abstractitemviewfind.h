@@ -63,6 +63,7 @@ public:
         //! At \a index, with the columns of \a find.
         Iterator(const QModelIndex &index, AbstractItemViewFind *find);
 
+        //! The index it is at; invalid before the first row and behind the last one.
         QModelIndex operator*() const { return m_index; }
         //! To the next row. The end stays the end, but before the first row that is
         //! where a model with rows begins.
@@ -76,6 +77,7 @@ public:
         AbstractItemViewFind *m_toolbar = nullptr;   //!< has the columns
     };
 
+    //! Searches nothing before setView(); \a parent as in QObject.
     explicit AbstractItemViewFind(QObject *parent = nullptr);
     //! Ends a search that is running.
     ~AbstractItemViewFind() override;

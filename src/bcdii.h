@@ -61,22 +61,22 @@
 //! are the same with and without.
 namespace BCDIITypeNames {
 #if !defined(BYTE)
-using BYTE = std::uint8_t;
+using BYTE = std::uint8_t; //!< 8 bits
 #endif
 #if !defined(UINT16)
-using UINT16 = std::uint16_t;
+using UINT16 = std::uint16_t; //!< 16 bits
 #endif
 #if !defined(UINT32)
-using UINT32 = std::uint32_t;
+using UINT32 = std::uint32_t; //!< 32 bits
 #endif
 #if !defined(UINT64) && !defined(_BASETSD_H_)
-using UINT64 = std::uint64_t;
+using UINT64 = std::uint64_t; //!< 64 bits
 #endif
 #if !defined(INT64) && !defined(_BASETSD_H_) && !(defined(XMD_H) && defined(LONG64))
-using INT64 = std::int64_t;
+using INT64 = std::int64_t; //!< 64 bits, signed
 #endif
 #if !defined(BOOL) && !defined(XMD_H) && !defined(__OBJC__)
-using BOOL = int;
+using BOOL = int; //!< 0 for no, anything else for yes
 #endif
 } // namespace BCDIITypeNames
 

@@ -27,6 +27,7 @@ VANTIX_EXPORT void registerConverter(QMetaType from, QMetaType to,
                                      bool (*convert)(const void *from, void *to));
 //! @}
 
+//! Makes variants and streams know \a Value, a BCDIIValue.
 template<typename Value> void registerValue()
 {
     const auto self = QMetaType::fromType<Value>();

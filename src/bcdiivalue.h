@@ -31,6 +31,7 @@ template<typename Value> struct BCDIIParsed
     //! has fraction digits that the type has not.
     std::uint32_t status = 0x30;
 
+    //! Whether the text was a number, and exactly one of the type.
     explicit operator bool() const noexcept { return (status & 0x30) == 0; }
 };
 
@@ -100,6 +101,7 @@ public:
         report(status, result);
         return value;
     }
+    //! The same of a std::string, up to its first NUL.
     static BCDIIValue fromString(const std::string &text, std::uint32_t *status = nullptr)
     {
         return fromString(text.c_str(), status);
@@ -165,14 +167,18 @@ public:
     std::uint8_t *data() { return m_bytes.data(); }
     const std::uint8_t *data() const { return m_bytes.data(); }
     //! @}
+    //! How many of them there are.
     static constexpr std::size_t size() { return byteCount; }
 
     //! 0 positive, 4 negative, 2 zero, 160 NaN; 32 when data() was filled with what is
     //! not a value.
     std::uint32_t status() const { return BCDIICheck(data(), type()); }
+    //! What the first bytes tell; nothing but isNan() of what is not a value.
+    //! @{
     constexpr bool isNan() const { return (m_bytes[0] & 0x7F) > 99; }
     constexpr bool isNegative() const { return !isNan() && m_bytes[0] >= 0x80; }
     constexpr bool isZero() const { return m_bytes == std::array<std::uint8_t, byteCount> {}; }
+    //! @}
 
     //! The value in another type, BCDIIValue<...>, rounded by \a style.
     template<typename Other>
@@ -262,6 +268,9 @@ public:
     }
     //! @}
 
+    //! Sums and products of values of one type, rounded to the nearest of it; NaN if they do not
+    //! fit, or an operand is NaN.
+    //! @{
     BCDIIValue &operator+=(const BCDIIValue &other)
     {
         return *this = sum(*this, other);
@@ -296,6 +305,7 @@ public:
     {
         return *this;
     }
+    //! @}
 
     //! By value, also between types: 1.5 equals 1.50. NaN is unordered.
     //! @{
@@ -341,6 +351,7 @@ private:
 //! too, though none equals another.
 template<int Digits, int Fraction> struct std::hash<BCDIIValue<Digits, Fraction>>
 {
+    //! O(digits).
     std::size_t operator()(const BCDIIValue<Digits, Fraction> &value) const noexcept
     {
         if (value.isNan())
@@ -382,6 +393,8 @@ template<int Digits, int Fraction> class std::numeric_limits<BCDIIValue<Digits, 
     using Value = BCDIIValue<Digits, Fraction>;
 
 public:
+    //! As the standard has them.
+    //! @{
     static constexpr bool is_specialized = true;
     static constexpr bool is_signed = true;
     static constexpr bool is_integer = Fraction <= 0;
@@ -410,6 +423,7 @@ public:
     static constexpr Value lowest() { return Value::lowest(); }
     static constexpr Value epsilon() { return Value::smallest(); }
     static constexpr Value quiet_NaN() { return Value::nan(); }
+    //! @}
 };
 
 namespace BCDIILiterals {
@@ -417,8 +431,8 @@ namespace BCDIILiterals {
 //! What a literal's text has: its digits without leading zeros, those after the point.
 struct Shape
 {
-    int digits = 0;
-    int fraction = 0;
+    int digits = 0;    //!< without leading zeros
+    int fraction = 0;  //!< of these behind the point
     bool plain = true; //!< digits and at most one point
 };
 

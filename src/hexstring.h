@@ -27,8 +27,8 @@ template<typename T> struct HexString
 //! Makes HexString an operand of Qt's operator%.
 template<typename T> struct QConcatenable<HexString<T>>
 {
-    using type = HexString<T>;
-    using ConvertTo = QString;
+    using type = HexString<T>; //!< what it is about
+    using ConvertTo = QString; //!< what it becomes
     enum {
         ExactSize = true
     };

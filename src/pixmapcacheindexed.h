@@ -43,11 +43,12 @@ public:
     //! The visible area, edges included.
     struct VisibleBounds
     {
-        int rowFirst = 0;
-        int rowLast = s_unbounded;
-        int colFirst = 0;
-        int colLast = s_unbounded;
+        int rowFirst = 0;          //!< of the view's rows
+        int rowLast = s_unbounded; //!< of the view's rows
+        int colFirst = 0;          //!< from the left
+        int colLast = s_unbounded; //!< from the left
 
+        //! Whether all edges are equal.
         friend bool operator==(const VisibleBounds &a, const VisibleBounds &b) = default;
     };
 

@@ -343,12 +343,14 @@ public Q_SLOTS:
     //! Keeps the rows in view where rows went from above it to below it, or back.
     virtual void rowsMoved(const QModelIndex &sourceParent, int sourceStart, int sourceEnd,
                            const QModelIndex &destinationParent, int destinationRow);
+    //! Repaints what is selected now, or was.
     void selectionChanged(const QItemSelection &selected,
                           const QItemSelection &deselected) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     //! Repaints the changed cells. An invalid corner means everything.
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
                      const QList<int> &roles) override;
+    //! The same without roles: calls the one above.
     virtual void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight);
     //! Does nothing: rows need no layout.
     void doItemsLayout() override;
