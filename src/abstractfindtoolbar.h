@@ -34,6 +34,8 @@ class QToolButton;
  * the window: they would be ambiguous inside.
  *
  * GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT AbstractFindToolBar : public QToolBar
 {

@@ -38,6 +38,8 @@ class ItemViewSearch;
  *
  * Without a view, a model or a header nothing is found and nothing is filtered.
  * GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT AbstractItemViewFind : public QObject
 {

@@ -11,6 +11,8 @@
 #include <string>
 
 //! \file
+//! \since 0.2
+//!
 //! Packed decimal numbers: exact fixed-point values of 1 to 63 digits in bytes
 //! that the caller owns. No function allocates but BCDII2StringSequence(),
 //! none throws (that one may run out of memory), and each touches nothing but

@@ -13,6 +13,8 @@
 #include <QVariant>
 
 //! \file
+//! \since 0.2
+//!
 //! Decimals in variants, and so in models and views; in data streams and debug output.
 //! A program includes this header wherever it includes bcdiivalue.h and makes variants:
 //! the operators that a variant knows are those seen where it is made first.

@@ -22,6 +22,7 @@
 #endif
 
 //! What BCDIIValue::parse() made of a text; true when that is a number of the type.
+//! \since 0.2
 template<typename Value> struct BCDIIParsed
 {
     Value value = Value::nan(); //!< exact, or NaN
@@ -48,6 +49,7 @@ template<typename Value> struct BCDIIParsed
 //! neither equal to nor less than anything. Lost digits are rounded to nearest,
 //! halves away from zero, unless a function takes a style. Functions with a
 //! \a status parameter store the status word of bcdii.h there, if given.
+//! \since 0.2
 template<int Digits, int Fraction> class BCDIIValue
 {
     static_assert(Digits >= 1 && Digits <= 63, "a value has 1 to 63 digits");

@@ -23,6 +23,8 @@
  * auto *proxy = new DecimalSortProxy<SortFilterProxyModel>(&view);
  * view.setModel(proxy);
  * \endcode
+ *
+ * \since 0.2
  */
 template<typename Base = QSortFilterProxyModel> class DecimalSortProxy : public Base
 {

@@ -16,6 +16,7 @@ class QMenu;
 //! A picture that can be clicked: no frame, no hovered or pressed look. It takes no
 //! focus and shows an arrow as the cursor. Part of a FancyLineEdit. Screen readers read its
 //! accessible name, else its tool tip, else the title of the menu that the edit opens from it.
+//! \since 0.2
 class VANTIX_EXPORT IconButton : public QAbstractButton
 {
     Q_OBJECT
@@ -69,6 +70,8 @@ private:
  * setButtonPixmap() second.
  *
  * GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT FancyLineEdit : public QLineEdit
 {

@@ -12,6 +12,8 @@
  * The clear button is the button of Right, and takes its picture from the icon theme,
  * or from the library where the theme has none. Its texts follow the language, unless a
  * program has set others. GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT FilterLineEdit : public FancyLineEdit
 {

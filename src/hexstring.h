@@ -16,6 +16,8 @@
  * \code
  * const QString text = QStringLiteral("n=") % HexString<unsigned int> {0x1F}; // "n=f1000000"
  * \endcode
+ *
+ * \since 0.2
  */
 template<typename T> struct HexString
 {

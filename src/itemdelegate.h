@@ -31,6 +31,8 @@ namespace Vantix {
  * code may keep pictures under keys that begin with "ID:".
  *
  * GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT ItemDelegate : public StyledItemDelegate
 {

@@ -24,6 +24,8 @@ class AbstractItemViewFind;
  * auto *panel = new ItemViewFindToolBar;
  * panel->setViewFind(find);
  * \endcode
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT ItemViewFindToolBar : public AbstractFindToolBar
 {

@@ -32,6 +32,8 @@ class QPixmap;
  * first three.
  *
  * GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT PixmapCacheIndexed : public QObject
 {

@@ -19,6 +19,8 @@
  * Screen readers hear when it starts and stops. They read its accessible name, or "Busy".
  *
  * GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT QProgressIndicator : public QWidget
 {

@@ -24,6 +24,7 @@ class QTableFastViewPrivate;
 
 //! The vertical scroll bar of a QTableFastView. It repaints once per frame
 //! whatever happens to it, and knows whether it was left at its end.
+//! \since 0.2
 class VANTIX_EXPORT QTableFastScrollBar : public QScrollBar
 {
     Q_OBJECT
@@ -102,6 +103,8 @@ private:
  *
  * The view shows the children of the invalid root index. Models, selection models
  * and headers given to it may be destroyed at any time. GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT QTableFastView : public QAbstractItemView
 {

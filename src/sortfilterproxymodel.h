@@ -17,6 +17,8 @@
  * the text. Sorting is the base class's. Its filter role, key column and regular
  * expression are not used. In a tree a row is judged by itself, unless recursive
  * filtering is switched on.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT SortFilterProxyModel : public QSortFilterProxyModel
 {

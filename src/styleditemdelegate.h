@@ -23,6 +23,8 @@ class QFontMetrics;
  * hint that only has to tell the height costs next to nothing.
  *
  * GUI thread only.
+ *
+ * \since 0.2
  */
 class VANTIX_EXPORT StyledItemDelegate : public QStyledItemDelegate
 {

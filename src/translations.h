@@ -26,6 +26,8 @@
  * QApplication app(argc, argv);
  * vantixInstallTranslations();
  * \endcode
+ *
+ * \since 0.2
  */
 VANTIX_EXPORT bool vantixInstallTranslations(const QLocale &locale = QLocale());
 

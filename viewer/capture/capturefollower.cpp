@@ -179,6 +179,7 @@ CaptureNews::Activity CaptureFollower::activityAfter(CaptureWalk::Stop stop) con
 void CaptureFollower::publish(std::vector<quint64> &&places)
 {
     const std::optional<FileState> state = m_file->state();
+    m_sizeSeen = m_walk->sizeSeen();
     tell([&](CaptureNews &news) {
         if (news.places.empty())
             news.places = std::move(places);
@@ -203,7 +204,7 @@ void CaptureFollower::checkFile()
         follow(std::exchange(m_file, nullptr));
         return;
     }
-    if (m_activity != Activity::Following || state->size == m_walk->position())
+    if (m_activity != Activity::Following || state->size == m_sizeSeen)
         return;
     m_activity = Activity::Indexing;
     indexSlice();

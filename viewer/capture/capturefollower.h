@@ -95,6 +95,7 @@ private:
     const qint64 m_maximumPackets;
     std::shared_ptr<TextFile> m_file;            //!< read at present
     std::optional<CaptureWalk> m_walk;           //!< in m_file
+    quint64 m_sizeSeen = 0;                      //!< bytes of it at the last look
     qint64 m_packets = 0;                        //!< found in it
     QByteArray m_head;                           //!< its first bytes
     std::optional<FileState> m_refused;          //!< a file of that name that is not followed

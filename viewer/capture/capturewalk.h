@@ -42,6 +42,8 @@ public:
     Stop walk(std::size_t most, std::vector<quint64> *places);
     //! The byte up to which it has come.
     quint64 position() const { return m_position; }
+    //! Bytes that the file had when walk() last began.
+    quint64 sizeSeen() const { return m_size; }
     //! Those up to position().
     const CaptureSections &sections() const { return m_sections; }
 
@@ -66,7 +68,7 @@ private:
     QByteArray m_window;         //!< bytes of m_file
     quint64 m_windowAt = 0;      //!< where they are
     quint64 m_position = 0;      //!< see position()
-    quint64 m_size = 0;          //!< of the file when last asked for
+    quint64 m_size = 0;          //!< see sizeSeen()
     CaptureSections m_sections;  //!< see sections()
     bool m_isBlocks = false;     //!< pcapng
     bool m_isBigEndian = false;  //!< numbers at present

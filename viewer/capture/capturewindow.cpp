@@ -22,7 +22,7 @@ namespace {
 constexpr int s_stepsOfProgress = 1000;
 constexpr int s_restartTime = 8000; // ms that the status bar tells of it
 
-using Activity = CaptureModel::Activity;
+using CaptureActivity = CaptureModel::Activity;
 
 bool isInput(const QString &path)
 {
@@ -108,12 +108,12 @@ void CaptureWindow::updateStatus()
     m_activityLabel->setText(activityText());
     tellSize();
     updateProgress();
-    const Activity activity = m_model->activity();
-    if (activity == Activity::Failed && !m_hasFailed)
+    const CaptureActivity activity = m_model->activity();
+    if (activity == CaptureActivity::Failed && !m_hasFailed)
         reportFailure();
-    const bool isOpening = activity == Activity::Opening
-        || (activity == Activity::Indexing && m_model->rowCount() == 0);
-    if (!isOpening && activity != Activity::Indexing)
+    const bool isOpening = activity == CaptureActivity::Opening
+        || (activity == CaptureActivity::Indexing && m_model->rowCount() == 0);
+    if (!isOpening && activity != CaptureActivity::Indexing)
         showAwaitedLine();
     if (m_isSettled || isOpening)
         return;
@@ -136,8 +136,8 @@ void CaptureWindow::tellSize()
 
 void CaptureWindow::updateProgress()
 {
-    const bool hasMore =
-        m_model->activity() == Activity::Indexing && m_model->indexedBytes() < m_model->fileSize();
+    const bool hasMore = m_model->activity() == CaptureActivity::Indexing
+        && m_model->indexedBytes() < m_model->fileSize();
     m_progress->setVisible(hasMore);
     if (!hasMore)
         return;
@@ -150,21 +150,21 @@ QString CaptureWindow::activityText() const
     if (m_model->isMissing())
         return tr("The file was deleted; this is what it held");
     switch (m_model->activity()) {
-    case Activity::Opening:
+    case CaptureActivity::Opening:
         return tr("Opening…");
-    case Activity::Indexing:
+    case CaptureActivity::Indexing:
         return tr("Indexing…");
-    case Activity::Following:
+    case CaptureActivity::Following:
         if (m_model->isIncomplete())
             return tr("The last packet is not complete yet");
         return isFollowing() ? tr("Following") : tr("Indexed");
-    case Activity::Ended:
+    case CaptureActivity::Ended:
         return m_model->isIncomplete() ? tr("The last packet is not complete") : tr("Complete");
-    case Activity::Damaged:
+    case CaptureActivity::Damaged:
         return tr("Damaged at byte %L1; the packets before are shown").arg(m_model->indexedBytes());
-    case Activity::Full:
+    case CaptureActivity::Full:
         return tr("There are more packets; the first %L1 are shown").arg(m_model->rowCount());
-    case Activity::Failed:
+    case CaptureActivity::Failed:
         return m_model->errorString();
     }
     return {};

@@ -10,16 +10,16 @@
 #include <array>
 #include <cstdio>
 
-namespace {
-
-constexpr std::size_t s_streamBuffer = 16384; // bytes: a jump reads as many
-
 //! A place in a file that is read by position, as a stream.
 struct FileCursor
 {
     std::shared_ptr<const TextFile> file;
     quint64 place = 0;
 };
+
+namespace {
+
+constexpr std::size_t s_streamBuffer = 16384; // bytes: a jump reads as many
 
 ssize_t readCursor(void *cookie, char *buffer, std::size_t size)
 {
