@@ -334,11 +334,11 @@ private:
             *status = result;
     }
 
-    // integer / 10^digits. A negative one that is cut to zero or does not fit comes with a
+    // integer / 10^places. A negative one that is cut to zero or does not fit comes with a
     // sign, which neither zero nor NaN has here.
-    void setScaled(std::int64_t integer, int digits, std::uint32_t *status)
+    void setScaled(std::int64_t integer, int places, std::uint32_t *status)
     {
-        const std::uint32_t result = BCDIIGetFromInt64(data(), type(), integer, digits);
+        const std::uint32_t result = BCDIIGetFromInt64(data(), type(), integer, places);
         if ((result & 0x02) != 0)
             m_bytes = {};
         else if ((result & 0x10) != 0)
