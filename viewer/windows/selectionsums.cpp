@@ -3,6 +3,7 @@
 
 #include "selectionsums.h"
 
+#include "basics/rowloader.h"
 #include "search/linefilter.h"
 
 #include <QAbstractItemView>
@@ -149,7 +150,10 @@ void SelectionSums::takeSelection()
     }
     for (const Range &range : std::as_const(m_ranges))
         m_rows += range.second - range.first + 1;
-    if (m_rows < 2)
+    // A table that is larger than the machine has its engine add up.
+    const bool isTooFar =
+        m_rows > mostLoadedRows && dynamic_cast<const RowLoader *>(m_model.data());
+    if (m_rows < 2 || isTooFar)
         m_ranges.clear();
     if (!m_ranges.isEmpty())
         m_next = m_ranges.front().first;
@@ -160,6 +164,7 @@ void SelectionSums::addSlice()
     QElapsedTimer time;
     time.start();
     while (m_range < m_ranges.size()) {
+        loadRow(m_model, m_next);
         m_sums.add(m_model->index(m_next, m_column).data().toString());
         ++m_done;
         if (++m_next > m_ranges.at(m_range).second && ++m_range < m_ranges.size())

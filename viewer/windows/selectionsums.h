@@ -30,6 +30,9 @@ class SelectionSums : public QObject
     Q_OBJECT
 
 public:
+    //! Of rows that must be loaded first, no more are added up.
+    static constexpr int mostLoadedRows = 100000;
+
     //! Adds up rows of \a table, which must outlive it; call followTable() whenever that has
     //! another model.
     explicit SelectionSums(QAbstractItemView *table, QObject *parent = nullptr);
