@@ -156,7 +156,7 @@ void tst_DataQuery::castsParametersOfServers()
     const SqlText text = query.page(range, false, 3).parts.first();
     QVERIFY(
         text.text.contains("(\"pr\"\"ice\", \"id\") > (CAST(? AS numeric), CAST(? AS bigint))"));
-    QVERIFY(text.text.startsWith("SELECT CAST(\"pr\"\"ice\" AS TEXT), CAST(\"id\" AS TEXT), "));
+    QVERIFY(text.text.startsWith("SELECT CAST(\"pr\"\"ice\" AS TEXT) AS "));
     QCOMPARE(text.values, (QVariantList {"1.5", "7"}));
 }
 

@@ -181,6 +181,182 @@
     </message>
 </context>
 <context>
+    <name>DataCell</name>
+    <message numerus="yes">
+        <source>%Ln byte(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>DataConnection</name>
+    <message>
+        <source>Qt&apos;s driver for SQLite is not installed (Debian: libqt6sql6-sqlite).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Qt&apos;s driver for PostgreSQL is not installed (Debian: libqt6sql6-psql).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The database gave no reason.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file is not there.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DataModel</name>
+    <message>
+        <source>This is not one condition: a bracket or a quote is not closed, or there is a semicolon.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The database took more than %L1 s.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DataRows</name>
+    <message>
+        <source>about %L1 rows</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 row</source>
+        <translation type="unfinished">1 строка</translation>
+    </message>
+    <message>
+        <source>%L1 rows</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 with %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DataSource</name>
+    <message>
+        <source>There are no tables in the database.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Query</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no table “%1”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is no address of a database: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A password does not belong into an address: leave it out, and it is read from ~/.pgpass or asked for.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DataWindow</name>
+    <message>
+        <source>Tables and views of the database</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Condition</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A condition in the language of the database, such as: price &gt; 100 AND symbol LIKE &apos;A%&apos;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Con&amp;dition…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show only the rows that meet a condition (Ctrl+Shift+W)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Memory that the rows take that are kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Adding up…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only Rows &amp;Where</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Add Up “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 — %2</source>
+        <translation type="unfinished">%1 — %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown.
+
+%2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Opening…</source>
+        <translation type="unfinished">Открытие…</translation>
+    </message>
+    <message>
+        <source>Not connected, tried again: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Without a key: is read into a temporary file…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Without a key: shows a temporary copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Counting…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are no numbers in “%1”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: Count %L2   Sum %3   Min %4   Max %5</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>too long</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Password for %1:</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Decompressor</name>
     <message>
         <source>It is damaged or cut off.</source>
@@ -879,6 +1055,10 @@ cannot be shown: %2</source>
     <message>
         <source>Row %L1 is too long: it has more than %L2 bytes.</source>
         <translation>Строка %L1 слишком длинная: в ней больше %L2 байт.</translation>
+    </message>
+    <message>
+        <source>Row %L1 could not be read.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

@@ -40,10 +40,12 @@ public:
     void run(const QString &text, const QVariantList &values = {}) const
     {
         QSqlQuery query(QSqlDatabase::database(m_name, false));
-        query.prepare(text);
+        // Servers prepare nothing but queries.
+        bool isDone = !values.isEmpty() && query.prepare(text);
         for (const QVariant &value : values)
             query.addBindValue(value);
-        if (!query.exec())
+        isDone = values.isEmpty() ? query.exec(text) : isDone && query.exec();
+        if (!isDone)
             qFatal("%s: %s", qPrintable(text), qPrintable(query.lastError().text()));
     }
     //! The rows of \a text, their values between bars; NULL as such.

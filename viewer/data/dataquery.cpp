@@ -365,8 +365,9 @@ QString DataQuery::keyColumns() const
 {
     QStringList keys = keyExpressions();
     if (m_table.engine == DataEngine::PostgreSql) {
-        for (QString &key : keys)
-            key = QLatin1String("CAST(") + key + QLatin1String(" AS TEXT)");
+        // With names of their own, or what is ordered by would be these texts.
+        for (qsizetype i = 0; i < keys.size(); ++i)
+            keys[i] = QStringLiteral("CAST(%1 AS TEXT) AS \"vantix key %2\"").arg(keys.at(i)).arg(i);
     }
     return keys.join(QLatin1String(", "));
 }

@@ -20,10 +20,14 @@
 
 namespace {
 
-template<typename Handle> Handle handleOf(const QSqlDatabase &database, const char *type)
+//! Both what a header calls it and what it stands for are names of its type.
+template<typename Handle>
+Handle handleOf(const QSqlDatabase &database, const char *type, const char *otherType)
 {
     const QVariant handle = database.driver()->handle();
-    if (!handle.isValid() || std::strcmp(handle.typeName(), type) != 0)
+    if (!handle.isValid()
+        || (std::strcmp(handle.typeName(), type) != 0
+            && std::strcmp(handle.typeName(), otherType) != 0))
         return nullptr;
     return *static_cast<const Handle *>(handle.constData());
 }
@@ -45,12 +49,12 @@ void ServerCancel::attach(const QSqlDatabase &database)
     detach();
     const QMutexLocker lock(&m_mutex);
 #ifdef VIEWER_HAS_SQLITE3
-    if (sqlite3 *handle = handleOf<sqlite3 *>(database, "sqlite3*");
+    if (sqlite3 *handle = handleOf<sqlite3 *>(database, "sqlite3*", "sqlite3 *");
         handle && isOurSqlite(database))
         m_sqlite = handle;
 #endif
 #ifdef VIEWER_HAS_LIBPQ
-    if (PGconn *handle = handleOf<PGconn *>(database, "PGconn*"))
+    if (PGconn *handle = handleOf<PGconn *>(database, "PGconn*", "pg_conn*"))
         m_server = PQgetCancel(handle);
 #endif
 }

@@ -10,6 +10,7 @@
 #include <QAbstractProxyModel>
 #include <QElapsedTimer>
 #include <QItemSelectionModel>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -87,6 +88,8 @@ void SelectionSums::currentChanged(const QModelIndex &current, const QModelIndex
 
 void SelectionSums::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight)
 {
+    if (m_isLoading)
+        return;
     const bool isOfColumn = topLeft.column() <= m_column && m_column <= bottomRight.column();
     const auto meets = [&](const Range &range) {
         return range.first <= bottomRight.row() && topLeft.row() <= range.second;
@@ -164,7 +167,12 @@ void SelectionSums::addSlice()
     QElapsedTimer time;
     time.start();
     while (m_range < m_ranges.size()) {
-        loadRow(m_model, m_next);
+        {
+            const QScopedValueRollback loading(m_isLoading, true); // it is no change
+            loadRow(m_model, m_next);
+        }
+        if (!m_isTaken)
+            return;
         m_sums.add(m_model->index(m_next, m_column).data().toString());
         ++m_done;
         if (++m_next > m_ranges.at(m_range).second && ++m_range < m_ranges.size())
