@@ -295,6 +295,7 @@ void tst_DataQuery::readsCells()
     QVERIFY(bytes.shown().startsWith(u'3'));
     QVERIFY(DataCell("b1000:" + QString(64, u'0')).shown().endsWith(QChar(0x2026)));
     QVERIFY(bytes.text().isEmpty());
+    QCOMPARE(DataCell("b1:").shown(), QString("1 byte"));
 }
 
 QTEST_GUILESS_MAIN(tst_DataQuery)

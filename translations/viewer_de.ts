@@ -182,177 +182,180 @@
 </context>
 <context>
     <name>DataCell</name>
-    <message numerus="yes">
-        <source>%Ln byte(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-        </translation>
+    <message>
+        <source>1 byte</source>
+        <translation>1 Byte</translation>
+    </message>
+    <message>
+        <source>%L1 bytes</source>
+        <translation>%L1 Bytes</translation>
     </message>
 </context>
 <context>
     <name>DataConnection</name>
     <message>
         <source>Qt&apos;s driver for SQLite is not installed (Debian: libqt6sql6-sqlite).</source>
-        <translation type="unfinished"></translation>
+        <translation>Qts Treiber für SQLite ist nicht installiert (Debian: libqt6sql6-sqlite).</translation>
     </message>
     <message>
         <source>Qt&apos;s driver for PostgreSQL is not installed (Debian: libqt6sql6-psql).</source>
-        <translation type="unfinished"></translation>
+        <translation>Qts Treiber für PostgreSQL ist nicht installiert (Debian: libqt6sql6-psql).</translation>
     </message>
     <message>
         <source>The database gave no reason.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datenbank nannte keinen Grund.</translation>
     </message>
     <message>
         <source>The file is not there.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei gibt es nicht.</translation>
     </message>
 </context>
 <context>
     <name>DataModel</name>
     <message>
         <source>This is not one condition: a bracket or a quote is not closed, or there is a semicolon.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das ist nicht eine Bedingung: Eine Klammer oder ein Anführungszeichen ist nicht geschlossen, oder es gibt ein Semikolon.</translation>
     </message>
     <message>
         <source>The database took more than %L1 s.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datenbank brauchte mehr als %L1 s.</translation>
     </message>
 </context>
 <context>
     <name>DataRows</name>
     <message>
         <source>about %L1 rows</source>
-        <translation type="unfinished"></translation>
+        <translation>etwa %L1 Zeilen</translation>
     </message>
     <message>
         <source>1 row</source>
-        <translation type="unfinished">1 Zeile</translation>
+        <translation>1 Zeile</translation>
     </message>
     <message>
         <source>%L1 rows</source>
-        <translation type="unfinished">%L1 Zeilen</translation>
+        <translation>%L1 Zeilen</translation>
     </message>
     <message>
         <source>“%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“</translation>
     </message>
     <message>
         <source>%1 with %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 mit %2</translation>
     </message>
 </context>
 <context>
     <name>DataSource</name>
     <message>
         <source>There are no tables in the database.</source>
-        <translation type="unfinished"></translation>
+        <translation>In der Datenbank gibt es keine Tabellen.</translation>
     </message>
     <message>
         <source>Query</source>
-        <translation type="unfinished"></translation>
+        <translation>Abfrage</translation>
     </message>
     <message>
         <source>There is no table “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Tabelle „%1“.</translation>
     </message>
     <message>
         <source>This is no address of a database: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Das ist keine Adresse einer Datenbank: %1</translation>
     </message>
     <message>
         <source>A password does not belong into an address: leave it out, and it is read from ~/.pgpass or asked for.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Passwort gehört nicht in eine Adresse: Ohne es wird es aus ~/.pgpass gelesen oder erfragt.</translation>
     </message>
 </context>
 <context>
     <name>DataWindow</name>
     <message>
         <source>Tables and views of the database</source>
-        <translation type="unfinished"></translation>
+        <translation>Tabellen und Sichten der Datenbank</translation>
     </message>
     <message>
         <source>Condition</source>
-        <translation type="unfinished"></translation>
+        <translation>Bedingung</translation>
     </message>
     <message>
         <source>A condition in the language of the database, such as: price &gt; 100 AND symbol LIKE &apos;A%&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Bedingung in der Sprache der Datenbank, etwa: price &gt; 100 AND symbol LIKE &apos;A%&apos;</translation>
     </message>
     <message>
         <source>Con&amp;dition…</source>
-        <translation type="unfinished"></translation>
+        <translation>Be&amp;dingung…</translation>
     </message>
     <message>
         <source>Show only the rows that meet a condition (Ctrl+Shift+W)</source>
-        <translation type="unfinished"></translation>
+        <translation>Nur die Zeilen zeigen, die eine Bedingung erfüllen (Strg+Umschalt+W)</translation>
     </message>
     <message>
         <source>Memory that the rows take that are kept</source>
-        <translation type="unfinished"></translation>
+        <translation>Speicher der Zeilen, die behalten werden</translation>
     </message>
     <message>
         <source>Adding up…</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird summiert…</translation>
     </message>
     <message>
         <source>Only Rows &amp;Where</source>
-        <translation type="unfinished"></translation>
+        <translation>Nur Zeilen &amp;mit</translation>
     </message>
     <message>
         <source>&amp;Add Up “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ &amp;summieren</translation>
     </message>
     <message>
         <source>%1 — %2</source>
-        <translation type="unfinished">%1 — %2</translation>
+        <translation>%1 — %2</translation>
     </message>
     <message>
         <source>%1 cannot be shown.
 
 %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht gezeigt werden.
+
+%2</translation>
     </message>
     <message>
         <source>Opening…</source>
-        <translation type="unfinished">Wird geöffnet&#xa0;…</translation>
+        <translation>Wird geöffnet…</translation>
     </message>
     <message>
         <source>Not connected, tried again: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Nicht verbunden, wird wieder versucht: %1</translation>
     </message>
     <message>
         <source>Without a key: is read into a temporary file…</source>
-        <translation type="unfinished"></translation>
+        <translation>Ohne Schlüssel: wird in eine temporäre Datei gelesen…</translation>
     </message>
     <message>
         <source>Without a key: shows a temporary copy</source>
-        <translation type="unfinished"></translation>
+        <translation>Ohne Schlüssel: zeigt eine temporäre Kopie</translation>
     </message>
     <message>
         <source>Counting…</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird gezählt…</translation>
     </message>
     <message>
         <source>There are no numbers in “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>In „%1“ gibt es keine Zahlen.</translation>
     </message>
     <message>
         <source>%1: Count %L2   Sum %3   Min %4   Max %5</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: Anzahl %L2   Summe %3   Min. %4   Max. %5</translation>
     </message>
     <message>
         <source>too long</source>
-        <translation type="unfinished"></translation>
+        <translation>zu lang</translation>
     </message>
     <message>
         <source>Password</source>
-        <translation type="unfinished"></translation>
+        <translation>Passwort</translation>
     </message>
     <message>
         <source>Password for %1:</source>
-        <translation type="unfinished"></translation>
+        <translation>Passwort für %1:</translation>
     </message>
 </context>
 <context>
@@ -1057,7 +1060,7 @@ kann nicht angezeigt werden: %2</translation>
     </message>
     <message>
         <source>Row %L1 could not be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeile %L1 konnte nicht gelesen werden.</translation>
     </message>
 </context>
 <context>

@@ -3,8 +3,6 @@
 
 #include "datacell.h"
 
-#include <climits>
-
 namespace {
 
 QString shownBytes(const QString &written)
@@ -12,7 +10,7 @@ QString shownBytes(const QString &written)
     const qsizetype colon = written.indexOf(u':');
     const qint64 size = written.left(colon).toLongLong();
     const QString digits = written.mid(colon + 1).toLower();
-    QString shown = DataCell::tr("%Ln byte(s)", nullptr, int(qMin<qint64>(size, INT_MAX)));
+    QString shown = size == 1 ? DataCell::tr("1 byte") : DataCell::tr("%L1 bytes").arg(size);
     if (digits.isEmpty())
         return shown;
     shown += u':';

@@ -338,12 +338,24 @@ void DataModel::refuse(const DataProblem &problem)
         return;
     }
     m_problem = problem;
-    if (m_state == State::Ready) {
+    if (m_state == State::Ready && m_pages.pages() == 0) {
+        showNothing();
+    } else if (m_state == State::Ready) {
         lose(problem); // looks at the table's columns again
         return;
     }
     m_state = State::Failed;
     Q_EMIT statusChanged();
+}
+
+//! There are no rows to be had: an estimate of their number would only promise some.
+void DataModel::showNothing()
+{
+    beginResetModel();
+    m_query = {};
+    ++m_number;
+    m_pages.reset(0, false);
+    endResetModel();
 }
 
 void DataModel::poll()

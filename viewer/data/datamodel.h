@@ -135,6 +135,7 @@ private:
     void takeProblem(const DataProblem &problem);
     void lose(const DataProblem &problem);
     void refuse(const DataProblem &problem);
+    void showNothing();
     void poll();
     void takeVersion(const QVariant &version);
     void surveySoon();

@@ -367,7 +367,8 @@ QString DataQuery::keyColumns() const
     if (m_table.engine == DataEngine::PostgreSql) {
         // With names of their own, or what is ordered by would be these texts.
         for (qsizetype i = 0; i < keys.size(); ++i)
-            keys[i] = QStringLiteral("CAST(%1 AS TEXT) AS \"vantix key %2\"").arg(keys.at(i)).arg(i);
+            keys[i] =
+                QStringLiteral("CAST(%1 AS TEXT) AS \"vantix key %2\"").arg(keys.at(i)).arg(i);
     }
     return keys.join(QLatin1String(", "));
 }
