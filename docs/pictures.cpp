@@ -4,6 +4,9 @@
 // Takes the pictures of docs/viewer.md: vantix-pictures FOLDER. They are the same on each machine
 // that has the fonts DejaVu Sans and DejaVu Sans Mono.
 
+#ifdef VIEWER_HAS_SQL
+#include "data/datawindow.h"
+#endif
 #include "overview/histogram.h"
 #include "overview/marksmenu.h"
 #include "overview/overviewstrip.h"
@@ -25,9 +28,15 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QRandomGenerator>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+
+#ifdef VIEWER_HAS_SQL
+#include <QSqlError>
+#include <QSqlQuery>
+#endif
 
 #include <cmath>
 #include <cstdio>
@@ -124,13 +133,22 @@ public:
     FileWindow *open(const QString &name, const QByteArray &text)
     {
         write(m_files.filePath(name), text);
-        m_pages.push_back(
-            std::make_unique<FileWindow>(m_files.filePath(name), FormatRequest(), &m_statistics));
+        auto page =
+            std::make_unique<FileWindow>(m_files.filePath(name), FormatRequest(), &m_statistics);
+        return static_cast<FileWindow *>(show(std::move(page)));
+    }
+
+    ViewerWindow *show(std::unique_ptr<ViewerWindow> page)
+    {
+        m_pages.push_back(std::move(page));
         m_windows.add(m_pages.back().get());
         m_windows.windowOf(m_pages.back().get())->resize(s_size);
         settle();
         return m_pages.back().get();
     }
+
+    QString filePath(const QString &name) const { return m_files.filePath(name); }
+    FrameStatistics *statistics() { return &m_statistics; }
 
     void take(const ViewerWindow *page, const QString &name)
     {
@@ -146,7 +164,7 @@ private:
     QTemporaryDir m_files;
     FrameStatistics m_statistics;
     TabWindows m_windows;
-    std::vector<std::unique_ptr<FileWindow>> m_pages; //!< go before the windows
+    std::vector<std::unique_ptr<ViewerWindow>> m_pages; //!< go before the windows
 };
 
 QAction *viewAction(const ViewerWindow *page, const QString &text)
@@ -200,6 +218,50 @@ void takeJson(Photographer *photographer)
     photographer->take(page, QStringLiteral("viewer-json.png"));
 }
 
+#ifdef VIEWER_HAS_SQL
+//! Trades of a day, as ./demo --sql makes them.
+void makeTrades(const QString &path)
+{
+    const QString name = QStringLiteral("trades");
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        database.setDatabaseName(path);
+        QSqlQuery query = database.open() ? QSqlQuery(database) : QSqlQuery();
+        const bool isMade =
+            query.exec(QStringLiteral(
+                "CREATE TABLE trades (id INTEGER PRIMARY KEY, time TEXT, symbol TEXT, side TEXT, "
+                "price REAL, quantity INTEGER, note TEXT)"))
+            && query.exec(QStringLiteral(
+                "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+                "200000) INSERT INTO trades SELECT i, strftime('%Y-%m-%d %H:%M:%S', 1767225600 + "
+                "i / 3, 'unixepoch'), substr('ALFABETAECHOGOLFLIMA', 1 + 4 * (i * 7919 % 5), 4), "
+                "CASE i * 31 % 2 WHEN 0 THEN 'buy' ELSE 'sell' END, round(100 + i * 7919 % 5 * 50 "
+                "+ i * 104729 % 1000 / 100.0, 2), 1 + i * 15485863 % 900, CASE WHEN i % 11 = 0 "
+                "THEN 'block' END FROM n"));
+        if (!isMade)
+            qFatal("%s", qUtf8Printable(query.lastError().text()));
+    }
+    QSqlDatabase::removeDatabase(name);
+}
+
+void takeData(Photographer *photographer)
+{
+    const QString path = photographer->filePath(QStringLiteral("trades.sqlite"));
+    makeTrades(path);
+    DataSource source;
+    source.database = path;
+    auto *page = static_cast<DataWindow *>(
+        photographer->show(std::make_unique<DataWindow>(source, photographer->statistics())));
+    page->filterMore({2, DataCondition::Is::Equal, QStringLiteral("ECHO"), false});
+    page->filterWhere(QStringLiteral("quantity > 500 AND side = 'buy'"));
+    settle();
+    page->sumColumn(4);
+    page->table()->verticalScrollBar()->setValue(5000);
+    page->findChild<QAction *>(QStringLiteral("whereAction"))->trigger();
+    photographer->take(page, QStringLiteral("viewer-data.png"));
+}
+#endif
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -221,6 +283,9 @@ int main(int argc, char **argv)
         takeLog(&photographer, QStringLiteral("viewer-log.png"));
         takeTable(&photographer);
         takeJson(&photographer);
+#ifdef VIEWER_HAS_SQL
+        takeData(&photographer);
+#endif
     }
     useColors(true);
     Photographer photographer(folder);

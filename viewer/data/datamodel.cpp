@@ -285,13 +285,16 @@ void DataModel::takePage(const RowPages::Fetch &fetch, const DataReads::Page &pa
                 tr("The database took more than %L1 s.").arg(m_timeLimit / 1000.0)});
         return;
     }
+    const bool isTaken = !page.problem && m_pages.take(fetch, page.rows);
+    // What nobody looks for otherwise is asked for again.
+    m_isAgainDue = m_isAgainDue || (!isTaken && fetch.kind == RowPages::Fetch::Kind::Again);
+    m_isBeyondDue = m_isBeyondDue || (!isTaken && fetch.row >= rowCount());
     if (page.problem) {
         takeProblem(page.problem);
         return;
     }
     m_formerFilter = m_filter;
     m_problem = {};
-    m_pages.take(fetch, page.rows);
     m_pages.touch(m_first, m_last);
     pump();
     Q_EMIT statusChanged();

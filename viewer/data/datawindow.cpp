@@ -130,6 +130,7 @@ void DataWindow::createWherePanel()
     addToolBar(Qt::BottomToolBarArea, m_wherePanel);
     connect(m_where, &QLineEdit::returnPressed, this, [this] { filterWhere(m_where->text()); });
     auto *action = new QAction(tr("Con&dition…"), this);
+    action->setObjectName(QStringLiteral("whereAction"));
     action->setIconText(tr("Condition"));
     action->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_W);
     action->setToolTip(tr("Show only the rows that meet a condition (Ctrl+Shift+W)"));
@@ -170,6 +171,7 @@ void DataWindow::showTableNamed(const QString &name)
 void DataWindow::filterWhere(const QString &where)
 {
     m_refusal->hide();
+    m_where->setText(where);
     DataFilter filter = m_model.filter();
     filter.where = where.trimmed();
     m_model.setFilter(filter);
