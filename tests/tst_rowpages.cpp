@@ -103,6 +103,7 @@ private Q_SLOTS:
     void correctsTheNumberOfRows();
     void staysWhereItLooksWhenRowsWereMissing();
     void learnsOfChangedRows();
+    void fillsAGapOfOnePage();
     void forgetsWhatIsNotSeen();
     void refusesLateAnswers();
     void appendsWhatComesAtTheEnd();
@@ -276,6 +277,22 @@ void tst_RowPages::learnsOfChangedRows()
     QCOMPARE(follower.lastChanged, 400);
     numbers.all.insert(5, 1000000);
     QVERIFY(!pages.wanted(0, 600));
+}
+
+void tst_RowPages::fillsAGapOfOnePage()
+{
+    Follower follower;
+    RowPages pages(&follower);
+    const int rows = 3 * RowPages::pageRows;
+    const Numbers numbers(counted(rows));
+    pages.reset(rows, true);
+    const RowPages::Fetch last = pages.lastPage();
+    QVERIFY(pages.take(last, numbers.read(last)));
+    look(&pages, numbers, 0, 10);
+    follower.changes = 0;
+    look(&pages, numbers, rows / 2, rows / 2 + 10);
+    QCOMPARE(follower.changes, 0);
+    QCOMPARE(pages.rowCount(), rows);
 }
 
 void tst_RowPages::forgetsWhatIsNotSeen()

@@ -131,6 +131,9 @@ void RowPages::bound(Fetch *fetch, const Gap &gap) const
         fetch->range.after = page->rows.last().key;
     if (const Page *page = behind(gap))
         fetch->range.before = page->rows.first().key;
+    // One more than there should be tells that there are no others.
+    if (gap.end - gap.begin == pageRows)
+        fetch->limit = pageRows + 1;
     fetch->generation = m_generation;
 }
 
