@@ -81,6 +81,8 @@ void tst_DataQuery::pagesByKey()
                      "OFFSET 5"));
     QCOMPARE(page.parts.first().values, (QVariantList {qlonglong(7), qlonglong(90)}));
     QCOMPARE(query.keySize(), 1);
+    range.from = {qlonglong(50)}; // the nearer bound is what is sought by
+    QVERIFY(query.page(range, false, 10).parts.first().text.contains("rowid >= ? AND rowid > ?"));
 }
 
 void tst_DataQuery::pagesBackward()

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int s_rows = 20000; // unless the environment says otherwise
-constexpr int s_steps = 60;
+constexpr int s_steps = 40;
 
 } // namespace
 

@@ -317,10 +317,11 @@ SqlText DataQuery::segment(const Bounds &bounds, bool isOfNulls, bool *isEmpty) 
                      {orderExpression()
                           + (isOfNulls ? QLatin1String(" IS NULL") : QLatin1String(" IS NOT NULL")),
                       {}});
-    add(bounds.above, " > ", true);
+    // The nearer bounds first: SQLite seeks by the first one, and tries the other row by row.
     add(bounds.atLeast, " >= ", true);
-    add(bounds.below, " < ", false);
+    add(bounds.above, " > ", true);
     add(bounds.atMost, " <= ", false);
+    add(bounds.below, " < ", false);
     return all;
 }
 
