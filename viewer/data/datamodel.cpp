@@ -341,10 +341,10 @@ void DataModel::refuse(const DataProblem &problem)
         return;
     }
     m_problem = problem;
-    if (m_state == State::Ready && m_pages.pages() == 0) {
+    if (m_state == State::Ready && m_pages.pages() == 0 && !m_copy) {
         showNothing();
-    } else if (m_state == State::Ready) {
-        lose(problem); // looks at the table's columns again
+    } else if (m_state == State::Ready || isCopying()) { // a copy is begun while it is opened
+        lose(problem);                                   // looks at the table's columns again
         return;
     }
     m_state = State::Failed;
