@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int s_rowsAtOnce = 5000; // that others see together
+constexpr int s_rowsSeenTogether = 5000; // that others see together
 
 //! Numbers of servers that have more digits than SQLite's are texts of a kind of their own.
 QString typeInCopy(const DataColumn &column)
@@ -141,7 +141,7 @@ DataProblem DataCopy::write(DataConnection &from, QSqlDatabase &to)
             problem = problemOf(insert.lastError());
             return false;
         }
-        if (++m_rows % s_rowsAtOnce == 0 && to.commit())
+        if (++m_rows % s_rowsSeenTogether == 0 && to.commit())
             to.transaction();
         return !m_isCancelled;
     });
