@@ -38,7 +38,8 @@ need_packages() {
 }
 
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-l10n-tools qt6-qpa-plugins
-  fonts-dejavu-core libarchive-dev libpcap-dev libre2-dev libsystemd-dev)
+  fonts-dejavu-core libarchive-dev libpcap-dev libpq-dev libqt6sql6-sqlite libre2-dev libsqlite3-dev
+  libsystemd-dev)
 
 # Files that begin with precompiled headers are kept too.
 export CCACHE_SLOPPINESS=pch_defines,time_macros

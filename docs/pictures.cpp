@@ -6,6 +6,9 @@
 
 #include "capture/capturewindow.h"
 #include "captures.h"
+#ifdef VIEWER_HAS_SQL
+#include "data/datawindow.h"
+#endif
 #include "overview/histogram.h"
 #include "overview/marksmenu.h"
 #include "overview/overviewstrip.h"
@@ -27,9 +30,15 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QRandomGenerator>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+
+#ifdef VIEWER_HAS_SQL
+#include <QSqlError>
+#include <QSqlQuery>
+#endif
 
 #include <cmath>
 #include <cstdio>
@@ -153,6 +162,17 @@ public:
     {
     }
 
+    //! Shows \a window until it has settled.
+    template<typename Window> Window *add(std::unique_ptr<Window> window)
+    {
+        Window *page = window.get();
+        m_pages.push_back(std::move(window));
+        m_windows.add(page);
+        m_windows.windowOf(page)->resize(s_size);
+        settle();
+        return page;
+    }
+
     FileWindow *open(const QString &name, const QByteArray &text)
     {
         write(m_files.filePath(name), text);
@@ -166,6 +186,9 @@ public:
         return add(std::make_unique<CaptureWindow>(m_files.filePath(name), &m_statistics));
     }
 
+    QString filePath(const QString &name) const { return m_files.filePath(name); }
+    FrameStatistics *statistics() { return &m_statistics; }
+
     void take(const ViewerWindow *page, const QString &name)
     {
         settle();
@@ -176,16 +199,6 @@ public:
     }
 
 private:
-    template<typename Window> Window *add(std::unique_ptr<Window> window)
-    {
-        Window *page = window.get();
-        m_pages.push_back(std::move(window));
-        m_windows.add(page);
-        m_windows.windowOf(page)->resize(s_size);
-        settle();
-        return page;
-    }
-
     const QString m_folder;
     QTemporaryDir m_files;
     FrameStatistics m_statistics;
@@ -255,6 +268,50 @@ void takePackets(Photographer *photographer)
     photographer->take(page, QStringLiteral("viewer-packets.png"));
 }
 
+#ifdef VIEWER_HAS_SQL
+//! Trades of a day, as ./demo --sql makes them.
+void makeTrades(const QString &path)
+{
+    const QString name = QStringLiteral("trades");
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        database.setDatabaseName(path);
+        QSqlQuery query = database.open() ? QSqlQuery(database) : QSqlQuery();
+        const bool isMade =
+            query.exec(QStringLiteral(
+                "CREATE TABLE trades (id INTEGER PRIMARY KEY, time TEXT, symbol TEXT, side TEXT, "
+                "price REAL, quantity INTEGER, note TEXT)"))
+            && query.exec(QStringLiteral(
+                "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+                "200000) INSERT INTO trades SELECT i, strftime('%Y-%m-%d %H:%M:%S', 1767225600 + "
+                "i / 3, 'unixepoch'), substr('ALFABETAECHOGOLFLIMA', 1 + 4 * (i * 7919 % 5), 4), "
+                "CASE i * 31 % 2 WHEN 0 THEN 'buy' ELSE 'sell' END, round(100 + i * 7919 % 5 * 50 "
+                "+ i * 104729 % 1000 / 100.0, 2), 1 + i * 15485863 % 900, CASE WHEN i % 11 = 0 "
+                "THEN 'block' END FROM n"));
+        if (!isMade)
+            qFatal("%s", qUtf8Printable(query.lastError().text()));
+    }
+    QSqlDatabase::removeDatabase(name);
+}
+
+void takeData(Photographer *photographer)
+{
+    const QString path = photographer->filePath(QStringLiteral("trades.sqlite"));
+    makeTrades(path);
+    DataSource source;
+    source.database = path;
+    DataWindow *page =
+        photographer->add(std::make_unique<DataWindow>(source, photographer->statistics()));
+    page->filterMore({2, DataCondition::Is::Equal, QStringLiteral("ECHO"), false});
+    page->filterWhere(QStringLiteral("quantity > 500 AND side = 'buy'"));
+    settle();
+    page->sumColumn(4);
+    page->table()->verticalScrollBar()->setValue(5000);
+    page->findChild<QAction *>(QStringLiteral("whereAction"))->trigger();
+    photographer->take(page, QStringLiteral("viewer-data.png"));
+}
+#endif
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -277,6 +334,9 @@ int main(int argc, char **argv)
         takeTable(&photographer);
         takeJson(&photographer);
         takePackets(&photographer);
+#ifdef VIEWER_HAS_SQL
+        takeData(&photographer);
+#endif
     }
     useColors(true);
     Photographer photographer(folder);

@@ -301,6 +301,184 @@ kann nicht angezeigt werden: %2</translation>
     </message>
 </context>
 <context>
+    <name>DataCell</name>
+    <message>
+        <source>1 byte</source>
+        <translation>1 Byte</translation>
+    </message>
+    <message>
+        <source>%L1 bytes</source>
+        <translation>%L1 Bytes</translation>
+    </message>
+</context>
+<context>
+    <name>DataConnection</name>
+    <message>
+        <source>Qt&apos;s driver for SQLite is not installed (Debian: libqt6sql6-sqlite).</source>
+        <translation>Qts Treiber für SQLite ist nicht installiert (Debian: libqt6sql6-sqlite).</translation>
+    </message>
+    <message>
+        <source>Qt&apos;s driver for PostgreSQL is not installed (Debian: libqt6sql6-psql).</source>
+        <translation>Qts Treiber für PostgreSQL ist nicht installiert (Debian: libqt6sql6-psql).</translation>
+    </message>
+    <message>
+        <source>The database gave no reason.</source>
+        <translation>Die Datenbank nannte keinen Grund.</translation>
+    </message>
+    <message>
+        <source>The file is not there.</source>
+        <translation>Die Datei gibt es nicht.</translation>
+    </message>
+</context>
+<context>
+    <name>DataModel</name>
+    <message>
+        <source>This is not one condition: a bracket or a quote is not closed, or there is a semicolon.</source>
+        <translation>Das ist nicht eine Bedingung: Eine Klammer oder ein Anführungszeichen ist nicht geschlossen, oder es gibt ein Semikolon.</translation>
+    </message>
+    <message>
+        <source>The database took more than %L1 s.</source>
+        <translation>Die Datenbank brauchte mehr als %L1 s.</translation>
+    </message>
+</context>
+<context>
+    <name>DataRows</name>
+    <message>
+        <source>about %L1 rows</source>
+        <translation>etwa %L1 Zeilen</translation>
+    </message>
+    <message>
+        <source>1 row</source>
+        <translation>1 Zeile</translation>
+    </message>
+    <message>
+        <source>%L1 rows</source>
+        <translation>%L1 Zeilen</translation>
+    </message>
+    <message>
+        <source>“%1”</source>
+        <translation>„%1“</translation>
+    </message>
+    <message>
+        <source>%1 with %2</source>
+        <translation>%1 mit %2</translation>
+    </message>
+</context>
+<context>
+    <name>DataSource</name>
+    <message>
+        <source>There are no tables in the database.</source>
+        <translation>In der Datenbank gibt es keine Tabellen.</translation>
+    </message>
+    <message>
+        <source>Query</source>
+        <translation>Abfrage</translation>
+    </message>
+    <message>
+        <source>There is no table “%1”.</source>
+        <translation>Es gibt keine Tabelle „%1“.</translation>
+    </message>
+    <message>
+        <source>This is no address of a database: %1</source>
+        <translation>Das ist keine Adresse einer Datenbank: %1</translation>
+    </message>
+    <message>
+        <source>A password does not belong into an address: leave it out, and it is read from ~/.pgpass or asked for.</source>
+        <translation>Ein Passwort gehört nicht in eine Adresse: Ohne es wird es aus ~/.pgpass gelesen oder erfragt.</translation>
+    </message>
+</context>
+<context>
+    <name>DataWindow</name>
+    <message>
+        <source>Tables and views of the database</source>
+        <translation>Tabellen und Sichten der Datenbank</translation>
+    </message>
+    <message>
+        <source>Condition</source>
+        <translation>Bedingung</translation>
+    </message>
+    <message>
+        <source>A condition in the language of the database, such as: price &gt; 100 AND symbol LIKE &apos;A%&apos;</source>
+        <translation>Eine Bedingung in der Sprache der Datenbank, etwa: price &gt; 100 AND symbol LIKE &apos;A%&apos;</translation>
+    </message>
+    <message>
+        <source>Con&amp;dition…</source>
+        <translation>Be&amp;dingung…</translation>
+    </message>
+    <message>
+        <source>Show only the rows that meet a condition (Ctrl+Shift+W)</source>
+        <translation>Nur die Zeilen zeigen, die eine Bedingung erfüllen (Strg+Umschalt+W)</translation>
+    </message>
+    <message>
+        <source>Memory that the rows take that are kept</source>
+        <translation>Speicher der Zeilen, die behalten werden</translation>
+    </message>
+    <message>
+        <source>Adding up…</source>
+        <translation>Wird summiert…</translation>
+    </message>
+    <message>
+        <source>Only Rows &amp;Where</source>
+        <translation>Nur Zeilen &amp;mit</translation>
+    </message>
+    <message>
+        <source>&amp;Add Up “%1”</source>
+        <translation>„%1“ &amp;summieren</translation>
+    </message>
+    <message>
+        <source>%1 — %2</source>
+        <translation>%1 — %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown.
+
+%2</source>
+        <translation>%1 kann nicht gezeigt werden.
+
+%2</translation>
+    </message>
+    <message>
+        <source>Opening…</source>
+        <translation>Wird geöffnet…</translation>
+    </message>
+    <message>
+        <source>Not connected, tried again: %1</source>
+        <translation>Nicht verbunden, wird wieder versucht: %1</translation>
+    </message>
+    <message>
+        <source>Without a key: is read into a temporary file…</source>
+        <translation>Ohne Schlüssel: wird in eine temporäre Datei gelesen…</translation>
+    </message>
+    <message>
+        <source>Without a key: shows a temporary copy</source>
+        <translation>Ohne Schlüssel: zeigt eine temporäre Kopie</translation>
+    </message>
+    <message>
+        <source>Counting…</source>
+        <translation>Wird gezählt…</translation>
+    </message>
+    <message>
+        <source>There are no numbers in “%1”.</source>
+        <translation>In „%1“ gibt es keine Zahlen.</translation>
+    </message>
+    <message>
+        <source>%1: Count %L2   Sum %3   Min %4   Max %5</source>
+        <translation>%1: Anzahl %L2   Summe %3   Min. %4   Max. %5</translation>
+    </message>
+    <message>
+        <source>too long</source>
+        <translation>zu lang</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Password for %1:</source>
+        <translation>Passwort für %1:</translation>
+    </message>
+</context>
+<context>
     <name>Decompressor</name>
     <message>
         <source>It is damaged or cut off.</source>
@@ -1010,6 +1188,10 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>Row %L1 is too long: it has more than %L2 bytes.</source>
         <translation>Zeile %L1 ist zu lang: Sie hat mehr als %L2 Bytes.</translation>
+    </message>
+    <message>
+        <source>Row %L1 could not be read.</source>
+        <translation>Zeile %L1 konnte nicht gelesen werden.</translation>
     </message>
 </context>
 <context>

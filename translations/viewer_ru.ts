@@ -301,6 +301,184 @@ cannot be shown: %2</source>
     </message>
 </context>
 <context>
+    <name>DataCell</name>
+    <message>
+        <source>1 byte</source>
+        <translation>1 байт</translation>
+    </message>
+    <message>
+        <source>%L1 bytes</source>
+        <translation>Байт: %L1</translation>
+    </message>
+</context>
+<context>
+    <name>DataConnection</name>
+    <message>
+        <source>Qt&apos;s driver for SQLite is not installed (Debian: libqt6sql6-sqlite).</source>
+        <translation>Драйвер Qt для SQLite не установлен (Debian: libqt6sql6-sqlite).</translation>
+    </message>
+    <message>
+        <source>Qt&apos;s driver for PostgreSQL is not installed (Debian: libqt6sql6-psql).</source>
+        <translation>Драйвер Qt для PostgreSQL не установлен (Debian: libqt6sql6-psql).</translation>
+    </message>
+    <message>
+        <source>The database gave no reason.</source>
+        <translation>База данных не назвала причины.</translation>
+    </message>
+    <message>
+        <source>The file is not there.</source>
+        <translation>Такого файла нет.</translation>
+    </message>
+</context>
+<context>
+    <name>DataModel</name>
+    <message>
+        <source>This is not one condition: a bracket or a quote is not closed, or there is a semicolon.</source>
+        <translation>Это не одно условие: не закрыта скобка или кавычка, или есть точка с запятой.</translation>
+    </message>
+    <message>
+        <source>The database took more than %L1 s.</source>
+        <translation>Базе данных не хватило %L1 с.</translation>
+    </message>
+</context>
+<context>
+    <name>DataRows</name>
+    <message>
+        <source>about %L1 rows</source>
+        <translation>Строк: около %L1</translation>
+    </message>
+    <message>
+        <source>1 row</source>
+        <translation>1 строка</translation>
+    </message>
+    <message>
+        <source>%L1 rows</source>
+        <translation>Строк: %L1</translation>
+    </message>
+    <message>
+        <source>“%1”</source>
+        <translation>«%1»</translation>
+    </message>
+    <message>
+        <source>%1 with %2</source>
+        <translation>%1, где %2</translation>
+    </message>
+</context>
+<context>
+    <name>DataSource</name>
+    <message>
+        <source>There are no tables in the database.</source>
+        <translation>В базе данных нет таблиц.</translation>
+    </message>
+    <message>
+        <source>Query</source>
+        <translation>Запрос</translation>
+    </message>
+    <message>
+        <source>There is no table “%1”.</source>
+        <translation>Таблицы «%1» нет.</translation>
+    </message>
+    <message>
+        <source>This is no address of a database: %1</source>
+        <translation>Это не адрес базы данных: %1</translation>
+    </message>
+    <message>
+        <source>A password does not belong into an address: leave it out, and it is read from ~/.pgpass or asked for.</source>
+        <translation>Паролю не место в адресе: без него он будет прочитан из ~/.pgpass или запрошен.</translation>
+    </message>
+</context>
+<context>
+    <name>DataWindow</name>
+    <message>
+        <source>Tables and views of the database</source>
+        <translation>Таблицы и представления базы данных</translation>
+    </message>
+    <message>
+        <source>Condition</source>
+        <translation>Условие</translation>
+    </message>
+    <message>
+        <source>A condition in the language of the database, such as: price &gt; 100 AND symbol LIKE &apos;A%&apos;</source>
+        <translation>Условие на языке базы данных, например: price &gt; 100 AND symbol LIKE &apos;A%&apos;</translation>
+    </message>
+    <message>
+        <source>Con&amp;dition…</source>
+        <translation>Усло&amp;вие…</translation>
+    </message>
+    <message>
+        <source>Show only the rows that meet a condition (Ctrl+Shift+W)</source>
+        <translation>Показать только строки, отвечающие условию (Ctrl+Shift+W)</translation>
+    </message>
+    <message>
+        <source>Memory that the rows take that are kept</source>
+        <translation>Память, занятая хранимыми строками</translation>
+    </message>
+    <message>
+        <source>Adding up…</source>
+        <translation>Суммирование…</translation>
+    </message>
+    <message>
+        <source>Only Rows &amp;Where</source>
+        <translation>Только строки, &amp;где</translation>
+    </message>
+    <message>
+        <source>&amp;Add Up “%1”</source>
+        <translation>&amp;Сложить «%1»</translation>
+    </message>
+    <message>
+        <source>%1 — %2</source>
+        <translation>%1 — %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be shown.
+
+%2</source>
+        <translation>%1 показать нельзя.
+
+%2</translation>
+    </message>
+    <message>
+        <source>Opening…</source>
+        <translation>Открытие…</translation>
+    </message>
+    <message>
+        <source>Not connected, tried again: %1</source>
+        <translation>Нет соединения, попытка повторится: %1</translation>
+    </message>
+    <message>
+        <source>Without a key: is read into a temporary file…</source>
+        <translation>Без ключа: читается во временный файл…</translation>
+    </message>
+    <message>
+        <source>Without a key: shows a temporary copy</source>
+        <translation>Без ключа: показана временная копия</translation>
+    </message>
+    <message>
+        <source>Counting…</source>
+        <translation>Подсчёт…</translation>
+    </message>
+    <message>
+        <source>There are no numbers in “%1”.</source>
+        <translation>В «%1» нет чисел.</translation>
+    </message>
+    <message>
+        <source>%1: Count %L2   Sum %3   Min %4   Max %5</source>
+        <translation>%1: Количество %L2   Сумма %3   Мин. %4   Макс. %5</translation>
+    </message>
+    <message>
+        <source>too long</source>
+        <translation>слишком длинная</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Пароль</translation>
+    </message>
+    <message>
+        <source>Password for %1:</source>
+        <translation>Пароль для %1:</translation>
+    </message>
+</context>
+<context>
     <name>Decompressor</name>
     <message>
         <source>It is damaged or cut off.</source>
@@ -1010,6 +1188,10 @@ cannot be shown: %2</source>
     <message>
         <source>Row %L1 is too long: it has more than %L2 bytes.</source>
         <translation>Строка %L1 слишком длинная: в ней больше %L2 байт.</translation>
+    </message>
+    <message>
+        <source>Row %L1 could not be read.</source>
+        <translation>Строку %L1 не удалось прочитать.</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 
 #include "basics/icons.h"
 #include "basics/language.h"
+#include "data/datasource.h"
 #include "session.h"
 
 #include <QApplication>
@@ -13,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -30,6 +32,9 @@ const QString s_newRows = QStringLiteral("new-rows");
 const QString s_seconds = QStringLiteral("seconds");
 const QString s_screenshot = QStringLiteral("screenshot");
 const QString s_stats = QStringLiteral("stats");
+const QString s_table = QStringLiteral("table");
+const QString s_sql = QStringLiteral("sql");
+const QString s_key = QStringLiteral("key");
 
 QtMessageHandler s_formerHandler = nullptr; // of Qt's messages
 
@@ -45,7 +50,8 @@ void describe(QCommandLineParser *parser)
         english("Opens text files of any size, each behind a tab, and follows them as they grow.\n"
                 "Without a file it opens what was open last time."));
     parser->addPositionalArgument(english("file"),
-                                  english("Text file, pipe, or - for standard input."),
+                                  english("Text file, pipe, - for standard input, database of "
+                                          "SQLite, or postgresql://user@host/database?table=name."),
                                   english("[file...]"));
     parser->addOptions({
         {s_delimiter,
@@ -72,6 +78,12 @@ void describe(QCommandLineParser *parser)
          QStringLiteral("1000")},
         {s_newRows, english("New rows of the feed appear at the top or at the end."),
          english("top|end"), QStringLiteral("top")},
+        {s_table, english("Show <table> of a database, perhaps with its schema before a point."),
+         english("table")},
+        {s_sql, english("Show what <query> gives of a database."), english("query")},
+        {s_key,
+         english("Columns that tell the rows of a view or query apart, with commas between them."),
+         english("columns")},
         {s_seconds, english("End after <n> seconds."), english("n")},
         {s_screenshot,
          english(
@@ -96,6 +108,27 @@ QString readNumbers(const QCommandLineParser &parser, SessionOptions *options)
     options->seconds = parser.value(s_seconds).toDouble(&isNumber);
     if (!isNumber || !(*options->seconds >= 0 && *options->seconds <= 1000000))
         return english("--seconds wants a number from 0 to 1000000.");
+    return {};
+}
+
+// Passwords and databases that cannot be shown are refused before there is a window.
+QString readDatabases(const QCommandLineParser &parser, SessionOptions *options)
+{
+    options->data = {parser.value(s_table), parser.value(s_sql),
+                     parser.value(s_key).split(u',', Qt::SkipEmptyParts)};
+    if (!options->data.table.isEmpty() && !options->data.sql.isEmpty())
+        return english("--table and --sql exclude each other.");
+    QString problem;
+    bool hasDatabase = false;
+    for (const QString &file : std::as_const(options->files)) {
+        hasDatabase = DataSource::fromText(file, &problem) || hasDatabase;
+        if (!problem.isEmpty())
+            return problem;
+    }
+    if (hasDatabase && !canOpenData())
+        return english("This program was built without databases: Qt's SQL module was missing.");
+    if (!options->data.isEmpty() && !hasDatabase)
+        return english("--table, --sql and --key want a database.");
     return {};
 }
 
@@ -138,7 +171,9 @@ QString readOptions(const QCommandLineParser &parser, SessionOptions *options)
     if (newRows == QLatin1String("end"))
         options->newRows = FeedModel::NewRows::AtEnd;
     options->hasFeed = parser.isSet(s_feed) || parser.isSet(s_rate) || parser.isSet(s_newRows);
-    const QString problem = readNumbers(parser, options);
+    QString problem = readNumbers(parser, options);
+    if (problem.isEmpty())
+        problem = readDatabases(parser, options);
     if (!options->screenshot.isEmpty() && !options->seconds)
         options->seconds = 1;
     return problem;

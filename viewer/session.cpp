@@ -155,8 +155,11 @@ ViewerWindow *Session::open(const QString &path, const FormatRequest &format,
 {
     const QUrl url(path);
     const QString file = url.isLocalFile() ? url.toLocalFile() : path;
-    if (isWatched())
+    auto data = openData(file, m_options.data, &m_statistics);
+    if (isWatched() && !file.contains(QLatin1String("://")))
         RecentFiles::add(file);
+    if (data)
+        return add(std::move(data), beside);
     if (isPackets(file))
         return add(std::make_unique<CaptureWindow>(file, &m_statistics), beside);
     return add(std::make_unique<FileWindow>(file, format, &m_statistics), beside);

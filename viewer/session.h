@@ -4,6 +4,7 @@
 #ifndef SESSION_H
 #define SESSION_H
 
+#include "data/opendata.h"
 #include "feed/feedmodel.h"
 #include "files/delimiter.h"
 #include "savedsession.h"
@@ -27,6 +28,7 @@ struct SessionOptions
     bool hasFeed = false;     //!< show the simulated feed if there are no files
     FormatRequest format;     //!< of the files
     bool hasCaptures = false; //!< the files are captures of packets, whatever they begin with
+    DataRequest data;         //!< of databases
     bool follow = true;       //!< follow from the start
     int rate = 1000;          //!< of the feed, rows per second
     FeedModel::NewRows newRows = FeedModel::NewRows::AtTop; //!< of the feed

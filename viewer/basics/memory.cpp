@@ -3,6 +3,10 @@
 
 #include "basics/memory.h"
 
+#include <QByteArray>
+#include <QFile>
+#include <QList>
+
 #include <sys/resource.h>
 
 qint64 peakResidentBytes()
@@ -14,4 +18,13 @@ qint64 peakResidentBytes()
 #else
     return qint64(usage.ru_maxrss) * 1024;
 #endif
+}
+
+qint64 residentBytes()
+{
+    QFile pages(QStringLiteral("/proc/self/statm"));
+    if (!pages.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> counts = pages.readAll().split(' ');
+    return counts.value(1).toLongLong() * 4096;
 }

@@ -9,6 +9,7 @@
 #include "linefilter.h"
 #include "order/sortedrows.h"
 #include "qtablefastview.h"
+#include "rowengine.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -34,6 +35,7 @@ void TableFilter::setSource(QAbstractItemModel *model)
 {
     cancel();
     m_source = model;
+    m_engine = dynamic_cast<RowEngine *>(model);
     m_lastCurrent = QModelIndex();
     Q_EMIT modelAboutToBeShown();
     QAbstractItemModel *shown = showSorted(model);
@@ -47,6 +49,23 @@ void TableFilter::cancel()
     ++m_searches;
     if (m_nextFilter)
         m_nextFilter->cancel();
+    if (m_source && m_engine)
+        m_engine->cancel();
+}
+
+bool TableFilter::isFiltered() const
+{
+    return m_filter || (m_engine && m_engine->isFiltered());
+}
+
+int TableFilter::sortColumn() const
+{
+    return m_engine ? m_engine->sortColumn() : m_sorted ? m_sorted->column() : -1;
+}
+
+Qt::SortOrder TableFilter::sortOrder() const
+{
+    return m_engine ? m_engine->sortOrder() : m_sorted ? m_sorted->order() : Qt::AscendingOrder;
 }
 
 int TableFilter::shownRows() const
@@ -81,6 +100,8 @@ int TableFilter::rowNear(int row) const
 
 TextMatcher TableFilter::shownMatcher() const
 {
+    if (m_engine)
+        return m_engine->shownMatcher();
     return m_filter ? m_filter->matcher() : TextMatcher();
 }
 
@@ -129,7 +150,7 @@ bool TableFilter::acceptsData(const QVariant &data, const QString &text, int col
 
 bool TableFilter::isTextFiltered() const
 {
-    return m_filter && !m_filter->matcher().isNothing();
+    return !shownMatcher().isNothing();
 }
 
 bool TableFilter::isTextFiltering() const
@@ -156,6 +177,8 @@ void TableFilter::setSpan(const std::optional<RowSpan> &span)
 
 void TableFilter::showAll()
 {
+    if (m_engine)
+        m_engine->showAll();
     filterBy({}, {});
 }
 
@@ -170,6 +193,11 @@ void TableFilter::dofilter(const QString &text)
 void TableFilter::filterBy(const TextMatcher &matcher, const std::optional<RowSpan> &span)
 {
     cancel();
+    if (m_engine) {
+        m_engine->filterBy(matcher, columns());
+        Q_EMIT filtering(1);
+        return;
+    }
     if (matcher.isNothing() && !span) {
         if (m_filter)
             show(nullptr);
@@ -216,6 +244,8 @@ std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
 
 bool TableFilter::findInRows(const QString &text, bool forward)
 {
+    if (m_engine)
+        return findByEngine(text, forward);
     const bool hasCurrent = m_table->currentIndex().isValid();
     if (!forward)
         return findPrev(text) || (!hasCurrent && findFromTheEnd(text));
@@ -227,6 +257,17 @@ bool TableFilter::findInRows(const QString &text, bool forward)
         return true;
     const QModelIndex current = self ? m_table->currentIndex() : QModelIndex();
     return current.isValid() && m_searches == search && acceptsRow(current.row(), text, true);
+}
+
+bool TableFilter::findByEngine(const QString &text, bool forward)
+{
+    const QPointer<TableFilter> self(this);
+    const int row =
+        m_engine->find(matcherFor(text), columns(), m_table->currentIndex().row(), forward);
+    if (!self || !m_engine || row < 0)
+        return false;
+    setCurrentIndex(m_table->model()->index(row, columns().value(0)));
+    return true;
 }
 
 //! After findPrev() for \a text, which found nothing above no current row.
@@ -295,7 +336,7 @@ QModelIndex TableFilter::currentInSource() const
 QAbstractItemModel *TableFilter::showSorted(QAbstractItemModel *model)
 {
     std::unique_ptr<SortedRows> sorted;
-    if (model && m_sortColumn >= 0) {
+    if (model && m_sortColumn >= 0 && !m_engine) {
         sorted = std::make_unique<SortedRows>(model, m_sortColumn, m_sortOrder);
         connect(sorted.get(), &SortedRows::progressed, this, &TableFilter::sorting);
         model = sorted.get();
@@ -309,6 +350,11 @@ void TableFilter::sortBy(int column, Qt::SortOrder order)
 {
     m_sortColumn = column;
     m_sortOrder = order;
+    if (m_engine) {
+        m_engine->sortBy(column, order);
+        Q_EMIT sorting(1);
+        return;
+    }
     if (m_source)
         show(m_filter.get());
     Q_EMIT sorting(m_sorted ? 0 : 1);

@@ -17,6 +17,7 @@
 class BytePattern;
 class LineFilter;
 class QTableFastView;
+class RowEngine;
 class SortedRows;
 class TextFileModel;
 
@@ -44,7 +45,9 @@ public:
     void setSource(QAbstractItemModel *model);
     //! The model behind the filter, if there is one.
     QAbstractItemModel *source() const { return m_source; }
-    bool isFiltered() const { return m_filter != nullptr; }
+    bool isFiltered() const;
+    //! source(), if it orders, filters and finds its rows itself; else null.
+    RowEngine *engine() const { return m_engine; }
     //! Whether the rows of the table are those of source(), in its order.
     bool showsSource() const { return !m_filter && !m_sorted; }
     //! Shows rows in the order of \a column, or with −1 in that of source(), at the same current
@@ -52,6 +55,11 @@ public:
     void sortBy(int column, Qt::SortOrder order);
     //! What sorts the rows of the table; null if nothing does.
     const SortedRows *sortedRows() const { return m_sorted.get(); }
+    //! What the rows of the table are ordered by, or −1, and how.
+    //! @{
+    int sortColumn() const;
+    Qt::SortOrder sortOrder() const;
+    //! @}
     //! Rows of the table.
     int shownRows() const;
     //! The cell of source() behind one of the table.
@@ -129,12 +137,14 @@ private:
     QAbstractItemModel *showSorted(QAbstractItemModel *model);
     QModelIndex fromSource(const QModelIndex &index) const;
     QModelIndex currentInSource() const;
+    bool findByEngine(const QString &text, bool forward);
     bool findFromTheEnd(const QString &text);
     bool findBetween(int from, int end, const QString &text, const BytePattern &pattern);
     bool acceptsRow(int row, const QString &text, bool forward);
 
     QTableFastView *m_table;               //!< searched; the parent
     QPointer<QAbstractItemModel> m_source; //!< not owned
+    RowEngine *m_engine = nullptr;         //!< see engine()
     std::unique_ptr<LineFilter> m_filter;  //!< shown; null without one
     std::unique_ptr<SortedRows> m_sorted;  //!< before the others; null without a column
     int m_sortColumn = -1;                 //!< see sortBy()

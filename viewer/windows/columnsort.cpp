@@ -39,14 +39,12 @@ ColumnSort::ColumnSort(TableFilter *find, ViewerTable *table)
 
 int ColumnSort::column() const
 {
-    const SortedRows *rows = m_find->sortedRows();
-    return rows ? rows->column() : -1;
+    return m_find->sortColumn();
 }
 
 Qt::SortOrder ColumnSort::order() const
 {
-    const SortedRows *rows = m_find->sortedRows();
-    return rows ? rows->order() : Qt::AscendingOrder;
+    return m_find->sortOrder();
 }
 
 void ColumnSort::addActions(QMenu *menu, int column)
@@ -100,6 +98,8 @@ void ColumnSort::showInHeader()
 
 void ColumnSort::tellProgress(double part)
 {
+    if (m_find->engine())
+        tellEngine();
     const SortedRows *rows = m_find->sortedRows();
     if (!rows)
         return;
@@ -112,6 +112,16 @@ void ColumnSort::tellProgress(double part)
                             .arg(QLocale().formattedDataSize(qint64(rows->memory()))));
     if (std::exchange(m_isAwaited, false))
         showFirst();
+}
+
+//! It has begun to show its first rows, whenever they come.
+void ColumnSort::tellEngine()
+{
+    showInHeader();
+    m_label->setText(column() < 0 ? QString() : tr("Sorted by “%1”").arg(nameOf(column())));
+    m_label->setToolTip({});
+    m_isAwaited = false;
+    m_table->scrollToTop();
 }
 
 //! The row that somebody has chosen, else the one that comes first now.

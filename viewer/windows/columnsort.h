@@ -48,6 +48,7 @@ Q_SIGNALS:
 private:
     void headerClicked(int column);
     void tellProgress(double part);
+    void tellEngine();
     void showFirst();
     QString nameOf(int column) const;
 

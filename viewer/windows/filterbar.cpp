@@ -4,6 +4,7 @@
 #include "filterbar.h"
 
 #include "basics/contrast.h"
+#include "search/rowengine.h"
 #include "search/tablefilter.h"
 
 #include <QApplication>
@@ -49,6 +50,12 @@ QToolButton *FilterBar::createButton(const char *name, const QString &text, cons
 
 void FilterBar::showFilter(const TableFilter &find)
 {
+    if (const RowEngine *engine = find.engine()) {
+        m_label->setText(engine->filterText());
+        m_spanButton->hide();
+        show();
+        return;
+    }
     const QString text = find.shownMatcher().text();
     const std::optional<RowSpan> span = find.shownSpan();
     const QString counts = text.isEmpty() ? tr("%L1 of %L2 rows") : tr("%L1 of %L2 rows have “%3”");

@@ -3,6 +3,7 @@
 
 #include "rowexport.h"
 
+#include "basics/rowloader.h"
 #include "files/controlpictures.h"
 #include "files/wholerow.h"
 
@@ -111,6 +112,10 @@ bool RowExport::writeSlice()
 
 bool RowExport::writeRow()
 {
+    if (!loadRow(m_model, m_next)) {
+        m_error = tr("Row %L1 could not be read.").arg(m_next + 1);
+        return false;
+    }
     const WholeRow whole = wholeRow(m_model->index(m_next, 0), mostBytes);
     if (whole.isCut) {
         m_error =

@@ -3,6 +3,8 @@
 
 #include "rowtexts.h"
 
+#include "basics/rowloader.h"
+
 #include <QAbstractItemModel>
 
 #include <algorithm>
@@ -62,6 +64,7 @@ QString RowTexts::header() const
 
 QString RowTexts::row(int row) const
 {
+    loadRow(m_model, row);
     QStringList fields;
     for (const int column : m_columns)
         fields << m_model->index(row, column).data().toString();

@@ -3,12 +3,14 @@
 
 #include "selectionsums.h"
 
+#include "basics/rowloader.h"
 #include "search/linefilter.h"
 
 #include <QAbstractItemView>
 #include <QAbstractProxyModel>
 #include <QElapsedTimer>
 #include <QItemSelectionModel>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -86,6 +88,8 @@ void SelectionSums::currentChanged(const QModelIndex &current, const QModelIndex
 
 void SelectionSums::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight)
 {
+    if (m_isLoading)
+        return;
     const bool isOfColumn = topLeft.column() <= m_column && m_column <= bottomRight.column();
     const auto meets = [&](const Range &range) {
         return range.first <= bottomRight.row() && topLeft.row() <= range.second;
@@ -149,7 +153,10 @@ void SelectionSums::takeSelection()
     }
     for (const Range &range : std::as_const(m_ranges))
         m_rows += range.second - range.first + 1;
-    if (m_rows < 2)
+    // A table that is larger than the machine has its engine add up.
+    const bool isTooFar =
+        m_rows > mostLoadedRows && dynamic_cast<const RowLoader *>(m_model.data());
+    if (m_rows < 2 || isTooFar)
         m_ranges.clear();
     if (!m_ranges.isEmpty())
         m_next = m_ranges.front().first;
@@ -160,6 +167,12 @@ void SelectionSums::addSlice()
     QElapsedTimer time;
     time.start();
     while (m_range < m_ranges.size()) {
+        {
+            const QScopedValueRollback loading(m_isLoading, true); // it is no change
+            loadRow(m_model, m_next);
+        }
+        if (!m_isTaken)
+            return;
         m_sums.add(m_model->index(m_next, m_column).data().toString());
         ++m_done;
         if (++m_next > m_ranges.at(m_range).second && ++m_range < m_ranges.size())

@@ -30,6 +30,9 @@ class SelectionSums : public QObject
     Q_OBJECT
 
 public:
+    //! Of rows that must be loaded first, no more are added up.
+    static constexpr int mostLoadedRows = 100000;
+
     //! Adds up rows of \a table, which must outlive it; call followTable() whenever that has
     //! another model.
     explicit SelectionSums(QAbstractItemView *table, QObject *parent = nullptr);
@@ -74,6 +77,7 @@ private:
     QTimer m_timer {this};                  //!< runs while there are cells left
     int m_sliceTime = 20;                   //!< ms
     bool m_isTaken = false;                 //!< the selection is in m_ranges
+    bool m_isLoading = false;               //!< a row that was not at hand
     int m_column = -1;                      //!< whose cells are added up
     QList<Range> m_ranges;                  //!< selected, ascending, apart from each other
     qsizetype m_range = 0;                  //!< of m_ranges, the one that m_next is in

@@ -771,10 +771,15 @@ void ViewerWindow::showContextMenu(QPoint place)
             tr("Show Only &Rows with “%1”").arg(shown.replace(u'&', QLatin1String("&&"))), this,
             [this, text] { filterBy(text); });
         only->setEnabled(!text.isEmpty() && m_find->columns().contains(cell.column()));
+        addCellActions(menu, cell);
     }
     menu->addSeparator();
     menu->addActions({m_findAction, m_filterAction, m_goToAction, m_marks->markAction()});
     menu->popup(m_table->viewport()->mapToGlobal(place));
+}
+
+void ViewerWindow::addCellActions(QMenu * /*menu*/, const QModelIndex & /*index*/)
+{
 }
 
 void ViewerWindow::filterBy(const QString &text)

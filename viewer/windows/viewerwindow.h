@@ -118,11 +118,15 @@ protected:
     void awaitLine(int line);
     //! No rows will come soon: restore() waits for its line no longer.
     void showAwaitedLine();
+    //! What rows are filtered by is another, by no doing of the panel's.
+    void updateFilterBar();
     //! How many rows there are, and how many of them are shown if there is a filter.
     QString rowsText() const;
     //! The table shows a model for the first time, or rows were filtered, or are all
     //! shown again.
     virtual void filterChanged() { }
+    //! Adds to the context \a menu of the cell that \a index is.
+    virtual void addCellActions(QMenu *menu, const QModelIndex &index);
     //! The panel was shown or hidden.
     virtual void findPanelShown(bool isShown);
     //! Lets \a action, with its shortcut, act while the table has the focus, and in no
@@ -159,7 +163,6 @@ private:
     void filterBy(const QString &text);
     void markMatches();
     void toggleFilter();
-    void updateFilterBar();
     void undoByEsc();
     void fillRecentMenu(QMenu *menu);
     void editColorRules();

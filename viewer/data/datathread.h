@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: The vantix authors
+// SPDX-License-Identifier: MIT
+
+#ifndef DATATHREAD_H
+#define DATATHREAD_H
+
+#include "dataconnection.h"
+
+#include <QObject>
+#include <QThread>
+
+#include <functional>
+#include <memory>
+
+/*!
+ * \brief A connection in a thread of its own, to which work is given.
+ *
+ * One thing is done after the other. What is to be done with the result runs in the thread of an
+ * object, which must outlive this one.
+ */
+class DataThread
+{
+public:
+    DataThread();
+    //! Gives up what is running, and waits for its end.
+    ~DataThread();
+    Q_DISABLE_COPY_MOVE(DataThread)
+
+    //! Has \a work done, and then \a done in the thread of \a context.
+    template<typename Work, typename Done> void run(QObject *context, Work work, Done done)
+    {
+        QMetaObject::invokeMethod(m_worker, [this, context, work, done] {
+            auto result = work(m_connection);
+            QMetaObject::invokeMethod(
+                context, [done, result] { done(result); }, Qt::QueuedConnection);
+        });
+    }
+    //! Has \a work done, and waits for its result.
+    template<typename Work> auto runNow(Work work)
+    {
+        decltype(work(m_connection)) result;
+        QMetaObject::invokeMethod(
+            m_worker, [&] { result = work(m_connection); }, Qt::BlockingQueuedConnection);
+        return result;
+    }
+    //! Ends the query that runs, if one does.
+    void cancel() { m_connection.cancel(); }
+
+private:
+    QThread m_thread;
+    QObject *m_worker;           //!< lives in m_thread, and goes with it
+    DataConnection m_connection; //!< used in m_thread only, but for cancel()
+};
+
+#endif // DATATHREAD_H
