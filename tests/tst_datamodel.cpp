@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int s_steps = 300; // of the walk, unless the environment says otherwise
+constexpr int s_steps = 100; // of the walk, unless the environment says otherwise
 
 //! The rows of \a model, all of which are loaded.
 QStringList allRows(DataModel *model)
