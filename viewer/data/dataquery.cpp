@@ -7,6 +7,7 @@
 
 #include <QRegularExpression>
 
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -142,7 +143,7 @@ bool isComparedAsText(const DataTable &table, const DataCondition &condition)
     if (table.engine == DataEngine::PostgreSql)
         return !isComparable(column);
     bool isWhole = false;
-    condition.value.toLongLong(&isWhole);
+    std::ignore = condition.value.toLongLong(&isWhole);
     return isEquality && condition.isNumber && !isWhole;
 }
 

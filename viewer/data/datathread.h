@@ -24,7 +24,6 @@ public:
     DataThread();
     //! Gives up what is running, and waits for its end.
     ~DataThread();
-    Q_DISABLE_COPY_MOVE(DataThread)
 
     //! Has \a work done, and then \a done in the thread of \a context.
     template<typename Work, typename Done> void run(QObject *context, Work work, Done done)
@@ -47,6 +46,8 @@ public:
     void cancel() { m_connection.cancel(); }
 
 private:
+    Q_DISABLE_COPY(DataThread)
+
     QThread m_thread;
     QObject *m_worker;           //!< lives in m_thread, and goes with it
     DataConnection m_connection; //!< used in m_thread only, but for cancel()
