@@ -70,11 +70,7 @@ def _at_place(
     None when the number is too large for any type.
     """
     context = decimal.Context(
-        prec=_PRECISION,
-        rounding=_STYLES[style],
-        Emin=decimal.MIN_EMIN,
-        Emax=decimal.MAX_EMAX,
-        traps=[decimal.InvalidOperation],
+        prec=_PRECISION, rounding=_STYLES[style], traps=[decimal.InvalidOperation]
     )
     try:
         rounded = number.quantize(decimal.Decimal((0, (1,), -fraction)), context=context)
