@@ -140,8 +140,12 @@ def test_keeps_model_delegate_and_selection_model(app):
 def test_owns_its_header(app):
     view = vantix.QTableFastView()
     header = QHeaderView(Qt.Orientation.Horizontal)
+    header.setObjectName("given")
     view.setHeader(header)
-    assert view.header() is header and header.parent() is view
+    del header
+    gc.collect()
+    header = view.header()
+    assert header.objectName() == "given" and header.parent() is view
     sip.delete(view)
     assert sip.isdeleted(header)
 
