@@ -47,6 +47,7 @@ private Q_SLOTS:
     void blocks();
     void sections();
     void otherLinkOfLaterInterface();
+    void timesWithoutRoom();
     void readsInAnyOrder();
     void growsByAnyPiece_data();
     void growsByAnyPiece();
@@ -248,6 +249,17 @@ void tst_CaptureWalk::otherLinkOfLaterInterface()
           + writer.interface(6, 113) + writer.packet(1, 2, "two"));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("type 1"));
     QCOMPARE(packets(), QList<ReadPacket>({{1000, 3, "one"}}));
+}
+
+//! As damage makes them.
+void tst_CaptureWalk::timesWithoutRoom()
+{
+#ifndef VIEWER_HAS_PCAP
+    QSKIP("This build reads no captures.");
+#endif
+    const CaptureWriter writer;
+    write(writer.section() + writer.interface(0) + writer.packet(0, quint64(1) << 62, "late"));
+    QCOMPARE(packets(), QList<ReadPacket>({{9'223'372'035 * s_second, 4, "late"}}));
 }
 
 void tst_CaptureWalk::readsInAnyOrder()

@@ -19,7 +19,8 @@ struct FileCursor
 
 namespace {
 
-constexpr std::size_t s_streamBuffer = 16384; // bytes: a jump reads as many
+constexpr qint64 s_mostSeconds = 9'223'372'035; // whose nanoseconds have room; year 2262
+constexpr std::size_t s_streamBuffer = 16384;   // bytes: a jump reads as many
 
 ssize_t readCursor(void *cookie, char *buffer, std::size_t size)
 {
@@ -111,8 +112,11 @@ bool PacketSource::readNext()
         m_error = QString::fromUtf8(pcap_geterr(m_capture->pcap.get()));
         return false;
     }
-    // Asked for nanoseconds, the library has them where its type says microseconds.
-    m_packet.time = qint64(header->ts.tv_sec) * 1'000'000'000 + header->ts.tv_usec;
+    // Asked for nanoseconds, the library has them where its type says microseconds. A damaged time
+    // may be any.
+    const qint64 seconds = std::clamp<qint64>(header->ts.tv_sec, -s_mostSeconds, s_mostSeconds);
+    const qint64 fraction = std::clamp<qint64>(header->ts.tv_usec, 0, 999'999'999);
+    m_packet.time = seconds * 1'000'000'000 + fraction;
     m_packet.length = header->len;
     m_packet.bytes = QByteArrayView(bytes, qsizetype(header->caplen));
     return true;
