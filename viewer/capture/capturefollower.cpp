@@ -33,7 +33,7 @@ CaptureNews CaptureFollower::takeNews()
 {
     const std::lock_guard lock(m_mutex);
     m_announced = false;
-    std::vector<quint64> places = std::exchange(m_news.places, {});
+    std::vector<std::vector<quint64>> places = std::exchange(m_news.places, {});
     CaptureNews taken = m_news; // what is, stays so
     taken.places = std::move(places);
     m_news.hasBegunAnew = false;
@@ -181,10 +181,8 @@ void CaptureFollower::publish(std::vector<quint64> &&places)
     const std::optional<FileState> state = m_file->state();
     m_sizeSeen = m_walk->sizeSeen();
     tell([&](CaptureNews &news) {
-        if (news.places.empty())
-            news.places = std::move(places);
-        else
-            news.places.insert(news.places.end(), places.begin(), places.end());
+        if (!places.empty())
+            news.places.push_back(std::move(places));
         news.sections = m_walk->sections();
         news.size = state ? state->size : m_walk->position();
         news.indexed = m_walk->position();

@@ -29,12 +29,12 @@ struct CaptureNews
         Failed     //!< it could not be opened or read; see error
     };
 
-    bool hasBegunAnew = false;            //!< file is new, and earlier packets are void
-    std::shared_ptr<const TextFile> file; //!< null before the first
-    std::vector<quint64> places;          //!< of packets found
-    CaptureSections sections;             //!< all until now
-    quint64 size = 0;                     //!< bytes of the file
-    quint64 indexed = 0;                  //!< bytes of it that were looked at
+    bool hasBegunAnew = false;                //!< file is new, and earlier packets are void
+    std::shared_ptr<const TextFile> file;     //!< null before the first
+    std::vector<std::vector<quint64>> places; //!< of packets found, in order
+    CaptureSections sections;                 //!< all until now
+    quint64 size = 0;                         //!< bytes of the file
+    quint64 indexed = 0;                      //!< bytes of it that were looked at
     Activity activity = Activity::Opening;
     bool isIncomplete = false; //!< a part of a packet is at the end
     bool isMissing = false;    //!< there is no file of that name now

@@ -40,7 +40,7 @@ void CaptureModel::start()
 void CaptureModel::takeNews()
 {
     m_news = m_follower->takeNews();
-    const std::vector<quint64> places = std::exchange(m_news.places, {});
+    const std::vector<std::vector<quint64>> places = std::exchange(m_news.places, {});
     if (m_news.hasBegunAnew)
         beginAnew();
     if (!places.empty())
@@ -59,11 +59,15 @@ void CaptureModel::beginAnew()
     Q_EMIT restarted();
 }
 
-void CaptureModel::insertPackets(const std::vector<quint64> &places)
+void CaptureModel::insertPackets(const std::vector<std::vector<quint64>> &places)
 {
     const int before = rowCount();
-    beginInsertRows({}, before, before + int(places.size()) - 1);
-    m_places.append(places);
+    int count = 0;
+    for (const std::vector<quint64> &batch : places)
+        count += int(batch.size());
+    beginInsertRows({}, before, before + count - 1);
+    for (const std::vector<quint64> &batch : places)
+        m_places.append(batch);
     endInsertRows();
 }
 

@@ -88,7 +88,7 @@ private Q_SLOTS:
 
 private:
     void beginAnew();
-    void insertPackets(const std::vector<quint64> &places);
+    void insertPackets(const std::vector<std::vector<quint64>> &places);
     const QStringList &fields(int row) const;
     QStringList readFields(int row) const;
     QString details(int row) const;
