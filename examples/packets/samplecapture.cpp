@@ -23,8 +23,8 @@ std::array<uchar, 1514> makePacket(QRandomGenerator *random, int size)
     qToBigEndian(quint16(size - 14), &packet[16]);
     packet[22] = 64; // hops
     packet[23] = 17; // UDP
-    qToBigEndian(quint32(0x0a000000 + random->bounded(4000)), &packet[26]);
-    qToBigEndian(quint32(0xc0a80000 + random->bounded(250)), &packet[30]);
+    qToBigEndian(quint32(0x0a000000 + random->bounded(4000U)), &packet[26]);
+    qToBigEndian(quint32(0xc0a80000 + random->bounded(250U)), &packet[30]);
     qToBigEndian(quint16(1024 + random->bounded(60'000)), &packet[34]);
     qToBigEndian(quint16(random->bounded(3) == 0 ? 53 : 443), &packet[36]);
     qToBigEndian(quint16(size - 34), &packet[38]);
