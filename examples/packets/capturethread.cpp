@@ -51,13 +51,13 @@ std::vector<Packet> CaptureThread::take()
     return std::exchange(m_packets, {});
 }
 
-int CaptureThread::read(void *capture, qint64 count)
+int CaptureThread::read(pcap *capture, qint64 count)
 {
     pcap_pkthdr *header = nullptr;
     const u_char *bytes = nullptr;
     const std::lock_guard lock(m_mutex);
     int done = 0;
-    while (done < count && pcap_next_ex(static_cast<pcap_t *>(capture), &header, &bytes) == 1) {
+    while (done < count && pcap_next_ex(capture, &header, &bytes) == 1) {
         m_packets.push_back(packetOf(*header, bytes));
         ++done;
     }

@@ -12,6 +12,8 @@
 #include <mutex>
 #include <vector>
 
+struct pcap;
+
 //! Reads a capture again and again, as fast as packets would come, away from the GUI.
 class CaptureThread : public QThread
 {
@@ -31,7 +33,7 @@ protected:
 
 private:
     //! Reads up to \a count packets of an open capture; fewer at its end.
-    int read(void *capture, qint64 count);
+    int read(pcap *capture, qint64 count);
 
     const QString m_path;
     const int m_rate;
