@@ -31,6 +31,12 @@ constexpr qint64 s_second = 1'000'000'000;
 
 } // namespace
 
+#ifdef VIEWER_HAS_PCAP
+#define NEED_PACKETS()
+#else
+#define NEED_PACKETS() QSKIP("This build reads no captures.");
+#endif
+
 class tst_CaptureWalk : public QObject
 {
     Q_OBJECT
@@ -166,9 +172,7 @@ void tst_CaptureWalk::records_data()
 
 void tst_CaptureWalk::records()
 {
-#ifndef VIEWER_HAS_PCAP
-    QSKIP("This build reads no captures.");
-#endif
+    NEED_PACKETS()
     QFETCH(QSysInfo::Endian, order);
     QFETCH(quint32, magic);
     QFETCH(QByteArray, more);
@@ -194,9 +198,7 @@ void tst_CaptureWalk::blocks_data()
 //! Interfaces have their own units of time, wherever in the file they are described.
 void tst_CaptureWalk::blocks()
 {
-#ifndef VIEWER_HAS_PCAP
-    QSKIP("This build reads no captures.");
-#endif
+    NEED_PACKETS()
     QFETCH(QSysInfo::Endian, order);
     const CaptureWriter writer(order);
     write(writer.section() + writer.block(4, "names") + writer.interface(6) + writer.interface(9)
@@ -226,9 +228,7 @@ QByteArray tst_CaptureWalk::manyBlocks() const
 
 void tst_CaptureWalk::sections()
 {
-#ifndef VIEWER_HAS_PCAP
-    QSKIP("This build reads no captures.");
-#endif
+    NEED_PACKETS()
     write(manyBlocks());
     QCOMPARE(packets(),
              QList<ReadPacket>({{s_second + 1, 3, "one"},
@@ -241,9 +241,7 @@ void tst_CaptureWalk::sections()
 //! libpcap reads one kind of link in a section: the others are told as not readable.
 void tst_CaptureWalk::otherLinkOfLaterInterface()
 {
-#ifndef VIEWER_HAS_PCAP
-    QSKIP("This build reads no captures.");
-#endif
+    NEED_PACKETS()
     const CaptureWriter writer;
     write(writer.section() + writer.interface(6, 1) + writer.packet(0, 1, "one")
           + writer.interface(6, 113) + writer.packet(1, 2, "two"));
@@ -254,9 +252,7 @@ void tst_CaptureWalk::otherLinkOfLaterInterface()
 //! As damage makes them.
 void tst_CaptureWalk::timesWithoutRoom()
 {
-#ifndef VIEWER_HAS_PCAP
-    QSKIP("This build reads no captures.");
-#endif
+    NEED_PACKETS()
     const CaptureWriter writer;
     write(writer.section() + writer.interface(0) + writer.packet(0, quint64(1) << 62, "late"));
     QCOMPARE(packets(), QList<ReadPacket>({{9'223'372'035 * s_second, 4, "late"}}));
@@ -264,9 +260,7 @@ void tst_CaptureWalk::timesWithoutRoom()
 
 void tst_CaptureWalk::readsInAnyOrder()
 {
-#ifndef VIEWER_HAS_PCAP
-    QSKIP("This build reads no captures.");
-#endif
+    NEED_PACKETS()
     constexpr quint32 seed = 77;
     qInfo("seed %u", seed);
     QRandomGenerator random(seed);
