@@ -31,25 +31,24 @@ CaptureFollower::CaptureFollower(const QString &path, qint64 maximumPackets)
 
 CaptureNews CaptureFollower::takeNews()
 {
-    const std::lock_guard lock(m_mutex);
-    m_announced = false;
-    std::vector<std::vector<quint64>> places = std::exchange(m_news.places, {});
-    CaptureNews taken = m_news; // what is, stays so
-    taken.places = std::move(places);
-    m_news.hasBegunAnew = false;
-    return taken;
+    return m_news.take([](const CaptureNews &taken) {
+        CaptureNews next;
+        next.file = taken.file;
+        next.sections = taken.sections;
+        next.size = taken.size;
+        next.indexed = taken.indexed;
+        next.activity = taken.activity;
+        next.isIncomplete = taken.isIncomplete;
+        next.isMissing = taken.isMissing;
+        next.error = taken.error;
+        return next;
+    });
 }
 
 //! Lets \a change alter the news, and announces them.
 template<typename Change> void CaptureFollower::tell(Change change)
 {
-    bool announce = false;
-    {
-        const std::lock_guard lock(m_mutex);
-        change(m_news);
-        announce = !std::exchange(m_announced, true);
-    }
-    if (announce)
+    if (m_news.tell(change))
         Q_EMIT news();
 }
 
@@ -67,8 +66,7 @@ void CaptureFollower::finish()
     m_checkTimer.stop();
     m_sliceTimer.stop();
     m_notifier.reset();
-    const std::lock_guard lock(m_mutex);
-    m_announced = true;
+    m_news.hush();
 }
 
 //! Begins \a file from its start.

@@ -5,6 +5,7 @@
 #define CAPTUREFOLLOWER_H
 
 #include "capturewalk.h"
+#include "files/newsbox.h"
 #include "files/textfile.h"
 
 #include <QObject>
@@ -12,7 +13,6 @@
 #include <QTimer>
 
 #include <memory>
-#include <mutex>
 #include <optional>
 
 //! What happened to a followed capture since the last look.
@@ -107,9 +107,7 @@ private:
     QTimer m_checkTimer {this};                  //!< looks at a regular file
     QTimer m_sliceTimer {this};                  //!< runs the next slice
 
-    std::mutex m_mutex;       //!< guards the members below
-    CaptureNews m_news;       //!< not taken yet
-    bool m_announced = false; //!< news() was emitted for them
+    NewsBox<CaptureNews> m_news; //!< not taken yet
 };
 
 #endif // CAPTUREFOLLOWER_H

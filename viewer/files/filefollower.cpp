@@ -37,31 +37,25 @@ FileFollower::FileFollower(const QString &path, const FormatRequest &request, qi
 
 FollowerNews FileFollower::takeNews()
 {
-    const std::lock_guard lock(m_mutex);
-    m_announced = false;
-    FollowerNews next;
-    next.file = m_news.file;
-    next.size = m_news.size;
-    next.encodingName = m_news.encodingName;
-    next.compression = m_news.compression;
-    next.activity = m_news.activity;
-    next.missing = m_news.missing;
-    next.olderLines = m_news.olderLines;
-    next.leftOut = m_news.leftOut;
-    next.error = m_news.error;
-    return std::exchange(m_news, std::move(next));
+    return m_news.take([](const FollowerNews &taken) {
+        FollowerNews next;
+        next.file = taken.file;
+        next.size = taken.size;
+        next.encodingName = taken.encodingName;
+        next.compression = taken.compression;
+        next.activity = taken.activity;
+        next.missing = taken.missing;
+        next.olderLines = taken.olderLines;
+        next.leftOut = taken.leftOut;
+        next.error = taken.error;
+        return next;
+    });
 }
 
 //! Lets \a change alter the news, and announces them.
 template<typename Change> void FileFollower::tell(Change change)
 {
-    bool announce = false;
-    {
-        const std::lock_guard lock(m_mutex);
-        change(m_news);
-        announce = !std::exchange(m_announced, true);
-    }
-    if (announce)
+    if (m_news.tell(change))
         Q_EMIT news();
 }
 
@@ -287,8 +281,7 @@ void FileFollower::finish()
         timer->stop();
     m_watcher.reset();
     m_notifier.reset();
-    const std::lock_guard lock(m_mutex);
-    m_announced = true;
+    m_news.hush();
 }
 
 //! Adds text that follows what was scanned before.

@@ -6,6 +6,7 @@
 
 #include "delimiter.h"
 #include "lineindex.h"
+#include "newsbox.h"
 #include "textfile.h"
 
 #include <QByteArray>
@@ -17,7 +18,6 @@
 #include <QTimer>
 
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -180,9 +180,7 @@ private:
     std::unique_ptr<QFileSystemWatcher> m_watcher; //!< reports changes
     std::unique_ptr<QSocketNotifier> m_notifier;   //!< reports a stream's text
 
-    std::mutex m_mutex;       //!< guards the members below
-    FollowerNews m_news;      //!< not taken yet
-    bool m_announced = false; //!< news() was emitted for them
+    NewsBox<FollowerNews> m_news; //!< not taken yet
 };
 
 #endif // FILEFOLLOWER_H
