@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 #include "data/datamodel.h"
+#include "data/datathread.h"
 #include "datatables.h"
 
 #include <QAbstractItemModelTester>
 #include <QFile>
 #include <QRandomGenerator>
+#include <QSemaphore>
 #include <QSignalSpy>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -50,6 +53,8 @@ private Q_SLOTS:
     void filters();
     void refusesWhatIsNoCondition();
     void givesUpAfterATime();
+    void waitsNoLongerThanItMay();
+    void waitsForNobodyWhoDoesNotAnswer();
     void follows();
     void keepsRowsInPlaceAsOthersGo();
     void showsQueriesWithAKey();
@@ -330,6 +335,43 @@ void tst_DataModel::givesUpAfterATime()
     settle(model.get());
     QCOMPARE(model->rowCount(), 10);
 #endif
+}
+
+//! Who waits for a row is not kept by a query that never ends.
+void tst_DataModel::waitsNoLongerThanItMay()
+{
+#ifndef VIEWER_HAS_SQLITE3
+    QSKIP("This build cannot end a query.");
+#endif
+    numbers(1);
+    DataSource source;
+    source.database = m_path;
+    const SqlText endless {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) "
+                           "SELECT count(*) FROM n",
+                           {}};
+    DataThread thread;
+    const auto problem = thread.runNow(50, [source, endless](DataConnection &connection) {
+        const DataProblem notOpen = connection.open(source);
+        return notOpen ? notOpen : connection.each(endless, [](const QSqlQuery &) { return true; });
+    });
+    QVERIFY(problem);
+    QCOMPARE(problem->kind, DataProblem::Kind::Cancelled);
+    QVERIFY(thread.runNow(5000, [](DataConnection &connection) { return connection.isOpen(); })
+                .value_or(false));
+}
+
+//! Nor by one that cannot be ended, as of a server that is no longer there.
+void tst_DataModel::waitsForNobodyWhoDoesNotAnswer()
+{
+    QSemaphore answer;
+    DataThread thread;
+    const auto nothing = thread.runNow(10, [&answer](DataConnection &) {
+        answer.acquire();
+        return 1;
+    });
+    QVERIFY(!nothing);
+    answer.release();
+    QCOMPARE(thread.runNow(5000, [](DataConnection &) { return 2; }), std::optional(2));
 }
 
 void tst_DataModel::follows()

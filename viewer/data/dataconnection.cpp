@@ -115,7 +115,9 @@ DataProblem DataConnection::connectTo(const DataSource &source)
         m_database.setUserName(source.user);
         m_database.setPassword(source.password);
         m_database.setConnectOptions(
-            QStringLiteral("connect_timeout=%1;application_name=vantix-viewer").arg(s_connectTime));
+            QStringLiteral("connect_timeout=%1;keepalives_idle=%1;keepalives_interval=%1;"
+                           "keepalives_count=2;application_name=vantix-viewer")
+                .arg(s_connectTime));
     }
     if (m_database.open() && prepareSession())
         return {};

@@ -9,6 +9,7 @@
 #include "files/textfile.h"
 
 #include <QColor>
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -27,6 +28,7 @@ constexpr int s_smallestStep = 1024;  // rows between places that a survey finds
 constexpr int s_mostAnchors = 4096;   // that it finds, about
 constexpr int s_rowsAhead = 64;       // that are read beside those on screen
 constexpr int s_loadAttempts = 8;
+constexpr int s_longestWait = 3000;  // ms that a row is waited for
 constexpr qint64 s_bytesOfCell = 64; // beside its text
 
 int clamped(qint64 rows)
@@ -488,24 +490,32 @@ bool DataModel::isIdle() const
         && !m_pages.wanted(m_first, m_last) && m_pages.isEndKnown();
 }
 
+//! Reads a page while all else waits. False if it is of no use to ask again.
+bool DataModel::readNow(const RowPages::Fetch &fetch)
+{
+    ++m_queries;
+    const auto page =
+        m_reader.runNow(s_longestWait, [query = m_query, fetch](DataConnection &connection) {
+            return DataReads::page(connection, query, fetch);
+        });
+    if (page && !page->problem)
+        m_pages.take(fetch, page->rows);
+    return page && (!page->problem || page->problem.kind == DataProblem::Kind::Cancelled);
+}
+
 bool DataModel::load(int row)
 {
+    const QDeadlineTimer deadline(s_longestWait);
     for (int attempt = 0; attempt < s_loadAttempts && row >= 0 && row < rowCount(); ++attempt) {
         if (isLoaded(row)) {
             m_pages.touch(row, row);
             return true;
         }
         const auto fetch = m_pages.wanted(row, row);
-        if (!fetch || m_state != State::Ready)
+        if (!fetch || m_state != State::Ready || deadline.hasExpired())
             return false;
-        const DataQuery query = m_query;
-        ++m_queries;
-        const DataReads::Page page = m_reader.runNow(
-            [&](DataConnection &connection) { return DataReads::page(connection, query, *fetch); });
-        if (page.problem && page.problem.kind != DataProblem::Kind::Cancelled)
+        if (!readNow(*fetch))
             return false;
-        if (!page.problem)
-            m_pages.take(*fetch, page.rows);
     }
     return isLoaded(row);
 }
@@ -551,12 +561,8 @@ int DataModel::rowOf(const DataReads::Found &found, int row, const RowKey &from,
     const int known = m_pages.rowOf(*found.key);
     if (known >= 0)
         return known;
-    if (const auto fetch = m_pages.at(target, *found.key)) {
-        const DataQuery query = m_query;
-        const DataReads::Page page = m_reader.runNow(
-            [&](DataConnection &connection) { return DataReads::page(connection, query, *fetch); });
-        m_pages.take(*fetch, page.rows);
-    }
+    if (const auto fetch = m_pages.at(target, *found.key))
+        readNow(*fetch);
     return m_pages.rowOf(*found.key);
 }
 

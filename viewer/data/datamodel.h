@@ -131,6 +131,7 @@ private:
     void pump();
     std::optional<RowPages::Fetch> nextFetch();
     void read(const RowPages::Fetch &fetch);
+    bool readNow(const RowPages::Fetch &fetch);
     void takePage(const RowPages::Fetch &fetch, const DataReads::Page &page, int query);
     void takeProblem(const DataProblem &problem);
     void lose(const DataProblem &problem);

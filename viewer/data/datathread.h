@@ -6,11 +6,15 @@
 
 #include "dataconnection.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
+#include <QSemaphore>
 #include <QThread>
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 
 /*!
  * \brief A connection in a thread of its own, to which work is given.
@@ -34,13 +38,29 @@ public:
                 context, [done, result] { done(result); }, Qt::QueuedConnection);
         });
     }
-    //! Has \a work done, and waits for its result.
-    template<typename Work> auto runNow(Work work)
+    //! Has \a work done, and waits for its result. What takes longer than \a limit milliseconds is
+    //! ended, as by cancel(), and so is what was to be done before it; nothing comes of it where a
+    //! server does not notice for as long again. What \a work uses must be its own.
+    template<typename Work>
+    auto runNow(int limit, Work work)
+        -> std::optional<decltype(work(std::declval<DataConnection &>()))>
     {
-        decltype(work(m_connection)) result;
-        QMetaObject::invokeMethod(
-            m_worker, [&] { result = work(m_connection); }, Qt::BlockingQueuedConnection);
-        return result;
+        struct Outcome
+        {
+            decltype(work(std::declval<DataConnection &>())) result;
+            QSemaphore done;
+        };
+        const auto outcome = std::make_shared<Outcome>();
+        QMetaObject::invokeMethod(m_worker, [this, outcome, work] {
+            outcome->result = work(m_connection);
+            outcome->done.release();
+        });
+        for (const QDeadlineTimer end(2 * limit); !outcome->done.tryAcquire(1, limit);) {
+            cancel();
+            if (end.hasExpired())
+                return {};
+        }
+        return outcome->result;
     }
     //! Ends the query that runs, if one does.
     void cancel() { m_connection.cancel(); }

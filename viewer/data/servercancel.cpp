@@ -6,6 +6,7 @@
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlQuery>
+#include <QThreadPool>
 #include <QVariant>
 
 #include <array>
@@ -55,7 +56,8 @@ void ServerCancel::attach(const QSqlDatabase &database)
 #endif
 #ifdef VIEWER_HAS_LIBPQ
     if (PGconn *handle = handleOf<PGconn *>(database, "PGconn*", "pg_conn*"))
-        m_server = PQgetCancel(handle);
+        m_server = {PQgetCancel(handle),
+                    [](void *server) { PQfreeCancel(static_cast<PGcancel *>(server)); }};
 #endif
 }
 
@@ -63,11 +65,7 @@ void ServerCancel::detach()
 {
     const QMutexLocker lock(&m_mutex);
     m_sqlite = nullptr;
-#ifdef VIEWER_HAS_LIBPQ
-    if (m_server)
-        PQfreeCancel(static_cast<PGcancel *>(m_server));
-#endif
-    m_server = nullptr;
+    m_server.reset();
 }
 
 void ServerCancel::cancel()
@@ -78,8 +76,10 @@ void ServerCancel::cancel()
         sqlite3_interrupt(static_cast<sqlite3 *>(m_sqlite));
 #endif
 #ifdef VIEWER_HAS_LIBPQ
-    std::array<char, 256> problem {};
     if (m_server)
-        PQcancel(static_cast<PGcancel *>(m_server), problem.data(), int(problem.size()));
+        QThreadPool::globalInstance()->start([server = m_server] {
+            std::array<char, 256> problem {};
+            PQcancel(static_cast<PGcancel *>(server.get()), problem.data(), int(problem.size()));
+        });
 #endif
 }

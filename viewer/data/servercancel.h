@@ -6,6 +6,8 @@
 
 #include <QMutex>
 
+#include <memory>
+
 class QSqlDatabase;
 
 /*!
@@ -25,13 +27,14 @@ public:
     //! is detach(), which comes before it is closed.
     void attach(const QSqlDatabase &database);
     void detach();
-    //! Ends the query that runs, if one does. Any thread may call it.
+    //! Ends the query that runs, if one does. Any thread may call it; none waits for a server that
+    //! does not answer.
     void cancel();
 
 private:
-    QMutex m_mutex;           //!< the handle goes while another thread asks
-    void *m_sqlite = nullptr; //!< sqlite3, not owned
-    void *m_server = nullptr; //!< PGcancel, owned
+    QMutex m_mutex;                 //!< the handle goes while another thread asks
+    void *m_sqlite = nullptr;       //!< sqlite3, not owned
+    std::shared_ptr<void> m_server; //!< PGcancel, owned, too, by those that ask the server
 };
 
 #endif // SERVERCANCEL_H
