@@ -49,23 +49,23 @@ void TableFilter::cancel()
     ++m_searches;
     if (m_nextFilter)
         m_nextFilter->cancel();
-    if (m_source && m_engine)
-        m_engine->cancel();
+    if (engine())
+        engine()->cancel();
 }
 
 bool TableFilter::isFiltered() const
 {
-    return m_filter || (m_engine && m_engine->isFiltered());
+    return m_filter || (engine() && engine()->isFiltered());
 }
 
 int TableFilter::sortColumn() const
 {
-    return m_engine ? m_engine->sortColumn() : m_sorted ? m_sorted->column() : -1;
+    return engine() ? engine()->sortColumn() : m_sorted ? m_sorted->column() : -1;
 }
 
 Qt::SortOrder TableFilter::sortOrder() const
 {
-    return m_engine ? m_engine->sortOrder() : m_sorted ? m_sorted->order() : Qt::AscendingOrder;
+    return engine() ? engine()->sortOrder() : m_sorted ? m_sorted->order() : Qt::AscendingOrder;
 }
 
 int TableFilter::shownRows() const
@@ -100,8 +100,8 @@ int TableFilter::rowNear(int row) const
 
 TextMatcher TableFilter::shownMatcher() const
 {
-    if (m_engine)
-        return m_engine->shownMatcher();
+    if (engine())
+        return engine()->shownMatcher();
     return m_filter ? m_filter->matcher() : TextMatcher();
 }
 
@@ -177,9 +177,13 @@ void TableFilter::setSpan(const std::optional<RowSpan> &span)
 
 void TableFilter::showAll()
 {
-    if (m_engine)
-        m_engine->showAll();
-    filterBy({}, {});
+    if (!engine()) {
+        filterBy({}, {});
+        return;
+    }
+    cancel();
+    engine()->showAll();
+    Q_EMIT filtering(1);
 }
 
 void TableFilter::dofilter(const QString &text)
@@ -193,8 +197,8 @@ void TableFilter::dofilter(const QString &text)
 void TableFilter::filterBy(const TextMatcher &matcher, const std::optional<RowSpan> &span)
 {
     cancel();
-    if (m_engine) {
-        m_engine->filterBy(matcher, columns());
+    if (engine()) {
+        engine()->filterBy(matcher, columns());
         Q_EMIT filtering(1);
         return;
     }
@@ -244,7 +248,7 @@ std::optional<bool> TableFilter::findInFile(const QString &text, bool forward)
 
 bool TableFilter::findInRows(const QString &text, bool forward)
 {
-    if (m_engine)
+    if (engine())
         return findByEngine(text, forward);
     const bool hasCurrent = m_table->currentIndex().isValid();
     if (!forward)
@@ -263,8 +267,8 @@ bool TableFilter::findByEngine(const QString &text, bool forward)
 {
     const QPointer<TableFilter> self(this);
     const int row =
-        m_engine->find(matcherFor(text), columns(), m_table->currentIndex().row(), forward);
-    if (!self || !m_engine || row < 0)
+        engine()->find(matcherFor(text), columns(), m_table->currentIndex().row(), forward);
+    if (!self || !engine() || row < 0)
         return false;
     setCurrentIndex(m_table->model()->index(row, columns().value(0)));
     return true;
@@ -336,7 +340,7 @@ QModelIndex TableFilter::currentInSource() const
 QAbstractItemModel *TableFilter::showSorted(QAbstractItemModel *model)
 {
     std::unique_ptr<SortedRows> sorted;
-    if (model && m_sortColumn >= 0 && !m_engine) {
+    if (model && m_sortColumn >= 0 && !engine()) {
         sorted = std::make_unique<SortedRows>(model, m_sortColumn, m_sortOrder);
         connect(sorted.get(), &SortedRows::progressed, this, &TableFilter::sorting);
         model = sorted.get();
@@ -350,8 +354,8 @@ void TableFilter::sortBy(int column, Qt::SortOrder order)
 {
     m_sortColumn = column;
     m_sortOrder = order;
-    if (m_engine) {
-        m_engine->sortBy(column, order);
+    if (engine()) {
+        engine()->sortBy(column, order);
         Q_EMIT sorting(1);
         return;
     }

@@ -47,7 +47,7 @@ public:
     QAbstractItemModel *source() const { return m_source; }
     bool isFiltered() const;
     //! source(), if it orders, filters and finds its rows itself; else null.
-    RowEngine *engine() const { return m_engine; }
+    RowEngine *engine() const { return m_source ? m_engine : nullptr; }
     //! Whether the rows of the table are those of source(), in its order.
     bool showsSource() const { return !m_filter && !m_sorted; }
     //! Shows rows in the order of \a column, or with −1 in that of source(), at the same current
@@ -144,7 +144,7 @@ private:
 
     QTableFastView *m_table;               //!< searched; the parent
     QPointer<QAbstractItemModel> m_source; //!< not owned
-    RowEngine *m_engine = nullptr;         //!< see engine()
+    RowEngine *m_engine = nullptr;         //!< m_source as one, while that is there; see engine()
     std::unique_ptr<LineFilter> m_filter;  //!< shown; null without one
     std::unique_ptr<SortedRows> m_sorted;  //!< before the others; null without a column
     int m_sortColumn = -1;                 //!< see sortBy()
