@@ -101,14 +101,6 @@
 <context>
     <name>CaptureWindow</name>
     <message>
-        <source>Standard input</source>
-        <translation>Standardeingabe</translation>
-    </message>
-    <message>
-        <source>%1 — %2</source>
-        <translation>%1 — %2</translation>
-    </message>
-    <message>
         <source>R&amp;eload</source>
         <translation>&amp;Neu laden</translation>
     </message>

@@ -4,6 +4,7 @@
 #include "capturewindow.h"
 
 #include "capturemodel.h"
+#include "windows/pathtexts.h"
 
 #include <QAction>
 #include <QDir>
@@ -35,13 +36,9 @@ CaptureWindow::CaptureWindow(const QString &path, FrameStatistics *statistics)
     : ViewerWindow(statistics)
     , m_path(path)
 {
-    const QFileInfo file(path);
     if (!isInput(path))
-        setWindowFilePath(file.absoluteFilePath());
-    setWindowTitle(
-        isInput(path)
-            ? tr("Standard input")
-            : tr("%1 — %2").arg(file.fileName(), QDir::toNativeSeparators(file.absolutePath())));
+        setWindowFilePath(QFileInfo(path).absoluteFilePath());
+    setWindowTitle(titleOf(path));
     createStatusBar();
     createOverview();
     auto *reload = new QAction(tr("R&eload"), this);
@@ -173,7 +170,7 @@ QString CaptureWindow::activityText() const
 void CaptureWindow::reportFailure()
 {
     m_hasFailed = true;
-    const QString path = isInput(m_path) ? tr("Standard input") : QDir::toNativeSeparators(m_path);
+    const QString path = displayPath(m_path);
     std::fprintf(stderr, "vantix-viewer: %s: %s\n", qUtf8Printable(path),
                  qUtf8Printable(m_model->errorString()));
     if (m_model->rowCount() == 0)

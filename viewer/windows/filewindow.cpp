@@ -11,6 +11,7 @@
 #include "files/textfilemodel.h"
 #include "fontmenu.h"
 #include "formatmenu.h"
+#include "pathtexts.h"
 #include "viewertable.h"
 
 #include <QAction>
@@ -35,36 +36,6 @@ constexpr int s_fileWaitTime = 500; // ms between looks for a missing file
 constexpr int s_messageTime = 8000; // ms that the status bar tells what happened
 
 using Activity = TextFileModel::Activity;
-
-//! What is no file has a name of its own, or nothing.
-QString nameOfStream(const QString &path)
-{
-    if (path == QLatin1String("-"))
-        return FileWindow::tr("Standard input");
-    return path == QLatin1String("journal:") ? FileWindow::tr("Journal of the system") : QString();
-}
-
-QString displayName(const QString &path)
-{
-    const QString name = nameOfStream(path);
-    return name.isEmpty() ? QFileInfo(path).fileName() : name;
-}
-
-//! Files in several folders may have the same name.
-QString title(const QString &path)
-{
-    const QString name = nameOfStream(path);
-    if (!name.isEmpty())
-        return name;
-    const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
-    return FileWindow::tr("%1 — %2").arg(displayName(path), folder);
-}
-
-QString displayPath(const QString &path)
-{
-    const QString name = nameOfStream(path);
-    return name.isEmpty() ? QDir::toNativeSeparators(path) : name;
-}
 
 } // namespace
 
@@ -205,8 +176,8 @@ void FileWindow::tellLeftOut()
 
 void FileWindow::showPath()
 {
-    const QString name =
-        m_request.hasOlderFiles ? tr("%1, with rotated files").arg(title(m_path)) : title(m_path);
+    const QString name = m_request.hasOlderFiles ? tr("%1, with rotated files").arg(titleOf(m_path))
+                                                 : titleOf(m_path);
     setWindowTitle(m_pattern.isEmpty() || m_pattern == m_path
                        ? name
                        : tr("%1 — newest of %2").arg(name, QFileInfo(m_pattern).fileName()));
