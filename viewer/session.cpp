@@ -144,12 +144,6 @@ void Session::quit()
     m_isEnding = false;
 }
 
-bool Session::isPackets(const QString &path) const
-{
-    const bool isAsked = m_options.hasCaptures && m_options.files.contains(path);
-    return PacketSource::isAvailable() && (isAsked || isCapture(path));
-}
-
 ViewerWindow *Session::open(const QString &path, const FormatRequest &format,
                             const ViewerWindow *beside)
 {
@@ -160,7 +154,8 @@ ViewerWindow *Session::open(const QString &path, const FormatRequest &format,
         RecentFiles::add(file);
     if (data)
         return add(std::move(data), beside);
-    if (isPackets(file))
+    const bool isCalledCapture = m_options.hasCaptures && m_options.files.contains(path);
+    if (PacketSource::isAvailable() && (isCalledCapture || isCapture(file)))
         return add(std::make_unique<CaptureWindow>(file, &m_statistics), beside);
     return add(std::make_unique<FileWindow>(file, format, &m_statistics), beside);
 }

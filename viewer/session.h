@@ -53,7 +53,6 @@ public:
 
 private:
     bool isWatched() const;
-    bool isPackets(const QString &path) const;
     void begin();
     void restore(const QList<SavedWindow> &windows);
     void windowCreated(TabWindow *window);
