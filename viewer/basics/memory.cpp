@@ -8,6 +8,7 @@
 #include <QList>
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 qint64 peakResidentBytes()
 {
@@ -26,5 +27,5 @@ qint64 residentBytes()
     if (!pages.open(QIODevice::ReadOnly))
         return 0;
     const QList<QByteArray> counts = pages.readAll().split(' ');
-    return counts.value(1).toLongLong() * 4096;
+    return counts.value(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
 }

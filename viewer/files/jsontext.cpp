@@ -3,16 +3,9 @@
 
 #include "jsontext.h"
 
-#include <QStringDecoder>
+#include <QUtf8StringView>
 
 namespace {
-
-bool isValidUtf8(QByteArrayView bytes)
-{
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    [[maybe_unused]] const QString text = decoder(bytes);
-    return !decoder.hasError();
-}
 
 void appendString(QByteArray *json, QByteArrayView text)
 {
@@ -36,7 +29,7 @@ void appendString(QByteArray *json, QByteArrayView text)
 
 void appendJsonValue(QByteArray *json, QByteArrayView bytes)
 {
-    if (isValidUtf8(bytes)) {
+    if (QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8()) {
         appendString(json, bytes);
         return;
     }
