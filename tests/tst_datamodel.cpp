@@ -56,6 +56,7 @@ private Q_SLOTS:
     void waitsNoLongerThanItMay();
     void waitsForNobodyWhoDoesNotAnswer();
     void follows();
+    void looksOftenWhileRowsCome();
     void keepsRowsInPlaceAsOthersGo();
     void showsQueriesWithAKey();
     void copiesWhatHasNoKey();
@@ -388,6 +389,23 @@ void tst_DataModel::follows()
     m_writer->run("DELETE FROM t WHERE id = 600");
     QTRY_COMPARE(model->rowCount(), 601);
     QCOMPARE(shownRow(*model, 599), QString("601|new|NULL"));
+}
+
+//! Rows that come one after the other are shown so, and not in heaps.
+void tst_DataModel::looksOftenWhileRowsCome()
+{
+    constexpr int quiet = 1000000;
+    numbers(600);
+    const auto model = openTable("t");
+    model->setPollTime(quiet);
+    model->setVisible(560, 599);
+    settle(model.get());
+    m_writer->run("INSERT INTO t (name) VALUES ('new')");
+    model->refresh();
+    QTRY_COMPARE(model->rowCount(), 601);
+    const int soon = model->pollTime();
+    QCOMPARE_LT(soon, quiet);
+    QTRY_COMPARE_GT(model->pollTime(), soon);
 }
 
 void tst_DataModel::keepsRowsInPlaceAsOthersGo()

@@ -19,7 +19,8 @@
 
 namespace {
 
-constexpr int s_pollTime = 1000;      // ms
+constexpr int s_frameTime = 16;       // ms
+constexpr int s_pollShare = 4;        // looking for changes takes this part of the time at most
 constexpr int s_firstPause = 500;     // ms before another attempt to connect
 constexpr int s_longestPause = 30000; // ms
 constexpr int s_surveyLimit = 60000;  // ms after which the number of rows stays an estimate
@@ -41,7 +42,7 @@ int clamped(qint64 rows)
 DataModel::DataModel(QObject *parent)
     : QAbstractTableModel(parent)
 {
-    m_pollTimer.setInterval(s_pollTime);
+    m_pollTimer.setInterval(m_pollTime);
     connect(&m_pollTimer, &QTimer::timeout, this, &DataModel::poll);
     m_retryTimer.setSingleShot(true);
     connect(&m_retryTimer, &QTimer::timeout, this, &DataModel::connectNow);
@@ -249,9 +250,13 @@ void DataModel::pump()
 {
     if (m_isReading || m_state != State::Ready)
         return;
-    if (const auto fetch = nextFetch())
+    if (const auto fetch = nextFetch()) {
         read(*fetch);
-    else if (m_isSurveyDue)
+        return;
+    }
+    if (!m_isPolling && std::exchange(m_isLooking, false))
+        pollAfter(std::exchange(m_haveRowsCome, false));
+    if (m_isSurveyDue)
         surveySoon();
 }
 
@@ -363,11 +368,28 @@ void DataModel::showNothing()
     endResetModel();
 }
 
+void DataModel::setPollTime(int milliseconds)
+{
+    m_pollTime = milliseconds;
+    m_pollTimer.setInterval(milliseconds);
+}
+
+//! Sooner while rows come, unless that would keep a slow server busy; then less and less often.
+void DataModel::pollAfter(bool haveRowsCome)
+{
+    const qint64 next = haveRowsCome
+        ? qMax<qint64>(s_frameTime, s_pollShare * m_sincePoll.elapsed())
+        : qint64(2) * m_pollTimer.interval();
+    m_pollTimer.start(int(qMin<qint64>(next, m_pollTime)));
+}
+
 void DataModel::poll()
 {
     if (m_state != State::Ready || m_isPolling || m_isReading)
         return;
     m_isPolling = true;
+    m_isLooking = true;
+    m_sincePoll.start();
     const DataTable table = this->table();
     m_reader.run(
         this,
@@ -394,6 +416,8 @@ void DataModel::takeVersion(const QVariant &version)
 
 void DataModel::refresh()
 {
+    m_isLooking = true;
+    m_sincePoll.start();
     m_pages.forget(m_first, m_last);
     m_isAgainDue = true;
     m_isBeyondDue = true;
@@ -653,6 +677,7 @@ QVariant DataModel::headerData(int section, Qt::Orientation orientation, int rol
 
 void DataModel::aboutToInsert(int first, int last)
 {
+    m_haveRowsCome = m_haveRowsCome || first == rowCount();
     beginInsertRows({}, first, last);
     // Whoever looks at the first row goes on looking at it.
     if (m_first > 0 && first <= m_first) {

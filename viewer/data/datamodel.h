@@ -96,8 +96,11 @@ public:
     void sum(int column);
     //! Ends find() and sum().
     void cancel();
-    //! Looks for changes each \a milliseconds; 1000 at first.
-    void setPollTime(int milliseconds) { m_pollTimer.setInterval(milliseconds); }
+    //! Looks for changes each \a milliseconds; 1000 at first. While rows come at the end, it looks
+    //! as often as there are frames, if a look takes a quarter of that time at most.
+    void setPollTime(int milliseconds);
+    //! The milliseconds from one look to the next.
+    int pollTime() const { return m_pollTimer.interval(); }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -138,6 +141,7 @@ private:
     void refuse(const DataProblem &problem);
     void showNothing();
     void poll();
+    void pollAfter(bool haveRowsCome);
     void takeVersion(const QVariant &version);
     void surveySoon();
     void survey();
@@ -175,6 +179,10 @@ private:
     qint64 m_surveyTime = 0; //!< ms that the last one took
     QVariant m_version;
     QElapsedTimer m_sinceSurvey;
+    int m_pollTime = 1000;       //!< ms while nothing comes
+    bool m_isLooking = false;    //!< for changes
+    bool m_haveRowsCome = false; //!< at the end
+    QElapsedTimer m_sincePoll;
     QTimer m_pollTimer {this};
     QTimer m_retryTimer {this};
     QTimer m_limitTimer {this};
