@@ -31,6 +31,7 @@ private Q_SLOTS:
     void filtersAndFinds();
     void addsUpExactly();
     void findsKeys();
+    void jumpsByStatistics();
     void copiesViews();
     void showsQueriesWithAKey();
     void writesNothing();
@@ -264,6 +265,34 @@ void tst_DataServer::findsKeys()
     QVERIFY(!model->isCopy());
     QCOMPARE(model->table().key, QStringList({"\"b\"", "\"a\""}));
     compareShown(model.get(), "SELECT * FROM \"other one\".\"A B\" ORDER BY b, a");
+}
+
+//! Before anybody has counted rows whose keys are texts.
+void tst_DataServer::jumpsByStatistics()
+{
+    constexpr int many = 20000;
+    m_writer->run(QString("CREATE TABLE named (name text PRIMARY KEY, n int)"));
+    m_writer->run(QString("INSERT INTO named SELECT 'k' || lpad(i::text, 6, '0') || '}\",', i FROM "
+                          "generate_series(1, %1) AS i")
+                      .arg(many));
+    m_writer->run("ANALYZE named");
+    DataConnection connection;
+    const DataReads::Opened opened = DataReads::open(connection, source("named"));
+    const QVariantList bounds = opened.table.histogram;
+    QCOMPARE(bounds.first().toString(), QString("k000001}\","));
+    QCOMPARE(bounds.last().toString(), QString("k020000}\","));
+    DataModel model;
+    model.setPollTime(50);
+    model.open(source("named"));
+    QTRY_VERIFY(model.isLoaded(0));
+    const int middle = model.rowCount() / 2;
+    model.setVisible(middle, middle + 40);
+    QTRY_VERIFY(model.isLoaded(middle) && model.isLoaded(middle + 40));
+    settle(&model);
+    compareShown(&model, "SELECT * FROM named ORDER BY name");
+    model.setOrder({0, true});
+    settle(&model);
+    compareShown(&model, "SELECT * FROM named ORDER BY name DESC");
 }
 
 void tst_DataServer::copiesViews()

@@ -99,6 +99,8 @@ private Q_SLOTS:
     void readsFromTheTop();
     void readsFromTheEnd();
     void jumpsByOneQuery();
+    void jumpsByAHistogram();
+    void survivesAWrongHistogram();
     void correctsTheNumberOfRows_data();
     void correctsTheNumberOfRows();
     void staysWhereItLooksWhenRowsWereMissing();
@@ -191,6 +193,49 @@ void tst_RowPages::jumpsByOneQuery()
     QVERIFY(!pages.wanted(many / 2, many / 2 + 50));
     QCOMPARE(pages.rowCount(), many);
     QCOMPARE(pages.row(many / 2)->key.first().toInt(), many / 2);
+}
+
+//! Keys that are no numbers can be guessed as well, where somebody knows how they are spread.
+void tst_RowPages::jumpsByAHistogram()
+{
+    Follower follower;
+    RowPages pages(&follower);
+    const Numbers numbers(counted(50000));
+    pages.reset(40000, false); // an estimate
+    follower.rows = pages.rowCount();
+    QVERIFY(pages.take(*pages.wanted(0, 49), numbers.read({})));
+    QVERIFY(!pages.wanted(20000, 20050));
+    pages.setHistogram({0, 10000, 20000, 30000, 49999});
+    const auto jump = pages.wanted(20000, 20050);
+    QVERIFY(jump);
+    QCOMPARE(jump->kind, RowPages::Fetch::Kind::Jump);
+    QCOMPARE(jump->offset, 0);
+    QCOMPARE(jump->range.from, RowKey({20000}));
+    QVERIFY(pages.take(*jump, numbers.read(*jump)));
+    QVERIFY(!pages.wanted(20000, 20050));
+    QCOMPARE(pages.row(jump->row)->key, RowKey({20000}));
+    pages.reset(40000, false);
+    QVERIFY(!pages.wanted(20000, 20050));
+}
+
+//! Where the guess is a row that is known already.
+void tst_RowPages::survivesAWrongHistogram()
+{
+    Follower follower;
+    RowPages pages(&follower);
+    const Numbers numbers(counted(3000));
+    pages.reset(9000, false);
+    follower.rows = pages.rowCount();
+    pages.setHistogram({0, 1, 2});
+    QVERIFY(pages.take(*pages.wanted(0, 49), numbers.read({})));
+    for (int row : {4500, 8000, 2000}) {
+        while (const auto fetch = pages.wanted(row, qMin(row + 50, pages.rowCount() - 1)))
+            QVERIFY(pages.take(*fetch, numbers.read(*fetch)));
+    }
+    while (const auto fetch = pages.wanted(0, pages.rowCount() - 1))
+        QVERIFY(pages.take(*fetch, numbers.read(*fetch)));
+    QCOMPARE(pages.rowCount(), 3000);
+    QCOMPARE(follower.rows, 3000);
 }
 
 void tst_RowPages::correctsTheNumberOfRows_data()

@@ -177,6 +177,11 @@ void DataModel::beginQuery()
     ++m_number;
     const int estimate = m_filter.isEmpty() ? clamped(table().estimate) : 1;
     m_pages.reset(isSameNumber ? rows : estimate, table().hasIntegerKey && order.column < 0);
+    QVariantList histogram = table().histogram;
+    if (order.isDescending)
+        std::reverse(histogram.begin(), histogram.end());
+    if (order.column < 0 && m_filter.isEmpty())
+        m_pages.setHistogram(histogram);
     m_isCounted = isSameNumber;
     m_isSurveyed = false;
     m_isSurveyDue = true;

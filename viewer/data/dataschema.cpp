@@ -269,6 +269,25 @@ void describeServerQuery(DataConnection &connection, DataTable *table, DataProbl
                                        row.first().at(i).toString(), true));
 }
 
+//! As the server's statistics have it; whole numbers need none.
+QVariantList serverHistogram(DataConnection &connection, const QVariant &oid,
+                             const DataTable &table)
+{
+    if (table.keyColumn < 0 || table.hasIntegerKey)
+        return {};
+    const auto rows = connection.rows(
+        {QStringLiteral("SELECT u.bound FROM pg_stats s JOIN pg_namespace n ON n.nspname = "
+                        "s.schemaname JOIN pg_class c ON c.relnamespace = n.oid AND c.relname = "
+                        "s.tablename, unnest(CAST(CAST(s.histogram_bounds AS text) AS text[])) "
+                        "WITH ORDINALITY AS u(bound, place) WHERE c.oid = CAST(? AS oid) AND "
+                        "s.attname = ? AND NOT s.inherited ORDER BY u.place"),
+         {oid, table.columns.at(table.keyColumn).name}});
+    QVariantList bounds;
+    for (const QVariantList &row : rows)
+        bounds << row.first();
+    return bounds;
+}
+
 qint64 serverEstimate(const QVariantList &facts)
 {
     const double rows = facts.at(1).toDouble();
@@ -306,6 +325,7 @@ DataTable describeServer(DataConnection &connection, const DataSource &source, D
     takeGivenKey(source, &table);
     table.keyColumn = keyColumnOf(table);
     table.estimate = serverEstimate(facts.first());
+    table.histogram = serverHistogram(connection, oid, table);
     return table;
 }
 

@@ -35,6 +35,8 @@ struct DataTable
     bool hasIntegerKey = false;   //!< key is one whole number
     int keyColumn = -1;           //!< the column that alone is the key; −1 if none is
     qint64 estimate = 0;          //!< rows, as far as the engine knows without counting
+    QVariantList histogram {};    //!< some values of the key alone, in its order and with about as
+                                  //!< many rows between each two; empty if nobody knows
 
     friend bool operator==(const DataTable &, const DataTable &) = default;
 };

@@ -46,6 +46,7 @@ void RowPages::reset(int rows, bool hasIntegerKey)
     m_hasIntegerKey = hasIntegerKey;
     m_pages.clear();
     m_anchors.clear();
+    m_histogram.clear();
     m_step = 0;
     m_deadEnd = -1;
     ++m_generation;
@@ -176,7 +177,8 @@ std::optional<RowPages::Fetch> RowPages::jump(const Gap &gap, int row) const
         fetch.offset = skipped;
         return fetch;
     }
-    if (const auto key = guess(gap, fetch.row)) {
+    const auto number = guess(gap, fetch.row);
+    if (const auto key = number ? number : guessByHistogram(fetch.row)) {
         fetch.range.from = *key;
         return fetch;
     }
@@ -229,6 +231,14 @@ std::optional<RowKey> RowPages::guess(const Gap &gap, int row) const
     const QVariant value(qint64(from + qint64(span * part)));
     return RowKey {lower.key.first().typeId() == QMetaType::QString ? QVariant(value.toString())
                                                                     : value};
+}
+
+std::optional<RowKey> RowPages::guessByHistogram(int row) const
+{
+    if (m_histogram.isEmpty())
+        return {};
+    const double part = double(row) / double(m_rows);
+    return RowKey {m_histogram.at(qRound64(part * double(m_histogram.size() - 1)))};
 }
 
 RowPages::Fetch RowPages::beyond() const

@@ -67,6 +67,9 @@ public:
 
     //! Nothing is known of \a rows rows; nobody is told.
     void reset(int rows, bool hasIntegerKey);
+    //! Keys that about as many rows lie between, in their order: what is asked for far from all
+    //! that is known is looked for near one of them. Until the next reset().
+    void setHistogram(const QVariantList &keys) { m_histogram = keys; }
     int rowCount() const { return m_rows; }
     //! The row, or null if it is not known.
     const DataRow *row(int row) const;
@@ -131,6 +134,7 @@ private:
     const Page *behind(const Gap &gap) const;
     std::optional<Fetch> jump(const Gap &gap, int row) const;
     std::optional<RowKey> guess(const Gap &gap, int row) const;
+    std::optional<RowKey> guessByHistogram(int row) const;
     Anchor anchorBefore(const Gap &gap, int row) const;
     std::optional<Anchor> anchorBehind(const Gap &gap, int row) const;
     void bound(Fetch *fetch, const Gap &gap) const;
@@ -161,6 +165,7 @@ private:
     std::vector<Page> m_pages; //!< ascending, apart from each other
     QList<Anchor> m_anchors;   //!< ascending
     int m_step = 0;            //!< of m_anchors
+    QVariantList m_histogram;  //!< see setHistogram()
     quint64 m_generation = 1;  //!< of m_pages
     quint64 m_time = 0;        //!< looks so far
     int m_deadEnd = -1;        //!< end of a gap that has nothing where it was guessed
