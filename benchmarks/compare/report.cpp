@@ -43,6 +43,7 @@ struct Load
 };
 
 constexpr int manyRows = 1000000;
+constexpr double lateSeconds = 0.2; //!< from which on a run is called late
 
 QList<Load> loads()
 {
@@ -123,22 +124,29 @@ double bestOf(const Results &results, const Load &load, const Value &value, bool
     const QStringList views = results.views();
     for (const QString &view : views) {
         const Result *result = results.find(view, load);
-        if (result && result->isRight)
+        if (result && result->isRight && result->late <= lateSeconds)
             best = std::min(best, isLeastBest ? value(*result) : -value(*result));
     }
     return isLeastBest ? best : -best;
 }
 
-//! A number, what is to be known of it, and bold if none of the line is better.
+//! A number, and whether the feed has taken longer than it should.
+QString numberText(const Result &result, double number)
+{
+    const QString text = QString::number(number, 'f', 0);
+    return result.late > lateSeconds
+        ? text + QStringLiteral(", %1 s late").arg(result.late, 0, 'f', 1)
+        : text;
+}
+
+//! The same with what else is to be known, and bold if none of the line is better.
 QString cellText(const Result *result, const Value &value, double best)
 {
     if (!result)
         return QStringLiteral("-");
-    QString text = QString::number(value(*result), 'f', 0);
+    QString text = numberText(*result, value(*result));
     if (text == QString::number(best, 'f', 0))
         text = QLatin1String("**") + text + QLatin1String("**");
-    if (result->late > 0.2)
-        text += QStringLiteral(", %1 s late").arg(result->late, 0, 'f', 1);
     if (!result->isRight)
         text += QStringLiteral(", wrong rows");
     return text;
@@ -186,7 +194,8 @@ constexpr int barGap = 5;
 constexpr int margin = 16;
 constexpr int titleHeight = 30;
 constexpr int labelWidth = 140;
-constexpr int barWidth = panelWidth - labelWidth - 90; //!< of a second of one processor core
+constexpr int textWidth = 110;
+constexpr int barWidth = panelWidth - labelWidth - textWidth; //!< of a second of one processor core
 
 //! Loads whose bars stand in the picture, two beside each other.
 QList<Load> drawnLoads()
@@ -217,8 +226,8 @@ void drawPanel(QPainter &painter, const Results &results, const Load &load)
             painter.fillRect(bar,
                              view.startsWith(QLatin1String("vantix")) ? QColor(0x1f, 0x77, 0xb4)
                                                                       : QColor(0xa0, 0xa0, 0xa0));
-            painter.drawText(QRect(bar.right() + 6, y, 90, barHeight), Qt::AlignVCenter,
-                             QString::number(result->processor, 'f', 0));
+            painter.drawText(QRect(bar.right() + 6, y, textWidth, barHeight), Qt::AlignVCenter,
+                             numberText(*result, result->processor));
         }
         y += barHeight + barGap;
     }
@@ -241,7 +250,7 @@ bool drawBars(const QString &path, const Results &results)
     painter.setPen(Qt::black);
     painter.drawText(QRect(margin, margin, image.width(), titleHeight), Qt::AlignVCenter,
                      QStringLiteral("Milliseconds of processor time for a second of the feed, a "
-                                    "million rows; shorter is better"));
+                                    "million rows; a full bar is one core, shorter is better"));
     for (int i = 0; i < int(drawn.size()); ++i) {
         painter.save();
         painter.translate(margin + i % 2 * (panelWidth + margin),
@@ -250,7 +259,7 @@ bool drawBars(const QString &path, const Results &results)
         painter.restore();
     }
     painter.end();
-    return image.convertToFormat(QImage::Format_Indexed8).save(path);
+    return image.save(path);
 }
 
 } // namespace
