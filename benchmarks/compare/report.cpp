@@ -117,17 +117,17 @@ const Result *Results::find(const QString &view, const Load &load) const
 
 using Value = std::function<double(const Result &)>;
 
-//! The least or the most of a line; infinite if there is none.
-double bestOf(const Results &results, const Load &load, const Value &value, bool isLeastBest)
+//! The least of a line, of those that are right and in time; infinite if there is none.
+double bestOf(const Results &results, const Load &load, const Value &value)
 {
     double best = std::numeric_limits<double>::infinity();
     const QStringList views = results.views();
     for (const QString &view : views) {
         const Result *result = results.find(view, load);
         if (result && result->isRight && result->late <= lateSeconds)
-            best = std::min(best, isLeastBest ? value(*result) : -value(*result));
+            best = std::min(best, value(*result));
     }
-    return isLeastBest ? best : -best;
+    return best;
 }
 
 //! A number, and whether the feed has taken longer than it should.
@@ -153,13 +153,14 @@ QString cellText(const Result *result, const Value &value, double best)
 }
 
 void writeTable(QTextStream &out, const Results &results, const QString &title,
-                const QList<Load> &lines, const Value &value, bool isLeastBest = true)
+                const QList<Load> &lines, const Value &value, bool hasBest = true)
 {
     const QStringList views = results.views();
     out << "\n| " << title << " | " << views.join(QLatin1String(" | ")) << " |\n|---|"
         << QStringLiteral("---:|").repeated(views.size()) << '\n';
     for (const Load &line : lines) {
-        const double best = bestOf(results, line, value, isLeastBest);
+        const double best =
+            hasBest ? bestOf(results, line, value) : std::numeric_limits<double>::infinity();
         out << "| " << line.name;
         for (const QString &view : views)
             out << " | " << cellText(results.find(view, line), value, best);
