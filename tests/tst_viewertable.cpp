@@ -112,6 +112,7 @@ public:
     static void initMain() { qputenv("QT_SCALE_FACTOR", "1"); }
 
 private Q_SLOTS:
+    void keepsNoPicturesOfWhatPassesBy();
     void cleanup();
 
     void keysSelect_data();
@@ -543,6 +544,30 @@ void tst_ViewerTable::marksAreReadable()
     QVERIFY(behind != plain.pixelColor(x, 0));
     QVERIFY2(contrast(text, behind) >= readableContrast,
              qPrintable(text.name() + " on " + behind.name()));
+}
+
+//! In a busy feed; when that ends, or somebody scrolls, they are kept again.
+void tst_ViewerTable::keepsNoPicturesOfWhatPassesBy()
+{
+    QStandardItemModel model(100, 2);
+    Shown shown(&model);
+    QVERIFY(shown.table.isPaintBufferEnabled());
+    const auto addRows = [&](int count) {
+        model.insertRows(model.rowCount(), count);
+        shown.table.scrollToBottom();
+        shown.table.grab();
+    };
+    for (int i = 0; i < 20 && shown.table.isPaintBufferEnabled(); ++i)
+        addRows(100);
+    QVERIFY(!shown.table.isPaintBufferEnabled());
+    shown.table.fitColumns();
+    QVERIFY(!shown.table.isPaintBufferEnabled());
+    for (int i = 0; i < 20 && !shown.table.isPaintBufferEnabled(); ++i)
+        addRows(1);
+    QVERIFY(shown.table.isPaintBufferEnabled());
+    for (int i = 0; i < 20; ++i)
+        addRows(1);
+    QVERIFY(shown.table.isPaintBufferEnabled());
 }
 
 QTEST_MAIN(tst_ViewerTable)

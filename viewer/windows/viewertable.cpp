@@ -255,6 +255,9 @@ void ViewerTable::paintEvent(QPaintEvent *event)
     QElapsedTimer timer;
     timer.start();
     m_delegate->forgetRows();
+    const QModelIndex top = model() ? model()->index(firstSeenRow(), 0) : QModelIndex();
+    if (m_frames.add(top, viewport()->height() / qMax(m_itemHeight, 1)))
+        choosePaintBuffer();
     FrozenColumnView::paintEvent(event);
     if (event->rect() == viewport()->rect())
         m_areMarksPainted = false;
@@ -402,5 +405,13 @@ void ViewerTable::growColumns()
         growColumn(column, viewport()->width() - header()->sectionPosition(column),
                    s_widestLastColumn);
     // Pictures of such cells would be larger than all others together.
-    setPaintBufferEnabled(header()->sectionSize(column) <= ShortTextDelegate::widestPicture);
+    m_arePicturesSmall = header()->sectionSize(column) <= ShortTextDelegate::widestPicture;
+    choosePaintBuffer();
+}
+
+//! Where nothing comes back pictures of whole cells only cost; the delegate's, of texts, may do so
+//! in other cells.
+void ViewerTable::choosePaintBuffer()
+{
+    setPaintBufferEnabled(m_arePicturesSmall && !m_frames.areFresh());
 }

@@ -4,6 +4,7 @@
 #ifndef VIEWERTABLE_H
 #define VIEWERTABLE_H
 
+#include "freshframes.h"
 #include "frozencolumnview.h"
 
 #include <QHash>
@@ -121,6 +122,7 @@ private:
     void freezeLineNumbers();
     void zoom(int points);
     void updateHighlight();
+    void choosePaintBuffer();
     void paintRowMarks(const QRect &area);
     void selectFarEnd(const QKeyEvent &event, const QModelIndex &before);
     int measured(const QString &text) const;
@@ -139,6 +141,8 @@ private:
     std::function<bool(int row)> m_isRowMarked; //!< see setRowMarks()
     std::function<bool(int row)> m_isRowWarned; //!< see setRowWarnings()
     bool m_areMarksPainted = false;             //!< somewhere on screen
+    FreshFrames m_frames;                       //!< painted so far
+    bool m_arePicturesSmall = true;             //!< those of the widest column
     QHash<int, int> m_widest;                   //!< by column: width needed so far, logical pixels
     QHash<int, int> m_given;                    //!< by column: width that the user did not choose
 };
