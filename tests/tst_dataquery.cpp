@@ -11,7 +11,7 @@ namespace {
 DataTable table(DataEngine engine, const QStringList &key, const QStringList &keyTypes)
 {
     DataTable table;
-    table.engine = engine;
+    table.dialect = DataDialect::of(engine);
     table.name = "t";
     table.relation = "\"t\"";
     DataColumn id {"id", engine == DataEngine::Sqlite ? "INTEGER" : "bigint"};

@@ -18,10 +18,9 @@ QString typeInCopy(const DataColumn &column)
         return QStringLiteral("BLOB");
     if (column.type.isEmpty())
         return {};
-    const bool isWhole = column.type == QLatin1String("smallint")
-        || column.type == QLatin1String("integer") || column.type == QLatin1String("bigint");
-    return column.isNumeric ? isWhole ? QStringLiteral("INTEGER") : QStringLiteral("DECIMAL_TEXT")
-                            : QStringLiteral("TEXT");
+    return column.isNumeric
+        ? column.isWhole ? QStringLiteral("INTEGER") : QStringLiteral("DECIMAL_TEXT")
+        : QStringLiteral("TEXT");
 }
 
 QStringList distinctColumns(const QList<DataColumn> &columns)
@@ -82,20 +81,20 @@ DataSource DataCopy::source() const
 QString DataCopy::definition() const
 {
     QStringList columns;
+    const DataDialect dialect = DataDialect::of(DataEngine::Sqlite);
     for (qsizetype i = 0; i < m_names.size(); ++i)
-        columns << quotedName(m_names.at(i), DataEngine::Sqlite) + u' '
-                + typeInCopy(m_table.columns.at(i));
+        columns << dialect.quoted(m_names.at(i)) + u' ' + typeInCopy(m_table.columns.at(i));
     return QLatin1String("CREATE TABLE rows (") + columns.join(QLatin1String(", ")) + u')';
 }
 
 //! Where numbers have more digits than Qt reads, their text.
 SqlText DataCopy::rowsOf() const
 {
-    if (m_table.engine == DataEngine::Sqlite)
+    if (m_table.dialect.engine == DataEngine::Sqlite)
         return {QLatin1String("SELECT * FROM ") + m_table.relation, {}};
     QStringList columns;
     for (const DataColumn &column : m_table.columns) {
-        const QString name = quotedName(column.name, m_table.engine);
+        const QString name = m_table.dialect.quoted(column.name);
         columns << (column.isBinary ? name
                                     : QLatin1String("CAST(") + name + QLatin1String(" AS TEXT)"));
     }

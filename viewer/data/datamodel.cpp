@@ -412,7 +412,7 @@ void DataModel::takeVersion(const QVariant &version)
     m_version = version;
     if (isChanged)
         m_pages.forget(m_first, m_last);
-    const bool isSure = table().engine == DataEngine::Sqlite && version.isValid();
+    const bool isSure = table().dialect.engine == DataEngine::Sqlite && version.isValid();
     m_isAgainDue = m_isAgainDue || isChanged || !isSure;
     m_isBeyondDue = m_isBeyondDue || isChanged || !isSure;
     m_isSurveyDue = m_isSurveyDue || isChanged;

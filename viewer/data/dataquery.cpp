@@ -28,57 +28,39 @@ void addCondition(SqlText *all, const SqlText &condition)
     *all = *all + condition;
 }
 
-// Types whose values have an order and are equal to what their text means.
-bool isComparable(const DataColumn &column)
+// \a name in place of %1, and nothing else, whatever stands in it.
+QString written(const QString &how, const QString &name)
 {
-    const QString &type = column.type;
-    return !type.startsWith(QLatin1String("json")) && type != QLatin1String("xml")
-        && type != QLatin1String("point") && type != QLatin1String("polygon")
-        && type != QLatin1String("path") && type != QLatin1String("line")
-        && type != QLatin1String("lseg") && type != QLatin1String("box")
-        && type != QLatin1String("circle") && type != QLatin1String("xid");
+    return QString(how).replace(QLatin1String("%1"), name);
+}
+
+QString nameOf(const DataTable &table, int column)
+{
+    return table.dialect.quoted(table.columns.at(column).name);
 }
 
 QString asText(const DataTable &table, int column)
 {
-    const QString name = quotedName(table.columns.at(column).name, table.engine);
-    return QLatin1String("CAST(") + name + QLatin1String(" AS TEXT)");
+    return written(table.dialect.asText, nameOf(table, column));
 }
 
-QString sqliteCell(const QString &name)
+QString cellExpression(const DataTable &table, int column)
 {
-    return QStringLiteral("CASE typeof(%1) WHEN 'null' THEN NULL WHEN 'blob' THEN 'b' || "
-                          "length(%1) || ':' || hex(substr(%1, 1, %3)) WHEN 'text' THEN 't' || "
-                          "substr(%1, 1, %2) ELSE 'n' || %1 END")
-        .arg(name)
-        .arg(DataCell::mostText)
-        .arg(DataCell::mostBytes);
-}
-
-QString serverCell(const DataColumn &column, const QString &name)
-{
-    if (column.isBinary)
-        return QStringLiteral("'b' || octet_length(%1) || ':' || "
-                              "encode(substring(%1 FROM 1 FOR %2), 'hex')")
-            .arg(name)
-            .arg(DataCell::mostBytes);
-    if (column.isNumeric)
-        return QLatin1String("'n' || CAST(") + name + QLatin1String(" AS TEXT)");
-    return QStringLiteral("'t' || left(CAST(%1 AS TEXT), %2)").arg(name).arg(DataCell::mostText);
-}
-
-QString cellExpression(const DataTable &table, const DataColumn &column)
-{
-    const QString name = quotedName(column.name, table.engine);
-    if (table.engine == DataEngine::PostgreSql)
-        return serverCell(column, name);
-    return column.isExact ? QLatin1String("'n' || ") + name : sqliteCell(name);
+    const DataColumn &kind = table.columns.at(column);
+    const DataDialect &dialect = table.dialect;
+    QString how = kind.isExact ? dialect.exactCell
+        : kind.isBinary        ? dialect.binaryCell
+        : kind.isNumeric       ? dialect.numberCell
+                               : dialect.textCell;
+    how.replace(QLatin1String("%2"), QString::number(DataCell::mostText));
+    how.replace(QLatin1String("%3"), QString::number(DataCell::mostBytes));
+    return written(how, nameOf(table, column));
 }
 
 QString cells(const DataTable &table)
 {
     QStringList expressions;
-    for (const DataColumn &column : table.columns)
+    for (int column = 0; column < table.columns.size(); ++column)
         expressions << cellExpression(table, column);
     return expressions.join(QLatin1String(", "));
 }
@@ -94,27 +76,18 @@ QString expressionOf(const DataText &sought, const QString &edge)
     return sought.wholeWords ? edge + QLatin1String("(?:") + text + u')' + edge : text;
 }
 
-SqlText serverMatch(const QString &cell, const DataText &sought)
-{
-    if (sought.wholeWords || sought.isExpression)
-        return {cell + (sought.matchesCase ? QLatin1String(" ~ ?") : QLatin1String(" ~* ?")),
-                {expressionOf(sought, QStringLiteral("\\y"))}};
-    if (sought.matchesCase)
-        return {QLatin1String("strpos(") + cell + QLatin1String(", ?) > 0"), {sought.text}};
-    return {QLatin1String("strpos(lower(") + cell + QLatin1String("), lower(?)) > 0"),
-            {sought.text}};
-}
-
-SqlText sqliteMatch(const QString &cell, const DataText &sought)
+SqlText match(const DataDialect &dialect, const QString &cell, const DataText &sought)
 {
     if (sought.wholeWords || sought.isExpression) {
-        const QString expression = expressionOf(sought, QStringLiteral("\\b"));
-        return {cell + QLatin1String(" REGEXP ?"),
-                {sought.matchesCase ? expression : QLatin1String("(?i)") + expression}};
+        const QString expression = expressionOf(sought, dialect.wordEdge);
+        if (sought.matchesCase)
+            return {written(dialect.matches, cell), {expression}};
+        return {written(dialect.matchesAnyCase, cell), {dialect.anyCasePrefix + expression}};
     }
-    if (sought.matchesCase)
-        return {QLatin1String("instr(") + cell + QLatin1String(", ?) > 0"), {sought.text}};
-    return {QLatin1String("instr(lower(") + cell + QLatin1String("), lower(?)) > 0"),
+    const bool isExact = sought.matchesCase;
+    QString contains = dialect.contains;
+    contains.replace(QLatin1String("%2"), isExact ? QLatin1String("?") : QLatin1String("lower(?)"));
+    return {written(contains, isExact ? cell : QLatin1String("lower(") + cell + u')'),
             {sought.text}};
 }
 
@@ -126,9 +99,7 @@ SqlText textCondition(const DataTable &table, const DataText &sought)
     for (const int column : sought.columns) {
         const QString cell = asText(table, column);
         all.text += all.text.isEmpty() ? QLatin1String("(") : QLatin1String(" OR ");
-        all = all
-            + (table.engine == DataEngine::Sqlite ? sqliteMatch(cell, sought)
-                                                  : serverMatch(cell, sought));
+        all = all + match(table.dialect, cell, sought);
     }
     return all.text.isEmpty() ? SqlText {QStringLiteral("1 = 0"), {}}
                               : SqlText {all.text + u')', all.values};
@@ -137,11 +108,10 @@ SqlText textCondition(const DataTable &table, const DataText &sought)
 // A number with a point is compared by the text that the engine shows: the user has chosen that.
 bool isComparedAsText(const DataTable &table, const DataCondition &condition)
 {
-    const DataColumn &column = table.columns.at(condition.column);
+    if (!table.dialect.comparesShown)
+        return !table.columns.at(condition.column).isOrdered;
     const bool isEquality =
         condition.is == DataCondition::Is::Equal || condition.is == DataCondition::Is::NotEqual;
-    if (table.engine == DataEngine::PostgreSql)
-        return !isComparable(column);
     bool isWhole = false;
     std::ignore = condition.value.toLongLong(&isWhole);
     return isEquality && condition.isNumber && !isWhole;
@@ -149,7 +119,7 @@ bool isComparedAsText(const DataTable &table, const DataCondition &condition)
 
 QVariant valueOf(const DataTable &table, const DataCondition &condition, bool isText)
 {
-    if (table.engine == DataEngine::PostgreSql || isText || !condition.isNumber)
+    if (table.dialect.castsParameters || isText || !condition.isNumber)
         return condition.value;
     bool isWhole = false;
     const qlonglong whole = condition.value.toLongLong(&isWhole);
@@ -161,13 +131,13 @@ SqlText columnCondition(const DataTable &table, const DataCondition &condition)
     using Is = DataCondition::Is;
     const DataColumn &column = table.columns.at(condition.column);
     const bool isText = isComparedAsText(table, condition);
-    QString name = isText ? asText(table, condition.column) : quotedName(column.name, table.engine);
+    QString name = isText ? asText(table, condition.column) : nameOf(table, condition.column);
     if (condition.is == Is::Null)
         return {name + QLatin1String(" IS NULL"), {}};
     if (condition.is == Is::NotNull)
         return {name + QLatin1String(" IS NOT NULL"), {}};
     QString parameter = QStringLiteral("?");
-    if (table.engine == DataEngine::PostgreSql && !isText)
+    if (table.dialect.castsParameters && !isText)
         parameter = QLatin1String("CAST(? AS ") + column.type + u')';
     if (column.isExact) {
         name = QLatin1String("CAST(") + name + QLatin1String(" AS REAL)");
@@ -189,14 +159,6 @@ SqlText columnCondition(const DataTable &table, const DataCondition &condition)
 }
 
 } // namespace
-
-QString quotedName(const QString &name, DataEngine engine)
-{
-    // What stands between double quotes is a text for SQLite where there is no such column.
-    const QChar quote = engine == DataEngine::Sqlite ? u'`' : u'"';
-    QString doubled = name;
-    return quote + doubled.replace(quote, QString(2, quote)) + quote;
-}
 
 //! A range in the direction in which values grow.
 struct DataQuery::Bounds
@@ -222,12 +184,10 @@ QString DataQuery::orderExpression() const
     if (m_order.column < 0)
         return {};
     const DataColumn &column = m_table.columns.at(m_order.column);
-    const QString name = quotedName(column.name, m_table.engine);
+    const QString name = nameOf(m_table, m_order.column);
     if (column.isExact)
         return QLatin1String("CAST(") + name + QLatin1String(" AS REAL)");
-    return m_table.engine == DataEngine::PostgreSql && !isComparable(column)
-        ? asText(m_table, m_order.column)
-        : name;
+    return column.isOrdered ? name : asText(m_table, m_order.column);
 }
 
 QStringList DataQuery::keyExpressions() const
@@ -238,11 +198,10 @@ QStringList DataQuery::keyExpressions() const
     return expressions;
 }
 
-//! Servers take all values as texts of a type.
 QStringList DataQuery::parameters() const
 {
     QStringList all;
-    if (m_table.engine == DataEngine::Sqlite) {
+    if (!m_table.dialect.castsParameters) {
         all.fill(QStringLiteral("?"), keySize());
         return all;
     }
@@ -251,7 +210,7 @@ QStringList DataQuery::parameters() const
     if (m_order.column >= 0) {
         const DataColumn &column = m_table.columns.at(m_order.column);
         all.prepend(QLatin1String("CAST(? AS ")
-                    + (isComparable(column) ? column.type : QStringLiteral("text")) + u')');
+                    + (column.isOrdered ? column.type : QStringLiteral("text")) + u')');
     }
     return all;
 }
@@ -298,11 +257,10 @@ SqlText DataQuery::compared(const RowKey &key, const QString &comparison, bool i
             key.mid(first)};
 }
 
-//! Rows of \a bounds with NULL in the column that is ordered by, or those without. In SQLite they
-//! come before all others, on the server behind them.
+//! Rows of \a bounds with NULL in the column that is ordered by, or those without.
 SqlText DataQuery::segment(const Bounds &bounds, bool isOfNulls, bool *isEmpty) const
 {
-    const bool hasNullsFirst = m_table.engine == DataEngine::Sqlite;
+    const bool hasNullsFirst = m_table.dialect.hasNullsFirst;
     SqlText all = filterText();
     const auto add = [&](const RowKey &key, const char *comparison, bool isLower) {
         if (key.isEmpty())
@@ -342,7 +300,7 @@ QList<SqlText> DataQuery::segments(const RowRange &range, bool backward) const
         return found;
     }
     const bool isUpward = m_order.isDescending == backward;
-    const bool nullsFirst = (m_table.engine == DataEngine::Sqlite) == isUpward;
+    const bool nullsFirst = m_table.dialect.hasNullsFirst == isUpward;
     add(nullsFirst);
     add(!nullsFirst);
     return found;
@@ -362,11 +320,11 @@ QList<SqlText> DataQuery::parts(const QString &what, const RowRange &range, bool
     return found;
 }
 
-//! As they are bound again: the server's as texts.
+//! As they are bound again.
 QString DataQuery::keyColumns() const
 {
     QStringList keys = keyExpressions();
-    if (m_table.engine == DataEngine::PostgreSql) {
+    if (m_table.dialect.castsParameters) {
         // With names of their own, or what is ordered by would be these texts.
         for (qsizetype i = 0; i < keys.size(); ++i)
             keys[i] =
@@ -407,7 +365,7 @@ SqlText DataQuery::survey(qint64 step) const
     for (qsizetype i = 0; i < keys.size(); ++i) {
         names << QLatin1Char('k') + QString::number(i);
         keys[i] += QLatin1String(" AS ") + names.at(i);
-        if (m_table.engine == DataEngine::PostgreSql)
+        if (m_table.dialect.castsParameters)
             names[i] = QLatin1String("CAST(") + names.at(i) + QLatin1String(" AS TEXT)");
     }
     return {QLatin1String("SELECT n, ") + names.join(QLatin1String(", "))
@@ -432,42 +390,29 @@ SqlText DataQuery::sums(int column) const
 {
     const SqlText filter = filterText();
     const DataColumn &summed = m_table.columns.at(column);
-    const QString name = quotedName(summed.name, m_table.engine);
-    const bool isFloat =
+    const QString name = nameOf(m_table, column);
+    const bool isBinary =
         summed.type == QLatin1String("real") || summed.type == QLatin1String("double precision");
-    QString what;
-    if (summed.isExact)
-        what = QLatin1String("count(*), count(%1), 0, 0, 0");
-    else if (m_table.engine == DataEngine::Sqlite)
-        what = QLatin1String(
-            "count(*), total(typeof(%1) IN ('integer', 'real')), total(typeof(%1) = 'real'), "
-            "sum(CASE typeof(%1) WHEN 'integer' THEN %1 >> 32 END), "
-            "sum(CASE typeof(%1) WHEN 'integer' THEN %1 & 4294967295 END), "
-            "CAST(min(CASE WHEN typeof(%1) IN ('integer', 'real') THEN %1 END) AS TEXT), "
-            "CAST(max(CASE WHEN typeof(%1) IN ('integer', 'real') THEN %1 END) AS TEXT)");
-    else // a text first: other numbers lose digits on their way from binary ones
-        what = QLatin1String("count(*), count(%1), 0, CAST(sum(CAST(%2 AS numeric)) AS TEXT), 0, "
-                             "CAST(min(%1) AS TEXT), CAST(max(%1) AS TEXT)");
+    QString what =
+        summed.isExact ? QStringLiteral("count(*), count(%1), 0, 0, 0") : m_table.dialect.sums;
     what.replace(QLatin1String("%2"),
-                 isFloat ? QLatin1String("CAST(%1 AS TEXT)") : QLatin1String("%1"));
-    return {QLatin1String("SELECT ") + what.replace(QLatin1String("%1"), name)
-                + QLatin1String(" FROM ") + m_table.relation
+                 isBinary ? m_table.dialect.binaryAsDecimal : QStringLiteral("%1"));
+    return {QLatin1String("SELECT ") + written(what, name) + QLatin1String(" FROM ")
+                + m_table.relation
                 + (filter.text.isEmpty() ? QString() : QLatin1String(" WHERE ") + filter.text),
             filter.values};
 }
 
 SqlText DataQuery::values(int column) const
 {
-    if (m_table.engine == DataEngine::PostgreSql)
+    const DataColumn &summed = m_table.columns.at(column);
+    const QString how =
+        summed.isExact ? QStringLiteral("%1 IS NOT NULL") : m_table.dialect.notInSums;
+    if (how.isEmpty())
         return {};
-    const QString name = quotedName(m_table.columns.at(column).name, m_table.engine);
     SqlText condition = filterText();
-    addCondition(&condition,
-                 {m_table.columns.at(column).isExact
-                      ? name + QLatin1String(" IS NOT NULL")
-                      : QLatin1String("typeof(") + name + QLatin1String(") = 'real'"),
-                  {}});
-    return {QLatin1String("SELECT CAST(") + name + QLatin1String(" AS TEXT) FROM ")
+    addCondition(&condition, {written(how, nameOf(m_table, column)), {}});
+    return {QLatin1String("SELECT ") + asText(m_table, column) + QLatin1String(" FROM ")
                 + m_table.relation + QLatin1String(" WHERE ") + condition.text,
             condition.values};
 }

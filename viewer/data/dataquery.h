@@ -24,9 +24,6 @@ struct DataPage
     int skipped = 0;         //!< rows that are read before them
 };
 
-//! \a name as an identifier of \a engine, whatever is in it.
-QString quotedName(const QString &name, DataEngine engine);
-
 /*!
  * \brief The queries that show a table in an order, through a filter.
  *

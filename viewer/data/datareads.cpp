@@ -52,12 +52,10 @@ private:
 
 void takeSums(const DataTable &table, const QVariantList &row, ExactSum *sum, DataReads::Sums *sums)
 {
-    constexpr qint64 upperHalf = qint64(1) << 32;
     sums->rows = row.at(0).toLongLong();
     sums->numbers = row.at(1).toLongLong();
-    const bool isSqlite = table.engine == DataEngine::Sqlite;
     if (!row.at(3).isNull())
-        sum->add(row.at(3).toString(), isSqlite ? upperHalf : 1);
+        sum->add(row.at(3).toString(), table.dialect.firstPart);
     if (!row.at(4).isNull())
         sum->add(row.at(4).toString());
     if (row.size() > 6) {

@@ -47,6 +47,16 @@ bool isWholeNumber(const QString &type)
         || type == QLatin1String("bigint");
 }
 
+//! Of a server's types.
+bool isOrderedType(const QString &type)
+{
+    static const QStringList others {
+        QStringLiteral("xml"),  QStringLiteral("point"),  QStringLiteral("polygon"),
+        QStringLiteral("path"), QStringLiteral("line"),   QStringLiteral("lseg"),
+        QStringLiteral("box"),  QStringLiteral("circle"), QStringLiteral("xid")};
+    return !type.startsWith(QLatin1String("json")) && !others.contains(type);
+}
+
 DataColumn columnOf(DataEngine engine, const QString &name, const QString &type, bool isNullable)
 {
     DataColumn column {name, type};
@@ -55,6 +65,8 @@ DataColumn columnOf(DataEngine engine, const QString &name, const QString &type,
     column.isExact = engine == DataEngine::Sqlite && type == QLatin1String("DECIMAL_TEXT");
     column.isNumeric = engine == DataEngine::Sqlite ? column.isExact || mayHaveNumbers(type)
                                                     : isServerNumber(type);
+    column.isWhole = isWholeNumber(type);
+    column.isOrdered = engine == DataEngine::Sqlite || isOrderedType(type);
     return column;
 }
 
@@ -74,7 +86,7 @@ void takeGivenKey(const DataSource &source, DataTable *table)
         const auto column =
             std::find_if(table->columns.cbegin(), table->columns.cend(),
                          [&](const DataColumn &known) { return known.name == name; });
-        table->key << quotedName(name, table->engine);
+        table->key << table->dialect.quoted(name);
         table->keyTypes << (column == table->columns.cend() ? QString() : column->type);
     }
     table->hasIntegerKey = table->key.size() == 1
@@ -86,7 +98,7 @@ void takeGivenKey(const DataSource &source, DataTable *table)
 int keyColumnOf(const DataTable &table)
 {
     for (int column = 0; table.key.size() == 1 && column < table.columns.size(); ++column) {
-        if (quotedName(table.columns.at(column).name, table.engine) == table.key.first())
+        if (table.dialect.quoted(table.columns.at(column).name) == table.key.first())
             return column;
     }
     return -1;
@@ -150,7 +162,7 @@ void describeSqliteColumns(DataConnection &connection, const QString &name, Data
     }
     std::sort(key.begin(), key.end());
     for (const auto &[place, column] : std::as_const(key)) {
-        table->key << quotedName(table->columns.at(column).name, table->engine);
+        table->key << table->dialect.quoted(table->columns.at(column).name);
         table->keyTypes << table->columns.at(column).type;
     }
 }
@@ -173,7 +185,7 @@ void describeSqliteQuery(DataConnection &connection, DataTable *table, DataProbl
 
 DataTable describeSqlite(DataConnection &connection, const DataSource &source, DataProblem *problem)
 {
-    DataTable table {DataEngine::Sqlite, source.table};
+    DataTable table {DataDialect::of(DataEngine::Sqlite), source.table};
     if (!source.sql.isEmpty()) {
         table.name = DataSource::tr("Query");
         table.relation = query(source);
@@ -181,7 +193,7 @@ DataTable describeSqlite(DataConnection &connection, const DataSource &source, D
         takeGivenKey(source, &table);
         return table;
     }
-    table.relation = quotedName(source.table, source.engine);
+    table.relation = table.dialect.quoted(source.table);
     const auto kind = connection.rows(
         {QStringLiteral("SELECT type FROM sqlite_master WHERE lower(name) = lower(?) AND type IN "
                         "('table', 'view')"),
@@ -227,7 +239,7 @@ void describeServerKey(DataConnection &connection, const QVariant &oid, DataTabl
              "a.attrelid = CAST(? AS oid) ORDER BY k.place"),
          {oid, oid}});
     for (const QVariantList &column : key) {
-        table->key << quotedName(column.at(0).toString(), table->engine);
+        table->key << table->dialect.quoted(column.at(0).toString());
         table->keyTypes << column.at(1).toString();
     }
     table->hasIntegerKey = table->key.size() == 1 && isWholeNumber(table->keyTypes.first());
@@ -257,8 +269,8 @@ void describeServerQuery(DataConnection &connection, DataTable *table, DataProbl
     const QSqlRecord record = probe.record();
     QStringList types;
     for (int i = 0; i < record.count(); ++i)
-        types << QLatin1String("CAST(pg_typeof(asked.")
-                + quotedName(record.fieldName(i), table->engine) + QLatin1String(") AS text)");
+        types << QLatin1String("CAST(pg_typeof(asked.") + table->dialect.quoted(record.fieldName(i))
+                + QLatin1String(") AS text)");
     const auto row = connection.rows({QLatin1String("SELECT ") + types.join(QLatin1String(", "))
                                           + QLatin1String(" FROM (SELECT 1) AS one LEFT JOIN ")
                                           + table->relation + QLatin1String(" ON false"),
@@ -296,7 +308,7 @@ qint64 serverEstimate(const QVariantList &facts)
 
 DataTable describeServer(DataConnection &connection, const DataSource &source, DataProblem *problem)
 {
-    DataTable table {DataEngine::PostgreSql, source.table};
+    DataTable table {DataDialect::of(DataEngine::PostgreSql), source.table};
     if (!source.sql.isEmpty()) {
         table.name = DataSource::tr("Query");
         table.relation = query(source);

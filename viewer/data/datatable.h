@@ -4,7 +4,7 @@
 #ifndef DATATABLE_H
 #define DATATABLE_H
 
-#include "datasource.h"
+#include "datadialect.h"
 
 #include <QList>
 #include <QStringList>
@@ -19,6 +19,8 @@ struct DataColumn
     bool isBinary = false;  //!< all of its values are bytes
     bool isNullable = true; //!< may have NULL
     bool isExact = false;   //!< numbers that are kept as text, to the digit
+    bool isWhole = false;   //!< whole numbers only
+    bool isOrdered = true;  //!< its values have an order, and are equal to what their text means
 
     friend bool operator==(const DataColumn &, const DataColumn &) = default;
 };
@@ -26,7 +28,7 @@ struct DataColumn
 //! What rows are read from.
 struct DataTable
 {
-    DataEngine engine = DataEngine::Sqlite;
+    DataDialect dialect {};       //!< of its engine
     QString name {};              //!< for the user
     QString relation {};          //!< what stands behind FROM: a quoted name, or a query
     QList<DataColumn> columns {}; //!< those that are shown
