@@ -3,6 +3,8 @@
 
 #include "datacopy.h"
 
+#include "datacell.h"
+
 #include <QDir>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -93,14 +95,18 @@ SqlText DataCopy::rowsOf() const
     if (m_table.dialect.engine == DataEngine::Sqlite)
         return {QLatin1String("SELECT * FROM ") + m_table.relation, {}};
     QStringList columns;
-    for (const DataColumn &column : m_table.columns) {
-        const QString name = m_table.dialect.quoted(column.name);
-        columns << (column.isBinary ? name
-                                    : QLatin1String("CAST(") + name + QLatin1String(" AS TEXT)"));
-    }
+    for (int column = 0; column < m_table.columns.size(); ++column)
+        columns << plainValue(m_table, column);
     return {QLatin1String("SELECT ") + columns.join(QLatin1String(", ")) + QLatin1String(" FROM ")
                 + m_table.relation,
             {}};
+}
+
+//! SQLite would write binary numbers as texts of fewer digits.
+QVariant DataCopy::copied(const QVariant &value) const
+{
+    const bool isBinary = !m_table.dialect.writesCells && value.typeId() == QMetaType::Double;
+    return isBinary ? QVariant(DataCell::plainText(value)) : value;
 }
 
 DataProblem DataCopy::copy()
@@ -135,7 +141,7 @@ DataProblem DataCopy::write(DataConnection &from, QSqlDatabase &to)
     DataProblem problem;
     const DataProblem read = from.each(rowsOf(), [&](const QSqlQuery &row) {
         for (int i = 0; i < m_names.size(); ++i)
-            insert.bindValue(i, row.isNull(i) ? QVariant() : row.value(i));
+            insert.bindValue(i, row.isNull(i) ? QVariant() : copied(row.value(i)));
         if (!insert.exec()) {
             problem = problemOf(insert.lastError());
             return false;

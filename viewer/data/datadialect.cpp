@@ -20,6 +20,7 @@ DataDialect sqliteDialect()
     dialect.numberCell = dialect.textCell;
     dialect.exactCell = QStringLiteral("'n' || %1");
     dialect.contains = QStringLiteral("instr(%1, %2) > 0");
+    dialect.anyCase = QStringLiteral("lower(%1)");
     dialect.matches = QStringLiteral("%1 REGEXP ?");
     dialect.matchesAnyCase = dialect.matches;
     dialect.anyCasePrefix = QStringLiteral("(?i)");
@@ -48,6 +49,7 @@ DataDialect serverDialect()
     dialect.textCell = QStringLiteral("'t' || left(CAST(%1 AS TEXT), %2)");
     dialect.exactCell = dialect.numberCell;
     dialect.contains = QStringLiteral("strpos(%1, %2) > 0");
+    dialect.anyCase = QStringLiteral("lower(%1)");
     dialect.matches = QStringLiteral("%1 ~ ?");
     dialect.matchesAnyCase = QStringLiteral("%1 ~* ?");
     dialect.wordEdge = QStringLiteral("\\y");
@@ -60,15 +62,64 @@ DataDialect serverDialect()
     return dialect;
 }
 
+//! What any engine may be expected to know; what it knows beyond that is found out.
+DataDialect odbcDialect()
+{
+    DataDialect dialect;
+    dialect.engine = DataEngine::Odbc;
+    dialect.quote = QStringLiteral("\"");
+    dialect.asText = QStringLiteral("CAST(%1 AS VARCHAR(4000))");
+    dialect.binaryCell = QStringLiteral("%1");
+    dialect.numberCell = dialect.binaryCell;
+    dialect.textCell = dialect.binaryCell;
+    dialect.exactCell = dialect.binaryCell;
+    dialect.writesCells = false;
+    dialect.contains = QStringLiteral("%1 LIKE %2 ESCAPE '!'");
+    dialect.anyCase = QStringLiteral("LOWER(%1)");
+    dialect.limit = DataDialect::Limit::None;
+    dialect.skipsRows = false;
+    dialect.comparesRows = false;
+    dialect.numbersRows = false;
+    dialect.ordersNulls = false;
+    dialect.notInSums = QStringLiteral("%1 IS NOT NULL");
+    return dialect;
+}
+
 } // namespace
 
 DataDialect DataDialect::of(DataEngine engine)
 {
-    return engine == DataEngine::Sqlite ? sqliteDialect() : serverDialect();
+    switch (engine) {
+    case DataEngine::Sqlite:
+        return sqliteDialect();
+    case DataEngine::PostgreSql:
+        return serverDialect();
+    case DataEngine::Odbc:
+        break;
+    }
+    return odbcDialect();
 }
 
 QString DataDialect::quoted(const QString &name) const
 {
     QString doubled = name;
     return quote + doubled.replace(quote, quote + quote) + quote;
+}
+
+QString DataDialect::select(const QString &rest, int rows, int skipped) const
+{
+    const QString count = QString::number(rows);
+    switch (limit) {
+    case Limit::AtEnd:
+        return QLatin1String("SELECT ") + rest + QLatin1String(" LIMIT ") + count
+            + (skipped > 0 ? QLatin1String(" OFFSET ") + QString::number(skipped) : QString());
+    case Limit::Fetch:
+        return QLatin1String("SELECT ") + rest + QLatin1String(" FETCH FIRST ") + count
+            + QLatin1String(" ROWS ONLY");
+    case Limit::Top:
+        return QLatin1String("SELECT TOP ") + count + u' ' + rest;
+    case Limit::None:
+        break;
+    }
+    return QLatin1String("SELECT ") + rest;
 }

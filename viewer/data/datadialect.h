@@ -16,6 +16,14 @@
  */
 struct DataDialect
 {
+    //! How a query gives no more than some rows.
+    enum class Limit {
+        AtEnd, //!< LIMIT 3
+        Fetch, //!< FETCH FIRST 3 ROWS ONLY
+        Top,   //!< SELECT TOP 3
+        None   //!< it cannot: who reads them stops
+    };
+
     DataEngine engine = DataEngine::Sqlite;
     QString quote {};  //!< on both sides of a name; within one it stands twice
     QString asText {}; //!< how a value becomes a text
@@ -28,17 +36,26 @@ struct DataDialect
     QString textCell {};
     QString exactCell {};
     //! @}
+    bool writesCells = true; //!< the engine does that; else who reads the value
 
-    QString contains {};          //!< how a text is said to contain %2
-    QString matches {};           //!< how a text is compared with a regular expression
-    QString matchesAnyCase {};    //!< the same, taking upper and lower case for the same
-    QString anyCasePrefix {};     //!< of an expression that is compared so
-    QString wordEdge {};          //!< in an expression, where words begin and end
+    QString contains {};       //!< how a text is said to contain %2
+    QString anyCase {};        //!< how a text becomes one in lower case
+    QString matches {};        //!< how a text is compared with a regular expression; may be empty
+    QString matchesAnyCase {}; //!< the same, taking upper and lower case for the same
+    QString anyCasePrefix {};  //!< of an expression that is compared so
+    QString wordEdge {};       //!< in an expression, where words begin and end
+    Limit limit = Limit::AtEnd;
+    bool skipsRows = true;        //!< OFFSET is known
+    bool comparesRows = true;     //!< (a, b) > (c, d) is known
+    bool numbersRows = true;      //!< row_number() and % are known
     bool hasNullsFirst = true;    //!< NULL comes before other values, where they grow
+    bool ordersNulls = true;      //!< so it is without being told
     bool castsParameters = false; //!< they are texts, cast to the type that is compared with
+    QString orderedBinary {};     //!< how a binary number is ordered by; empty for by itself
     bool comparesShown = false;   //!< equal is what has the same text, among numbers with a point
 
     //! How numbers are added up, as DataQuery::sums() gives them; %2 is %1 as a decimal number.
+    //! Empty if all are read for that.
     QString sums {};
     QString binaryAsDecimal {}; //!< how a binary number becomes a decimal one
     qint64 firstPart = 1;       //!< what the first part of a sum is to be multiplied by
@@ -48,6 +65,9 @@ struct DataDialect
     static DataDialect of(DataEngine engine);
     //! \a name as an identifier, whatever is in it.
     QString quoted(const QString &name) const;
+    //! SELECT \a rest, of which there are at most \a rows, behind \a skipped others where
+    //! skipsRows.
+    QString select(const QString &rest, int rows, int skipped = 0) const;
 
     friend bool operator==(const DataDialect &, const DataDialect &) = default;
 };

@@ -25,6 +25,7 @@ constexpr int s_firstPause = 500;     // ms before another attempt to connect
 constexpr int s_longestPause = 30000; // ms
 constexpr int s_surveyLimit = 60000;  // ms after which the number of rows stays an estimate
 constexpr int s_surveyShare = 10;     // a survey takes this part of the time at most
+constexpr int s_blindPause = 10000;   // ms between surveys, where changes are not told
 constexpr int s_smallestStep = 1024;  // rows between places that a survey finds
 constexpr int s_mostAnchors = 4096;   // that it finds, about
 constexpr int s_rowsAhead = 64;       // that are read beside those on screen
@@ -214,9 +215,21 @@ void DataModel::setFilter(const DataFilter &filter)
                                 "there is a semicolon."));
         return;
     }
+    if (!canLookFor(filter.text))
+        return;
     m_formerFilter = m_filter;
     m_filter = filter;
     beginQuery();
+}
+
+bool DataModel::canLookFor(const DataText &text)
+{
+    const bool isPlain = text.text.isEmpty() || (!text.wholeWords && !text.isExpression);
+    if (isPlain || !table().dialect.matches.isEmpty())
+        return true;
+    Q_EMIT filterRefused(tr("Whole words and regular expressions cannot be looked for in this "
+                            "database."));
+    return false;
 }
 
 void DataModel::setVisible(int first, int last)
@@ -415,7 +428,10 @@ void DataModel::takeVersion(const QVariant &version)
     const bool isSure = table().dialect.engine == DataEngine::Sqlite && version.isValid();
     m_isAgainDue = m_isAgainDue || isChanged || !isSure;
     m_isBeyondDue = m_isBeyondDue || isChanged || !isSure;
-    m_isSurveyDue = m_isSurveyDue || isChanged;
+    // Where nobody tells, rows are counted again from time to time.
+    const bool isBlind = !version.isValid() && !isCopy() && m_sinceSurvey.isValid()
+        && m_sinceSurvey.elapsed() > s_blindPause;
+    m_isSurveyDue = m_isSurveyDue || isChanged || isBlind;
     pump();
 }
 
@@ -552,7 +568,7 @@ bool DataModel::load(int row)
 void DataModel::find(const DataText &text, int row, bool forward,
                      const std::function<void(int)> &found)
 {
-    if (m_state != State::Ready || (row >= 0 && !load(row))) {
+    if (m_state != State::Ready || !canLookFor(text) || (row >= 0 && !load(row))) {
         found(-1);
         return;
     }

@@ -148,6 +148,7 @@ private:
     void takeSurvey(const DataReads::Survey &survey, int query);
     int surveyStep() const;
     RowKey visibleKey() const;
+    bool canLookFor(const DataText &text);
     int rowOf(const DataReads::Found &found, int row, const RowKey &from, bool forward);
     DataSource readSource() const;
 

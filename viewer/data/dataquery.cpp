@@ -7,6 +7,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -48,6 +49,8 @@ QString cellExpression(const DataTable &table, int column)
 {
     const DataColumn &kind = table.columns.at(column);
     const DataDialect &dialect = table.dialect;
+    if (kind.isReadAsText) // with a name of its own, or what is ordered by could be this text
+        return asText(table, column) + QLatin1String(" AS vantix_cell_") + QString::number(column);
     QString how = kind.isExact ? dialect.exactCell
         : kind.isBinary        ? dialect.binaryCell
         : kind.isNumeric       ? dialect.numberCell
@@ -76,6 +79,13 @@ QString expressionOf(const DataText &sought, const QString &edge)
     return sought.wholeWords ? edge + QLatin1String("(?:") + text + u')' + edge : text;
 }
 
+//! For LIKE, anything before and behind \a text.
+QString patternOf(QString text)
+{
+    static const QRegularExpression special(QStringLiteral("([!%_])"));
+    return u'%' + text.replace(special, QStringLiteral("!\\1")) + u'%';
+}
+
 SqlText match(const DataDialect &dialect, const QString &cell, const DataText &sought)
 {
     if (sought.wholeWords || sought.isExpression) {
@@ -84,11 +94,12 @@ SqlText match(const DataDialect &dialect, const QString &cell, const DataText &s
             return {written(dialect.matches, cell), {expression}};
         return {written(dialect.matchesAnyCase, cell), {dialect.anyCasePrefix + expression}};
     }
-    const bool isExact = sought.matchesCase;
+    const QString how = sought.matchesCase ? QStringLiteral("%1") : dialect.anyCase;
     QString contains = dialect.contains;
-    contains.replace(QLatin1String("%2"), isExact ? QLatin1String("?") : QLatin1String("lower(?)"));
-    return {written(contains, isExact ? cell : QLatin1String("lower(") + cell + u')'),
-            {sought.text}};
+    contains.replace(QLatin1String("%2"), written(how, QStringLiteral("?")));
+    const bool isPattern = contains.contains(QLatin1String(" LIKE "));
+    return {written(contains, written(how, cell)),
+            {isPattern ? patternOf(sought.text) : sought.text}};
 }
 
 SqlText textCondition(const DataTable &table, const DataText &sought)
@@ -108,8 +119,10 @@ SqlText textCondition(const DataTable &table, const DataText &sought)
 // A number with a point is compared by the text that the engine shows: the user has chosen that.
 bool isComparedAsText(const DataTable &table, const DataCondition &condition)
 {
+    if (!table.columns.at(condition.column).isOrdered)
+        return true;
     if (!table.dialect.comparesShown)
-        return !table.columns.at(condition.column).isOrdered;
+        return false;
     const bool isEquality =
         condition.is == DataCondition::Is::Equal || condition.is == DataCondition::Is::NotEqual;
     bool isWhole = false;
@@ -119,7 +132,9 @@ bool isComparedAsText(const DataTable &table, const DataCondition &condition)
 
 QVariant valueOf(const DataTable &table, const DataCondition &condition, bool isText)
 {
-    if (table.dialect.castsParameters || isText || !condition.isNumber)
+    const bool isOther = table.columns.at(condition.column).isReadAsText
+        && !table.columns.at(condition.column).isWhole;
+    if (table.dialect.castsParameters || isText || isOther || !condition.isNumber)
         return condition.value;
     bool isWhole = false;
     const qlonglong whole = condition.value.toLongLong(&isWhole);
@@ -160,6 +175,13 @@ SqlText columnCondition(const DataTable &table, const DataCondition &condition)
 
 } // namespace
 
+QString plainValue(const DataTable &table, int column)
+{
+    const DataColumn &kind = table.columns.at(column);
+    const bool isText = table.dialect.writesCells ? !kind.isBinary : kind.isReadAsText;
+    return isText ? asText(table, column) : nameOf(table, column);
+}
+
 //! A range in the direction in which values grow.
 struct DataQuery::Bounds
 {
@@ -187,6 +209,9 @@ QString DataQuery::orderExpression() const
     const QString name = nameOf(m_table, m_order.column);
     if (column.isExact)
         return QLatin1String("CAST(") + name + QLatin1String(" AS REAL)");
+    const QString &binary = m_table.dialect.orderedBinary;
+    if (column.isNumeric && !column.isReadAsText && !binary.isEmpty())
+        return written(binary, name);
     return column.isOrdered ? name : asText(m_table, m_order.column);
 }
 
@@ -250,11 +275,37 @@ SqlText DataQuery::compared(const RowKey &key, const QString &comparison, bool i
     const int first = isOfNulls ? 1 : 0;
     const QStringList names = keyExpressions().mid(first);
     const QStringList values = parameters().mid(first);
+    if (!m_table.dialect.comparesRows)
+        return comparedInTurn(names, values, key.mid(first), comparison);
     if (names.size() == 1)
         return {names.first() + comparison + values.first(), key.mid(first)};
     return {u'(' + names.join(QLatin1String(", ")) + u')' + comparison + u'('
                 + values.join(QLatin1String(", ")) + u')',
             key.mid(first)};
+}
+
+//! As (a, b) > (c, d), but in words that all engines know. What all rows of the answer have in the
+//! first part stands alone: an index is looked into for that.
+SqlText DataQuery::comparedInTurn(const QStringList &names, const QStringList &parameters,
+                                  const RowKey &key, const QString &comparison) const
+{
+    const qsizetype last = names.size() - 1;
+    SqlText rest {names.at(last) + comparison + parameters.at(last), {key.at(last)}};
+    const QString strict = comparison.left(2) + u' ';
+    for (qsizetype i = last - 1; i >= 0; --i) {
+        const QString &name = names.at(i);
+        const QString &value = parameters.at(i);
+        rest = SqlText {u'(' + name + strict + value + QLatin1String(" OR (") + name
+                            + QLatin1String(" = ") + value + QLatin1String(" AND "),
+                        {key.at(i), key.at(i)}}
+            + rest + SqlText {QStringLiteral("))"), {}};
+    }
+    if (last == 0)
+        return rest;
+    return SqlText {names.first() + strict.chopped(1) + QLatin1String("= ") + parameters.first()
+                        + QLatin1String(" AND "),
+                    {key.first()}}
+    + rest;
 }
 
 //! Rows of \a bounds with NULL in the column that is ordered by, or those without.
@@ -306,7 +357,7 @@ QList<SqlText> DataQuery::segments(const RowRange &range, bool backward) const
     return found;
 }
 
-//! The parts of a query for \a what of the rows of \a range, each ended by \a tail.
+//! The parts of a query for \a what of the rows of \a range, each ended by \a tail, behind SELECT.
 QList<SqlText> DataQuery::parts(const QString &what, const RowRange &range, bool backward,
                                 const QString &tail) const
 {
@@ -314,49 +365,102 @@ QList<SqlText> DataQuery::parts(const QString &what, const RowRange &range, bool
     for (SqlText &part : found) {
         const QString where =
             part.text.isEmpty() ? QString() : QLatin1String(" WHERE ") + part.text;
-        part.text = QLatin1String("SELECT ") + what + QLatin1String(" FROM ") + m_table.relation
-            + where + tail;
+        part.text = what + QLatin1String(" FROM ") + m_table.relation + where + tail;
     }
     return found;
+}
+
+QList<SqlText> DataQuery::limited(QList<SqlText> parts, int limit, int offset) const
+{
+    for (SqlText &part : parts)
+        part.text = m_table.dialect.select(part.text, limit, offset);
+    return parts;
+}
+
+//! The column that is the \a part -th value of a RowKey; null if that is none that is shown.
+const DataColumn *DataQuery::keyPart(int part) const
+{
+    const int ofKey = part - (m_order.column >= 0 ? 1 : 0);
+    if (ofKey < 0)
+        return &m_table.columns.at(m_order.column);
+    const auto column = std::find_if(
+        m_table.columns.cbegin(), m_table.columns.cend(), [&](const DataColumn &known) {
+            return m_table.dialect.quoted(known.name) == m_table.key.at(ofKey);
+        });
+    return column == m_table.columns.cend() ? nullptr : &*column;
+}
+
+QVariant DataQuery::keyValue(int part, const QVariant &read) const
+{
+    const DataColumn *column = m_table.dialect.writesCells ? nullptr : keyPart(part);
+    bool isWhole = false;
+    const qlonglong whole = column && column->isWhole ? read.toLongLong(&isWhole) : 0;
+    return isWhole ? QVariant(whole) : read;
+}
+
+bool DataQuery::readsNumbers(int column) const
+{
+    return m_table.columns.at(column).isExact || m_table.dialect.sums.isEmpty();
 }
 
 //! As they are bound again.
 QString DataQuery::keyColumns() const
 {
     QStringList keys = keyExpressions();
-    if (m_table.dialect.castsParameters) {
+    const DataDialect &dialect = m_table.dialect;
+    for (int i = 0; i < keys.size(); ++i) {
+        const bool isText = dialect.castsParameters || isKeyReadAsText(i);
         // With names of their own, or what is ordered by would be these texts.
-        for (qsizetype i = 0; i < keys.size(); ++i)
-            keys[i] =
-                QStringLiteral("CAST(%1 AS TEXT) AS \"vantix key %2\"").arg(keys.at(i)).arg(i);
+        if (isText)
+            keys[i] = written(dialect.asText, keys.at(i)) + QLatin1String(" AS ")
+                + dialect.quoted(QLatin1String("vantix key ") + QString::number(i));
     }
     return keys.join(QLatin1String(", "));
+}
+
+bool DataQuery::isKeyReadAsText(int part) const
+{
+    const DataColumn *column = m_table.dialect.writesCells ? nullptr : keyPart(part);
+    return column && column->isReadAsText;
 }
 
 DataPage DataQuery::page(const RowRange &range, bool backward, int limit, int offset) const
 {
     const QString columns = keyColumns() + QLatin1String(", ") + cells(m_table);
-    DataPage page {
-        parts(columns, range, backward, QLatin1String(" ORDER BY ") + direction(backward)), limit,
-        offset};
+    const QList<SqlText> all =
+        parts(columns, range, backward, QLatin1String(" ORDER BY ") + direction(backward));
     // What the first part has not, the next one need not skip: that is known when it was read.
-    const bool isOne = page.parts.size() == 1;
-    const QString tail = QLatin1String(" LIMIT ") + QString::number(isOne ? limit : limit + offset)
-        + (isOne && offset > 0 ? QLatin1String(" OFFSET ") + QString::number(offset) : QString());
-    for (SqlText &part : page.parts)
-        part.text += tail;
-    if (isOne)
-        page.skipped = 0;
-    return page;
+    if (all.size() == 1 && m_table.dialect.skipsRows)
+        return {limited(all, limit, offset), limit, 0};
+    return {limited(all, limit + offset, 0), limit, offset};
 }
 
 QList<SqlText> DataQuery::count(const RowRange &range) const
 {
-    return parts(QStringLiteral("count(*)"), range, false, {});
+    QList<SqlText> all = parts(QStringLiteral("count(*)"), range, false, {});
+    for (SqlText &part : all)
+        part.text.prepend(QLatin1String("SELECT "));
+    return all;
+}
+
+//! In which rows are numbered: NULL where it is in pages.
+QString DataQuery::numberedOrder() const
+{
+    const bool isTold = m_table.dialect.ordersNulls || m_order.column < 0
+        || !m_table.columns.at(m_order.column).isNullable;
+    if (isTold)
+        return direction(false);
+    return QLatin1String("CASE WHEN ") + orderExpression()
+        + (m_table.dialect.hasNullsFirst ? QLatin1String(" IS NULL THEN 0 ELSE 1 END")
+                                         : QLatin1String(" IS NULL THEN 1 ELSE 0 END"))
+        + (m_order.isDescending ? QLatin1String(" DESC, ") : QLatin1String(" ASC, "))
+        + direction(false);
 }
 
 SqlText DataQuery::survey(qint64 step) const
 {
+    if (!m_table.dialect.numbersRows)
+        return {};
     const SqlText filter = filterText();
     const QString where =
         filter.text.isEmpty() ? QString() : QLatin1String(" WHERE ") + filter.text;
@@ -365,15 +469,15 @@ SqlText DataQuery::survey(qint64 step) const
     for (qsizetype i = 0; i < keys.size(); ++i) {
         names << QLatin1Char('k') + QString::number(i);
         keys[i] += QLatin1String(" AS ") + names.at(i);
-        if (m_table.dialect.castsParameters)
-            names[i] = QLatin1String("CAST(") + names.at(i) + QLatin1String(" AS TEXT)");
+        if (m_table.dialect.castsParameters || isKeyReadAsText(int(i)))
+            names[i] = written(m_table.dialect.asText, names.at(i));
     }
     return {QLatin1String("SELECT n, ") + names.join(QLatin1String(", "))
                 + QLatin1String(" FROM (SELECT ") + keys.join(QLatin1String(", "))
-                + QLatin1String(", row_number() OVER (ORDER BY ") + direction(false)
+                + QLatin1String(", row_number() OVER (ORDER BY ") + numberedOrder()
                 + QLatin1String(") AS n FROM ") + m_table.relation + where
-                + QLatin1String(") AS numbered WHERE n % ") + QString::number(step)
-                + QLatin1String(" = 0"),
+                + QLatin1String(") numbered WHERE n % ") + QString::number(step)
+                + QLatin1String(" = 0 ORDER BY n"),
             filter.values};
 }
 
@@ -381,9 +485,8 @@ QList<SqlText> DataQuery::find(const RowRange &range, bool backward, const DataT
 {
     DataQuery narrower = *this;
     narrower.m_sought = text;
-    return narrower.parts(keyColumns(), range, backward,
-                          QLatin1String(" ORDER BY ") + direction(backward)
-                              + QLatin1String(" LIMIT 1"));
+    const QString order = QLatin1String(" ORDER BY ") + direction(backward);
+    return narrower.limited(narrower.parts(keyColumns(), range, backward, order), 1, 0);
 }
 
 SqlText DataQuery::sums(int column) const
@@ -393,8 +496,8 @@ SqlText DataQuery::sums(int column) const
     const QString name = nameOf(m_table, column);
     const bool isBinary =
         summed.type == QLatin1String("real") || summed.type == QLatin1String("double precision");
-    QString what =
-        summed.isExact ? QStringLiteral("count(*), count(%1), 0, 0, 0") : m_table.dialect.sums;
+    QString what = readsNumbers(column) ? QStringLiteral("count(*), count(%1), 0, 0, 0")
+                                        : m_table.dialect.sums;
     what.replace(QLatin1String("%2"),
                  isBinary ? m_table.dialect.binaryAsDecimal : QStringLiteral("%1"));
     return {QLatin1String("SELECT ") + written(what, name) + QLatin1String(" FROM ")
@@ -412,7 +515,7 @@ SqlText DataQuery::values(int column) const
         return {};
     SqlText condition = filterText();
     addCondition(&condition, {written(how, nameOf(m_table, column)), {}});
-    return {QLatin1String("SELECT ") + asText(m_table, column) + QLatin1String(" FROM ")
+    return {QLatin1String("SELECT ") + plainValue(m_table, column) + QLatin1String(" FROM ")
                 + m_table.relation + QLatin1String(" WHERE ") + condition.text,
             condition.values};
 }

@@ -4,6 +4,7 @@
 #include "dataschema.h"
 
 #include "dataconnection.h"
+#include "odbcschema.h"
 
 #include <QFileInfo>
 #include <QSqlQuery>
@@ -345,6 +346,8 @@ DataTable describeServer(DataConnection &connection, const DataSource &source, D
 
 QStringList DataSchema::tables(DataConnection &connection, DataProblem *problem)
 {
+    if (connection.source().engine == DataEngine::Odbc)
+        return OdbcSchema::tables(connection);
     const bool isSqlite = connection.source().engine == DataEngine::Sqlite;
     const auto rows = connection.rows(
         {isSqlite ? QStringLiteral("SELECT name FROM sqlite_master WHERE type IN ('table', "
@@ -368,12 +371,25 @@ QStringList DataSchema::tables(DataConnection &connection, DataProblem *problem)
 DataTable DataSchema::describe(DataConnection &connection, const DataSource &source,
                                DataProblem *problem)
 {
-    return source.engine == DataEngine::Sqlite ? describeSqlite(connection, source, problem)
-                                               : describeServer(connection, source, problem);
+    switch (source.engine) {
+    case DataEngine::Sqlite:
+        return describeSqlite(connection, source, problem);
+    case DataEngine::PostgreSql:
+        return describeServer(connection, source, problem);
+    case DataEngine::Odbc:
+        break;
+    }
+    DataTable table = OdbcSchema::describe(connection, source, problem);
+    takeGivenKey(source, &table);
+    table.keyColumn = keyColumnOf(table);
+    table.hasIntegerKey = table.keyColumn >= 0 && table.columns.at(table.keyColumn).isWhole;
+    return table;
 }
 
 QVariant DataSchema::version(DataConnection &connection, const DataTable &table)
 {
+    if (connection.source().engine == DataEngine::Odbc)
+        return {};
     const bool isSqlite = connection.source().engine == DataEngine::Sqlite;
     const auto rows = isSqlite
         ? connection.rows({QStringLiteral("PRAGMA data_version"), {}})

@@ -14,13 +14,14 @@
 struct DataColumn
 {
     QString name {};
-    QString type {};        //!< as the engine names it; may be empty in SQLite
-    bool isNumeric = false; //!< its values can be added up
-    bool isBinary = false;  //!< all of its values are bytes
-    bool isNullable = true; //!< may have NULL
-    bool isExact = false;   //!< numbers that are kept as text, to the digit
-    bool isWhole = false;   //!< whole numbers only
-    bool isOrdered = true;  //!< its values have an order, and are equal to what their text means
+    QString type {};           //!< as the engine names it; may be empty in SQLite
+    bool isNumeric = false;    //!< its values can be added up
+    bool isBinary = false;     //!< all of its values are bytes
+    bool isNullable = true;    //!< may have NULL
+    bool isExact = false;      //!< numbers that are kept as text, to the digit
+    bool isWhole = false;      //!< whole numbers only
+    bool isReadAsText = false; //!< the engine is to make a text of it, or digits would be lost
+    bool isOrdered = true;     //!< its values have an order, and are equal to what their text means
 
     friend bool operator==(const DataColumn &, const DataColumn &) = default;
 };
