@@ -30,6 +30,7 @@ private Q_SLOTS:
     void ordersByAnyColumn();
     void filtersAndFinds();
     void addsUpExactly();
+    void addsUpWhileRowsAreCounted();
     void findsKeys();
     void jumpsByStatistics();
     void copiesViews();
@@ -252,6 +253,21 @@ void tst_DataServer::addsUpExactly()
     QTRY_COMPARE(summed.size(), 2);
     QCOMPARE(summed.last().first().value<DataReads::Sums>().sum,
              printed("SELECT trim_scale(sum(ratio::text::numeric)) FROM plain").value(0));
+}
+
+//! Giving up the count must not end what is asked for.
+void tst_DataServer::addsUpWhileRowsAreCounted()
+{
+    const auto model = open(source("trades"));
+    QSignalSpy summed(model.get(), &DataModel::summed);
+    for (int i = 1; i <= 30; ++i) {
+        model->refresh();
+        model->sum(0);
+        QTRY_COMPARE_WITH_TIMEOUT(summed.size(), i, 60000);
+        const auto sums = summed.last().first().value<DataReads::Sums>();
+        QVERIFY2(!sums.problem, qPrintable(sums.problem.text));
+        QCOMPARE(sums.numbers, m_rows);
+    }
 }
 
 void tst_DataServer::findsKeys()

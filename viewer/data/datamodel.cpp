@@ -572,12 +572,35 @@ void DataModel::find(const DataText &text, int row, bool forward,
         found(-1);
         return;
     }
+    beginAsking();
+    lookFor(text, row, forward, found);
+}
+
+//! A server may hear too late that a survey is given up, and end what was asked for in its place:
+//! that is asked for again.
+bool DataModel::isEndedInVain(const DataProblem &problem, int asked) const
+{
+    return problem.kind == DataProblem::Kind::Cancelled && !m_isGivenUp && asked == m_asked;
+}
+
+void DataModel::beginAsking()
+{
+    if (m_isSurveying || m_isAsked)
+        m_counter.cancel();
     m_isAsked = true;
-    m_counter.cancel();
-    const RowKey from = row >= 0 ? m_pages.row(row)->key : RowKey();
+    m_isGivenUp = false;
+    ++m_asked;
+}
+
+void DataModel::lookFor(const DataText &text, int row, bool forward,
+                        const std::function<void(int)> &found)
+{
+    const DataRow *known = m_pages.row(row);
+    const RowKey from = known ? known->key : RowKey();
     const DataQuery query = m_query;
     const DataSource source = readSource();
     const int number = m_number;
+    const int asked = m_asked;
     m_counter.run(
         this,
         [=](DataConnection &connection) {
@@ -587,8 +610,12 @@ void DataModel::find(const DataText &text, int row, bool forward,
                 result = DataReads::find(connection, query, from, !forward, text);
             return result;
         },
-        [this, number, row, from, forward, found](const DataReads::Found &result) {
-            m_isAsked = false;
+        [=, this](const DataReads::Found &result) {
+            if (number == m_number && isEndedInVain(result.problem, asked)) {
+                lookFor(text, row, forward, found);
+                return;
+            }
+            m_isAsked = m_isAsked && asked != m_asked;
             pump();
             found(number == m_number && !result.problem ? rowOf(result, row, from, forward) : -1);
         });
@@ -615,10 +642,16 @@ void DataModel::sum(int column)
 {
     if (m_state != State::Ready)
         return;
-    m_isAsked = true;
-    m_counter.cancel();
+    beginAsking();
+    addUp(column);
+}
+
+void DataModel::addUp(int column)
+{
     const DataQuery query = m_query;
     const DataSource source = readSource();
+    const int number = m_number;
+    const int asked = m_asked;
     m_counter.run(
         this,
         [=](DataConnection &connection) {
@@ -626,8 +659,12 @@ void DataModel::sum(int column)
             sums.problem = connection.open(source);
             return sums.problem ? sums : DataReads::sums(connection, query, column);
         },
-        [this](const DataReads::Sums &sums) {
-            m_isAsked = false;
+        [this, number, asked, column](const DataReads::Sums &sums) {
+            if (number == m_number && isEndedInVain(sums.problem, asked)) {
+                addUp(column);
+                return;
+            }
+            m_isAsked = m_isAsked && asked != m_asked;
             Q_EMIT summed(sums);
             pump();
         });
@@ -635,8 +672,10 @@ void DataModel::sum(int column)
 
 void DataModel::cancel()
 {
-    if (m_isAsked)
-        m_counter.cancel();
+    if (!m_isAsked)
+        return;
+    m_isGivenUp = true;
+    m_counter.cancel();
 }
 
 qint64 DataModel::memory() const

@@ -149,6 +149,11 @@ private:
     int surveyStep() const;
     RowKey visibleKey() const;
     bool canLookFor(const DataText &text);
+    void beginAsking();
+    bool isEndedInVain(const DataProblem &problem, int asked) const;
+    void addUp(int column);
+    void lookFor(const DataText &text, int row, bool forward,
+                 const std::function<void(int)> &found);
     int rowOf(const DataReads::Found &found, int row, const RowKey &from, bool forward);
     DataSource readSource() const;
 
@@ -173,7 +178,9 @@ private:
     bool m_isBeyondDue = false; //!< so are those that have come at the end
     bool m_isPolling = false;
     bool m_isCounted = false;
-    bool m_isAsked = false; //!< for what sum() or find() wants
+    bool m_isAsked = false;   //!< for what sum() or find() wants
+    bool m_isGivenUp = false; //!< by cancel()
+    int m_asked = 0;          //!< such wants so far
     int m_queries = 0;
     int m_attempts = 0;      //!< to connect, that failed
     int m_timeLimit = 30000; //!< ms
