@@ -226,6 +226,17 @@ DataTable describeSqlite(DataConnection &connection, const DataSource &source, D
 
 // --- PostgreSQL
 
+//! The tables p that have the rows of \a table: itself, or its partitions, which may be on other
+//! servers. What is asked of them as a whole, the server knows of each of them only.
+QString partsOf(const QString &table)
+{
+    return QStringLiteral("(WITH RECURSIVE part(oid) AS (SELECT CAST(%1 AS oid) UNION SELECT "
+                          "inhrelid FROM pg_inherits JOIN part ON inhparent = part.oid) SELECT "
+                          "r.oid, r.relkind, r.reltuples FROM part JOIN pg_class r ON r.oid = "
+                          "part.oid) AS p WHERE p.relkind <> 'p'")
+        .arg(table);
+}
+
 //! Primary key, else the columns of an index that tell rows apart.
 void describeServerKey(DataConnection &connection, const QVariant &oid, DataTable *table)
 {
@@ -319,11 +330,15 @@ DataTable describeServer(DataConnection &connection, const DataSource &source, D
     }
     // As it is written, or as it is called where that has capitals.
     const auto facts = connection.rows(
-        {QStringLiteral("SELECT CAST(c.oid AS bigint), c.reltuples, CASE WHEN c.relkind IN ('r', "
-                        "'m') THEN pg_relation_size(c.oid) ELSE 0 END, "
-                        "quote_ident(n.nspname) || '.' || quote_ident(c.relname) FROM pg_class c "
-                        "JOIN pg_namespace n ON n.oid = c.relnamespace WHERE c.oid = "
-                        "coalesce(to_regclass(quote_ident(?)), to_regclass(CAST(? AS text)))"),
+        {QStringLiteral("SELECT CAST(c.oid AS bigint), (SELECT sum(greatest(p.reltuples, 0)) FROM ")
+             + partsOf(QStringLiteral("c.oid"))
+             + QLatin1String("), (SELECT sum(pg_relation_size(p.oid)) FROM ")
+             + partsOf(QStringLiteral("c.oid"))
+             + QLatin1String(
+                 " AND p.relkind IN ('r', 'm')), quote_ident(n.nspname) || '.' || "
+                 "quote_ident(c.relname) FROM pg_class c JOIN pg_namespace n ON n.oid = "
+                 "c.relnamespace WHERE c.oid = coalesce(to_regclass(quote_ident(?)), "
+                 "to_regclass(CAST(? AS text)))"),
          {source.table, source.table}},
         problem);
     if (!*problem && facts.isEmpty())
@@ -390,12 +405,17 @@ QVariant DataSchema::version(DataConnection &connection, const DataTable &table)
 {
     if (connection.source().engine == DataEngine::Odbc)
         return {};
-    const bool isSqlite = connection.source().engine == DataEngine::Sqlite;
-    const auto rows = isSqlite
-        ? connection.rows({QStringLiteral("PRAGMA data_version"), {}})
-        : connection.rows(
-            {QStringLiteral("SELECT n_tup_ins || ' ' || n_tup_upd || ' ' || n_tup_del "
-                            "FROM pg_stat_all_tables WHERE relid = to_regclass(CAST(? AS text))"),
-             {table.relation}});
-    return rows.isEmpty() ? QVariant() : rows.first().first();
+    if (connection.source().engine == DataEngine::Sqlite) {
+        const auto rows = connection.rows({QStringLiteral("PRAGMA data_version"), {}});
+        return rows.isEmpty() ? QVariant() : rows.first().first();
+    }
+    // Nobody counts what happens on other servers.
+    const auto rows = connection.rows(
+        {QStringLiteral("SELECT CASE WHEN bool_and(s.relid IS NOT NULL) THEN sum(n_tup_ins) || ' ' "
+                        "|| sum(n_tup_upd) || ' ' || sum(n_tup_del) END FROM (SELECT p.oid FROM ")
+             + partsOf(QStringLiteral("to_regclass(CAST(? AS text))"))
+             + QLatin1String(") AS parts LEFT JOIN pg_stat_all_tables s ON s.relid = parts.oid"),
+         {table.relation}});
+    const QVariant counted = rows.isEmpty() ? QVariant() : rows.first().first();
+    return counted.isNull() ? QVariant() : counted;
 }
