@@ -4,10 +4,9 @@
 #include "data/datamodel.h"
 #include "data/dataschema.h"
 #include "datatables.h"
+#include "odbcdrivers.h"
 
 #include <QAbstractItemModelTester>
-#include <QDir>
-#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -21,27 +20,6 @@ const QString s_shown =
     QStringLiteral("SELECT id, time, symbol, CASE WHEN ratio IS NOT NULL THEN "
                    "rtrim(rtrim(printf('%.3f', ratio), '0'), '.') END, big, CASE WHEN raw IS "
                    "NOT NULL THEN '2 bytes: 00 ff' END FROM trades");
-
-//! Where packages put the driver.
-QString driverLibrary()
-{
-    QStringList folders {"/usr/lib/odbc", "/usr/lib64", "/usr/local/lib", "/usr/lib"};
-    const QDir libraries("/usr/lib");
-    for (const QString &folder : libraries.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        folders << libraries.filePath(folder + "/odbc");
-    for (const QString &folder : std::as_const(folders)) {
-        if (QFile::exists(folder + "/libsqlite3odbc.so"))
-            return folder + "/libsqlite3odbc.so";
-    }
-    return {};
-}
-
-void write(const QString &path, const QString &text)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text.toUtf8());
-}
 
 } // namespace
 
@@ -82,25 +60,20 @@ private:
     void compareShown(DataModel *model, const QString &query);
 
     QTemporaryDir m_folder;
+    OdbcDrivers m_drivers;
     QString m_path; //!< of the database
     std::unique_ptr<Writer> m_writer;
 };
 
 void tst_DataOdbc::initTestCase()
 {
-    if (!QSqlDatabase::isDriverAvailable("QODBC"))
-        QSKIP("Qt's driver for ODBC is not installed.");
     if (!QSqlDatabase::isDriverAvailable("QSQLITE"))
         QSKIP("Qt's driver for SQLite is not installed.");
-    const QString library = driverLibrary();
-    if (library.isEmpty())
-        QSKIP("A driver of ODBC for SQLite is not installed.");
+    const QString problem = m_drivers.set("Lite", "libsqlite3odbc.so");
+    if (!problem.isEmpty())
+        QSKIP(qPrintable(problem));
     m_path = m_folder.filePath("data.sqlite");
-    write(m_folder.filePath("odbcinst.ini"),
-          "[Lite]\nDriver=" + library + "\n[Gone]\nDriver=/nowhere/driver.so\n");
-    write(m_folder.filePath("odbc.ini"), "[prices]\nDriver=Lite\nDatabase=" + m_path + "\n");
-    qputenv("ODBCSYSINI", QFile::encodeName(m_folder.path()));
-    qputenv("ODBCINI", QFile::encodeName(m_folder.filePath("odbc.ini")));
+    m_drivers.setSource("prices", "Driver=Lite\nDatabase=" + m_path);
     m_writer = std::make_unique<Writer>(m_path);
     m_writer->run("PRAGMA journal_mode = WAL");
     m_writer->run("CREATE TABLE trades (id INTEGER PRIMARY KEY, time TIMESTAMP, symbol TEXT, "
