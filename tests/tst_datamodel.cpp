@@ -14,6 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+
 namespace {
 
 constexpr int s_steps = 100; // of the walk, unless the environment says otherwise
@@ -55,6 +57,7 @@ private Q_SLOTS:
     void givesUpAfterATime();
     void waitsNoLongerThanItMay();
     void waitsForNobodyWhoDoesNotAnswer();
+    void leavesWhoDoesNotAnswer();
     void follows();
     void looksOftenWhileRowsCome();
     void keepsRowsInPlaceAsOthersGo();
@@ -373,6 +376,30 @@ void tst_DataModel::waitsForNobodyWhoDoesNotAnswer()
     QVERIFY(!nothing);
     answer.release();
     QCOMPARE(thread.runNow(5000, [](DataConnection &) { return 2; }), std::optional(2));
+}
+
+void tst_DataModel::leavesWhoDoesNotAnswer()
+{
+    QSemaphore begun;
+    const auto answer = std::make_shared<QSemaphore>();
+    auto context = std::make_unique<QObject>();
+    bool isTold = false;
+    auto thread = std::make_unique<DataThread>();
+    thread->run(
+        context.get(),
+        [&begun, answer](DataConnection &) {
+            begun.release();
+            answer->acquire();
+            return 1;
+        },
+        [&isTold](int) { isTold = true; });
+    begun.acquire();
+    thread.reset();
+    context.reset();
+    QVERIFY(answer.use_count() > 1); // it still works
+    answer->release();
+    QTRY_COMPARE(answer.use_count(), 1);
+    QVERIFY(!isTold);
 }
 
 void tst_DataModel::follows()
