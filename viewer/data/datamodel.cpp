@@ -217,7 +217,6 @@ void DataModel::setFilter(const DataFilter &filter)
     }
     if (!canLookFor(filter.text))
         return;
-    m_formerFilter = m_filter;
     m_filter = filter;
     beginQuery();
 }

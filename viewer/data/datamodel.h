@@ -163,7 +163,7 @@ private:
     DataProblem m_problem;
     DataOrder m_order;
     DataFilter m_filter;
-    DataFilter m_formerFilter; //!< back if the engine refuses m_filter
+    DataFilter m_formerFilter; //!< that rows came of; back if the engine refuses m_filter
     DataQuery m_query;         //!< of table, order and filter
     int m_number = 0;          //!< of m_query: answers to others are too late
     RowPages m_pages {this};
