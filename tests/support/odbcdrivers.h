@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLibrary>
 #include <QSqlDatabase>
 #include <QString>
 #include <QTemporaryDir>
@@ -23,6 +24,9 @@ public:
         const QString path = pathOf(library);
         if (path.isEmpty())
             return library + QStringLiteral(" is not installed.");
+        keep(path);
+        keep(QStringLiteral("libodbc.so.2"));
+        keep(QStringLiteral("libodbcinst.so.2"));
         write(QStringLiteral("odbcinst.ini"),
               u'[' + driver + QStringLiteral("]\nDriver=") + path
                   + QStringLiteral("\n[Gone]\nDriver=/nowhere/driver.so\n"));
@@ -37,6 +41,13 @@ public:
     }
 
 private:
+    //! What it never gives back could not be told from other leaks once it is unloaded.
+    static void keep(const QString &path)
+    {
+        QLibrary library(path);
+        library.setLoadHints(QLibrary::PreventUnloadHint);
+        library.load();
+    }
     static QString pathOf(const QString &library)
     {
         QStringList folders {QStringLiteral("/usr/lib/odbc"), QStringLiteral("/usr/lib64"),

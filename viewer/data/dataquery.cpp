@@ -30,19 +30,19 @@ void addCondition(SqlText *all, const SqlText &condition)
 }
 
 // \a name in place of %1, and nothing else, whatever stands in it.
-QString written(const QString &how, const QString &name)
+QString filledIn(const QString &how, const QString &name)
 {
     return QString(how).replace(QLatin1String("%1"), name);
 }
 
-QString nameOf(const DataTable &table, int column)
+QString quotedColumn(const DataTable &table, int column)
 {
     return table.dialect.quoted(table.columns.at(column).name);
 }
 
 QString asText(const DataTable &table, int column)
 {
-    return written(table.dialect.asText, nameOf(table, column));
+    return filledIn(table.dialect.asText, quotedColumn(table, column));
 }
 
 QString cellExpression(const DataTable &table, int column)
@@ -57,7 +57,7 @@ QString cellExpression(const DataTable &table, int column)
                                : dialect.textCell;
     how.replace(QLatin1String("%2"), QString::number(DataCell::mostText));
     how.replace(QLatin1String("%3"), QString::number(DataCell::mostBytes));
-    return written(how, nameOf(table, column));
+    return filledIn(how, quotedColumn(table, column));
 }
 
 QString cells(const DataTable &table)
@@ -91,14 +91,14 @@ SqlText match(const DataDialect &dialect, const QString &cell, const DataText &s
     if (sought.wholeWords || sought.isExpression) {
         const QString expression = expressionOf(sought, dialect.wordEdge);
         if (sought.matchesCase)
-            return {written(dialect.matches, cell), {expression}};
-        return {written(dialect.matchesAnyCase, cell), {dialect.anyCasePrefix + expression}};
+            return {filledIn(dialect.matches, cell), {expression}};
+        return {filledIn(dialect.matchesAnyCase, cell), {dialect.anyCasePrefix + expression}};
     }
     const QString how = sought.matchesCase ? QStringLiteral("%1") : dialect.anyCase;
     QString contains = dialect.contains;
-    contains.replace(QLatin1String("%2"), written(how, QStringLiteral("?")));
+    contains.replace(QLatin1String("%2"), filledIn(how, QStringLiteral("?")));
     const bool isPattern = contains.contains(QLatin1String(" LIKE "));
-    return {written(contains, written(how, cell)),
+    return {filledIn(contains, filledIn(how, cell)),
             {isPattern ? patternOf(sought.text) : sought.text}};
 }
 
@@ -146,7 +146,7 @@ SqlText columnCondition(const DataTable &table, const DataCondition &condition)
     using Is = DataCondition::Is;
     const DataColumn &column = table.columns.at(condition.column);
     const bool isText = isComparedAsText(table, condition);
-    QString name = isText ? asText(table, condition.column) : nameOf(table, condition.column);
+    QString name = isText ? asText(table, condition.column) : quotedColumn(table, condition.column);
     if (condition.is == Is::Null)
         return {name + QLatin1String(" IS NULL"), {}};
     if (condition.is == Is::NotNull)
@@ -179,7 +179,7 @@ QString plainValue(const DataTable &table, int column)
 {
     const DataColumn &kind = table.columns.at(column);
     const bool isText = table.dialect.writesCells ? !kind.isBinary : kind.isReadAsText;
-    return isText ? asText(table, column) : nameOf(table, column);
+    return isText ? asText(table, column) : quotedColumn(table, column);
 }
 
 //! A range in the direction in which values grow.
@@ -206,12 +206,12 @@ QString DataQuery::orderExpression() const
     if (m_order.column < 0)
         return {};
     const DataColumn &column = m_table.columns.at(m_order.column);
-    const QString name = nameOf(m_table, m_order.column);
+    const QString name = quotedColumn(m_table, m_order.column);
     if (column.isExact)
         return QLatin1String("CAST(") + name + QLatin1String(" AS REAL)");
     const QString &binary = m_table.dialect.orderedBinary;
     if (column.isNumeric && !column.isReadAsText && !binary.isEmpty())
-        return written(binary, name);
+        return filledIn(binary, name);
     return column.isOrdered ? name : asText(m_table, m_order.column);
 }
 
@@ -412,7 +412,7 @@ QString DataQuery::keyColumns() const
         const bool isText = dialect.castsParameters || isKeyReadAsText(i);
         // With names of their own, or what is ordered by would be these texts.
         if (isText)
-            keys[i] = written(dialect.asText, keys.at(i)) + QLatin1String(" AS ")
+            keys[i] = filledIn(dialect.asText, keys.at(i)) + QLatin1String(" AS ")
                 + dialect.quoted(QLatin1String("vantix key ") + QString::number(i));
     }
     return keys.join(QLatin1String(", "));
@@ -470,7 +470,7 @@ SqlText DataQuery::survey(qint64 step) const
         names << QLatin1Char('k') + QString::number(i);
         keys[i] += QLatin1String(" AS ") + names.at(i);
         if (m_table.dialect.castsParameters || isKeyReadAsText(int(i)))
-            names[i] = written(m_table.dialect.asText, names.at(i));
+            names[i] = filledIn(m_table.dialect.asText, names.at(i));
     }
     return {QLatin1String("SELECT n, ") + names.join(QLatin1String(", "))
                 + QLatin1String(" FROM (SELECT ") + keys.join(QLatin1String(", "))
@@ -493,14 +493,14 @@ SqlText DataQuery::sums(int column) const
 {
     const SqlText filter = filterText();
     const DataColumn &summed = m_table.columns.at(column);
-    const QString name = nameOf(m_table, column);
+    const QString name = quotedColumn(m_table, column);
     const bool isBinary =
         summed.type == QLatin1String("real") || summed.type == QLatin1String("double precision");
     QString what = readsNumbers(column) ? QStringLiteral("count(*), count(%1), 0, 0, 0")
                                         : m_table.dialect.sums;
     what.replace(QLatin1String("%2"),
                  isBinary ? m_table.dialect.binaryAsDecimal : QStringLiteral("%1"));
-    return {QLatin1String("SELECT ") + written(what, name) + QLatin1String(" FROM ")
+    return {QLatin1String("SELECT ") + filledIn(what, name) + QLatin1String(" FROM ")
                 + m_table.relation
                 + (filter.text.isEmpty() ? QString() : QLatin1String(" WHERE ") + filter.text),
             filter.values};
@@ -514,7 +514,7 @@ SqlText DataQuery::values(int column) const
     if (how.isEmpty())
         return {};
     SqlText condition = filterText();
-    addCondition(&condition, {written(how, nameOf(m_table, column)), {}});
+    addCondition(&condition, {filledIn(how, quotedColumn(m_table, column)), {}});
     return {QLatin1String("SELECT ") + plainValue(m_table, column) + QLatin1String(" FROM ")
                 + m_table.relation + QLatin1String(" WHERE ") + condition.text,
             condition.values};

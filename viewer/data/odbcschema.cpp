@@ -43,7 +43,7 @@ bool isDecimal(const QSqlField &field)
 }
 
 //! As standard SQL names it, for the user.
-QString typeName(const QSqlField &field)
+QString standardTypeName(const QSqlField &field)
 {
     switch (field.metaType().id()) {
     case QMetaType::QString:
@@ -75,7 +75,7 @@ QString typeName(const QSqlField &field)
 DataColumn odbcColumn(const QSqlField &field)
 {
     const int type = field.metaType().id();
-    DataColumn column {field.name(), typeName(field)};
+    DataColumn column {field.name(), standardTypeName(field)};
     column.isWhole = isWholeType(type);
     column.isNumeric = column.isWhole || type == QMetaType::Double || type == QMetaType::Float;
     column.isBinary = type == QMetaType::QByteArray;
@@ -85,12 +85,12 @@ DataColumn odbcColumn(const QSqlField &field)
     return column;
 }
 
-QString textOf(const DataTable &table, const QString &value)
+QString castToText(const DataTable &table, const QString &value)
 {
     return QString(table.dialect.asText).replace(QLatin1String("%1"), value);
 }
 
-QString first(const DataTable &table)
+QString firstColumn(const DataTable &table)
 {
     return table.dialect.quoted(table.columns.first().name);
 }
@@ -103,7 +103,7 @@ void findLimit(DataConnection &connection, DataTable *table)
         DataDialect tried = table->dialect;
         tried.limit = limit;
         if (connection.understands(
-                tried.select(first(*table) + QLatin1String(" FROM ") + table->relation, 1))) {
+                tried.select(firstColumn(*table) + QLatin1String(" FROM ") + table->relation, 1))) {
             table->dialect.limit = limit;
             return;
         }
@@ -121,7 +121,7 @@ void findCast(DataConnection &connection, DataTable *table)
 {
     for (const char *cast : {"CAST(%1 AS VARCHAR(4000))", "CAST(%1 AS CHAR(4000))"}) {
         table->dialect.asText = QLatin1String(cast);
-        if (understandsWhere(connection, *table, textOf(*table, first(*table))))
+        if (understandsWhere(connection, *table, castToText(*table, firstColumn(*table))))
             return;
     }
 }
@@ -131,7 +131,7 @@ void findContains(DataConnection &connection, DataTable *table)
     for (const char *how :
          {"POSITION(%2 IN %1) > 0", "INSTR(%1, %2) > 0", "CHARINDEX(%2, %1) > 0"}) {
         QString condition = QLatin1String(how);
-        condition.replace(QLatin1String("%1"), textOf(*table, first(*table)));
+        condition.replace(QLatin1String("%1"), castToText(*table, firstColumn(*table)));
         condition.replace(QLatin1String("%2"), QLatin1String("'a'"));
         if (understandsWhere(connection, *table, QStringLiteral("COUNT(*)"),
                              QLatin1String(" AND ") + condition)) {
@@ -175,7 +175,7 @@ void findDialect(DataConnection &connection, DataTable *table)
     findContains(connection, table);
     findBinaryNumbers(connection, table);
     table->dialect.numbersRows = connection.understands(
-        QLatin1String("SELECT n FROM (SELECT row_number() OVER (ORDER BY ") + first(*table)
+        QLatin1String("SELECT n FROM (SELECT row_number() OVER (ORDER BY ") + firstColumn(*table)
         + QLatin1String(") AS n FROM ") + table->relation
         + QLatin1String(" WHERE 1 = 0) numbered WHERE n % 2 = 0 ORDER BY n"));
 }
@@ -189,7 +189,7 @@ bool hasStandardTimes(DataConnection &connection, const DataTable &table, const 
     const QString name = table.dialect.quoted(column.name);
     QString text;
     connection.each(
-        {table.dialect.select(textOf(table, name) + QLatin1String(" FROM ") + table.relation
+        {table.dialect.select(castToText(table, name) + QLatin1String(" FROM ") + table.relation
                                   + QLatin1String(" WHERE ") + name + QLatin1String(" IS NOT NULL"),
                               1),
          {}},
