@@ -45,6 +45,7 @@ private Q_SLOTS:
     void ordersByAnyColumn();
     void pagesBySeveralColumns();
     void keepsEachDigit();
+    void noticesRowsThatAreReadAgain();
     void filters_data();
     void filters();
     void refusesWhatItCannotLookFor();
@@ -255,6 +256,31 @@ void tst_DataOdbc::keepsEachDigit()
     QCOMPARE(model->rowCount(), 1);
     QVERIFY(!model->problem());
     m_writer->run("DROP TABLE digits");
+}
+
+//! An engine that rounds, and was not found out.
+void tst_DataOdbc::noticesRowsThatAreReadAgain()
+{
+    m_writer->run("CREATE TABLE thirds (id INTEGER PRIMARY KEY, third DOUBLE)");
+    m_writer->run("INSERT INTO thirds VALUES (1, 1.0 / 3), (2, 4.0 / 3)");
+    DataConnection connection;
+    QVERIFY(!connection.open(source("thirds")));
+    DataProblem problem;
+    DataTable table = DataSchema::describe(connection, source("thirds"), &problem);
+    QVERIFY(!table.dialect.orderedBinary.isEmpty());
+    RowPages::Fetch fetch;
+    const auto next = [&] {
+        const DataQuery query(table, {1, false}, {});
+        fetch.range = {};
+        fetch.range.after = DataReads::page(connection, query, fetch).rows.value(0).key;
+        return DataReads::page(connection, query, fetch);
+    };
+    const DataReads::Page right = next();
+    QVERIFY(!right.problem);
+    QCOMPARE(right.rows.size(), 1);
+    table.dialect.orderedBinary.clear();
+    QVERIFY(next().problem);
+    m_writer->run("DROP TABLE thirds");
 }
 
 void tst_DataOdbc::filters_data()
