@@ -11,7 +11,7 @@ namespace {
 DataTable table(DataEngine engine, const QStringList &key, const QStringList &keyTypes)
 {
     DataTable table;
-    table.engine = engine;
+    table.dialect = DataDialect::of(engine);
     table.name = "t";
     table.relation = "\"t\"";
     DataColumn id {"id", engine == DataEngine::Sqlite ? "INTEGER" : "bigint"};
@@ -36,6 +36,16 @@ DataTable server()
     return table(DataEngine::PostgreSql, {"\"id\""}, {"bigint"});
 }
 
+//! What nobody knows more of than that ODBC leads there; its columns are those of the others.
+DataTable odbc()
+{
+    DataTable known = table(DataEngine::Odbc, {"\"id\""}, {});
+    known.columns[0].isWhole = true;
+    known.columns[0].isReadAsText = true;
+    known.columns[1].isReadAsText = true;
+    return known;
+}
+
 QString tail(const QString &text)
 {
     return text.mid(text.indexOf(" FROM \"t\""));
@@ -55,6 +65,12 @@ private Q_SLOTS:
     void turnsDescendingRangesRound();
     void comparesKeysOfSeveralColumns();
     void castsParametersOfServers();
+    void comparesInWordsThatAllEnginesKnow();
+    void limitsRowsAsTheEngineDoes_data();
+    void limitsRowsAsTheEngineDoes();
+    void readsWhatWouldLoseDigitsAsText();
+    void numbersRowsWithNullInItsPlace();
+    void looksForTextsWithPatterns();
     void neverPastesText();
     void filtersByText_data();
     void filtersByText();
@@ -162,10 +178,106 @@ void tst_DataQuery::castsParametersOfServers()
     QCOMPARE(text.values, (QVariantList {"1.5", "7"}));
 }
 
+void tst_DataQuery::comparesInWordsThatAllEnginesKnow()
+{
+    RowRange range;
+    range.after = {"1.5", qlonglong(7)};
+    const DataPage page = DataQuery(odbc(), {1, false}, {}).page(range, false, 3);
+    QCOMPARE(page.parts.size(), 1); // those with NULL come first
+    QCOMPARE(tail(page.parts.first().text),
+             QString(" FROM \"t\" WHERE \"pr\"\"ice\" IS NOT NULL AND \"pr\"\"ice\" >= ? AND "
+                     "(\"pr\"\"ice\" > ? OR (\"pr\"\"ice\" = ? AND \"id\" > ?)) ORDER BY "
+                     "\"pr\"\"ice\" ASC, \"id\" ASC"));
+    QCOMPARE(page.parts.first().values, (QVariantList {"1.5", "1.5", "1.5", qlonglong(7)}));
+    const DataTable wide = table(DataEngine::Odbc, {"a", "b", "c"}, {});
+    range = {};
+    range.upTo = {"x", "y", "z"};
+    const SqlText three = DataQuery(wide, {}, {}).count(range).first();
+    QCOMPARE(tail(three.text),
+             QString(" FROM \"t\" WHERE a <= ? AND (a < ? OR (a = ? AND (b < ? OR (b = ? AND c <= "
+                     "?))))"));
+    QCOMPARE(three.values, (QVariantList {"x", "x", "x", "y", "y", "z"}));
+}
+
+void tst_DataQuery::limitsRowsAsTheEngineDoes_data()
+{
+    using Limit = DataDialect::Limit;
+    QTest::addColumn<int>("limit");
+    QTest::addColumn<QString>("begin");
+    QTest::addColumn<QString>("end");
+    QTest::newRow("LIMIT") << int(Limit::AtEnd) << "SELECT CAST"
+                           << " ASC LIMIT 15";
+    QTest::newRow("FETCH") << int(Limit::Fetch) << "SELECT CAST"
+                           << " ASC FETCH FIRST 15 ROWS ONLY";
+    QTest::newRow("TOP") << int(Limit::Top) << "SELECT TOP 15 CAST"
+                         << " ASC";
+    QTest::newRow("none") << int(Limit::None) << "SELECT CAST"
+                          << " ASC";
+}
+
+void tst_DataQuery::limitsRowsAsTheEngineDoes()
+{
+    QFETCH(int, limit);
+    QFETCH(QString, begin);
+    QFETCH(QString, end);
+    DataTable known = odbc();
+    known.dialect.limit = DataDialect::Limit(limit);
+    const DataPage page = DataQuery(known, {}, {}).page({}, false, 10, 5);
+    const QString text = page.parts.first().text;
+    QVERIFY2(text.startsWith(begin) && text.endsWith(end), qPrintable(text));
+    QCOMPARE(page.skipped, 5); // OFFSET is not asked for
+    QCOMPARE(page.limit, 10);
+}
+
+void tst_DataQuery::readsWhatWouldLoseDigitsAsText()
+{
+    const DataQuery query(odbc(), {1, false}, {});
+    QCOMPARE(query.page({}, false, 3).parts.last().text.section(" FROM ", 0, 0),
+             QString("SELECT CAST(\"pr\"\"ice\" AS VARCHAR(4000)) AS \"vantix key 0\", CAST(\"id\" "
+                     "AS VARCHAR(4000)) AS \"vantix key 1\", CAST(\"id\" AS VARCHAR(4000)) AS "
+                     "vantix_cell_0, CAST(\"pr\"\"ice\" AS VARCHAR(4000)) AS vantix_cell_1, "
+                     "\"note\""));
+    QCOMPARE(query.keyValue(0, "1.50"), QVariant("1.50"));
+    QCOMPARE(query.keyValue(1, "5000000001"), QVariant(qlonglong(5000000001)));
+    QVERIFY(query.readsNumbers(1));
+    QVERIFY(!DataQuery(server(), {}, {}).readsNumbers(1));
+    QCOMPARE(
+        query.values(1).text,
+        QString("SELECT CAST(\"pr\"\"ice\" AS VARCHAR(4000)) FROM \"t\" WHERE \"pr\"\"ice\" IS "
+                "NOT NULL"));
+    QCOMPARE(DataCell::written(0.1, true), QString("n0.1"));
+    QCOMPARE(DataCell::written(QByteArray("\x00\xff", 2), false), QString("b2:00ff"));
+    QCOMPARE(DataCell::written("x", false), QString("tx"));
+}
+
+void tst_DataQuery::numbersRowsWithNullInItsPlace()
+{
+    DataTable known = odbc();
+    QVERIFY(DataQuery(known, {1, true}, {}).survey(100).text.isEmpty());
+    known.dialect.numbersRows = true;
+    QVERIFY(DataQuery(known, {1, true}, {})
+                .survey(100)
+                .text.contains("OVER (ORDER BY CASE WHEN \"pr\"\"ice\" IS NULL THEN 0 ELSE 1 END "
+                               "DESC, \"pr\"\"ice\" DESC, \"id\" DESC)"));
+    QVERIFY(!DataQuery(known, {}, {}).survey(100).text.contains("CASE"));
+    QVERIFY(!DataQuery(sqlite(), {1, true}, {}).survey(100).text.contains("CASE WHEN"));
+}
+
+void tst_DataQuery::looksForTextsWithPatterns()
+{
+    DataFilter filter;
+    filter.text = {"50%_!", {2}};
+    const SqlText count = DataQuery(odbc(), {}, filter).count({}).first();
+    QCOMPARE(tail(count.text),
+             QString(" FROM \"t\" WHERE (LOWER(CAST(\"note\" AS VARCHAR(4000))) LIKE LOWER(?) "
+                     "ESCAPE '!')"));
+    QCOMPARE(count.values, QVariantList {"%50!%!_!!%"});
+}
+
 void tst_DataQuery::neverPastesText()
 {
     const QString evil = "x'); DROP TABLE t; --";
-    for (const DataTable &each : {sqlite(), server()}) {
+    for (const DataTable &each : {sqlite(), server(), odbc()}) {
         DataFilter filter;
         filter.text = {evil, {0, 2}};
         filter.conditions = {{2, DataCondition::Is::Equal, evil, false}};

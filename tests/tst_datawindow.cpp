@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The vantix authors
 // SPDX-License-Identifier: MIT
 
+#include "data/datastate.h"
 #include "data/datawindow.h"
 #include "data/opendata.h"
 #include "datatables.h"
@@ -51,6 +52,9 @@ private Q_SLOTS:
     void followsNewRows();
     void keepsRowsInViewAsOthersGo();
     void tellsThatThereIsNoTable();
+    void showsWhatWasShown();
+    void restoresWhatIsStillThere();
+    void keepsWhatIsNotThereYet();
 
 private:
     std::unique_ptr<DataWindow> open(const QString &table = {});
@@ -355,6 +359,89 @@ void tst_DataWindow::tellsThatThereIsNoTable()
     for (const QLabel *label : labels)
         isTold = isTold || (label->isVisible() && label->text().contains("nothing"));
     QVERIFY(isTold);
+}
+
+void tst_DataWindow::showsWhatWasShown()
+{
+    PageState state;
+    QStringList shown;
+    {
+        const auto window = open("t");
+        Q_EMIT window->table()->header()->sectionClicked(2);
+        Q_EMIT window->table()->header()->sectionClicked(2);
+        window->filterMore({2, DataCondition::Is::AtMost, "1000", true});
+        window->filterWhere("id % 2 = 0");
+        window->openFindWith("NAME 19");
+        window->findChild<FindPanel *>()->toggleFilter();
+        settle(window.get());
+        state = window->state();
+        shown = {shownRow(*window->model(), 0), QString::number(window->rows())};
+    }
+    QCOMPARE(shown.first(), QString("1998|name 1998|499.5"));
+    QCOMPARE(state.path, m_path);
+    const auto window = open("u");
+    window->restore(state);
+    settle(window.get());
+    QTRY_COMPARE(window->model()->order(), (DataOrder {2, true}));
+    settle(window.get());
+    QCOMPARE(window->model()->source().table, QString("t"));
+    QCOMPARE(QStringList({shownRow(*window->model(), 0), QString::number(window->rows())}), shown);
+    QCOMPARE(window->findChild<QLineEdit *>("whereField")->text(), QString("id % 2 = 0"));
+    QCOMPARE(window->table()->header()->sortIndicatorSection(), 2);
+    QCOMPARE(window->state().own, state.own);
+    window->showTableNamed("u");
+    settle(window.get());
+    QVERIFY(window->model()->filter().isEmpty());
+}
+
+//! Columns have come and gone meanwhile, and one that a condition is about.
+void tst_DataWindow::restoresWhatIsStillThere()
+{
+    PageState state;
+    {
+        const auto window = open("t");
+        Q_EMIT window->table()->header()->sectionClicked(1);
+        window->filterMore({2, DataCondition::Is::AtMost, "1000", true});
+        window->filterMore({0, DataCondition::Is::AtLeast, "19991", true});
+        window->filterMore({0, DataCondition::Is::AtMost, "19995", true});
+        settle(window.get());
+        window->filterWhere("price > 0");
+        settle(window.get());
+        state = window->state();
+    }
+    m_writer->run("DROP TABLE t");
+    m_writer->run("CREATE TABLE t (more TEXT, id INTEGER PRIMARY KEY, name TEXT)");
+    m_writer->run("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+                  "20000) INSERT INTO t SELECT '', i, 'name ' || i FROM n");
+    const auto window = open("t");
+    window->restore(state);
+    settle(window.get());
+    QTRY_COMPARE(window->model()->order(), (DataOrder {2, false}));
+    settle(window.get());
+    QTRY_VERIFY(!window->findChild<QLabel *>("refusalLabel")->text().isEmpty()); // no price
+    settle(window.get());
+    QVERIFY(!window->hasFailed());
+    QVERIFY(window->model()->filter().where.isEmpty());
+}
+
+void tst_DataWindow::keepsWhatIsNotThereYet()
+{
+    DataSource source;
+    source.engine = DataEngine::PostgreSql;
+    source.host = m_folder->path();
+    source.database = "nowhere";
+    source.user = "me";
+    source.password = "secret";
+    PageState state;
+    state.own = DataState::of({{}, {}, {}, 0, {}, {}, "prices", {}, {"id"}}, {}, {}, {}).text();
+    DataWindow window(source, &m_statistics);
+    state.path = window.state().path;
+    QVERIFY(!state.path.isEmpty());
+    window.restore(state);
+    QCOMPARE(window.state(), state);
+    QCOMPARE(window.model()->source().table, QString("prices"));
+    QCOMPARE(window.model()->source().key, QStringList("id"));
+    QVERIFY(!state.path.contains("secret") && !window.state().own.contains("secret"));
 }
 
 QTEST_MAIN(tst_DataWindow)

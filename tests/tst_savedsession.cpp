@@ -59,6 +59,7 @@ void tst_SavedSession::givesBackWhatItGot()
     other.sortOrder = Qt::DescendingOrder;
     other.filter = QString::fromUtf8("[ä\"] ");
     other.filterRules = {true, false, true};
+    other.own = QString::fromUtf8("{\"table\": \"ä\"}");
     const QList<SavedWindow> windows {{QByteArray("\1\0\2", 3), {page, other}, 1},
                                       {QByteArray(), {}, 0}};
     SavedSession::save(windows);

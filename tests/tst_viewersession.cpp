@@ -23,6 +23,12 @@
 #include <QTest>
 #include <QTimer>
 
+#ifdef VIEWER_HAS_SQL
+#include "data/datastate.h"
+#include "data/datawindow.h"
+#include "datatables.h"
+#endif
+
 #include <algorithm>
 #include <csignal>
 #include <functional>
@@ -46,6 +52,8 @@ private Q_SLOTS:
     void keepsWindows();
     void keepsColumns();
     void keepsOrderAndFilter();
+    void keepsTablesOfDatabases();
+    void keepsAddressesOfDatabases();
     void keepsRotatedFiles();
     void keepsTheFormat();
     void keepsWhatWasNotSeen();
@@ -395,6 +403,76 @@ void tst_ViewerSession::keepsOrderAndFilter()
         QTRY_VERIFY(!page->table()->header()->isSortIndicatorShown());
     });
 }
+
+#ifdef VIEWER_HAS_SQL
+void tst_ViewerSession::keepsTablesOfDatabases()
+{
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE")))
+        QSKIP("Qt's driver for SQLite is not installed.");
+    const QString path = write("data.sqlite", {});
+    const Writer writer(path);
+    writer.run("CREATE TABLE a (x)");
+    writer.run("CREATE TABLE b (x INTEGER PRIMARY KEY, y TEXT)");
+    writer.run("INSERT INTO b VALUES (1, 'one'), (2, 'two'), (3, 'three'), (4, NULL)");
+    const auto shown = [](DataWindow *page) {
+        QStringList rows;
+        for (int row = 0; row < page->rows(); ++row)
+            rows << shownRow(*page->model(), row);
+        return rows;
+    };
+    const QStringList expected {"2|two", "3|three", "1|one"};
+    run({path}, [&] {
+        auto *page = onlyPage<DataWindow>();
+        QVERIFY(page);
+        page->showTableNamed("b");
+        QTRY_COMPARE(page->rows(), 4);
+        page->filterMore({1, DataCondition::Is::NotNull, {}, false});
+        page->model()->sortBy(1, Qt::DescendingOrder);
+        QTRY_COMPARE(shown(page), expected);
+    });
+    for (int again = 0; again < 2; ++again) {
+        run(QStringList(), [&] {
+            auto *page = onlyPage<DataWindow>();
+            QVERIFY(page);
+            QTRY_COMPARE(shown(page), expected);
+            QTRY_COMPARE(page->table()->header()->sortIndicatorSection(), 1);
+        });
+    }
+}
+
+//! Nobody answers there: what was to be shown is to be shown next time.
+void tst_ViewerSession::keepsAddressesOfDatabases()
+{
+    const QStringList addresses {"postgresql:///db?host=/nowhere&table=prices",
+                                 "odbc:DSN=nowhere;UID=me?table=trades&key=id"};
+    const auto tables = [] {
+        QStringList tables;
+        for (const QWidget *widget : QApplication::allWidgets()) {
+            if (const auto *page = qobject_cast<const DataWindow *>(widget))
+                tables << page->state().path + u' ' + DataState::fromText(page->state().own).table;
+        }
+        tables.sort();
+        return tables;
+    };
+    const QStringList expected {"odbc:DSN=nowhere;UID=me trades",
+                                "postgresql:///db?host=/nowhere prices"};
+    run(addresses, [&] { QCOMPARE(tables(), expected); });
+    run(QStringList(), [&] { QCOMPARE(tables(), expected); });
+    run(QStringList(), [&] { QCOMPARE(tables(), expected); });
+    const QString kept = QSettings().value(QStringLiteral("session")).toString();
+    QVERIFY(kept.contains("DSN=nowhere"));
+}
+#else
+void tst_ViewerSession::keepsTablesOfDatabases()
+{
+    QSKIP("This build knows no databases.");
+}
+
+void tst_ViewerSession::keepsAddressesOfDatabases()
+{
+    QSKIP("This build knows no databases.");
+}
+#endif
 
 void tst_ViewerSession::keepsRotatedFiles()
 {

@@ -321,6 +321,14 @@ kann nicht angezeigt werden: %2</translation>
         <source>The file is not there.</source>
         <translation>Die Datei gibt es nicht.</translation>
     </message>
+    <message>
+        <source>Qt&apos;s driver for ODBC is not installed (Debian: libqt6sql6-odbc).</source>
+        <translation>Qts Treiber für ODBC ist nicht installiert (Debian: libqt6sql6-odbc).</translation>
+    </message>
+    <message>
+        <source>Only queries are sent to this database.</source>
+        <translation>An diese Datenbank werden nur Abfragen geschickt.</translation>
+    </message>
 </context>
 <context>
     <name>DataModel</name>
@@ -331,6 +339,10 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>The database took more than %L1 s.</source>
         <translation>Die Datenbank brauchte mehr als %L1 s.</translation>
+    </message>
+    <message>
+        <source>Whole words and regular expressions cannot be looked for in this database.</source>
+        <translation>Ganze Wörter und reguläre Ausdrücke können in dieser Datenbank nicht gesucht werden.</translation>
     </message>
 </context>
 <context>
@@ -377,6 +389,18 @@ kann nicht angezeigt werden: %2</translation>
     <message>
         <source>A password does not belong into an address: leave it out, and it is read from ~/.pgpass or asked for.</source>
         <translation>Ein Passwort gehört nicht in eine Adresse: Ohne es wird es aus ~/.pgpass gelesen oder erfragt.</translation>
+    </message>
+    <message>
+        <source>The database does not find rows by the values that it gives of them.</source>
+        <translation>Die Datenbank findet Zeilen nicht nach den Werten, die sie von ihnen angibt.</translation>
+    </message>
+    <message>
+        <source>This is no connection string of ODBC, such as DSN=prices.</source>
+        <translation>Das ist keine Verbindungszeichenfolge von ODBC, wie DSN=preise eine ist.</translation>
+    </message>
+    <message>
+        <source>A password does not belong into an address: leave it out, and it is asked for.</source>
+        <translation>Ein Passwort gehört nicht in eine Adresse: ohne eines wird danach gefragt.</translation>
     </message>
 </context>
 <context>

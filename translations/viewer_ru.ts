@@ -321,6 +321,14 @@ cannot be shown: %2</source>
         <source>The file is not there.</source>
         <translation>Такого файла нет.</translation>
     </message>
+    <message>
+        <source>Qt&apos;s driver for ODBC is not installed (Debian: libqt6sql6-odbc).</source>
+        <translation>Драйвер Qt для ODBC не установлен (Debian: libqt6sql6-odbc).</translation>
+    </message>
+    <message>
+        <source>Only queries are sent to this database.</source>
+        <translation>Этой базе данных отправляются только запросы.</translation>
+    </message>
 </context>
 <context>
     <name>DataModel</name>
@@ -331,6 +339,10 @@ cannot be shown: %2</source>
     <message>
         <source>The database took more than %L1 s.</source>
         <translation>Базе данных не хватило %L1 с.</translation>
+    </message>
+    <message>
+        <source>Whole words and regular expressions cannot be looked for in this database.</source>
+        <translation>В этой базе данных нельзя искать слова целиком и регулярные выражения.</translation>
     </message>
 </context>
 <context>
@@ -377,6 +389,18 @@ cannot be shown: %2</source>
     <message>
         <source>A password does not belong into an address: leave it out, and it is read from ~/.pgpass or asked for.</source>
         <translation>Паролю не место в адресе: без него он будет прочитан из ~/.pgpass или запрошен.</translation>
+    </message>
+    <message>
+        <source>The database does not find rows by the values that it gives of them.</source>
+        <translation>База данных не находит строки по тем значениям, которые сама о них сообщает.</translation>
+    </message>
+    <message>
+        <source>This is no connection string of ODBC, such as DSN=prices.</source>
+        <translation>Это не строка подключения ODBC, как, например, DSN=prices.</translation>
+    </message>
+    <message>
+        <source>A password does not belong into an address: leave it out, and it is asked for.</source>
+        <translation>Паролю не место в адресе: не указывайте его, и он будет запрошен.</translation>
     </message>
 </context>
 <context>

@@ -51,7 +51,8 @@ void describe(QCommandLineParser *parser)
                 "Without a file it opens what was open last time."));
     parser->addPositionalArgument(english("file"),
                                   english("Text file, pipe, - for standard input, database of "
-                                          "SQLite, or postgresql://user@host/database?table=name."),
+                                          "SQLite, postgresql://user@host/database?table=name, or "
+                                          "odbc:DSN=source?table=name."),
                                   english("[file...]"));
     parser->addOptions({
         {s_delimiter,

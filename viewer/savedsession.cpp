@@ -29,6 +29,7 @@ const QString s_hasOlderFiles = QStringLiteral("olderFiles");
 
 const QString s_sortColumn = QStringLiteral("sortColumn");
 const QString s_isDescending = QStringLiteral("descending");
+const QString s_own = QStringLiteral("own");
 const QString s_filter = QStringLiteral("filter");
 const QString s_filterMatchesCase = QStringLiteral("matchesCase");
 const QString s_filterWholeWords = QStringLiteral("wholeWords");
@@ -76,9 +77,11 @@ FormatRequest formatFrom(const QJsonObject &json)
     return format;
 }
 
-//! Only what there is: most pages have neither.
+//! Only what there is: most pages have none of it.
 void addOrderAndFilter(QJsonObject *json, const PageState &page)
 {
+    if (!page.own.isEmpty())
+        json->insert(s_own, page.own);
     if (page.sortColumn >= 0) {
         json->insert(s_sortColumn, page.sortColumn);
         json->insert(s_isDescending, page.sortOrder == Qt::DescendingOrder);
@@ -96,6 +99,7 @@ void readOrderAndFilter(const QJsonObject &json, PageState *page)
     page->sortColumn = qMax(-1, json[s_sortColumn].toInt(-1));
     if (json[s_isDescending].toBool())
         page->sortOrder = Qt::DescendingOrder;
+    page->own = json[s_own].toString();
     page->filter = json[s_filter].toString();
     page->filterRules = {json[s_filterMatchesCase].toBool(), json[s_filterWholeWords].toBool(),
                          json[s_filterIsExpression].toBool()};

@@ -127,8 +127,9 @@ void Session::save() const
         for (const ViewerWindow *page : pages) {
             if (page == window->current())
                 kept.current = int(kept.pages.size());
-            if (!page->windowFilePath().isEmpty())
-                kept.pages.append(page->state());
+            const PageState state = page->state();
+            if (!state.path.isEmpty())
+                kept.pages.append(state);
         }
         saved.append(kept);
     }

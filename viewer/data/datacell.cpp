@@ -3,6 +3,8 @@
 
 #include "datacell.h"
 
+#include <QLocale>
+
 namespace {
 
 QString shownBytes(const QString &written)
@@ -28,6 +30,24 @@ DataCell::DataCell(const QString &written)
         return;
     const QChar letter = written.isEmpty() ? QChar(u't') : written.at(0);
     m_kind = letter == u'n' ? Kind::Number : letter == u'b' ? Kind::Bytes : Kind::Text;
+}
+
+QString DataCell::written(const QVariant &value, bool isNumber)
+{
+    if (value.typeId() == QMetaType::QByteArray) {
+        const QByteArray bytes = value.toByteArray();
+        return u'b' + QString::number(bytes.size()) + u':'
+            + QString::fromLatin1(bytes.left(mostBytes).toHex());
+    }
+    const QString text = plainText(value);
+    return isNumber ? u'n' + text : u't' + text.left(mostText);
+}
+
+QString DataCell::plainText(const QVariant &value)
+{
+    return value.typeId() == QMetaType::Double
+        ? QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest)
+        : value.toString();
 }
 
 QString DataCell::shown() const

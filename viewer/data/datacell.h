@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QString>
+#include <QVariant>
 
 /*!
  * \brief What a cell of a table has, as queries write it: a letter for its kind, and a text.
@@ -28,6 +29,11 @@ public:
 
     //! Reads \a written; a text without a letter is an empty text.
     explicit DataCell(const QString &written);
+
+    //! What queries write of \a value, which is not NULL, where the engine does not.
+    static QString written(const QVariant &value, bool isNumber);
+    //! \a value as a text; of a binary number as few digits as tell it from all others.
+    static QString plainText(const QVariant &value);
 
     Kind kind() const { return m_kind; }
     //! For the user: "NULL", a number, a text, or "1,024 bytes: 89 50 4e 47 …". Long texts end

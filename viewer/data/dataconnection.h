@@ -15,6 +15,7 @@
 
 class QSqlError;
 class QSqlQuery;
+class QSqlRecord;
 
 //! What went wrong with a query or a connection.
 struct DataProblem
@@ -58,8 +59,13 @@ public:
     void listen(const std::function<void()> &notified);
 
     //! Gives each row of \a query to \a take until that returns false. Rows are read as they come;
-    //! none is kept.
+    //! none is kept. ODBC gets nothing but one SELECT: few of its drivers can be told to write
+    //! nothing.
     DataProblem each(const SqlText &query, const std::function<bool(const QSqlQuery &)> &take);
+    //! The columns that \a query gives, of which nothing is read.
+    DataProblem columns(const SqlText &query, QSqlRecord *columns);
+    //! Whether the engine understands \a query, of which nothing is read.
+    bool understands(const QString &query);
     //! The rows of \a query.
     QList<QVariantList> rows(const SqlText &query, DataProblem *problem = nullptr);
     //! Begins a transaction in which the table stays as it is, or ends it.
@@ -76,7 +82,11 @@ public:
 private:
     DataProblem connectTo(const DataSource &source);
     bool prepareSession();
+    DataProblem start(const SqlText &query, QSqlQuery *running);
+    void setUp(const DataSource &source);
+    DataProblem connectionProblem() const;
     DataProblem problemOf(const QSqlError &error) const;
+    bool isGone() const;
 
     QString m_name;          //!< of m_database, among all of the program
     DataSource m_source;     //!< connected to

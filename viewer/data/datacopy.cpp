@@ -3,6 +3,8 @@
 
 #include "datacopy.h"
 
+#include "datacell.h"
+
 #include <QDir>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -18,10 +20,9 @@ QString typeInCopy(const DataColumn &column)
         return QStringLiteral("BLOB");
     if (column.type.isEmpty())
         return {};
-    const bool isWhole = column.type == QLatin1String("smallint")
-        || column.type == QLatin1String("integer") || column.type == QLatin1String("bigint");
-    return column.isNumeric ? isWhole ? QStringLiteral("INTEGER") : QStringLiteral("DECIMAL_TEXT")
-                            : QStringLiteral("TEXT");
+    return column.isNumeric
+        ? column.isWhole ? QStringLiteral("INTEGER") : QStringLiteral("DECIMAL_TEXT")
+        : QStringLiteral("TEXT");
 }
 
 QStringList distinctColumns(const QList<DataColumn> &columns)
@@ -82,26 +83,30 @@ DataSource DataCopy::source() const
 QString DataCopy::definition() const
 {
     QStringList columns;
+    const DataDialect dialect = DataDialect::of(DataEngine::Sqlite);
     for (qsizetype i = 0; i < m_names.size(); ++i)
-        columns << quotedName(m_names.at(i), DataEngine::Sqlite) + u' '
-                + typeInCopy(m_table.columns.at(i));
+        columns << dialect.quoted(m_names.at(i)) + u' ' + typeInCopy(m_table.columns.at(i));
     return QLatin1String("CREATE TABLE rows (") + columns.join(QLatin1String(", ")) + u')';
 }
 
 //! Where numbers have more digits than Qt reads, their text.
 SqlText DataCopy::rowsOf() const
 {
-    if (m_table.engine == DataEngine::Sqlite)
+    if (m_table.dialect.engine == DataEngine::Sqlite)
         return {QLatin1String("SELECT * FROM ") + m_table.relation, {}};
     QStringList columns;
-    for (const DataColumn &column : m_table.columns) {
-        const QString name = quotedName(column.name, m_table.engine);
-        columns << (column.isBinary ? name
-                                    : QLatin1String("CAST(") + name + QLatin1String(" AS TEXT)"));
-    }
+    for (int column = 0; column < m_table.columns.size(); ++column)
+        columns << plainValue(m_table, column);
     return {QLatin1String("SELECT ") + columns.join(QLatin1String(", ")) + QLatin1String(" FROM ")
                 + m_table.relation,
             {}};
+}
+
+//! SQLite would write binary numbers as texts of fewer digits.
+QVariant DataCopy::copied(const QVariant &value) const
+{
+    const bool isBinary = !m_table.dialect.writesCells && value.typeId() == QMetaType::Double;
+    return isBinary ? QVariant(DataCell::plainText(value)) : value;
 }
 
 DataProblem DataCopy::copy()
@@ -136,7 +141,7 @@ DataProblem DataCopy::write(DataConnection &from, QSqlDatabase &to)
     DataProblem problem;
     const DataProblem read = from.each(rowsOf(), [&](const QSqlQuery &row) {
         for (int i = 0; i < m_names.size(); ++i)
-            insert.bindValue(i, row.isNull(i) ? QVariant() : row.value(i));
+            insert.bindValue(i, row.isNull(i) ? QVariant() : copied(row.value(i)));
         if (!insert.exec()) {
             problem = problemOf(insert.lastError());
             return false;

@@ -45,6 +45,7 @@ private:
     DataProblem copy();
     DataProblem write(DataConnection &from, QSqlDatabase &to);
     SqlText rowsOf() const;
+    QVariant copied(const QVariant &value) const;
     QString definition() const;
 
     const DataSource m_from;

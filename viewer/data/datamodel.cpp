@@ -25,6 +25,7 @@ constexpr int s_firstPause = 500;     // ms before another attempt to connect
 constexpr int s_longestPause = 30000; // ms
 constexpr int s_surveyLimit = 60000;  // ms after which the number of rows stays an estimate
 constexpr int s_surveyShare = 10;     // a survey takes this part of the time at most
+constexpr int s_blindPause = 10000;   // ms between surveys, where changes are not told
 constexpr int s_smallestStep = 1024;  // rows between places that a survey finds
 constexpr int s_mostAnchors = 4096;   // that it finds, about
 constexpr int s_rowsAhead = 64;       // that are read beside those on screen
@@ -214,9 +215,20 @@ void DataModel::setFilter(const DataFilter &filter)
                                 "there is a semicolon."));
         return;
     }
-    m_formerFilter = m_filter;
+    if (!canLookFor(filter.text))
+        return;
     m_filter = filter;
     beginQuery();
+}
+
+bool DataModel::canLookFor(const DataText &text)
+{
+    const bool isPlain = text.text.isEmpty() || (!text.wholeWords && !text.isExpression);
+    if (isPlain || !table().dialect.matches.isEmpty())
+        return true;
+    Q_EMIT filterRefused(tr("Whole words and regular expressions cannot be looked for in this "
+                            "database."));
+    return false;
 }
 
 void DataModel::setVisible(int first, int last)
@@ -412,10 +424,13 @@ void DataModel::takeVersion(const QVariant &version)
     m_version = version;
     if (isChanged)
         m_pages.forget(m_first, m_last);
-    const bool isSure = table().engine == DataEngine::Sqlite && version.isValid();
+    const bool isSure = table().dialect.engine == DataEngine::Sqlite && version.isValid();
     m_isAgainDue = m_isAgainDue || isChanged || !isSure;
     m_isBeyondDue = m_isBeyondDue || isChanged || !isSure;
-    m_isSurveyDue = m_isSurveyDue || isChanged;
+    // Where nobody tells, rows are counted again from time to time.
+    const bool isBlind = !version.isValid() && !isCopy() && m_sinceSurvey.isValid()
+        && m_sinceSurvey.elapsed() > s_blindPause;
+    m_isSurveyDue = m_isSurveyDue || isChanged || isBlind;
     pump();
 }
 
@@ -552,16 +567,39 @@ bool DataModel::load(int row)
 void DataModel::find(const DataText &text, int row, bool forward,
                      const std::function<void(int)> &found)
 {
-    if (m_state != State::Ready || (row >= 0 && !load(row))) {
+    if (m_state != State::Ready || !canLookFor(text) || (row >= 0 && !load(row))) {
         found(-1);
         return;
     }
+    beginAsking();
+    lookFor(text, row, forward, found);
+}
+
+//! A server may hear too late that a survey is given up, and end what was asked for in its place:
+//! that is asked for again.
+bool DataModel::isEndedInVain(const DataProblem &problem, int asked) const
+{
+    return problem.kind == DataProblem::Kind::Cancelled && !m_isGivenUp && asked == m_asked;
+}
+
+void DataModel::beginAsking()
+{
+    if (m_isSurveying || m_isAsked)
+        m_counter.cancel();
     m_isAsked = true;
-    m_counter.cancel();
-    const RowKey from = row >= 0 ? m_pages.row(row)->key : RowKey();
+    m_isGivenUp = false;
+    ++m_asked;
+}
+
+void DataModel::lookFor(const DataText &text, int row, bool forward,
+                        const std::function<void(int)> &found)
+{
+    const DataRow *known = m_pages.row(row);
+    const RowKey from = known ? known->key : RowKey();
     const DataQuery query = m_query;
     const DataSource source = readSource();
     const int number = m_number;
+    const int asked = m_asked;
     m_counter.run(
         this,
         [=](DataConnection &connection) {
@@ -571,8 +609,12 @@ void DataModel::find(const DataText &text, int row, bool forward,
                 result = DataReads::find(connection, query, from, !forward, text);
             return result;
         },
-        [this, number, row, from, forward, found](const DataReads::Found &result) {
-            m_isAsked = false;
+        [=, this](const DataReads::Found &result) {
+            if (number == m_number && isEndedInVain(result.problem, asked)) {
+                lookFor(text, row, forward, found);
+                return;
+            }
+            m_isAsked = m_isAsked && asked != m_asked;
             pump();
             found(number == m_number && !result.problem ? rowOf(result, row, from, forward) : -1);
         });
@@ -599,10 +641,16 @@ void DataModel::sum(int column)
 {
     if (m_state != State::Ready)
         return;
-    m_isAsked = true;
-    m_counter.cancel();
+    beginAsking();
+    addUp(column);
+}
+
+void DataModel::addUp(int column)
+{
     const DataQuery query = m_query;
     const DataSource source = readSource();
+    const int number = m_number;
+    const int asked = m_asked;
     m_counter.run(
         this,
         [=](DataConnection &connection) {
@@ -610,8 +658,12 @@ void DataModel::sum(int column)
             sums.problem = connection.open(source);
             return sums.problem ? sums : DataReads::sums(connection, query, column);
         },
-        [this](const DataReads::Sums &sums) {
-            m_isAsked = false;
+        [this, number, asked, column](const DataReads::Sums &sums) {
+            if (number == m_number && isEndedInVain(sums.problem, asked)) {
+                addUp(column);
+                return;
+            }
+            m_isAsked = m_isAsked && asked != m_asked;
             Q_EMIT summed(sums);
             pump();
         });
@@ -619,8 +671,10 @@ void DataModel::sum(int column)
 
 void DataModel::cancel()
 {
-    if (m_isAsked)
-        m_counter.cancel();
+    if (!m_isAsked)
+        return;
+    m_isGivenUp = true;
+    m_counter.cancel();
 }
 
 qint64 DataModel::memory() const

@@ -148,6 +148,12 @@ private:
     void takeSurvey(const DataReads::Survey &survey, int query);
     int surveyStep() const;
     RowKey visibleKey() const;
+    bool canLookFor(const DataText &text);
+    void beginAsking();
+    bool isEndedInVain(const DataProblem &problem, int asked) const;
+    void addUp(int column);
+    void lookFor(const DataText &text, int row, bool forward,
+                 const std::function<void(int)> &found);
     int rowOf(const DataReads::Found &found, int row, const RowKey &from, bool forward);
     DataSource readSource() const;
 
@@ -157,7 +163,7 @@ private:
     DataProblem m_problem;
     DataOrder m_order;
     DataFilter m_filter;
-    DataFilter m_formerFilter; //!< back if the engine refuses m_filter
+    DataFilter m_formerFilter; //!< that rows came of; back if the engine refuses m_filter
     DataQuery m_query;         //!< of table, order and filter
     int m_number = 0;          //!< of m_query: answers to others are too late
     RowPages m_pages {this};
@@ -172,7 +178,9 @@ private:
     bool m_isBeyondDue = false; //!< so are those that have come at the end
     bool m_isPolling = false;
     bool m_isCounted = false;
-    bool m_isAsked = false; //!< for what sum() or find() wants
+    bool m_isAsked = false;   //!< for what sum() or find() wants
+    bool m_isGivenUp = false; //!< by cancel()
+    int m_asked = 0;          //!< such wants so far
     int m_queries = 0;
     int m_attempts = 0;      //!< to connect, that failed
     int m_timeLimit = 30000; //!< ms

@@ -7,6 +7,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -28,57 +29,41 @@ void addCondition(SqlText *all, const SqlText &condition)
     *all = *all + condition;
 }
 
-// Types whose values have an order and are equal to what their text means.
-bool isComparable(const DataColumn &column)
+// \a name in place of %1, and nothing else, whatever stands in it.
+QString filledIn(const QString &how, const QString &name)
 {
-    const QString &type = column.type;
-    return !type.startsWith(QLatin1String("json")) && type != QLatin1String("xml")
-        && type != QLatin1String("point") && type != QLatin1String("polygon")
-        && type != QLatin1String("path") && type != QLatin1String("line")
-        && type != QLatin1String("lseg") && type != QLatin1String("box")
-        && type != QLatin1String("circle") && type != QLatin1String("xid");
+    return QString(how).replace(QLatin1String("%1"), name);
+}
+
+QString quotedColumn(const DataTable &table, int column)
+{
+    return table.dialect.quoted(table.columns.at(column).name);
 }
 
 QString asText(const DataTable &table, int column)
 {
-    const QString name = quotedName(table.columns.at(column).name, table.engine);
-    return QLatin1String("CAST(") + name + QLatin1String(" AS TEXT)");
+    return filledIn(table.dialect.asText, quotedColumn(table, column));
 }
 
-QString sqliteCell(const QString &name)
+QString cellExpression(const DataTable &table, int column)
 {
-    return QStringLiteral("CASE typeof(%1) WHEN 'null' THEN NULL WHEN 'blob' THEN 'b' || "
-                          "length(%1) || ':' || hex(substr(%1, 1, %3)) WHEN 'text' THEN 't' || "
-                          "substr(%1, 1, %2) ELSE 'n' || %1 END")
-        .arg(name)
-        .arg(DataCell::mostText)
-        .arg(DataCell::mostBytes);
-}
-
-QString serverCell(const DataColumn &column, const QString &name)
-{
-    if (column.isBinary)
-        return QStringLiteral("'b' || octet_length(%1) || ':' || "
-                              "encode(substring(%1 FROM 1 FOR %2), 'hex')")
-            .arg(name)
-            .arg(DataCell::mostBytes);
-    if (column.isNumeric)
-        return QLatin1String("'n' || CAST(") + name + QLatin1String(" AS TEXT)");
-    return QStringLiteral("'t' || left(CAST(%1 AS TEXT), %2)").arg(name).arg(DataCell::mostText);
-}
-
-QString cellExpression(const DataTable &table, const DataColumn &column)
-{
-    const QString name = quotedName(column.name, table.engine);
-    if (table.engine == DataEngine::PostgreSql)
-        return serverCell(column, name);
-    return column.isExact ? QLatin1String("'n' || ") + name : sqliteCell(name);
+    const DataColumn &kind = table.columns.at(column);
+    const DataDialect &dialect = table.dialect;
+    if (kind.isReadAsText) // with a name of its own, or what is ordered by could be this text
+        return asText(table, column) + QLatin1String(" AS vantix_cell_") + QString::number(column);
+    QString how = kind.isExact ? dialect.exactCell
+        : kind.isBinary        ? dialect.binaryCell
+        : kind.isNumeric       ? dialect.numberCell
+                               : dialect.textCell;
+    how.replace(QLatin1String("%2"), QString::number(DataCell::mostText));
+    how.replace(QLatin1String("%3"), QString::number(DataCell::mostBytes));
+    return filledIn(how, quotedColumn(table, column));
 }
 
 QString cells(const DataTable &table)
 {
     QStringList expressions;
-    for (const DataColumn &column : table.columns)
+    for (int column = 0; column < table.columns.size(); ++column)
         expressions << cellExpression(table, column);
     return expressions.join(QLatin1String(", "));
 }
@@ -94,28 +79,27 @@ QString expressionOf(const DataText &sought, const QString &edge)
     return sought.wholeWords ? edge + QLatin1String("(?:") + text + u')' + edge : text;
 }
 
-SqlText serverMatch(const QString &cell, const DataText &sought)
+//! For LIKE, anything before and behind \a text.
+QString patternOf(QString text)
 {
-    if (sought.wholeWords || sought.isExpression)
-        return {cell + (sought.matchesCase ? QLatin1String(" ~ ?") : QLatin1String(" ~* ?")),
-                {expressionOf(sought, QStringLiteral("\\y"))}};
-    if (sought.matchesCase)
-        return {QLatin1String("strpos(") + cell + QLatin1String(", ?) > 0"), {sought.text}};
-    return {QLatin1String("strpos(lower(") + cell + QLatin1String("), lower(?)) > 0"),
-            {sought.text}};
+    static const QRegularExpression special(QStringLiteral("([!%_])"));
+    return u'%' + text.replace(special, QStringLiteral("!\\1")) + u'%';
 }
 
-SqlText sqliteMatch(const QString &cell, const DataText &sought)
+SqlText match(const DataDialect &dialect, const QString &cell, const DataText &sought)
 {
     if (sought.wholeWords || sought.isExpression) {
-        const QString expression = expressionOf(sought, QStringLiteral("\\b"));
-        return {cell + QLatin1String(" REGEXP ?"),
-                {sought.matchesCase ? expression : QLatin1String("(?i)") + expression}};
+        const QString expression = expressionOf(sought, dialect.wordEdge);
+        if (sought.matchesCase)
+            return {filledIn(dialect.matches, cell), {expression}};
+        return {filledIn(dialect.matchesAnyCase, cell), {dialect.anyCasePrefix + expression}};
     }
-    if (sought.matchesCase)
-        return {QLatin1String("instr(") + cell + QLatin1String(", ?) > 0"), {sought.text}};
-    return {QLatin1String("instr(lower(") + cell + QLatin1String("), lower(?)) > 0"),
-            {sought.text}};
+    const QString how = sought.matchesCase ? QStringLiteral("%1") : dialect.anyCase;
+    QString contains = dialect.contains;
+    contains.replace(QLatin1String("%2"), filledIn(how, QStringLiteral("?")));
+    const bool isPattern = contains.contains(QLatin1String(" LIKE "));
+    return {filledIn(contains, filledIn(how, cell)),
+            {isPattern ? patternOf(sought.text) : sought.text}};
 }
 
 SqlText textCondition(const DataTable &table, const DataText &sought)
@@ -126,9 +110,7 @@ SqlText textCondition(const DataTable &table, const DataText &sought)
     for (const int column : sought.columns) {
         const QString cell = asText(table, column);
         all.text += all.text.isEmpty() ? QLatin1String("(") : QLatin1String(" OR ");
-        all = all
-            + (table.engine == DataEngine::Sqlite ? sqliteMatch(cell, sought)
-                                                  : serverMatch(cell, sought));
+        all = all + match(table.dialect, cell, sought);
     }
     return all.text.isEmpty() ? SqlText {QStringLiteral("1 = 0"), {}}
                               : SqlText {all.text + u')', all.values};
@@ -137,11 +119,12 @@ SqlText textCondition(const DataTable &table, const DataText &sought)
 // A number with a point is compared by the text that the engine shows: the user has chosen that.
 bool isComparedAsText(const DataTable &table, const DataCondition &condition)
 {
-    const DataColumn &column = table.columns.at(condition.column);
+    if (!table.columns.at(condition.column).isOrdered)
+        return true;
+    if (!table.dialect.comparesShown)
+        return false;
     const bool isEquality =
         condition.is == DataCondition::Is::Equal || condition.is == DataCondition::Is::NotEqual;
-    if (table.engine == DataEngine::PostgreSql)
-        return !isComparable(column);
     bool isWhole = false;
     std::ignore = condition.value.toLongLong(&isWhole);
     return isEquality && condition.isNumber && !isWhole;
@@ -149,7 +132,9 @@ bool isComparedAsText(const DataTable &table, const DataCondition &condition)
 
 QVariant valueOf(const DataTable &table, const DataCondition &condition, bool isText)
 {
-    if (table.engine == DataEngine::PostgreSql || isText || !condition.isNumber)
+    const bool isOther = table.columns.at(condition.column).isReadAsText
+        && !table.columns.at(condition.column).isWhole;
+    if (table.dialect.castsParameters || isText || isOther || !condition.isNumber)
         return condition.value;
     bool isWhole = false;
     const qlonglong whole = condition.value.toLongLong(&isWhole);
@@ -161,13 +146,13 @@ SqlText columnCondition(const DataTable &table, const DataCondition &condition)
     using Is = DataCondition::Is;
     const DataColumn &column = table.columns.at(condition.column);
     const bool isText = isComparedAsText(table, condition);
-    QString name = isText ? asText(table, condition.column) : quotedName(column.name, table.engine);
+    QString name = isText ? asText(table, condition.column) : quotedColumn(table, condition.column);
     if (condition.is == Is::Null)
         return {name + QLatin1String(" IS NULL"), {}};
     if (condition.is == Is::NotNull)
         return {name + QLatin1String(" IS NOT NULL"), {}};
     QString parameter = QStringLiteral("?");
-    if (table.engine == DataEngine::PostgreSql && !isText)
+    if (table.dialect.castsParameters && !isText)
         parameter = QLatin1String("CAST(? AS ") + column.type + u')';
     if (column.isExact) {
         name = QLatin1String("CAST(") + name + QLatin1String(" AS REAL)");
@@ -190,12 +175,11 @@ SqlText columnCondition(const DataTable &table, const DataCondition &condition)
 
 } // namespace
 
-QString quotedName(const QString &name, DataEngine engine)
+QString plainValue(const DataTable &table, int column)
 {
-    // What stands between double quotes is a text for SQLite where there is no such column.
-    const QChar quote = engine == DataEngine::Sqlite ? u'`' : u'"';
-    QString doubled = name;
-    return quote + doubled.replace(quote, QString(2, quote)) + quote;
+    const DataColumn &kind = table.columns.at(column);
+    const bool isText = table.dialect.writesCells ? !kind.isBinary : kind.isReadAsText;
+    return isText ? asText(table, column) : quotedColumn(table, column);
 }
 
 //! A range in the direction in which values grow.
@@ -222,12 +206,13 @@ QString DataQuery::orderExpression() const
     if (m_order.column < 0)
         return {};
     const DataColumn &column = m_table.columns.at(m_order.column);
-    const QString name = quotedName(column.name, m_table.engine);
+    const QString name = quotedColumn(m_table, m_order.column);
     if (column.isExact)
         return QLatin1String("CAST(") + name + QLatin1String(" AS REAL)");
-    return m_table.engine == DataEngine::PostgreSql && !isComparable(column)
-        ? asText(m_table, m_order.column)
-        : name;
+    const QString &binary = m_table.dialect.orderedBinary;
+    if (column.isNumeric && !column.isReadAsText && !binary.isEmpty())
+        return filledIn(binary, name);
+    return column.isOrdered ? name : asText(m_table, m_order.column);
 }
 
 QStringList DataQuery::keyExpressions() const
@@ -238,11 +223,10 @@ QStringList DataQuery::keyExpressions() const
     return expressions;
 }
 
-//! Servers take all values as texts of a type.
 QStringList DataQuery::parameters() const
 {
     QStringList all;
-    if (m_table.engine == DataEngine::Sqlite) {
+    if (!m_table.dialect.castsParameters) {
         all.fill(QStringLiteral("?"), keySize());
         return all;
     }
@@ -251,7 +235,7 @@ QStringList DataQuery::parameters() const
     if (m_order.column >= 0) {
         const DataColumn &column = m_table.columns.at(m_order.column);
         all.prepend(QLatin1String("CAST(? AS ")
-                    + (isComparable(column) ? column.type : QStringLiteral("text")) + u')');
+                    + (column.isOrdered ? column.type : QStringLiteral("text")) + u')');
     }
     return all;
 }
@@ -291,6 +275,8 @@ SqlText DataQuery::compared(const RowKey &key, const QString &comparison, bool i
     const int first = isOfNulls ? 1 : 0;
     const QStringList names = keyExpressions().mid(first);
     const QStringList values = parameters().mid(first);
+    if (!m_table.dialect.comparesRows)
+        return comparedInTurn(names, values, key.mid(first), comparison);
     if (names.size() == 1)
         return {names.first() + comparison + values.first(), key.mid(first)};
     return {u'(' + names.join(QLatin1String(", ")) + u')' + comparison + u'('
@@ -298,11 +284,34 @@ SqlText DataQuery::compared(const RowKey &key, const QString &comparison, bool i
             key.mid(first)};
 }
 
-//! Rows of \a bounds with NULL in the column that is ordered by, or those without. In SQLite they
-//! come before all others, on the server behind them.
+//! As (a, b) > (c, d), but in words that all engines know. What all rows of the answer have in the
+//! first part stands alone: an index is looked into for that.
+SqlText DataQuery::comparedInTurn(const QStringList &names, const QStringList &parameters,
+                                  const RowKey &key, const QString &comparison) const
+{
+    const qsizetype last = names.size() - 1;
+    SqlText rest {names.at(last) + comparison + parameters.at(last), {key.at(last)}};
+    const QString strict = comparison.left(2) + u' ';
+    for (qsizetype i = last - 1; i >= 0; --i) {
+        const QString &name = names.at(i);
+        const QString &value = parameters.at(i);
+        rest = SqlText {u'(' + name + strict + value + QLatin1String(" OR (") + name
+                            + QLatin1String(" = ") + value + QLatin1String(" AND "),
+                        {key.at(i), key.at(i)}}
+            + rest + SqlText {QStringLiteral("))"), {}};
+    }
+    if (last == 0)
+        return rest;
+    return SqlText {names.first() + strict.chopped(1) + QLatin1String("= ") + parameters.first()
+                        + QLatin1String(" AND "),
+                    {key.first()}}
+    + rest;
+}
+
+//! Rows of \a bounds with NULL in the column that is ordered by, or those without.
 SqlText DataQuery::segment(const Bounds &bounds, bool isOfNulls, bool *isEmpty) const
 {
-    const bool hasNullsFirst = m_table.engine == DataEngine::Sqlite;
+    const bool hasNullsFirst = m_table.dialect.hasNullsFirst;
     SqlText all = filterText();
     const auto add = [&](const RowKey &key, const char *comparison, bool isLower) {
         if (key.isEmpty())
@@ -342,13 +351,13 @@ QList<SqlText> DataQuery::segments(const RowRange &range, bool backward) const
         return found;
     }
     const bool isUpward = m_order.isDescending == backward;
-    const bool nullsFirst = (m_table.engine == DataEngine::Sqlite) == isUpward;
+    const bool nullsFirst = m_table.dialect.hasNullsFirst == isUpward;
     add(nullsFirst);
     add(!nullsFirst);
     return found;
 }
 
-//! The parts of a query for \a what of the rows of \a range, each ended by \a tail.
+//! The parts of a query for \a what of the rows of \a range, each ended by \a tail, behind SELECT.
 QList<SqlText> DataQuery::parts(const QString &what, const RowRange &range, bool backward,
                                 const QString &tail) const
 {
@@ -356,49 +365,102 @@ QList<SqlText> DataQuery::parts(const QString &what, const RowRange &range, bool
     for (SqlText &part : found) {
         const QString where =
             part.text.isEmpty() ? QString() : QLatin1String(" WHERE ") + part.text;
-        part.text = QLatin1String("SELECT ") + what + QLatin1String(" FROM ") + m_table.relation
-            + where + tail;
+        part.text = what + QLatin1String(" FROM ") + m_table.relation + where + tail;
     }
     return found;
 }
 
-//! As they are bound again: the server's as texts.
+QList<SqlText> DataQuery::limited(QList<SqlText> parts, int limit, int offset) const
+{
+    for (SqlText &part : parts)
+        part.text = m_table.dialect.select(part.text, limit, offset);
+    return parts;
+}
+
+//! The column that is the \a part -th value of a RowKey; null if that is none that is shown.
+const DataColumn *DataQuery::keyPart(int part) const
+{
+    const int ofKey = part - (m_order.column >= 0 ? 1 : 0);
+    if (ofKey < 0)
+        return &m_table.columns.at(m_order.column);
+    const auto column = std::find_if(
+        m_table.columns.cbegin(), m_table.columns.cend(), [&](const DataColumn &known) {
+            return m_table.dialect.quoted(known.name) == m_table.key.at(ofKey);
+        });
+    return column == m_table.columns.cend() ? nullptr : &*column;
+}
+
+QVariant DataQuery::keyValue(int part, const QVariant &read) const
+{
+    const DataColumn *column = m_table.dialect.writesCells ? nullptr : keyPart(part);
+    bool isWhole = false;
+    const qlonglong whole = column && column->isWhole ? read.toLongLong(&isWhole) : 0;
+    return isWhole ? QVariant(whole) : read;
+}
+
+bool DataQuery::readsNumbers(int column) const
+{
+    return m_table.columns.at(column).isExact || m_table.dialect.sums.isEmpty();
+}
+
+//! As they are bound again.
 QString DataQuery::keyColumns() const
 {
     QStringList keys = keyExpressions();
-    if (m_table.engine == DataEngine::PostgreSql) {
+    const DataDialect &dialect = m_table.dialect;
+    for (int i = 0; i < keys.size(); ++i) {
+        const bool isText = dialect.castsParameters || isKeyReadAsText(i);
         // With names of their own, or what is ordered by would be these texts.
-        for (qsizetype i = 0; i < keys.size(); ++i)
-            keys[i] =
-                QStringLiteral("CAST(%1 AS TEXT) AS \"vantix key %2\"").arg(keys.at(i)).arg(i);
+        if (isText)
+            keys[i] = filledIn(dialect.asText, keys.at(i)) + QLatin1String(" AS ")
+                + dialect.quoted(QLatin1String("vantix key ") + QString::number(i));
     }
     return keys.join(QLatin1String(", "));
+}
+
+bool DataQuery::isKeyReadAsText(int part) const
+{
+    const DataColumn *column = m_table.dialect.writesCells ? nullptr : keyPart(part);
+    return column && column->isReadAsText;
 }
 
 DataPage DataQuery::page(const RowRange &range, bool backward, int limit, int offset) const
 {
     const QString columns = keyColumns() + QLatin1String(", ") + cells(m_table);
-    DataPage page {
-        parts(columns, range, backward, QLatin1String(" ORDER BY ") + direction(backward)), limit,
-        offset};
+    const QList<SqlText> all =
+        parts(columns, range, backward, QLatin1String(" ORDER BY ") + direction(backward));
     // What the first part has not, the next one need not skip: that is known when it was read.
-    const bool isOne = page.parts.size() == 1;
-    const QString tail = QLatin1String(" LIMIT ") + QString::number(isOne ? limit : limit + offset)
-        + (isOne && offset > 0 ? QLatin1String(" OFFSET ") + QString::number(offset) : QString());
-    for (SqlText &part : page.parts)
-        part.text += tail;
-    if (isOne)
-        page.skipped = 0;
-    return page;
+    if (all.size() == 1 && m_table.dialect.skipsRows)
+        return {limited(all, limit, offset), limit, 0};
+    return {limited(all, limit + offset, 0), limit, offset};
 }
 
 QList<SqlText> DataQuery::count(const RowRange &range) const
 {
-    return parts(QStringLiteral("count(*)"), range, false, {});
+    QList<SqlText> all = parts(QStringLiteral("count(*)"), range, false, {});
+    for (SqlText &part : all)
+        part.text.prepend(QLatin1String("SELECT "));
+    return all;
+}
+
+//! In which rows are numbered: NULL where it is in pages.
+QString DataQuery::numberedOrder() const
+{
+    const bool isTold = m_table.dialect.ordersNulls || m_order.column < 0
+        || !m_table.columns.at(m_order.column).isNullable;
+    if (isTold)
+        return direction(false);
+    return QLatin1String("CASE WHEN ") + orderExpression()
+        + (m_table.dialect.hasNullsFirst ? QLatin1String(" IS NULL THEN 0 ELSE 1 END")
+                                         : QLatin1String(" IS NULL THEN 1 ELSE 0 END"))
+        + (m_order.isDescending ? QLatin1String(" DESC, ") : QLatin1String(" ASC, "))
+        + direction(false);
 }
 
 SqlText DataQuery::survey(qint64 step) const
 {
+    if (!m_table.dialect.numbersRows)
+        return {};
     const SqlText filter = filterText();
     const QString where =
         filter.text.isEmpty() ? QString() : QLatin1String(" WHERE ") + filter.text;
@@ -407,15 +469,15 @@ SqlText DataQuery::survey(qint64 step) const
     for (qsizetype i = 0; i < keys.size(); ++i) {
         names << QLatin1Char('k') + QString::number(i);
         keys[i] += QLatin1String(" AS ") + names.at(i);
-        if (m_table.engine == DataEngine::PostgreSql)
-            names[i] = QLatin1String("CAST(") + names.at(i) + QLatin1String(" AS TEXT)");
+        if (m_table.dialect.castsParameters || isKeyReadAsText(int(i)))
+            names[i] = filledIn(m_table.dialect.asText, names.at(i));
     }
     return {QLatin1String("SELECT n, ") + names.join(QLatin1String(", "))
                 + QLatin1String(" FROM (SELECT ") + keys.join(QLatin1String(", "))
-                + QLatin1String(", row_number() OVER (ORDER BY ") + direction(false)
+                + QLatin1String(", row_number() OVER (ORDER BY ") + numberedOrder()
                 + QLatin1String(") AS n FROM ") + m_table.relation + where
-                + QLatin1String(") AS numbered WHERE n % ") + QString::number(step)
-                + QLatin1String(" = 0"),
+                + QLatin1String(") numbered WHERE n % ") + QString::number(step)
+                + QLatin1String(" = 0 ORDER BY n"),
             filter.values};
 }
 
@@ -423,51 +485,37 @@ QList<SqlText> DataQuery::find(const RowRange &range, bool backward, const DataT
 {
     DataQuery narrower = *this;
     narrower.m_sought = text;
-    return narrower.parts(keyColumns(), range, backward,
-                          QLatin1String(" ORDER BY ") + direction(backward)
-                              + QLatin1String(" LIMIT 1"));
+    const QString order = QLatin1String(" ORDER BY ") + direction(backward);
+    return narrower.limited(narrower.parts(keyColumns(), range, backward, order), 1, 0);
 }
 
 SqlText DataQuery::sums(int column) const
 {
     const SqlText filter = filterText();
     const DataColumn &summed = m_table.columns.at(column);
-    const QString name = quotedName(summed.name, m_table.engine);
-    const bool isFloat =
+    const QString name = quotedColumn(m_table, column);
+    const bool isBinary =
         summed.type == QLatin1String("real") || summed.type == QLatin1String("double precision");
-    QString what;
-    if (summed.isExact)
-        what = QLatin1String("count(*), count(%1), 0, 0, 0");
-    else if (m_table.engine == DataEngine::Sqlite)
-        what = QLatin1String(
-            "count(*), total(typeof(%1) IN ('integer', 'real')), total(typeof(%1) = 'real'), "
-            "sum(CASE typeof(%1) WHEN 'integer' THEN %1 >> 32 END), "
-            "sum(CASE typeof(%1) WHEN 'integer' THEN %1 & 4294967295 END), "
-            "CAST(min(CASE WHEN typeof(%1) IN ('integer', 'real') THEN %1 END) AS TEXT), "
-            "CAST(max(CASE WHEN typeof(%1) IN ('integer', 'real') THEN %1 END) AS TEXT)");
-    else // a text first: other numbers lose digits on their way from binary ones
-        what = QLatin1String("count(*), count(%1), 0, CAST(sum(CAST(%2 AS numeric)) AS TEXT), 0, "
-                             "CAST(min(%1) AS TEXT), CAST(max(%1) AS TEXT)");
+    QString what = readsNumbers(column) ? QStringLiteral("count(*), count(%1), 0, 0, 0")
+                                        : m_table.dialect.sums;
     what.replace(QLatin1String("%2"),
-                 isFloat ? QLatin1String("CAST(%1 AS TEXT)") : QLatin1String("%1"));
-    return {QLatin1String("SELECT ") + what.replace(QLatin1String("%1"), name)
-                + QLatin1String(" FROM ") + m_table.relation
+                 isBinary ? m_table.dialect.binaryAsDecimal : QStringLiteral("%1"));
+    return {QLatin1String("SELECT ") + filledIn(what, name) + QLatin1String(" FROM ")
+                + m_table.relation
                 + (filter.text.isEmpty() ? QString() : QLatin1String(" WHERE ") + filter.text),
             filter.values};
 }
 
 SqlText DataQuery::values(int column) const
 {
-    if (m_table.engine == DataEngine::PostgreSql)
+    const DataColumn &summed = m_table.columns.at(column);
+    const QString how =
+        summed.isExact ? QStringLiteral("%1 IS NOT NULL") : m_table.dialect.notInSums;
+    if (how.isEmpty())
         return {};
-    const QString name = quotedName(m_table.columns.at(column).name, m_table.engine);
     SqlText condition = filterText();
-    addCondition(&condition,
-                 {m_table.columns.at(column).isExact
-                      ? name + QLatin1String(" IS NOT NULL")
-                      : QLatin1String("typeof(") + name + QLatin1String(") = 'real'"),
-                  {}});
-    return {QLatin1String("SELECT CAST(") + name + QLatin1String(" AS TEXT) FROM ")
+    addCondition(&condition, {filledIn(how, quotedColumn(m_table, column)), {}});
+    return {QLatin1String("SELECT ") + plainValue(m_table, column) + QLatin1String(" FROM ")
                 + m_table.relation + QLatin1String(" WHERE ") + condition.text,
             condition.values};
 }

@@ -24,8 +24,8 @@ struct DataPage
     int skipped = 0;         //!< rows that are read before them
 };
 
-//! \a name as an identifier of \a engine, whatever is in it.
-QString quotedName(const QString &name, DataEngine engine);
+//! What \a column of \a table is read as, without a letter for its kind.
+QString plainValue(const DataTable &table, int column);
 
 /*!
  * \brief The queries that show a table in an order, through a filter.
@@ -47,12 +47,18 @@ public:
     //! How many values of a row are its RowKey, before its cells.
     int keySize() const;
 
+    //! What was read of the \a part -th value of a RowKey, as it is compared again.
+    QVariant keyValue(int part, const QVariant &read) const;
+    //! Whether values() has all numbers of \a column, and sums() none.
+    bool readsNumbers(int column) const;
+
     //! At most \a limit rows of \a range, the first ones behind \a offset rows, or, if \a backward,
     //! the last ones, the last one first. Values: those of the key, then the cells.
     DataPage page(const RowRange &range, bool backward, int limit, int offset = 0) const;
     //! The number of rows in \a range: what all of these count.
     QList<SqlText> count(const RowRange &range) const;
-    //! The number, from 1 on, and the RowKey of each \a step -th row.
+    //! The number, from 1 on, and the RowKey of each \a step -th row; no text if the engine does
+    //! not number rows.
     SqlText survey(qint64 step) const;
     //! The first, or last, RowKey of \a range whose row has \a text beside what is filtered by:
     //! what the first of these finds that finds any.
@@ -76,8 +82,14 @@ private:
     QList<SqlText> segments(const RowRange &range, bool backward) const;
     SqlText segment(const Bounds &bounds, bool isOfNulls, bool *isEmpty) const;
     SqlText compared(const RowKey &key, const QString &comparison, bool isOfNulls) const;
+    SqlText comparedInTurn(const QStringList &names, const QStringList &parameters,
+                           const RowKey &key, const QString &comparison) const;
     QList<SqlText> parts(const QString &what, const RowRange &range, bool backward,
                          const QString &tail) const;
+    QList<SqlText> limited(QList<SqlText> parts, int limit, int offset) const;
+    QString numberedOrder() const;
+    bool isKeyReadAsText(int part) const;
+    const DataColumn *keyPart(int part) const;
     QString keyColumns() const;
 
     DataTable m_table;

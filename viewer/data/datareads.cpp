@@ -3,6 +3,7 @@
 
 #include "datareads.h"
 
+#include "datacell.h"
 #include "dataschema.h"
 #include "exactsum.h"
 
@@ -13,14 +14,30 @@
 
 namespace {
 
-DataRow rowOf(const QSqlQuery &query, int keySize, int columns)
+//! The key at \a place of \a row.
+RowKey keyOf(const QSqlQuery &row, int place, const DataQuery &query)
 {
-    DataRow row;
-    for (int i = 0; i < keySize; ++i)
-        row.key.append(query.isNull(i) ? QVariant() : query.value(i));
-    for (int i = keySize; i < keySize + columns; ++i)
-        row.cells.append(query.isNull(i) ? QString() : query.value(i).toString());
-    return row;
+    RowKey key;
+    for (int i = 0; i < query.keySize(); ++i)
+        key.append(row.isNull(place + i) ? QVariant() : query.keyValue(i, row.value(place + i)));
+    return key;
+}
+
+DataRow rowOf(const QSqlQuery &row, const DataQuery &query)
+{
+    DataRow read {keyOf(row, 0, query), {}};
+    const DataTable &table = query.table();
+    for (int column = 0; column < table.columns.size(); ++column) {
+        const int place = query.keySize() + column;
+        if (row.isNull(place))
+            read.cells.append(QString());
+        else if (table.dialect.writesCells)
+            read.cells.append(row.value(place).toString());
+        else
+            read.cells.append(
+                DataCell::written(row.value(place), table.columns.at(column).isNumeric));
+    }
+    return read;
 }
 
 qint64 counted(DataConnection &connection, const QList<SqlText> &queries, DataProblem *problem)
@@ -50,14 +67,20 @@ private:
     DataConnection &m_connection;
 };
 
+//! The row that those of \a range come behind: an engine that rounds what it compares would give
+//! it again for ever.
+bool isReadAgain(const QList<DataRow> &rows, const RowRange &range, bool backward)
+{
+    const RowKey &beyond = backward ? range.before : range.after;
+    return !rows.isEmpty() && !beyond.isEmpty() && rows.first().key == beyond;
+}
+
 void takeSums(const DataTable &table, const QVariantList &row, ExactSum *sum, DataReads::Sums *sums)
 {
-    constexpr qint64 upperHalf = qint64(1) << 32;
     sums->rows = row.at(0).toLongLong();
     sums->numbers = row.at(1).toLongLong();
-    const bool isSqlite = table.engine == DataEngine::Sqlite;
     if (!row.at(3).isNull())
-        sum->add(row.at(3).toString(), isSqlite ? upperHalf : 1);
+        sum->add(row.at(3).toString(), table.dialect.firstPart);
     if (!row.at(4).isNull())
         sum->add(row.at(4).toString());
     if (row.size() > 6) {
@@ -77,7 +100,7 @@ void addTexts(DataConnection &connection, const DataQuery &query, bool withExtre
     Number least;
     Number greatest;
     sums->problem = connection.each(values, [&](const QSqlQuery &row) {
-        const QString text = row.value(0).toString();
+        const QString text = DataCell::plainText(row.value(0));
         const Number value = Number::parse(withoutExponent(text), ".").value;
         sum->add(text);
         if (!withExtremes)
@@ -121,7 +144,6 @@ DataReads::Page DataReads::page(DataConnection &connection, const DataQuery &que
 {
     const bool backward = fetch.kind == RowPages::Fetch::Kind::Backward;
     const DataPage asked = query.page(fetch.range, backward, fetch.limit, fetch.offset);
-    const int columns = int(query.table().columns.size());
     Page page;
     int skipped = 0;
     for (const SqlText &part : asked.parts) {
@@ -131,10 +153,14 @@ DataReads::Page DataReads::page(DataConnection &connection, const DataQuery &que
             if (skipped < asked.skipped)
                 ++skipped;
             else
-                page.rows.append(rowOf(row, query.keySize(), columns));
+                page.rows.append(rowOf(row, query));
             return page.rows.size() < asked.limit;
         });
     }
+    if (!page.problem && isReadAgain(page.rows, fetch.range, backward))
+        page.problem = {DataProblem::Kind::Refused,
+                        DataSource::tr("The database does not find rows by the values that it "
+                                       "gives of them.")};
     return page;
 }
 
@@ -145,14 +171,16 @@ DataReads::Survey DataReads::survey(DataConnection &connection, const DataQuery 
     Survey survey;
     survey.step = step;
     survey.key = key;
-    survey.problem = connection.each(query.survey(step), [&](const QSqlQuery &row) {
+    const SqlText numbered = query.survey(step);
+    const auto takeAnchor = [&](const QSqlQuery &row) {
         const qint64 number = row.value(0).toLongLong();
         RowPages::Anchor anchor {int(qMin<qint64>(number - 1, INT_MAX)), {}};
-        for (int i = 1; i <= query.keySize(); ++i)
-            anchor.key.append(row.isNull(i) ? QVariant() : row.value(i));
+        anchor.key = keyOf(row, 1, query);
         survey.anchors.append(anchor);
         return number < INT_MAX;
-    });
+    };
+    if (!numbered.text.isEmpty())
+        survey.problem = connection.each(numbered, takeAnchor);
     RowRange rest;
     if (!survey.anchors.isEmpty())
         rest.from = survey.anchors.last().key;
@@ -177,9 +205,10 @@ DataReads::Found DataReads::find(DataConnection &connection, const DataQuery &qu
     for (const SqlText &part : query.find(range, backward, text)) {
         if (found.problem || found.key)
             break;
-        const auto rows = connection.rows(part, &found.problem);
-        if (!rows.isEmpty())
-            found.key = rows.first();
+        found.problem = connection.each(part, [&](const QSqlQuery &row) {
+            found.key = keyOf(row, 0, query);
+            return false;
+        });
     }
     if (!found.key || found.problem)
         return found;
@@ -198,7 +227,7 @@ DataReads::Sums DataReads::sums(DataConnection &connection, const DataQuery &que
     if (sums.problem || rows.isEmpty())
         return sums;
     takeSums(query.table(), rows.first(), &sum, &sums);
-    const bool isOfTexts = query.table().columns.at(column).isExact;
+    const bool isOfTexts = query.readsNumbers(column);
     if (isOfTexts || rows.first().at(2).toLongLong() > 0)
         addTexts(connection, query, isOfTexts, &sum, &sums);
     sums.sum = sum.text();

@@ -4,6 +4,7 @@
 #include "dataschema.h"
 
 #include "dataconnection.h"
+#include "odbcschema.h"
 
 #include <QFileInfo>
 #include <QSqlQuery>
@@ -47,6 +48,16 @@ bool isWholeNumber(const QString &type)
         || type == QLatin1String("bigint");
 }
 
+//! Of a server's types.
+bool isOrderedType(const QString &type)
+{
+    static const QStringList others {
+        QStringLiteral("xml"),  QStringLiteral("point"),  QStringLiteral("polygon"),
+        QStringLiteral("path"), QStringLiteral("line"),   QStringLiteral("lseg"),
+        QStringLiteral("box"),  QStringLiteral("circle"), QStringLiteral("xid")};
+    return !type.startsWith(QLatin1String("json")) && !others.contains(type);
+}
+
 DataColumn columnOf(DataEngine engine, const QString &name, const QString &type, bool isNullable)
 {
     DataColumn column {name, type};
@@ -55,6 +66,8 @@ DataColumn columnOf(DataEngine engine, const QString &name, const QString &type,
     column.isExact = engine == DataEngine::Sqlite && type == QLatin1String("DECIMAL_TEXT");
     column.isNumeric = engine == DataEngine::Sqlite ? column.isExact || mayHaveNumbers(type)
                                                     : isServerNumber(type);
+    column.isWhole = isWholeNumber(type);
+    column.isOrdered = engine == DataEngine::Sqlite || isOrderedType(type);
     return column;
 }
 
@@ -74,7 +87,7 @@ void takeGivenKey(const DataSource &source, DataTable *table)
         const auto column =
             std::find_if(table->columns.cbegin(), table->columns.cend(),
                          [&](const DataColumn &known) { return known.name == name; });
-        table->key << quotedName(name, table->engine);
+        table->key << table->dialect.quoted(name);
         table->keyTypes << (column == table->columns.cend() ? QString() : column->type);
     }
     table->hasIntegerKey = table->key.size() == 1
@@ -86,7 +99,7 @@ void takeGivenKey(const DataSource &source, DataTable *table)
 int keyColumnOf(const DataTable &table)
 {
     for (int column = 0; table.key.size() == 1 && column < table.columns.size(); ++column) {
-        if (quotedName(table.columns.at(column).name, table.engine) == table.key.first())
+        if (table.dialect.quoted(table.columns.at(column).name) == table.key.first())
             return column;
     }
     return -1;
@@ -150,7 +163,7 @@ void describeSqliteColumns(DataConnection &connection, const QString &name, Data
     }
     std::sort(key.begin(), key.end());
     for (const auto &[place, column] : std::as_const(key)) {
-        table->key << quotedName(table->columns.at(column).name, table->engine);
+        table->key << table->dialect.quoted(table->columns.at(column).name);
         table->keyTypes << table->columns.at(column).type;
     }
 }
@@ -173,7 +186,7 @@ void describeSqliteQuery(DataConnection &connection, DataTable *table, DataProbl
 
 DataTable describeSqlite(DataConnection &connection, const DataSource &source, DataProblem *problem)
 {
-    DataTable table {DataEngine::Sqlite, source.table};
+    DataTable table {DataDialect::of(DataEngine::Sqlite), source.table};
     if (!source.sql.isEmpty()) {
         table.name = DataSource::tr("Query");
         table.relation = query(source);
@@ -181,7 +194,7 @@ DataTable describeSqlite(DataConnection &connection, const DataSource &source, D
         takeGivenKey(source, &table);
         return table;
     }
-    table.relation = quotedName(source.table, source.engine);
+    table.relation = table.dialect.quoted(source.table);
     const auto kind = connection.rows(
         {QStringLiteral("SELECT type FROM sqlite_master WHERE lower(name) = lower(?) AND type IN "
                         "('table', 'view')"),
@@ -213,6 +226,17 @@ DataTable describeSqlite(DataConnection &connection, const DataSource &source, D
 
 // --- PostgreSQL
 
+//! The tables p that have the rows of \a table: itself, or its partitions, which may be on other
+//! servers. What is asked of them as a whole, the server knows of each of them only.
+QString partsOf(const QString &table)
+{
+    return QStringLiteral("(WITH RECURSIVE part(oid) AS (SELECT CAST(%1 AS oid) UNION SELECT "
+                          "inhrelid FROM pg_inherits JOIN part ON inhparent = part.oid) SELECT "
+                          "r.oid, r.relkind, r.reltuples FROM part JOIN pg_class r ON r.oid = "
+                          "part.oid) AS p WHERE p.relkind <> 'p'")
+        .arg(table);
+}
+
 //! Primary key, else the columns of an index that tell rows apart.
 void describeServerKey(DataConnection &connection, const QVariant &oid, DataTable *table)
 {
@@ -227,7 +251,7 @@ void describeServerKey(DataConnection &connection, const QVariant &oid, DataTabl
              "a.attrelid = CAST(? AS oid) ORDER BY k.place"),
          {oid, oid}});
     for (const QVariantList &column : key) {
-        table->key << quotedName(column.at(0).toString(), table->engine);
+        table->key << table->dialect.quoted(column.at(0).toString());
         table->keyTypes << column.at(1).toString();
     }
     table->hasIntegerKey = table->key.size() == 1 && isWholeNumber(table->keyTypes.first());
@@ -257,8 +281,8 @@ void describeServerQuery(DataConnection &connection, DataTable *table, DataProbl
     const QSqlRecord record = probe.record();
     QStringList types;
     for (int i = 0; i < record.count(); ++i)
-        types << QLatin1String("CAST(pg_typeof(asked.")
-                + quotedName(record.fieldName(i), table->engine) + QLatin1String(") AS text)");
+        types << QLatin1String("CAST(pg_typeof(asked.") + table->dialect.quoted(record.fieldName(i))
+                + QLatin1String(") AS text)");
     const auto row = connection.rows({QLatin1String("SELECT ") + types.join(QLatin1String(", "))
                                           + QLatin1String(" FROM (SELECT 1) AS one LEFT JOIN ")
                                           + table->relation + QLatin1String(" ON false"),
@@ -296,7 +320,7 @@ qint64 serverEstimate(const QVariantList &facts)
 
 DataTable describeServer(DataConnection &connection, const DataSource &source, DataProblem *problem)
 {
-    DataTable table {DataEngine::PostgreSql, source.table};
+    DataTable table {DataDialect::of(DataEngine::PostgreSql), source.table};
     if (!source.sql.isEmpty()) {
         table.name = DataSource::tr("Query");
         table.relation = query(source);
@@ -306,11 +330,15 @@ DataTable describeServer(DataConnection &connection, const DataSource &source, D
     }
     // As it is written, or as it is called where that has capitals.
     const auto facts = connection.rows(
-        {QStringLiteral("SELECT CAST(c.oid AS bigint), c.reltuples, CASE WHEN c.relkind IN ('r', "
-                        "'m') THEN pg_relation_size(c.oid) ELSE 0 END, "
-                        "quote_ident(n.nspname) || '.' || quote_ident(c.relname) FROM pg_class c "
-                        "JOIN pg_namespace n ON n.oid = c.relnamespace WHERE c.oid = "
-                        "coalesce(to_regclass(quote_ident(?)), to_regclass(CAST(? AS text)))"),
+        {QStringLiteral("SELECT CAST(c.oid AS bigint), (SELECT sum(greatest(p.reltuples, 0)) FROM ")
+             + partsOf(QStringLiteral("c.oid"))
+             + QLatin1String("), (SELECT sum(pg_relation_size(p.oid)) FROM ")
+             + partsOf(QStringLiteral("c.oid"))
+             + QLatin1String(
+                 " AND p.relkind IN ('r', 'm')), quote_ident(n.nspname) || '.' || "
+                 "quote_ident(c.relname) FROM pg_class c JOIN pg_namespace n ON n.oid = "
+                 "c.relnamespace WHERE c.oid = coalesce(to_regclass(quote_ident(?)), "
+                 "to_regclass(CAST(? AS text)))"),
          {source.table, source.table}},
         problem);
     if (!*problem && facts.isEmpty())
@@ -333,6 +361,8 @@ DataTable describeServer(DataConnection &connection, const DataSource &source, D
 
 QStringList DataSchema::tables(DataConnection &connection, DataProblem *problem)
 {
+    if (connection.source().engine == DataEngine::Odbc)
+        return OdbcSchema::tables(connection);
     const bool isSqlite = connection.source().engine == DataEngine::Sqlite;
     const auto rows = connection.rows(
         {isSqlite ? QStringLiteral("SELECT name FROM sqlite_master WHERE type IN ('table', "
@@ -356,18 +386,36 @@ QStringList DataSchema::tables(DataConnection &connection, DataProblem *problem)
 DataTable DataSchema::describe(DataConnection &connection, const DataSource &source,
                                DataProblem *problem)
 {
-    return source.engine == DataEngine::Sqlite ? describeSqlite(connection, source, problem)
-                                               : describeServer(connection, source, problem);
+    switch (source.engine) {
+    case DataEngine::Sqlite:
+        return describeSqlite(connection, source, problem);
+    case DataEngine::PostgreSql:
+        return describeServer(connection, source, problem);
+    case DataEngine::Odbc:
+        break;
+    }
+    DataTable table = OdbcSchema::describe(connection, source, problem);
+    takeGivenKey(source, &table);
+    table.keyColumn = keyColumnOf(table);
+    table.hasIntegerKey = table.keyColumn >= 0 && table.columns.at(table.keyColumn).isWhole;
+    return table;
 }
 
 QVariant DataSchema::version(DataConnection &connection, const DataTable &table)
 {
-    const bool isSqlite = connection.source().engine == DataEngine::Sqlite;
-    const auto rows = isSqlite
-        ? connection.rows({QStringLiteral("PRAGMA data_version"), {}})
-        : connection.rows(
-            {QStringLiteral("SELECT n_tup_ins || ' ' || n_tup_upd || ' ' || n_tup_del "
-                            "FROM pg_stat_all_tables WHERE relid = to_regclass(CAST(? AS text))"),
-             {table.relation}});
-    return rows.isEmpty() ? QVariant() : rows.first().first();
+    if (connection.source().engine == DataEngine::Odbc)
+        return {};
+    if (connection.source().engine == DataEngine::Sqlite) {
+        const auto rows = connection.rows({QStringLiteral("PRAGMA data_version"), {}});
+        return rows.isEmpty() ? QVariant() : rows.first().first();
+    }
+    // Nobody counts what happens on other servers.
+    const auto rows = connection.rows(
+        {QStringLiteral("SELECT CASE WHEN bool_and(s.relid IS NOT NULL) THEN sum(n_tup_ins) || ' ' "
+                        "|| sum(n_tup_upd) || ' ' || sum(n_tup_del) END FROM (SELECT p.oid FROM ")
+             + partsOf(QStringLiteral("to_regclass(CAST(? AS text))"))
+             + QLatin1String(") AS parts LEFT JOIN pg_stat_all_tables s ON s.relid = parts.oid"),
+         {table.relation}});
+    const QVariant counted = rows.isEmpty() ? QVariant() : rows.first().first();
+    return counted.isNull() ? QVariant() : counted;
 }

@@ -5,12 +5,16 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
+#include <QRegularExpression>
 #include <QUrl>
 #include <QUrlQuery>
 
 namespace {
 
 constexpr int s_headerSize = 16; // with the zero at its end
+
+constexpr QLatin1String s_odbc("odbc:");
 
 bool isServerUrl(const QString &text)
 {
@@ -42,13 +46,77 @@ DataSource sourceOf(const QUrl &url, const QUrlQuery &query)
         source.host = value("host");
     source.port = qMax(0, url.port(0));
     source.user = url.userName();
-    source.table = value("table");
-    source.sql = value("sql");
     source.channel = value("channel");
-    source.key = value("key").split(u',', Qt::SkipEmptyParts);
+    source.takeQuery(query);
     if (source.port == 0)
         source.port = value("port").toInt();
     return source;
+}
+
+//! The keywords of a connection string, in lower case, and their values without braces.
+QMap<QString, QString> odbcParts(const QString &connection)
+{
+    static const QRegularExpression part(
+        QStringLiteral(R"(\s*([^=;]+?)\s*=\s*(?:\{((?:[^}]|\}\})*)\}|([^;]*)))"));
+    QMap<QString, QString> parts;
+    for (auto it = part.globalMatch(connection); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        const QString name = match.captured(1).toLower();
+        if (!parts.contains(name)) // the first one counts
+            parts.insert(name, match.captured(2) + match.captured(3).trimmed());
+    }
+    return parts;
+}
+
+QString problemOfOdbc(const QString &connection)
+{
+    const QMap<QString, QString> parts = odbcParts(connection);
+    if (parts.isEmpty())
+        return DataSource::tr("This is no connection string of ODBC, such as DSN=prices.");
+    if (parts.contains(QStringLiteral("pwd")) || parts.contains(QStringLiteral("password")))
+        return DataSource::tr("A password does not belong into an address: leave it out, and it is "
+                              "asked for.");
+    return {};
+}
+
+//! What stands behind the last question mark chooses the table: the others are ODBC's.
+DataSource odbcSource(const QString &text, QString *problem)
+{
+    const QString address = text.mid(s_odbc.size());
+    const qsizetype mark = address.lastIndexOf(u'?');
+    const QString connection = address.left(mark).trimmed();
+    DataSource source;
+    source.engine = DataEngine::Odbc;
+    const QString wrong = problemOfOdbc(connection);
+    if (problem)
+        *problem = wrong;
+    if (!wrong.isEmpty())
+        return source;
+    source.database = connection;
+    if (mark >= 0)
+        source.takeQuery(QUrlQuery(address.mid(mark + 1)));
+    return source;
+}
+
+//! The name of a data source, else that of its database, and where that is.
+QString odbcName(const QString &connection)
+{
+    const QMap<QString, QString> parts = odbcParts(connection);
+    const auto first = [&](std::initializer_list<const char *> names) {
+        for (const char *name : names) {
+            if (const QString value = parts.value(QLatin1String(name)); !value.isEmpty())
+                return value;
+        }
+        return QString();
+    };
+    const QString source = first({"dsn", "filedsn"});
+    if (!source.isEmpty())
+        return source;
+    const QString database = first({"database", "db", "dbq"}).section(u'/', -1);
+    const QString server = first({"server", "servername", "host"});
+    if (database.isEmpty())
+        return server.isEmpty() ? first({"driver"}) : server;
+    return server.isEmpty() || server.startsWith(u'/') ? database : database + u'@' + server;
 }
 
 } // namespace
@@ -64,6 +132,8 @@ bool isSqliteFile(const QString &path)
 
 std::optional<DataSource> DataSource::fromText(const QString &text, QString *problem)
 {
+    if (text.startsWith(s_odbc))
+        return odbcSource(text, problem);
     if (!isServerUrl(text)) {
         if (!isSqliteFile(text))
             return {};
@@ -79,8 +149,20 @@ std::optional<DataSource> DataSource::fromText(const QString &text, QString *pro
     return wrong.isEmpty() ? sourceOf(url, query) : DataSource {DataEngine::PostgreSql};
 }
 
+void DataSource::takeQuery(const QUrlQuery &query)
+{
+    const auto value = [&](const char *name) {
+        return query.queryItemValue(QLatin1String(name), QUrl::FullyDecoded);
+    };
+    table = value("table");
+    sql = value("sql");
+    key = value("key").split(u',', Qt::SkipEmptyParts);
+}
+
 QString DataSource::text() const
 {
+    if (engine == DataEngine::Odbc) // or its own question mark would be the last one
+        return s_odbc + database + (database.contains(u'?') ? QLatin1String("?") : QLatin1String());
     if (engine == DataEngine::Sqlite)
         return database;
     QUrl url;
@@ -110,5 +192,7 @@ QString DataSource::name() const
 {
     if (engine == DataEngine::Sqlite)
         return QFileInfo(database).fileName();
+    if (engine == DataEngine::Odbc)
+        return odbcName(database);
     return host.isEmpty() || host.startsWith(u'/') ? database : database + u'@' + host;
 }

@@ -7,13 +7,15 @@
 #include <QCoreApplication>
 #include <QString>
 #include <QStringList>
+#include <QUrlQuery>
 
 #include <optional>
 
 //! The engines that are understood.
 enum class DataEngine {
-    Sqlite,    //!< a file
-    PostgreSql //!< a server
+    Sqlite,     //!< a file
+    PostgreSql, //!< a server
+    Odbc        //!< whatever an ODBC driver leads to
 };
 
 //! Where a table comes from, and which one it is. Passwords are kept in memory only.
@@ -23,7 +25,8 @@ struct DataSource
 
 public:
     DataEngine engine = DataEngine::Sqlite;
-    QString database {}; //!< file of SQLite, or name of the server's database
+    QString database {}; //!< file of SQLite, name of the server's database, or ODBC's connection
+                         //!< string
     QString host {};     //!< of the server, or the folder of its socket; empty for the usual one
     int port = 0;        //!< of the server; 0 for the usual one
     QString user {};     //!< of the server; empty for the system's user
@@ -36,6 +39,8 @@ public:
     //! What \a text of the command line means; nothing if it means no database. Sets \a problem
     //! if it means one and cannot be used.
     static std::optional<DataSource> fromText(const QString &text, QString *problem = nullptr);
+    //! What becomes of \a query, "table=…&sql=…&key=…", of an address.
+    void takeQuery(const QUrlQuery &query);
     //! The text that fromText() would understand, without what chooses a table.
     QString text() const;
     //! What the user knows it by: a file's name, or a database on a host.

@@ -4,7 +4,7 @@
 #ifndef DATATABLE_H
 #define DATATABLE_H
 
-#include "datasource.h"
+#include "datadialect.h"
 
 #include <QList>
 #include <QStringList>
@@ -14,11 +14,14 @@
 struct DataColumn
 {
     QString name {};
-    QString type {};        //!< as the engine names it; may be empty in SQLite
-    bool isNumeric = false; //!< its values can be added up
-    bool isBinary = false;  //!< all of its values are bytes
-    bool isNullable = true; //!< may have NULL
-    bool isExact = false;   //!< numbers that are kept as text, to the digit
+    QString type {};           //!< as the engine names it; may be empty in SQLite
+    bool isNumeric = false;    //!< its values can be added up
+    bool isBinary = false;     //!< all of its values are bytes
+    bool isNullable = true;    //!< may have NULL
+    bool isExact = false;      //!< numbers that are kept as text, to the digit
+    bool isWhole = false;      //!< whole numbers only
+    bool isReadAsText = false; //!< the engine is to make a text of it, or digits would be lost
+    bool isOrdered = true;     //!< its values have an order, and are equal to what their text means
 
     friend bool operator==(const DataColumn &, const DataColumn &) = default;
 };
@@ -26,7 +29,7 @@ struct DataColumn
 //! What rows are read from.
 struct DataTable
 {
-    DataEngine engine = DataEngine::Sqlite;
+    DataDialect dialect {};       //!< of its engine
     QString name {};              //!< for the user
     QString relation {};          //!< what stands behind FROM: a quoted name, or a query
     QList<DataColumn> columns {}; //!< those that are shown

@@ -3,21 +3,42 @@
 
 #include "datathread.h"
 
+#include <QCoreApplication>
+
+namespace {
+
+constexpr int s_longestGoodbye = 2000; // ms
+
+} // namespace
+
 DataThread::DataThread()
-    : m_worker(new QObject)
+    : m_running(new Running)
 {
-    m_worker->moveToThread(&m_thread);
-    m_thread.setObjectName(QStringLiteral("data"));
-    m_thread.start();
+    m_running->worker = new QObject;
+    m_running->worker->moveToThread(&m_running->thread);
+    m_running->thread.setObjectName(QStringLiteral("data"));
+    m_running->thread.start();
 }
 
 DataThread::~DataThread()
 {
-    QMetaObject::invokeMethod(m_worker, [this] { m_connection.close(); });
-    m_connection.cancel();
-    m_worker->deleteLater();
-    m_thread.quit();
+    Running *running = m_running;
+    QMetaObject::invokeMethod(running->worker, [running] { running->connection.close(); });
+    cancel();
+    running->worker->deleteLater();
+    running->thread.quit();
     // A query may have begun just after the one that was ended.
-    while (!m_thread.wait(50))
-        m_connection.cancel();
+    for (const QDeadlineTimer end(s_longestGoodbye); !running->thread.wait(50);) {
+        cancel();
+        if (!end.hasExpired())
+            continue;
+        const QMutexLocker lock(&running->mutex);
+        running->isLeft = true;
+        QObject::connect(&running->thread, &QThread::finished, qApp, [running] {
+            running->thread.wait();
+            delete running;
+        });
+        return;
+    }
+    delete running;
 }

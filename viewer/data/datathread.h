@@ -7,6 +7,7 @@
 #include "dataconnection.h"
 
 #include <QDeadlineTimer>
+#include <QMutex>
 #include <QObject>
 #include <QSemaphore>
 #include <QThread>
@@ -26,14 +27,19 @@ class DataThread
 {
 public:
     DataThread();
-    //! Gives up what is running, and waits for its end.
+    //! Gives up what is running, and waits for its end. What does not end within two seconds, as
+    //! its engine cannot be told, is left to itself: it goes when it is done, and nobody hears of
+    //! it.
     ~DataThread();
 
     //! Has \a work done, and then \a done in the thread of \a context.
     template<typename Work, typename Done> void run(QObject *context, Work work, Done done)
     {
-        QMetaObject::invokeMethod(m_worker, [this, context, work, done] {
-            auto result = work(m_connection);
+        QMetaObject::invokeMethod(m_running->worker, [running = m_running, context, work, done] {
+            auto result = work(running->connection);
+            const QMutexLocker lock(&running->mutex);
+            if (running->isLeft)
+                return;
             QMetaObject::invokeMethod(
                 context, [done, result] { done(result); }, Qt::QueuedConnection);
         });
@@ -51,8 +57,8 @@ public:
             QSemaphore done;
         };
         const auto outcome = std::make_shared<Outcome>();
-        QMetaObject::invokeMethod(m_worker, [this, outcome, work] {
-            outcome->result = work(m_connection);
+        QMetaObject::invokeMethod(m_running->worker, [running = m_running, outcome, work] {
+            outcome->result = work(running->connection);
             outcome->done.release();
         });
         for (const QDeadlineTimer end(2 * limit); !outcome->done.tryAcquire(1, limit);) {
@@ -63,14 +69,22 @@ public:
         return outcome->result;
     }
     //! Ends the query that runs, if one does.
-    void cancel() { m_connection.cancel(); }
+    void cancel() { m_running->connection.cancel(); }
 
 private:
     Q_DISABLE_COPY(DataThread)
 
-    QThread m_thread;
-    QObject *m_worker;           //!< lives in m_thread, and goes with it
-    DataConnection m_connection; //!< used in m_thread only, but for cancel()
+    //! May stay behind.
+    struct Running
+    {
+        QThread thread;
+        QObject *worker = nullptr; //!< lives in the thread, and goes with it
+        DataConnection connection; //!< used in the thread only, but for cancel()
+        QMutex mutex;
+        bool isLeft = false; //!< whom results are for may be gone
+    };
+
+    Running *m_running; //!< owned, until it is left
 };
 
 #endif // DATATHREAD_H

@@ -3,6 +3,7 @@
 
 #include "datawindow.h"
 
+#include "datastate.h"
 #include "windows/viewertable.h"
 
 #include <QAction>
@@ -92,6 +93,36 @@ bool DataWindow::hasFailed() const
     return m_model.state() == DataModel::State::Failed;
 }
 
+PageState DataWindow::state() const
+{
+    if (m_awaited)
+        return *m_awaited;
+    PageState state = ViewerWindow::state();
+    state.path = m_model.source().text();
+    state.own =
+        DataState::of(m_model.source(), m_model.table(), m_model.filter(), m_model.order()).text();
+    return state;
+}
+
+void DataWindow::restore(const PageState &state)
+{
+    m_awaited = state;
+    m_model.open(DataState::fromText(state.own).chosen(m_model.source()));
+}
+
+//! The order and the filter are the engine's: without a table there is nobody to tell.
+void DataWindow::restoreRows()
+{
+    if (!m_awaited)
+        return;
+    PageState state = *std::exchange(m_awaited, {});
+    const DataState rows = DataState::fromText(state.own);
+    state.sortColumn = rows.orderFor(m_model.table());
+    m_model.setFilter(rows.filterFor(m_model.table()));
+    m_where->setText(rows.where);
+    ViewerWindow::restore(state);
+}
+
 void DataWindow::createTableBox()
 {
     m_tableBox = new QComboBox(this);
@@ -163,6 +194,7 @@ void DataWindow::showTableNamed(const QString &name)
     source.sql.clear();
     source.key.clear();
     m_isSettled = false;
+    m_awaited.reset();
     m_columnSums->hide();
     m_model.open(source);
     updateFilterBar();
@@ -277,6 +309,7 @@ void DataWindow::tableOpened()
     const QString name = source.sql.isEmpty() ? source.table : m_model.table().name;
     setWindowTitle(tr("%1 — %2").arg(name, source.name()));
     m_where->clear();
+    restoreRows();
     updateFilterBar();
     lookSoon();
 }

@@ -5,7 +5,10 @@
 #define DATAWINDOW_H
 
 #include "datarows.h"
+#include "windows/pagestate.h"
 #include "windows/viewerwindow.h"
+
+#include <optional>
 
 class QComboBox;
 class QLineEdit;
@@ -24,6 +27,9 @@ public:
 
     bool isSettled() const override;
     bool hasFailed() const override;
+    PageState state() const override;
+    //! Shows the table that was shown, in its order and through its filter, as soon as it is open.
+    void restore(const PageState &state) override;
 
 public Q_SLOTS:
     //! Shows another table of the database.
@@ -51,23 +57,25 @@ private:
     void showStatus();
     void showProblem();
     void tableOpened();
+    void restoreRows();
     void showSums(const DataReads::Sums &sums);
     void showRefusal(const QString &reason);
     void askPassword();
     QString activityText() const;
 
     DataRows m_model;
-    QComboBox *m_tableBox = nullptr;   //!< tables and views
-    QToolBar *m_wherePanel = nullptr;  //!< at the bottom, hidden at first
-    QLineEdit *m_where = nullptr;      //!< what the user writes behind WHERE
-    QLabel *m_refusal = nullptr;       //!< what the engine says to that
-    QLabel *m_activityLabel = nullptr; //!< what it does, or what is wrong
-    QLabel *m_columnSums = nullptr;    //!< see sumColumn()
-    QLabel *m_rowsLabel = nullptr;     //!< number of rows
-    QLabel *m_memoryLabel = nullptr;   //!< what the rows take
-    QTimer m_lookTimer {this};         //!< gathers changes of what is on screen
-    QTimer m_fitTimer {this};          //!< gathers rows that came
-    bool m_isSettled = false;          //!< see isSettled()
+    QComboBox *m_tableBox = nullptr;    //!< tables and views
+    QToolBar *m_wherePanel = nullptr;   //!< at the bottom, hidden at first
+    QLineEdit *m_where = nullptr;       //!< what the user writes behind WHERE
+    QLabel *m_refusal = nullptr;        //!< what the engine says to that
+    QLabel *m_activityLabel = nullptr;  //!< what it does, or what is wrong
+    QLabel *m_columnSums = nullptr;     //!< see sumColumn()
+    QLabel *m_rowsLabel = nullptr;      //!< number of rows
+    QLabel *m_memoryLabel = nullptr;    //!< what the rows take
+    QTimer m_lookTimer {this};          //!< gathers changes of what is on screen
+    QTimer m_fitTimer {this};           //!< gathers rows that came
+    bool m_isSettled = false;           //!< see isSettled()
+    std::optional<PageState> m_awaited; //!< to be restored when the table is open
 };
 
 #endif // DATAWINDOW_H

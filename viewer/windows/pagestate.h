@@ -14,7 +14,7 @@
 //! How a file was shown.
 struct PageState
 {
-    QString path;            //!< absolute
+    QString path;            //!< absolute, or the address of a database
     bool isFollowing = true; //!< at the newest rows
     int line = 0;            //!< that was current or at the top, from 1 on; 0 for none
     int columnCount = 0;     //!< that columns is about
@@ -25,6 +25,7 @@ struct PageState
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
     QString filter;        //!< what rows were filtered by; empty for nothing
     TextRules filterRules; //!< how that is looked for
+    QString own;           //!< what pages of one kind add, in words of their own
 
     friend bool operator==(const PageState &, const PageState &) = default;
 };

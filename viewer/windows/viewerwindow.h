@@ -63,7 +63,7 @@ public:
     //! Shows it as it was: at the row with the line that was current, as soon as there is one,
     //! and with columns as wide as they were, if there are as many. Path and format are left
     //! alone.
-    void restore(const PageState &state);
+    virtual void restore(const PageState &state);
 
     //! Selected rows as text, in the order of the table and of the columns on screen. At
     //! most 100,000 rows, with \a isCut set if there were more.
