@@ -304,7 +304,8 @@ QVariantList serverHistogram(DataConnection &connection, const QVariant &oid,
                         "s.schemaname JOIN pg_class c ON c.relnamespace = n.oid AND c.relname = "
                         "s.tablename, unnest(CAST(CAST(s.histogram_bounds AS text) AS text[])) "
                         "WITH ORDINALITY AS u(bound, place) WHERE c.oid = CAST(? AS oid) AND "
-                        "s.attname = ? AND NOT s.inherited ORDER BY u.place"),
+                        "s.attname = ? AND s.inherited = EXISTS (SELECT 1 FROM pg_inherits WHERE "
+                        "inhparent = c.oid) ORDER BY u.place"),
          {oid, table.columns.at(table.keyColumn).name}});
     QVariantList bounds;
     for (const QVariantList &row : rows)
