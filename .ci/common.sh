@@ -41,8 +41,8 @@ build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-l10n-tools qt6
   fonts-dejavu-core libarchive-dev libpcap-dev libpq-dev libqt6sql6-sqlite libre2-dev libsqlite3-dev
   libsystemd-dev)
 
-# Files that begin with precompiled headers are kept too.
-export CCACHE_SLOPPINESS=pch_defines,time_macros
+# Files that begin with precompiled headers are kept too, and serve users of other languages.
+export CCACHE_SLOPPINESS=locale,pch_defines,time_macros
 
 # configure PRESET [OPTION...]: configures a preset, through ccache where there is one. Files are
 # compiled in bunches, which takes half the time, but where tools are to see each by itself.
