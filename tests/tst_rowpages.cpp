@@ -210,10 +210,10 @@ void tst_RowPages::jumpsByAHistogram()
     QVERIFY(jump);
     QCOMPARE(jump->kind, RowPages::Fetch::Kind::Jump);
     QCOMPARE(jump->offset, 0);
-    QCOMPARE(jump->range.from, RowKey({20000}));
+    QCOMPARE(jump->range.from, RowKey {QVariant(20000)});
     QVERIFY(pages.take(*jump, numbers.read(*jump)));
     QVERIFY(!pages.wanted(20000, 20050));
-    QCOMPARE(pages.row(jump->row)->key, RowKey({20000}));
+    QCOMPARE(pages.row(jump->row)->key, RowKey {QVariant(20000)});
     pages.reset(40000, false);
     QVERIFY(!pages.wanted(20000, 20050));
 }
